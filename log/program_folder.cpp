@@ -1,0 +1,40 @@
+#include "log/program_folder.h"
+
+#include "log/log_file_name.h"
+#include "log/path_buffer.h"
+#include "ui/framework/app_module.h"
+
+#include <windows.h>
+#include <shlwapi.h>
+
+namespace {
+
+std::wstring Appended(PathBuffer folder, const wchar_t* name) {
+    ::PathAppendW(folder.Data(), name);
+    return folder.Text();
+}
+
+}  // namespace
+
+std::wstring ProgramPath() {
+    wchar_t path[MAX_PATH + 1] = {};  // one more: early systems cut without a terminator
+    ::GetModuleFileNameW(CAppModule::Instance().ResourceInstance(), path, MAX_PATH);
+    return path;
+}
+
+std::wstring ProgramFolder() {
+    PathBuffer folder(ProgramPath());
+    ::PathRemoveFileSpecW(folder.Data());
+    return folder.Text();
+}
+
+std::wstring FileInProgramFolder(const wchar_t* name) { return Appended(PathBuffer(ProgramFolder()), name); }
+
+std::wstring FileBesideProgram(const wchar_t* name) {
+    PathBuffer folder(ProgramPath());
+    ::PathRemoveExtensionW(folder.Data());
+    ::PathRemoveFileSpecW(folder.Data());
+    return Appended(std::move(folder), name);
+}
+
+std::wstring LogPath() { return FileInProgramFolder(kLogFileName); }

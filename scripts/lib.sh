@@ -1,0 +1,133 @@
+# What the scripts share: a private X display and a private Wine session, both below build/, started on
+# demand and ended with the script. Source it from bash after `set -euo pipefail`, as the other scripts do:
+#
+#   source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+#   start_display && start_wine && hold_desktop "$equipment/desktop_holder.exe"
+#   wine "$(windows_path build/mingw/Talvenor.exe)"
+#
+# Nothing outside build/ is touched, and only what was started here is ended.
+
+repository=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=$repository/build
+equipment=$build/mingw/equipment
+
+# Wine translates file names by the locale: in any other than UTF-8 names outside it cannot be opened.
+export LC_ALL=C.UTF-8
+# Wine's own remarks drown the output of tests.
+export WINEDEBUG=-all
+# No .NET and no HTML engine (their absence would start a download), no debugger (a crash then ends the
+# program at once instead of waiting in a dialog), no menu entries in the user's desktop. cmd.exe may be
+# replaced by tests.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d;winemenubuilder.exe=d;cmd.exe=n,b"
+export WINEPREFIX=$build/wineprefix
+
+# The processes to end, by name, in the order they were started.
+declare -A own_processes=()
+# Put before a command, ends it with this script, even one that is killed.
+with_us="setpriv --pdeathsig TERM --"
+wine_is_ours=
+
+# say TEXT...: a line of progress.
+say() { printf '%s\n' "$*"; }
+
+# fail TEXT...: ends the script; stop_all follows through the trap.
+fail() {
+    printf 'error: %s\n' "$*" >&2
+    exit 1
+}
+
+# within SECONDS COMMAND...: repeats the command until it succeeds; fails when it never does.
+within() {
+    local deadline=$((SECONDS + $1))
+    shift
+    until "$@"; do
+        ((SECONDS < deadline)) || return 1
+        sleep 0.05
+    done
+}
+
+# windows_path PATH: how a program under Wine calls this file or folder, which need not exist.
+windows_path() {
+    local full
+    full=$(realpath -m -- "$1")
+    printf 'Z:%s\n' "${full//\//\\}"
+}
+
+# start_display [WIDTHxHEIGHT]: a virtual screen of our own, with a number that is free.
+start_display() {
+    local size=${1:-1280x1024} channel number
+    # Read and written by us alone: an open that cannot wait, and a read with a deadline.
+    channel=$(mktemp -u)
+    mkfifo "$channel"
+    exec {display_channel}<>"$channel"
+    rm "$channel"
+    $with_us Xvfb -displayfd "$display_channel" -screen 0 "${size}x24" -nolisten tcp >/dev/null 2>&1 &
+    own_processes[display]=$!
+    read -r -t 30 -u "$display_channel" number || fail "no virtual display started (Xvfb)"
+    exec {display_channel}>&-
+    export DISPLAY=:$number
+}
+
+# start_window_manager: frames and focus as on a desktop. Without one use start_wine --unmanaged.
+start_window_manager() {
+    local started
+    started=$(mktemp -u)
+    $with_us openbox --startup "touch $started" >/dev/null 2>&1 &
+    own_processes[window_manager]=$!
+    within 30 test -e "$started" || fail "the window manager did not start (openbox)"
+    rm "$started"
+}
+
+# start_wine [--unmanaged]: the session that every later `wine` of this script joins. --unmanaged leaves
+# the windows' frames to Wine: right where no window manager runs (with one it would be asked in vain, and each
+# window that closes would wait two seconds for it).
+start_wine() {
+    create_prefix
+    # A test that was killed may have left its own interpreter in the system folder.
+    local system=$WINEPREFIX/drive_c/windows/system32
+    if [[ -e $system/cmd.exe.saved ]]; then mv -f "$system/cmd.exe.saved" "$system/cmd.exe"; fi
+    wine_is_ours=yes
+    local managed=Y
+    if [[ ${1:-} == --unmanaged ]]; then managed=N; fi
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d $managed /f >/dev/null 2>&1 ||
+        fail "Wine does not start"
+}
+
+# create_prefix: once; under another name until it is complete, so that a start cut short is no half prefix.
+create_prefix() {
+    if [[ -d $WINEPREFIX ]]; then return; fi
+    say "Making a Wine prefix (once)..."
+    local unfinished=$WINEPREFIX.new
+    rm -rf "$unfinished"
+    mkdir -p "$unfinished/home"
+    # A home of its own: the prefix links "Documents" and the like to it.
+    WINEPREFIX=$unfinished HOME=$unfinished/home wineboot -i >"$build/wineboot.log" 2>&1 ||
+        fail "Wine cannot make a prefix; see $build/wineboot.log"
+    WINEPREFIX=$unfinished wineserver -k || true # it may have ended by itself
+    WINEPREFIX=$unfinished wineserver -w
+    mv "$unfinished" "$WINEPREFIX"
+}
+
+# hold_desktop HOLDER: keeps the desktop between the programs of this session; a window then opens in a tenth
+# of a second instead of more than one.
+hold_desktop() {
+    local line
+    # Its input ends with us, and so does it.
+    coproc HOLDER { exec wine "$1"; }
+    own_processes[desktop_holder]=$HOLDER_PID
+    read -r -t 120 -u "${HOLDER[0]}" line || fail "Wine opens no window on display $DISPLAY"
+}
+
+# stop_all: ends what this script started. Runs at its end, however that comes.
+stop_all() {
+    local status=$? name
+    trap - EXIT
+    # Our own session only: the server is told by its prefix.
+    if [[ $wine_is_ours ]]; then wineserver -k >/dev/null 2>&1 || true; fi
+    for name in "${!own_processes[@]}"; do kill "${own_processes[$name]}" 2>/dev/null || true; done
+    wait 2>/dev/null || true
+    exit $status
+}
+trap stop_all EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP

@@ -1,0 +1,100 @@
+#include "tests/equipment/program.h"
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/text.h"
+
+namespace driver {
+namespace {
+
+constexpr UINT kEndedByDriver = 0xDEAD;
+
+struct NameLess {
+    // Names of environment variables are told apart without regard to case, and a block is sorted that way.
+    bool operator()(const std::wstring& left, const std::wstring& right) const {
+        return ::CompareStringOrdinal(left.c_str(), static_cast<int>(left.size()), right.c_str(),
+                                      static_cast<int>(right.size()), TRUE) == CSTR_LESS_THAN;
+    }
+};
+using Environment = std::map<std::wstring, std::wstring, NameLess>;
+
+Environment InheritedEnvironment() {
+    Environment environment;
+    wchar_t* const block = ::GetEnvironmentStringsW();
+    if (!block) FailCall("GetEnvironmentStringsW", ::GetLastError());
+    for (const wchar_t* entry = block; *entry;) {
+        const std::wstring text(entry);
+        // From 1 on: a drive's current directory is kept under a name that begins with "=".
+        const std::size_t equals = text.find(L'=', 1);
+        if (equals != std::wstring::npos) environment[text.substr(0, equals)] = text.substr(equals + 1);
+        entry += text.size() + 1;
+    }
+    ::FreeEnvironmentStringsW(block);
+    return environment;
+}
+
+std::wstring EnvironmentBlock(const std::map<std::wstring, std::wstring>& changes) {
+    Environment environment = InheritedEnvironment();
+    for (const auto& [name, value] : changes) {
+        environment.erase(name);
+        if (!value.empty()) environment[name] = value;
+    }
+    std::wstring block;
+    for (const auto& [name, value] : environment) block += name + L'=' + value + L'\0';
+    block += L'\0';
+    return block;
+}
+
+UniqueHandle CreateKillingJob() {
+    UniqueHandle job(::CreateJobObjectW(nullptr, nullptr));
+    if (!job) FailCall("CreateJobObjectW", ::GetLastError());
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    if (!::SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits))
+        FailCall("SetInformationJobObject", ::GetLastError());
+    return job;
+}
+
+}  // namespace
+
+Program::Program(const std::wstring& path, const StartOptions& options) : m_job(CreateKillingJob()) {
+    std::wstring commandLine = L'"' + path + L'"';
+    if (!options.arguments.empty()) commandLine += L' ' + options.arguments;
+    std::wstring environment = EnvironmentBlock(options.environment);
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started = {};
+    // Detached: with a console to inherit, every converter would write into ours instead of opening its own.
+    constexpr DWORD kFlags = DETACHED_PROCESS | CREATE_SUSPENDED | CREATE_UNICODE_ENVIRONMENT;
+    if (!::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, kFlags, environment.data(),
+                          options.directory.empty() ? nullptr : options.directory.c_str(), &startup, &started)) {
+        const DWORD error = ::GetLastError();
+        FailCall("CreateProcessW(" + ToUtf8(path) + ")", error);
+    }
+    m_process = UniqueHandle(started.hProcess);
+    const UniqueHandle thread(started.hThread);
+    m_processId = started.dwProcessId;
+    if (!::AssignProcessToJobObject(m_job.Get(), m_process.Get())) {
+        const DWORD error = ::GetLastError();
+        ::TerminateProcess(m_process.Get(), kEndedByDriver);
+        FailCall("AssignProcessToJobObject", error);
+    }
+    if (::ResumeThread(thread.Get()) == static_cast<DWORD>(-1)) FailCall("ResumeThread", ::GetLastError());
+}
+
+bool Program::HasEnded() const noexcept { return ::WaitForSingleObject(m_process.Get(), 0) == WAIT_OBJECT_0; }
+
+std::optional<DWORD> Program::WaitForExit(Milliseconds limit) const {
+    // The handle decides, not the code: 259 is a code like any other, although it also reads STILL_ACTIVE.
+    const DWORD answer = ::WaitForSingleObject(m_process.Get(), static_cast<DWORD>(limit.count()));
+    if (answer == WAIT_TIMEOUT) return std::nullopt;
+    if (answer != WAIT_OBJECT_0) FailCall("WaitForSingleObject", ::GetLastError());
+    DWORD code = 0;
+    if (!::GetExitCodeProcess(m_process.Get(), &code)) FailCall("GetExitCodeProcess", ::GetLastError());
+    return code;
+}
+
+void Program::EndTree() const {
+    if (!::TerminateJobObject(m_job.Get(), kEndedByDriver)) FailCall("TerminateJobObject", ::GetLastError());
+}
+
+}  // namespace driver

@@ -1,0 +1,158 @@
+#include "tests/equipment/window_driver.h"
+
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/remote_memory.h"
+
+namespace driver {
+namespace {
+
+bool IsDialog(HWND window) {
+    wchar_t className[16] = {};
+    return ::GetClassNameW(window, className, 16) && std::wstring(className) == L"#32770";
+}
+
+struct DialogSearch {
+    DWORD processId;
+    std::vector<HWND> found;
+};
+
+BOOL CALLBACK CollectDialog(HWND window, LPARAM search) {
+    auto& [processId, found] = *reinterpret_cast<DialogSearch*>(search);
+    DWORD owner = 0;
+    ::GetWindowThreadProcessId(window, &owner);
+    if (owner == processId && IsDialog(window) && ::IsWindowVisible(window)) found.push_back(window);
+    return TRUE;
+}
+
+BOOL CALLBACK CollectText(HWND window, LPARAM lines) {
+    const std::wstring text = Text(window);
+    if (!text.empty()) *reinterpret_cast<std::wstring*>(lines) += L'\n' + text;
+    return TRUE;
+}
+
+void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!::PostMessageW(window, message, wParam, lParam)) FailCall("PostMessageW", ::GetLastError());
+}
+
+}  // namespace
+
+LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    DWORD_PTR result = 0;
+    ::SetLastError(ERROR_SUCCESS);
+    if (!::SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL,
+                               static_cast<UINT>(kAnswerLimit.count()), &result)) {
+        const DWORD error = ::GetLastError();
+        FailCall("no answer to window message " + std::to_string(message) + ": SendMessageTimeoutW", error);
+    }
+    return static_cast<LRESULT>(result);
+}
+
+HWND Control(HWND dialog, int id) {
+    const HWND control = ::GetDlgItem(dialog, id);
+    if (!control) throw Failure("the dialog has no control " + std::to_string(id));
+    return control;
+}
+
+std::vector<HWND> Dialogs(const Program& program) {
+    DialogSearch search{program.Id(), {}};
+    ::EnumWindows(CollectDialog, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+// The main window is a dialog like the message boxes, and may bear the same title: what sets it apart is a
+// control that only it has.
+HWND WaitForMainWindow(const Program& program, int idOfAControl, Milliseconds limit) {
+    HWND mainWindow = nullptr;
+    const auto appeared = [&] {
+        for (const HWND dialog : Dialogs(program))
+            if (::GetDlgItem(dialog, idOfAControl)) mainWindow = dialog;
+        return mainWindow != nullptr || program.HasEnded();
+    };
+    if (!WaitUntil(appeared, limit)) {
+        std::wstring others;
+        for (const HWND dialog : Dialogs(program)) others += L'\n' + AllText(dialog);
+        throw Failure(L"the main window did not appear; there is: " + others);
+    }
+    if (!mainWindow) throw Failure("the program ended before its main window appeared");
+    return mainWindow;
+}
+
+HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit) {
+    HWND found = nullptr;
+    const auto appeared = [&] {
+        for (const HWND dialog : Dialogs(program))
+            if (!found && dialog != mainWindow) found = dialog;
+        return found != nullptr || program.HasEnded();
+    };
+    if (!WaitUntil(appeared, limit)) throw Failure("no dialog or message box appeared");
+    if (!found) throw Failure("the program ended instead of opening a dialog or message box");
+    return found;
+}
+
+std::wstring Text(HWND window) {
+    const auto length = static_cast<std::size_t>(Ask(window, WM_GETTEXTLENGTH));
+    std::wstring text(length + 1, L'\0');
+    const auto copied = Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(copied));
+    return text;
+}
+
+std::wstring AllText(HWND dialog) {
+    std::wstring lines = Text(dialog);
+    ::EnumChildWindows(dialog, CollectText, reinterpret_cast<LPARAM>(&lines));
+    return lines;
+}
+
+bool IsChecked(HWND box) { return Ask(box, BM_GETCHECK) == BST_CHECKED; }
+
+bool IsEnabled(HWND window) { return ::IsWindowEnabled(window) != FALSE; }
+
+bool IsVisible(HWND window) { return ::IsWindowVisible(window) != FALSE; }
+
+void Click(HWND button) {
+    // BM_CLICK presses a disabled button as well, which no person can.
+    if (!IsEnabled(button)) throw Failure(L"the button is disabled: " + Text(button));
+    Post(button, BM_CLICK, 0, 0);
+}
+
+void PressKey(HWND window, WORD virtualKey) {
+    const UINT scanCode = ::MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC);
+    const LPARAM down = static_cast<LPARAM>(1u | scanCode << 16);
+    constexpr LPARAM kWasDownAndIsReleased = static_cast<LPARAM>(0xC000'0000u);
+    Post(window, WM_KEYDOWN, virtualKey, down);
+    Post(window, WM_KEYUP, virtualKey, down | kWasDownAndIsReleased);
+}
+
+void TypeText(HWND edit, const std::wstring& text) {
+    for (const wchar_t unit : text) Post(edit, WM_CHAR, unit, 1);
+}
+
+void SetText(HWND edit, const std::wstring& text) {
+    Ask(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void PressDialogButton(HWND dialog, int id) { Click(Control(dialog, id)); }
+
+void DropFiles(HWND target, const std::vector<std::wstring>& paths) {
+    std::wstring names;
+    for (const std::wstring& path : paths) names += path + L'\0';
+    names += L'\0';
+    DROPFILES header = {};
+    header.pFiles = sizeof header;
+    header.fWide = TRUE;
+    RemoteMemory block(target, sizeof header + names.size() * sizeof(wchar_t));
+    block.Write(0, &header, sizeof header);
+    block.Write(sizeof header, names.data(), names.size() * sizeof(wchar_t));
+    // Given away: the receiver owns a drop from the moment the message is posted.
+    Post(target, WM_DROPFILES, reinterpret_cast<WPARAM>(block.GiveAway()), 0);
+}
+
+void RepaintNow(HWND window) {
+    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    Ask(window, WM_NULL);
+}
+
+}  // namespace driver

@@ -1,0 +1,136 @@
+#include "tests/window/main_window_fixture.h"
+
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <cstring>
+#include <fstream>
+
+MainWindowFixture::MainWindowFixture() {
+    programPath = folder.File(L"Talvenor.exe");
+    std::ofstream(folder.Path() / "pdf2djvu.exe") << "stand-in";
+    calls.Clear();
+    boxAnswer = IDOK;
+    s_dialog = nullptr;
+    CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
+    CAppModule::Instance().AddMessageLoop(loop);
+}
+
+MainWindowFixture::~MainWindowFixture() {
+    Destroy();
+    CAppModule::Instance().RemoveMessageLoop();
+    CAppModule::Instance().Term();
+}
+
+void MainWindowFixture::Create() {
+    dialog = std::make_unique<CMainDlg>();
+    s_dialog = dialog->Create(nullptr);
+    ASSERT_NE(s_dialog, nullptr);
+}
+
+void MainWindowFixture::Destroy() {
+    if (!dialog) return;
+    if (dialog->Handle()) {
+        if (dialog->IsRunning()) {
+            boxAnswer = IDYES;  // to "really stop?"
+            Command(IDCANCEL, BN_CLICKED);
+        }
+        EXPECT_TRUE(WaitFor([&] { return !dialog->HasWorker(); })) << "a worker did not end";
+        ::DestroyWindow(dialog->Handle());
+    }
+    dialog.reset();
+    MSG message;
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message != WM_QUIT) ::DispatchMessageW(&message);
+    }
+}
+
+std::wstring MainWindowFixture::Text(int id) const {
+    std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(Control(id))) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        ::GetWindowTextW(Control(id), text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+void MainWindowFixture::Click(int id) {
+    if (IsEnabled(id)) ::SendMessageW(Control(id), BM_CLICK, 0, 0);
+}
+
+int MainWindowFixture::RowCount() const {
+    return static_cast<int>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETITEMCOUNT, 0, 0));
+}
+
+std::wstring MainWindowFixture::Cell(int row, int column) const {
+    std::wstring text(40000, L'\0');
+    LVITEMW item = {};
+    item.iSubItem = column;
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    const LRESULT length = ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                                          reinterpret_cast<LPARAM>(&item));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+std::vector<std::wstring> MainWindowFixture::Column(int column) const {
+    std::vector<std::wstring> cells;
+    for (int row = 0; row < RowCount(); ++row) cells.push_back(Cell(row, column));
+    return cells;
+}
+
+int MainWindowFixture::SelectedRow() const {
+    return static_cast<int>(
+        ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
+
+int MainWindowFixture::ColumnWidth(int column) const {
+    return static_cast<int>(
+        ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+}
+
+void MainWindowFixture::SelectRow(int row) {
+    LVITEMW item = {};
+    item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    ::SendMessageW(Control(IDC_FILE_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                   reinterpret_cast<LPARAM>(&item));
+}
+
+void MainWindowFixture::PressListKey(WORD key) {
+    ::SendMessageW(Control(IDC_FILE_LIST), WM_KEYDOWN, key, 1);
+    ::SendMessageW(Control(IDC_FILE_LIST), WM_KEYUP, key, 1);
+}
+
+void MainWindowFixture::Drop(const std::vector<std::wstring>& paths) {
+    std::wstring names;
+    for (const std::wstring& path : paths) names.append(path).append(1, L'\0');
+    names.append(1, L'\0');
+    const std::size_t nameBytes = names.size() * sizeof(wchar_t);
+    const HGLOBAL block = ::GlobalAlloc(GHND, sizeof(DROPFILES) + nameBytes);
+    auto* const header = static_cast<DROPFILES*>(::GlobalLock(block));
+    header->pFiles = sizeof(DROPFILES);
+    header->fWide = TRUE;
+    std::memcpy(header + 1, names.data(), nameBytes);
+    ::GlobalUnlock(block);
+    ::SendMessageW(Control(IDC_FILE_LIST), WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
+    ::GlobalFree(block);
+}
+
+DWORD WINAPI MainWindowFixture::AnswerModuleFileName(HMODULE /*module*/, LPWSTR path, DWORD size) {
+    ::lstrcpynW(path, programPath.c_str(), static_cast<int>(size));
+    const auto length = static_cast<DWORD>(programPath.size());
+    return length < size ? length : size;
+}
+
+int WINAPI MainWindowFixture::AnswerMessageBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
+    char hexType[16];
+    ::wsprintfA(hexType, "0x%X", type);
+    calls.Add(std::string("MessageBoxW owner=") + (owner == nullptr ? "none" : owner == s_dialog ? "main" : "other") +
+              " text=" + (text ? Utf8(text) : "(null)") + " caption=" + (caption ? Utf8(caption) : "(null)") +
+              " type=" + hexType);
+    return boxAnswer;
+}
+
+BOOL WINAPI MainWindowFixture::RecordBeep(DWORD frequency, DWORD duration) {
+    calls.Add("Beep " + std::to_string(frequency) + " " + std::to_string(duration));
+    return TRUE;
+}

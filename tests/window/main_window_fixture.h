@@ -1,0 +1,88 @@
+// The real main window in the test process, hidden, with the platform calls that would disturb the desktop or
+// cannot be observed replaced by recording ones.
+#pragma once
+
+#include "tests/support/call_record.h"
+#include "tests/support/pump.h"
+#include "tests/support/replaced_imports.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/utf8.h"
+
+#include "res/resource.h"
+#include "ui/framework/app_module.h"
+#include "ui/framework/message_loop.h"
+#include "ui/main_dlg.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+// A program folder with a stand-in for the converter, a module, a loop and the dialog in it. The program's path
+// is `folder`\Talvenor.exe for all that asks. Message boxes are answered by `boxAnswer` and recorded in `calls`
+// as "MessageBoxW owner=main|none text=... caption=... type=0x..", beeps as "Beep 440 100".
+class MainWindowFixture : public testing::Test {
+protected:
+    MainWindowFixture();
+    ~MainWindowFixture() override;
+
+    // Creates the dialog. Not shown: a test that needs it shown does so.
+    void Create();
+    // Ends the batch that may be going on, then the dialog.
+    void Destroy();
+
+    [[nodiscard]] HWND Dialog() const { return dialog->Handle(); }
+    [[nodiscard]] HWND Control(int id) const { return ::GetDlgItem(dialog->Handle(), id); }
+    [[nodiscard]] bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
+    // Whether the control would be seen if the dialog were.
+    [[nodiscard]] bool IsShown(int id) const {
+        return (::GetWindowLongPtrW(Control(id), GWL_STYLE) & WS_VISIBLE) != 0;
+    }
+    [[nodiscard]] bool IsChecked(int id) const { return ::IsDlgButtonChecked(Dialog(), id) != 0; }
+    [[nodiscard]] std::wstring Text(int id) const;
+    void SetText(int id, const wchar_t* text) { ::SetWindowTextW(Control(id), text); }
+    // What a click of the user does to a button or a box: nothing when it is disabled.
+    void Click(int id);
+    void Command(int id, int code) {
+        ::SendMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(Control(id)));
+    }
+
+    // The file list.
+    [[nodiscard]] int RowCount() const;
+    [[nodiscard]] std::wstring Cell(int row, int column) const;
+    [[nodiscard]] std::vector<std::wstring> Column(int column) const;
+    [[nodiscard]] int SelectedRow() const;
+    [[nodiscard]] int ColumnWidth(int column) const;
+    void SelectRow(int row);
+    void PressListKey(WORD key);
+    // Sends the list a drop of these paths.
+    void Drop(const std::vector<std::wstring>& paths);
+
+    // Serves messages until `condition` holds or ten seconds are over.
+    bool WaitFor(const std::function<bool()>& condition) {
+        return PumpUntil(condition, std::chrono::seconds(10));
+    }
+
+    TemporaryFolder folder;
+    CMessageLoop loop;
+    std::unique_ptr<CMainDlg> dialog;
+
+    static inline CallRecord calls;
+    static inline int boxAnswer = IDOK;
+    static inline std::wstring programPath;
+
+private:
+    static DWORD WINAPI AnswerModuleFileName(HMODULE, LPWSTR path, DWORD size);
+    static int WINAPI AnswerMessageBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
+    static BOOL WINAPI RecordBeep(DWORD frequency, DWORD duration);
+
+    static inline HWND s_dialog = nullptr;
+    ReplacedImport m_moduleFileName{"GetModuleFileNameW", &AnswerModuleFileName};
+    ReplacedImport m_messageBox{"MessageBoxW", &AnswerMessageBox};
+    ReplacedImport m_beep{"Beep", &RecordBeep};
+};

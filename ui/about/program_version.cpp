@@ -1,0 +1,86 @@
+#include "ui/about/program_version.h"
+
+#include "ui/framework/app_module.h"
+
+#include <windows.h>
+#include <shlobj.h>
+
+#include <string>
+
+namespace {
+
+// The three calls on version resources, from the system's own library. Linked in the ordinary way, that
+// library alone of all we use would be taken from the program's folder, where anybody may have put a file of
+// its name.
+class VersionLibrary {
+public:
+    VersionLibrary() {
+        wchar_t systemFolder[MAX_PATH] = {};
+        if (::GetSystemDirectoryW(systemFolder, MAX_PATH) == 0) return;
+        m_library = ::LoadLibraryW((std::wstring(systemFolder) + L"\\version.dll").c_str());
+        if (!m_library) return;
+        Find(getSize, "GetFileVersionInfoSizeW");
+        Find(getInfo, "GetFileVersionInfoW");
+        Find(queryValue, "VerQueryValueW");
+    }
+    VersionLibrary(const VersionLibrary&) = delete;
+    VersionLibrary& operator=(const VersionLibrary&) = delete;
+    ~VersionLibrary() {
+        if (m_library) ::FreeLibrary(m_library);
+    }
+
+    [[nodiscard]] bool IsComplete() const noexcept { return getSize && getInfo && queryValue; }
+
+    decltype(&::GetFileVersionInfoSizeW) getSize = nullptr;
+    decltype(&::GetFileVersionInfoW) getInfo = nullptr;
+    decltype(&::VerQueryValueW) queryValue = nullptr;
+
+private:
+    template <class Function>
+    void Find(Function& function, const char* name) {
+        // By way of void*: the two function types have nothing in common.
+        function = reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(m_library, name)));
+    }
+
+    HMODULE m_library = nullptr;
+};
+
+class HeapBlock {
+public:
+    explicit HeapBlock(std::size_t size) noexcept
+        : m_block(::HeapAlloc(::GetProcessHeap(), HEAP_ZERO_MEMORY, size)) {}
+    HeapBlock(const HeapBlock&) = delete;
+    HeapBlock& operator=(const HeapBlock&) = delete;
+    ~HeapBlock() { ::HeapFree(::GetProcessHeap(), 0, m_block); }
+
+    [[nodiscard]] void* Get() const noexcept { return m_block; }  // null when there was no memory
+
+private:
+    void* m_block;
+};
+
+}  // namespace
+
+ProductVersion ReadProgramVersion() {
+    ProductVersion version;
+    wchar_t path[MAX_PATH] = {};
+    ::GetModuleFileNameW(CAppModule::Instance().ResourceInstance(), path, MAX_PATH - 1);
+
+    const VersionLibrary library;
+    if (!library.IsComplete()) return version;
+    DWORD ignored = 0;
+    const DWORD size = library.getSize(path, &ignored);
+    const HeapBlock block(size);
+    VS_FIXEDFILEINFO* fixed = nullptr;
+    UINT fixedSize = 0;
+    const bool found = block.Get() && library.getInfo(path, 0, size, block.Get()) &&
+                       library.queryValue(block.Get(), L"\\", reinterpret_cast<void**>(&fixed), &fixedSize) &&
+                       fixed && fixedSize >= sizeof *fixed;
+    if (!found) return version;
+    version.major = HIWORD(fixed->dwProductVersionMS);
+    version.minor = LOWORD(fixed->dwProductVersionMS);
+    version.build = HIWORD(fixed->dwProductVersionLS);
+    version.revision = LOWORD(fixed->dwProductVersionLS);
+    version.preRelease = (fixed->dwFileFlags & VS_FF_PRERELEASE) != 0;
+    return version;
+}

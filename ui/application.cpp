@@ -1,0 +1,37 @@
+#include "ui/application.h"
+
+#include "ui/framework/app_module.h"
+#include "ui/framework/message_loop.h"
+#include "ui/main_dlg.h"
+
+namespace {
+
+// The code of a quit message that is already there: a dialog that closed itself while it was being created
+// has posted one. 0 when there is none.
+int PendingQuitCode() {
+    MSG message = {};
+    const bool quitting = ::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE;
+    return quitting ? static_cast<int>(message.wParam) : 0;
+}
+
+}  // namespace
+
+int RunMainDialog(const wchar_t* /*commandLine*/, int showCommand) {
+    CMessageLoop loop;
+    CAppModule::Instance().AddMessageLoop(loop);
+    int exitCode = 0;
+    {
+        CMainDlg dialog;
+        if (dialog.Create(nullptr)) {
+            ::ShowWindow(dialog.Handle(), showCommand);
+            exitCode = loop.Run();
+        } else {
+            exitCode = PendingQuitCode();
+        }
+        // A worker that still waits for its converter may wake at any moment and must find the dialog whole.
+        // The process ends here then, with the dialog, and the worker with it.
+        if (dialog.HasWorker()) ::ExitProcess(static_cast<UINT>(exitCode));
+        CAppModule::Instance().RemoveMessageLoop();
+    }
+    return exitCode;
+}

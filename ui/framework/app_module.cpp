@@ -1,0 +1,63 @@
+#include "ui/framework/app_module.h"
+
+namespace {
+
+class CriticalSectionLock {
+public:
+    explicit CriticalSectionLock(CRITICAL_SECTION& section) noexcept : m_section(section) {
+        ::EnterCriticalSection(&m_section);
+    }
+    CriticalSectionLock(const CriticalSectionLock&) = delete;
+    CriticalSectionLock& operator=(const CriticalSectionLock&) = delete;
+    ~CriticalSectionLock() { ::LeaveCriticalSection(&m_section); }
+
+private:
+    CRITICAL_SECTION& m_section;
+};
+
+}  // namespace
+
+CAppModule CAppModule::s_instance;
+
+void CAppModule::Init(HINSTANCE resourceInstance) {
+    ::InitializeCriticalSection(&m_lock);
+    m_mainThreadId = ::GetCurrentThreadId();
+    m_resources.assign(1, resourceInstance);
+}
+
+void CAppModule::Term() {
+    {
+        const CriticalSectionLock lock(m_lock);
+        for (const HWND window : m_notificationWindows) ::DestroyWindow(window);
+        m_notificationWindows.clear();
+        m_resources.clear();
+    }
+    m_loops.clear();
+    m_mainThreadId = 0;
+    ::DeleteCriticalSection(&m_lock);
+}
+
+HINSTANCE CAppModule::ResourceInstance() const noexcept {
+    return m_resources.empty() ? nullptr : m_resources.front();
+}
+
+void CAppModule::AddMessageLoop(CMessageLoop& loop) {
+    const CriticalSectionLock lock(m_lock);
+    m_loops[::GetCurrentThreadId()] = &loop;
+}
+
+void CAppModule::RemoveMessageLoop() {
+    const CriticalSectionLock lock(m_lock);
+    m_loops.erase(::GetCurrentThreadId());
+}
+
+CMessageLoop* CAppModule::MessageLoop() {
+    const CriticalSectionLock lock(m_lock);
+    const auto found = m_loops.find(::GetCurrentThreadId());
+    return found == m_loops.end() ? nullptr : found->second;
+}
+
+void CAppModule::AddNotificationWindow(HWND window) {
+    const CriticalSectionLock lock(m_lock);
+    m_notificationWindows.push_back(window);
+}

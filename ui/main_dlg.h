@@ -1,0 +1,166 @@
+// The main window: the list of PDF files, the options, and the batch that converts them.
+//
+// The methods stand with their subjects: set-up in main_dlg.cpp, the message map in main_dlg_dispatch.cpp,
+// the list in file_list.cpp, enabled and disabled controls in control_state.cpp, folders and the shell in
+// output_folder.cpp, the batch in engine/, the log and message boxes in log/.
+#pragma once
+
+#include "engine/conversion_options.h"
+#include "res/resource.h"
+#include "ui/framework/contained_window.h"
+#include "ui/framework/dialog.h"
+#include "ui/framework/message_loop.h"
+#include "ui/framework/unique_resource.h"
+#include "ui/framework/update_ui.h"
+
+#include <windows.h>
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+
+class CMainDlg final : public CDialogImpl<CMainDlg>,
+                       public CUpdateUI,
+                       public CMessageFilter,
+                       public CIdleHandler {
+public:
+    static constexpr UINT kTemplateId = IDD_MAIN;
+    // Asks ShowLastError for no prefix from the string table.
+    static constexpr UINT kNoPrefix = 0xFFFFFFFF;
+
+    CMainDlg();
+    ~CMainDlg() override = default;
+
+    // The message map. `section` is one of the kSection constants.
+    bool DispatchDialogMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
+                               DWORD section);
+    bool ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
+                              DWORD section) override {
+        return DispatchDialogMessage(window, message, wParam, lParam, result, section);
+    }
+
+    bool FilterMessage(MSG& message) override;
+    bool HandleIdle() override;
+
+    // Whether a batch is going on and has neither been stopped nor failed.
+    [[nodiscard]] bool IsRunning() const noexcept { return m_running; }
+
+    // Whether a worker thread may still touch this object, running or stopped.
+    [[nodiscard]] bool HasWorker() const noexcept { return m_workers != 0; }
+
+private:
+    static constexpr DWORD kSectionDialog = 0;
+    static constexpr DWORD kSectionPageEdit = 1;
+    static constexpr DWORD kSectionFileList = 2;
+    static constexpr UINT_PTR kElapsedTimerId = 2;
+    static constexpr UINT kElapsedPeriodMs = 1000;
+
+    class AddAction;  // one action that adds files, in file_list.cpp
+
+    // Dispatch: the three sections of the map, the tables of its commands and notifications.
+    bool DispatchToDialog(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    bool DispatchCommand(WORD id, WORD code);
+    bool DispatchNotification(const NMHDR& header);
+    bool DispatchToPageEdit(UINT message, WPARAM wParam);
+    bool DispatchToFileList(UINT message, WPARAM wParam, LRESULT& result);
+
+    // Handlers that live with the map, in its order.
+    void OnDestroy();
+    void OnTimer();
+    void OnAbout();
+    void OnQuit();
+    void OnClearList();
+    void OnListItemChanged(const NMLISTVIEW& change);
+    void OnListKeyDown(WORD key);
+    void OnPageEditChar(unsigned character);
+    void OnPageEditKeyDown(unsigned key);
+
+    // Set-up.
+    bool OnInitDialog();
+    [[nodiscard]] bool ConverterPresent() const;
+    void SetWindowIcons();
+    void JoinMessageLoop();
+    void InitFileList();
+    void InitToolTips();
+    void UpdateLogButton();
+    void SetButtonIcons();
+    // Shows the duration column, as wide as it needs, or hides it. The paths take the rest.
+    void FitColumns(bool showDuration);
+
+    // The file list.
+    void OnAddPdfs();
+    LRESULT OnDropFiles(HDROP drop);
+    void AddFileToList(AddAction& action, std::wstring path);
+    // Fills `text` with a cell, whatever its length, and gives the length.
+    int GetListItemText(int row, int column, std::wstring& text) const;
+    // Makes `row` the one selected and focused row and shows it; -1 selects none.
+    void SelectListItem(int row);
+    void ClearListSelection();
+    [[nodiscard]] int RowCount() const;
+    [[nodiscard]] int FirstSelectedRow() const;  // -1: none
+    void SetDurationText(int row, const std::wstring& text);
+    void SetStatusText(const std::wstring& text) { Item(IDC_STATUS).SetText(text.c_str()); }
+
+    // Control states.
+    void SetRunningState(bool running);
+    void OnPagesCheck();
+    void OnResolutionCheck(WORD code);
+    void OnResolutionKillFocus();
+    void OnNoTextCheck();
+    void OnOutputFolderCheck(WORD code);
+    void OnOutputFolderChange();
+    void OnOutputFolderKillFocus();
+    void OnLButtonDown(WPARAM flags, POINT point);
+    [[nodiscard]] bool ItemContains(int id, POINT point) const;
+
+    // Output folder and shell.
+    void OnBrowse();
+    void OnOpenDestination();
+    void OnOpenLog();
+    [[nodiscard]] bool OutputFolderExists() const;
+    void ShellOpen(const wchar_t* file, const wchar_t* parameters);
+
+    // The batch (engine/). Everything but StartConversion and ShowCommandLine runs on the worker thread.
+    void StartConversion();
+    static void ConversionThreadProc(void* dialog);
+    void ConvertAll();
+    void ConvertRows(const std::wstring& programFolder);
+    void EndBatch();
+    bool RunConverter(const std::wstring& arguments, const std::wstring& workingFolder,
+                      const std::wstring& pdfPath);
+    [[nodiscard]] bool RunInterpreter(const std::wstring& arguments, const std::wstring& workingFolder,
+                                      const std::wstring& windowTitle, PROCESS_INFORMATION& process);
+    void RequestConverterClose() const;
+    [[nodiscard]] ConversionOptions ReadOptions() const;
+    [[nodiscard]] std::wstring BuildCommandLine(const std::wstring& pdfPath) const;
+    void ShowCommandLine();
+
+    // Log and messages (log/).
+    void WriteLogRecord();
+    // The text of the duration column at tick `now`, or at the end of the file when `now` is 0.
+    [[nodiscard]] std::wstring FormatElapsed(DWORD now) const;
+    // Shows the system's text for the last error behind a prefix: `prefixText`, else string `prefixId`.
+    void ShowLastError(UINT prefixId, const wchar_t* prefixText = nullptr);
+
+    CContainedWindow m_pageEdit{*this, kSectionPageEdit};
+    CContainedWindow m_fileList{*this, kSectionFileList};
+    HWND m_toolTips = nullptr;  // owned by the dialog window
+    UniqueIcon m_bigIcon;
+    UniqueIcon m_smallIcon;
+
+    // Shared between the user-interface thread and the workers without a lock. Each stands alone: nothing
+    // else is published through it, and a reader that is one step late does no harm.
+
+    // Workers: true at a batch's start, false at its end or on a failed file. User interface: false on a
+    // confirmed stop.
+    std::atomic<bool> m_running{false};
+    // Milliseconds of GetTickCount around the current file. Written by workers.
+    std::atomic<std::uint32_t> m_startTick{0};
+    std::atomic<std::uint32_t> m_endTick{0};
+    // The interpreter started last; stays after its end. Written by workers, read by a stop request.
+    std::atomic<DWORD> m_converterProcessId{0};
+    // Worker threads that have not ended. Counted up by the user interface, down by each worker.
+    std::atomic<int> m_workers{0};
+};

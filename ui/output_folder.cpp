@@ -1,0 +1,69 @@
+// The folder that the DjVu files go to, and what is handed to the shell. User-interface thread.
+
+#include "ui/main_dlg.h"
+
+#include "log/log_file_name.h"
+#include "log/path_buffer.h"
+#include "log/program_folder.h"
+
+#include <windows.h>
+#include <objbase.h>
+#include <shellapi.h>
+#include <shlobj.h>
+#include <shlwapi.h>
+
+namespace {
+
+// The browser opens at its default place: there is no folder to preselect.
+int CALLBACK BrowseCallback(HWND, UINT, LPARAM, LPARAM) { return 0; }
+
+}  // namespace
+
+bool CMainDlg::OutputFolderExists() const {
+    return ::PathIsDirectoryW(Item(IDC_OUTPUT_FOLDER).Text().c_str()) != FALSE;
+}
+
+void CMainDlg::OnBrowse() {
+    wchar_t displayName[MAX_PATH] = {};
+    BROWSEINFOW browser = {};
+    browser.hwndOwner = m_hWnd ? m_hWnd : ::GetActiveWindow();
+    browser.pszDisplayName = displayName;
+    browser.ulFlags = BIF_RETURNONLYFSDIRS;
+    browser.lpfn = &BrowseCallback;
+    const PIDLIST_ABSOLUTE chosen = ::SHBrowseForFolderW(&browser);
+    if (!chosen) return;
+    wchar_t path[MAX_PATH] = {};
+    if (::SHGetPathFromIDListW(chosen, path)) Item(IDC_OUTPUT_FOLDER).SetText(path);
+    ::CoTaskMemFree(chosen);
+}
+
+void CMainDlg::OnOpenDestination() {
+    std::wstring folder;
+    if (IsChecked(IDC_OUTPUT_FOLDER_CHECK)) {
+        folder = Item(IDC_OUTPUT_FOLDER).Text();
+    } else if (const int row = FirstSelectedRow(); row != -1) {
+        std::wstring pdfPath;
+        GetListItemText(row, 0, pdfPath);
+        PathBuffer path(pdfPath);
+        ::PathRemoveExtensionW(path.Data());
+        ::PathRemoveFileSpecW(path.Data());
+        folder = path.Text();
+    }
+    if (folder.empty()) return;
+    // Deliberate: no quotes around the folder. Explorer takes all of its command line for the path, and with
+    // quotes it would stop at a comma no less.
+    ShellOpen(L"explorer.exe", folder.c_str());
+}
+
+void CMainDlg::OnOpenLog() { ShellOpen(FileBesideProgram(kLogFileName).c_str(), nullptr); }
+
+void CMainDlg::ShellOpen(const wchar_t* file, const wchar_t* parameters) {
+    SHELLEXECUTEINFOW request = {};
+    request.cbSize = sizeof request;
+    request.hwnd = m_hWnd;
+    request.lpVerb = L"open";
+    request.lpFile = file;
+    request.lpParameters = parameters;
+    request.nShow = SW_SHOW;
+    if (!::ShellExecuteExW(&request)) ShowLastError(IDS_SHELL_EXECUTE_FAILED);
+}
