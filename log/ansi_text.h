@@ -6,7 +6,8 @@
 #include <memory>
 #include <string>
 
-// `text` up to its first null as ANSI bytes. Characters that the code page lacks become its default character.
+// `text` up to its first null as ANSI bytes. Characters that the code page lacks become its default
+// character.
 class AnsiText {
 public:
     explicit AnsiText(const std::wstring& text);

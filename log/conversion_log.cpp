@@ -1,5 +1,5 @@
-// The log that a batch with hidden consoles leaves. The converter's own messages are appended to the same file
-// by the interpreter, before the record of each file; the two never write at the same time.
+// The log that a batch with hidden consoles leaves. The converter's own messages are appended to the same
+// file by the interpreter, before the record of each file; the two never write at the same time.
 
 #include "ui/main_dlg.h"
 
@@ -31,7 +31,8 @@ LocalTime Now() {
 
 // A log that cannot be written loses the record and nothing else: the batch is worth more than its log.
 void AppendToLog(const std::wstring& record) {
-    const UniqueFile file(::CreateFileW(LogPath().c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, 0, nullptr));
+    const UniqueFile file(
+        ::CreateFileW(LogPath().c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, 0, nullptr));
     if (!file) return;
     ::SetFilePointer(file.Get(), 0, nullptr, FILE_END);
     const AnsiText bytes(record);

@@ -7,12 +7,8 @@ std::optional<std::wstring> FormatRecordTime(DateOrdering ordering, const LocalT
     std::uint32_t second = 0;
     std::uint32_t third = 0;
     switch (ordering) {
-    case DateOrdering::MonthDayYear:
-        first = time.month, second = time.day, third = time.year;
-        break;
-    case DateOrdering::DayMonthYear:
-        first = time.day, second = time.month, third = time.year;
-        break;
+    case DateOrdering::MonthDayYear: first = time.month, second = time.day, third = time.year; break;
+    case DateOrdering::DayMonthYear: first = time.day, second = time.month, third = time.year; break;
     case DateOrdering::YearMonthDay:
         // Deliberate: the day stands after the comma, where the two other forms have the year. Readers of
         // the logs rely on the one shape.

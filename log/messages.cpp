@@ -31,7 +31,8 @@ private:
             m_loaded.reset(new (std::nothrow) wchar_t[static_cast<std::size_t>(size)]);
             if (!m_loaded) return;
             m_loaded[0] = L'\0';  // what a missing string leaves
-            if (::LoadStringW(CAppModule::Instance().ResourceInstance(), id, m_loaded.get(), size) < size - 1) {
+            if (::LoadStringW(CAppModule::Instance().ResourceInstance(), id, m_loaded.get(), size) <
+                size - 1) {
                 break;
             }
         }

@@ -17,7 +17,7 @@ public:
     [[nodiscard]] wchar_t* Data() noexcept { return m_characters.data(); }
 
     // The text up to its terminator.
-    [[nodiscard]] std::wstring Text() const { return m_characters.c_str(); }
+    [[nodiscard]] std::wstring Text() const { return m_characters.substr(0, m_characters.find(L'\0')); }
 
 private:
     std::wstring m_characters;  // terminated: what follows the text is zeros

@@ -28,7 +28,9 @@ std::wstring ProgramFolder() {
     return folder.Text();
 }
 
-std::wstring FileInProgramFolder(const wchar_t* name) { return Appended(PathBuffer(ProgramFolder()), name); }
+std::wstring FileInProgramFolder(const wchar_t* name) {
+    return Appended(PathBuffer(ProgramFolder()), name);
+}
 
 std::wstring FileBesideProgram(const wchar_t* name) {
     PathBuffer folder(ProgramPath());
@@ -37,4 +39,6 @@ std::wstring FileBesideProgram(const wchar_t* name) {
     return Appended(std::move(folder), name);
 }
 
-std::wstring LogPath() { return FileInProgramFolder(kLogFileName); }
+std::wstring LogPath() {
+    return FileInProgramFolder(kLogFileName);
+}

@@ -1,14 +1,18 @@
+# shellcheck shell=bash
 # What the scripts share: a private X display and a private Wine session, both below build/, started on
 # demand and ended with the script. Source it from bash after `set -euo pipefail`, as the other scripts do:
 #
 #   source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
-#   start_display && start_wine && hold_desktop "$equipment/desktop_holder.exe"
+#   start_display 1280x1024
+#   start_wine --unmanaged
+#   hold_desktop "$equipment/desktop_holder.exe"
 #   wine "$(windows_path build/mingw/Talvenor.exe)"
 #
 # Nothing outside build/ is touched, and only what was started here is ended.
 
 repository=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=$repository/build
+# shellcheck disable=SC2034 # for the scripts that source this
 equipment=$build/mingw/equipment
 
 # Wine translates file names by the locale: in any other than UTF-8 names outside it cannot be opened.
@@ -26,6 +30,7 @@ declare -A own_processes=()
 # Put before a command, ends it with this script, even one that is killed.
 with_us="setpriv --pdeathsig TERM --"
 wine_is_ours=
+unfinished_prefix=
 
 # say TEXT...: a line of progress.
 say() { printf '%s\n' "$*"; }
@@ -79,9 +84,10 @@ start_window_manager() {
 }
 
 # start_wine [--unmanaged]: the session that every later `wine` of this script joins. --unmanaged leaves
-# the windows' frames to Wine: right where no window manager runs (with one it would be asked in vain, and each
-# window that closes would wait two seconds for it).
+# the windows' frames to Wine: right where no window manager runs, which Wine would otherwise ask in vain, and
+# wait two seconds for with each window that closes.
 start_wine() {
+    take_session
     create_prefix
     # A test that was killed may have left its own interpreter in the system folder.
     local system=$WINEPREFIX/drive_c/windows/system32
@@ -89,33 +95,63 @@ start_wine() {
     wine_is_ours=yes
     local managed=Y
     if [[ ${1:-} == --unmanaged ]]; then managed=N; fi
-    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d $managed /f >/dev/null 2>&1 ||
-        fail "Wine does not start"
+    set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ $managed
+}
+
+# take_session: one script at a time works in the prefix, because the first to end ends the session.
+take_session() {
+    mkdir -p "$build"
+    exec {session_lock}>"$build/session.lock"
+    if flock --nonblock "$session_lock"; then return; fi
+    say "Waiting for another script that uses Wine here..."
+    flock --timeout 3600 "$session_lock" || fail "the other script did not end"
 }
 
 # create_prefix: once; under another name until it is complete, so that a start cut short is no half prefix.
 create_prefix() {
     if [[ -d $WINEPREFIX ]]; then return; fi
     say "Making a Wine prefix (once)..."
-    local unfinished=$WINEPREFIX.new
-    rm -rf "$unfinished"
-    mkdir -p "$unfinished/home"
+    local finished=$WINEPREFIX
+    unfinished_prefix=$WINEPREFIX.new
+    rm -rf "$unfinished_prefix"
+    mkdir -p "$unfinished_prefix/home"
+    export WINEPREFIX=$unfinished_prefix
     # A home of its own: the prefix links "Documents" and the like to it.
-    WINEPREFIX=$unfinished HOME=$unfinished/home wineboot -i >"$build/wineboot.log" 2>&1 ||
+    HOME=$unfinished_prefix/home wineboot -i >"$build/wineboot.log" 2>&1 ||
         fail "Wine cannot make a prefix; see $build/wineboot.log"
-    WINEPREFIX=$unfinished wineserver -k || true # it may have ended by itself
-    WINEPREFIX=$unfinished wineserver -w
-    mv "$unfinished" "$WINEPREFIX"
+    give_fonts
+    wineserver -k || true # it may have ended by itself
+    wineserver -w
+    export WINEPREFIX=$finished
+    mv "$unfinished_prefix" "$WINEPREFIX"
+    unfinished_prefix=
+}
+
+# give_fonts: without these a window has letters for its caption's buttons, texts cut short and boxes for
+# what is not Latin. Debian's Wine does not look into its own font folder; the dialogs' "Segoe UI" is not free,
+# Open Sans has nearly its widths; and it has no Chinese or Japanese, which another font then adds.
+give_fonts() {
+    local replacements='HKCU\Software\Wine\Fonts\Replacements'
+    local links='HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink'
+    ln -s /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+    set_registry "$replacements" "Segoe UI" REG_SZ "Open Sans"
+    set_registry "$links" "Open Sans" REG_MULTI_SZ "DroidSansFallbackFull.ttf,Droid Sans Fallback"
+}
+
+# set_registry KEY NAME TYPE VALUE
+set_registry() {
+    wine reg add "$1" /v "$2" /t "$3" /d "$4" /f >/dev/null 2>&1 || fail "Wine does not run (reg add $1)"
 }
 
 # hold_desktop HOLDER: keeps the desktop between the programs of this session; a window then opens in a tenth
 # of a second instead of more than one.
 hold_desktop() {
-    local line
+    local line answers
     # Its input ends with us, and so does it.
     coproc HOLDER { exec wine "$1"; }
-    own_processes[desktop_holder]=$HOLDER_PID
-    read -r -t 120 -u "${HOLDER[0]}" line || fail "Wine opens no window on display $DISPLAY"
+    own_processes[desktop_holder]=$HOLDER_PID answers=${HOLDER[0]} # bash forgets these when it ends
+    read -r -t 120 -u "$answers" line || line=
+    if [[ ${line%$'\r'} != ready ]]; then fail "Wine opens no window on display $DISPLAY"; fi
 }
 
 # stop_all: ends what this script started. Runs at its end, however that comes.
@@ -123,7 +159,10 @@ stop_all() {
     local status=$? name
     trap - EXIT
     # Our own session only: the server is told by its prefix.
-    if [[ $wine_is_ours ]]; then wineserver -k >/dev/null 2>&1 || true; fi
+    if [[ $wine_is_ours || $unfinished_prefix ]]; then
+        wineserver -k >/dev/null 2>&1 || true # it may have ended by itself
+        timeout 60 wineserver -w || true
+    fi
     for name in "${!own_processes[@]}"; do kill "${own_processes[$name]}" 2>/dev/null || true; done
     wait 2>/dev/null || true
     exit $status

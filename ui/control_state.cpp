@@ -33,7 +33,9 @@ void CMainDlg::SetRunningState(bool running) {
     }
 }
 
-void CMainDlg::OnPagesCheck() { Item(IDC_PAGES).Enable(IsChecked(IDC_PAGES_CHECK)); }
+void CMainDlg::OnPagesCheck() {
+    Item(IDC_PAGES).Enable(IsChecked(IDC_PAGES_CHECK));
+}
 
 void CMainDlg::OnResolutionCheck(WORD code) {
     if (code != BN_CLICKED) return;
@@ -48,7 +50,9 @@ void CMainDlg::OnResolutionKillFocus() {
     if (const auto limit = ClampResolution(resolution.Text())) resolution.SetText(limit->data());
 }
 
-void CMainDlg::OnNoTextCheck() { Item(IDC_LINES).Enable(!IsChecked(IDC_NO_TEXT)); }
+void CMainDlg::OnNoTextCheck() {
+    Item(IDC_LINES).Enable(!IsChecked(IDC_NO_TEXT));
+}
 
 void CMainDlg::OnOutputFolderCheck(WORD /*code*/) {
     const bool checked = IsChecked(IDC_OUTPUT_FOLDER_CHECK);
@@ -59,7 +63,9 @@ void CMainDlg::OnOutputFolderCheck(WORD /*code*/) {
     if (OutputFolderExists()) Item(IDC_OPEN_DESTINATION).Enable(true);
 }
 
-void CMainDlg::OnOutputFolderChange() { Item(IDC_OPEN_DESTINATION).Enable(OutputFolderExists()); }
+void CMainDlg::OnOutputFolderChange() {
+    Item(IDC_OPEN_DESTINATION).Enable(OutputFolderExists());
+}
 
 void CMainDlg::OnOutputFolderKillFocus() {
     const HWND focused = ::GetFocus();
@@ -70,8 +76,9 @@ void CMainDlg::OnOutputFolderKillFocus() {
     Item(IDC_OUTPUT_FOLDER).Enable(false);
 }
 
-// The dialog only gets the clicks that no enabled control takes: those on disabled controls and the background.
-// Deliberate: no look at the batch, and neither "300" nor the destination button as with a click on the box.
+// The dialog only gets the clicks that no enabled control takes: those on disabled controls and the
+// background. Deliberate: no look at the batch, and neither "300" nor the destination button as with a click
+// on the box.
 void CMainDlg::OnLButtonDown(WPARAM /*flags*/, POINT point) {
     static constexpr struct {
         int edit;

@@ -1,6 +1,6 @@
-// What happens when memory runs out or a text is handled wrongly: the program ends at once. It is built without
-// exceptions, and a batch must not go on with half a path. These replace the library's own handlers, which
-// throw and bring half of the exe's former size with them.
+// What happens when memory runs out or a text is handled wrongly: the program ends at once. It is built
+// without exceptions, and a batch must not go on with half a path. These replace the library's own handlers,
+// which throw and bring half of the exe's former size with them.
 
 #include <windows.h>
 
@@ -17,14 +17,25 @@ namespace {
 
 }  // namespace
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the library's.
 namespace std {
-// Names that the compiler's library calls.
-void __throw_length_error(const char* /*text*/) { Die(); }
-void __throw_logic_error(const char* /*text*/) { Die(); }
-void __throw_out_of_range_fmt(const char* /*format*/, ...) { Die(); }
-void __throw_bad_alloc() { Die(); }
-void __throw_bad_array_new_length() { Die(); }
+void __throw_length_error(const char* /*text*/) {
+    Die();
+}
+void __throw_logic_error(const char* /*text*/) {
+    Die();
+}
+void __throw_out_of_range_fmt(const char* /*format*/, ...) {
+    Die();
+}
+void __throw_bad_alloc() {
+    Die();
+}
+void __throw_bad_array_new_length() {
+    Die();
+}
 }  // namespace std
+// NOLINTEND(bugprone-reserved-identifier)
 
 void* operator new(std::size_t size) {
     if (void* const block = std::malloc(size ? size : 1)) return block;
@@ -35,11 +46,23 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return std::malloc(size ? size : 1);
 }
 
-void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
 
-void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept { return operator new(size, tag); }
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+    return operator new(size, tag);
+}
 
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t /*size*/) noexcept { std::free(block); }
-void operator delete[](void* block) noexcept { std::free(block); }
-void operator delete[](void* block, std::size_t /*size*/) noexcept { std::free(block); }
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t /*size*/) noexcept {
+    std::free(block);
+}
+void operator delete[](void* block) noexcept {
+    std::free(block);
+}
+void operator delete[](void* block, std::size_t /*size*/) noexcept {
+    std::free(block);
+}

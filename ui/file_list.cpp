@@ -19,13 +19,15 @@
 namespace {
 
 // Present because the flags of the dialog name a hook.
-UINT_PTR CALLBACK OpenDialogHook(HWND, UINT, WPARAM, LPARAM) { return 0; }
+UINT_PTR CALLBACK OpenDialogHook(HWND, UINT, WPARAM, LPARAM) {
+    return 0;
+}
 
 }  // namespace
 
 // What lasts for one drop or one selection in the open dialog. The texts of the rows are read once, when the
-// first path arrives, instead of once for every path, and the list is drawn once, at the end. Nothing else can
-// change the rows meanwhile: no message is fetched during the action.
+// first path arrives, instead of once for every path, and the list is drawn once, at the end. Nothing else
+// can change the rows meanwhile: no message is fetched during the action.
 class CMainDlg::AddAction {
 public:
     explicit AddAction(const CMainDlg& dialog) noexcept : m_dialog(dialog) {}
@@ -72,7 +74,7 @@ void CMainDlg::AddFileToList(AddAction& action, std::wstring path) {
 }
 
 void CMainDlg::OnAddPdfs() {
-    constexpr std::size_t kBufferLength = 99 * 260;
+    constexpr std::size_t kBufferLength = std::size_t{99} * 260;
     // The zeros behind the buffer's end keep what is read from it terminated.
     std::vector<wchar_t> names(kBufferLength + 2);
     OPENFILENAMEW dialog = {};
@@ -114,7 +116,9 @@ LRESULT CMainDlg::OnDropFiles(HDROP drop) {
     return 0;
 }
 
-int CMainDlg::RowCount() const { return static_cast<int>(m_fileList.Send(LVM_GETITEMCOUNT)); }
+int CMainDlg::RowCount() const {
+    return static_cast<int>(m_fileList.Send(LVM_GETITEMCOUNT));
+}
 
 int CMainDlg::FirstSelectedRow() const {
     return static_cast<int>(m_fileList.Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
@@ -127,8 +131,8 @@ int CMainDlg::GetListItemText(int row, int column, std::wstring& text) const {
         item.iSubItem = column;
         item.pszText = text.data();
         item.cchTextMax = static_cast<int>(size);
-        const auto length = static_cast<int>(m_fileList.Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                                                             reinterpret_cast<LPARAM>(&item)));
+        const auto length = static_cast<int>(
+            m_fileList.Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item)));
         if (length < static_cast<int>(size) - 1) {
             text.resize(::wcslen(text.c_str()));
             return length;
@@ -143,8 +147,7 @@ void CMainDlg::ClearListSelection() {
 }
 
 void CMainDlg::SelectListItem(int row) {
-    const bool singleSelection =
-        (::GetWindowLongPtrW(m_fileList.Handle(), GWL_STYLE) & LVS_SINGLESEL) != 0;
+    const bool singleSelection = (::GetWindowLongPtrW(m_fileList.Handle(), GWL_STYLE) & LVS_SINGLESEL) != 0;
     if (!singleSelection || row == -1) ClearListSelection();
     if (row == -1) return;
     LVITEMW item = {};

@@ -13,8 +13,8 @@ namespace {
 // Made before wWinMain runs and closed when the process exits.
 const InstanceMutex g_instanceMutex;
 
-// Deliberate: looks for a window whose class has the mutex's name. No window has, so that the second copy just
-// ends and the first stays where it is: it may be in the middle of a batch that nobody wants in front.
+// Deliberate: looks for a window whose class has the mutex's name. No window has, so that the second copy
+// just ends and the first stays where it is: it may be in the middle of a batch that nobody wants in front.
 void BringFirstCopyForward() {
     const HWND window = ::FindWindowW(kInstanceMutexName, nullptr);
     ::SetForegroundWindow(window);

@@ -15,13 +15,15 @@
 
 namespace {
 
+constexpr int kListImageSize = 16;
+
 // Empty: no control of the dialog has its state refreshed when idle.
 UpdateEntry g_updateTable[] = {{kUpdateTableEnd, false, false, false}};
 
 UniqueIcon LoadSizedIcon(UINT id, int width, int height) {
-    return UniqueIcon(static_cast<HICON>(::LoadImageW(CAppModule::Instance().ResourceInstance(),
-                                                      MAKEINTRESOURCEW(id), IMAGE_ICON, width, height,
-                                                      LR_DEFAULTCOLOR)));
+    return UniqueIcon(
+        static_cast<HICON>(::LoadImageW(CAppModule::Instance().ResourceInstance(), MAKEINTRESOURCEW(id),
+                                        IMAGE_ICON, width, height, LR_DEFAULTCOLOR)));
 }
 
 void InsertColumn(const CWindow& list, int index, std::wstring title, int width, int format) {
@@ -73,7 +75,8 @@ bool CMainDlg::ConverterPresent() const {
 }
 
 void CMainDlg::SetWindowIcons() {
-    m_bigIcon = LoadSizedIcon(IDI_APPLICATION_ICON, ::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON));
+    m_bigIcon =
+        LoadSizedIcon(IDI_APPLICATION_ICON, ::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON));
     Send(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
     m_smallIcon =
         LoadSizedIcon(IDI_APPLICATION_ICON, ::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON));
@@ -93,9 +96,9 @@ void CMainDlg::InitFileList() {
     constexpr DWORD kStyles = LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT | LVS_EX_INFOTIP;
     m_fileList.Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kStyles, kStyles);
 
-    constexpr int kImageSize = 16;
-    if (const HIMAGELIST images = ::ImageList_Create(kImageSize, kImageSize, ILC_COLOR32 | ILC_MASK, 1, 0)) {
-        const UniqueIcon page = LoadSizedIcon(IDI_PAGE, kImageSize, kImageSize);
+    if (const HIMAGELIST images =
+            ::ImageList_Create(kListImageSize, kListImageSize, ILC_COLOR32 | ILC_MASK, 1, 0)) {
+        const UniqueIcon page = LoadSizedIcon(IDI_PAGE, kListImageSize, kListImageSize);
         ::ImageList_ReplaceIcon(images, -1, page.Get());
         // The list destroys its image list with itself.
         m_fileList.Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
@@ -123,10 +126,10 @@ void CMainDlg::InitToolTips() {
     };
     RECT area = {};
     ::GetClientRect(Item(IDC_EXTRA_OPTIONS).Handle(), &area);
-    m_toolTips = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                   WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
-                                   CW_USEDEFAULT, CW_USEDEFAULT, m_hWnd, nullptr,
-                                   CAppModule::Instance().ResourceInstance(), nullptr);
+    m_toolTips =
+        ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
+                          CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, m_hWnd, nullptr,
+                          CAppModule::Instance().ResourceInstance(), nullptr);
     const CWindow toolTips(m_toolTips);
     toolTips.Send(TTM_SETMAXTIPWIDTH, 0, area.right - area.left);
 
@@ -188,9 +191,11 @@ void CMainDlg::FitColumns(bool showDuration) {
     const int titleWidth =
         static_cast<int>(m_fileList.Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(title)));
     if (durationWidth < titleWidth) {
-        // Some systems make the last column as wide as the first one leaves room, which may be nothing.
+        // Some systems make the last column as wide as the first one leaves room, which may be nothing. Their
+        // headers draw the list's picture before the title, with a margin on every side of both.
         const CWindow header(reinterpret_cast<HWND>(m_fileList.Send(LVM_GETHEADER)));
-        durationWidth = titleWidth + 2 * static_cast<int>(header.Send(HDM_GETBITMAPMARGIN));
+        const int margin = static_cast<int>(header.Send(HDM_GETBITMAPMARGIN));
+        durationWidth = titleWidth + kListImageSize + 4 * margin;
         setWidth(1, durationWidth);
     }
     setWidth(0, m_fileList.ClientWidth() - durationWidth);

@@ -1,4 +1,5 @@
-// The main window's message map, and the handlers that are too small to live elsewhere. User-interface thread.
+// The main window's message map, and the handlers that are too small to live elsewhere. User-interface
+// thread.
 
 #include "ui/main_dlg.h"
 
@@ -84,7 +85,9 @@ bool CMainDlg::DispatchToFileList(UINT message, WPARAM wParam, LRESULT& result) 
     return Route([&] { result = OnDropFiles(reinterpret_cast<HDROP>(wParam)); });
 }
 
-bool CMainDlg::FilterMessage(MSG& message) { return ::IsDialogMessageW(m_hWnd, &message) != FALSE; }
+bool CMainDlg::FilterMessage(MSG& message) {
+    return ::IsDialogMessageW(m_hWnd, &message) != FALSE;
+}
 
 bool CMainDlg::HandleIdle() {
     UIUpdateChildWindows();
@@ -99,7 +102,9 @@ void CMainDlg::OnDestroy() {
 }
 
 // The batch keeps the file being converted selected, so that its row is found without being handed over.
-void CMainDlg::OnTimer() { SetDurationText(FirstSelectedRow(), FormatElapsed(::GetTickCount())); }
+void CMainDlg::OnTimer() {
+    SetDurationText(FirstSelectedRow(), FormatElapsed(::GetTickCount()));
+}
 
 void CMainDlg::OnAbout() {
     CAboutDlg about;

@@ -15,7 +15,9 @@
 namespace {
 
 // The browser opens at its default place: there is no folder to preselect.
-int CALLBACK BrowseCallback(HWND, UINT, LPARAM, LPARAM) { return 0; }
+int CALLBACK BrowseCallback(HWND, UINT, LPARAM, LPARAM) {
+    return 0;
+}
 
 }  // namespace
 
@@ -26,7 +28,8 @@ bool CMainDlg::OutputFolderExists() const {
 void CMainDlg::OnBrowse() {
     wchar_t displayName[MAX_PATH] = {};
     BROWSEINFOW browser = {};
-    browser.hwndOwner = m_hWnd ? m_hWnd : ::GetActiveWindow();
+    browser.hwndOwner = Handle();
+    if (!browser.hwndOwner) browser.hwndOwner = ::GetActiveWindow();
     browser.pszDisplayName = displayName;
     browser.ulFlags = BIF_RETURNONLYFSDIRS;
     browser.lpfn = &BrowseCallback;
@@ -55,7 +58,9 @@ void CMainDlg::OnOpenDestination() {
     ShellOpen(L"explorer.exe", folder.c_str());
 }
 
-void CMainDlg::OnOpenLog() { ShellOpen(FileBesideProgram(kLogFileName).c_str(), nullptr); }
+void CMainDlg::OnOpenLog() {
+    ShellOpen(FileBesideProgram(kLogFileName).c_str(), nullptr);
+}
 
 void CMainDlg::ShellOpen(const wchar_t* file, const wchar_t* parameters) {
     SHELLEXECUTEINFOW request = {};

@@ -4,7 +4,9 @@ namespace {
 
 constexpr unsigned kBackspace = 8;
 
-constexpr bool IsDigit(unsigned code) noexcept { return code >= '0' && code <= '9'; }
+constexpr bool IsDigit(unsigned code) noexcept {
+    return code >= '0' && code <= '9';
+}
 
 }  // namespace
 

@@ -1,8 +1,12 @@
-// Runs the application tests.
+// Runs the application tests: Talvenor.exe as it ships, driven from this process by window messages, real
+// keys and clicks, and dropped files.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/app/watchdog.h"
+
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);
     return RUN_ALL_TESTS();
 }

@@ -12,9 +12,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char **environ;
+extern char** environ;
 /* Exported by Wine's kernel32; its development headers leave it out. */
-extern char *CDECL wine_get_unix_file_name(LPCWSTR dosPath);
+extern char* CDECL wine_get_unix_file_name(LPCWSTR dosPath);
 
 static const char converter[] = "/usr/bin/pdf2djvu";
 
@@ -23,24 +23,21 @@ enum { cannotPrepare = 126, cannotStart = 127, endedBySignal = 128 };
 /* Written before the handler is installed, read by it on a thread of its own. */
 static volatile pid_t converterId;
 
-static int fail(const char *what, int code)
-{
+static int fail(const char* what, int code) {
     DWORD written;
     WriteFile(GetStdHandle(STD_ERROR_HANDLE), what, (DWORD)strlen(what), &written, NULL);
     return code;
 }
 
-static BOOL isFullPath(const WCHAR *text)
-{
+static BOOL isFullPath(const WCHAR* text) {
     const BOOL onDrive = text[0] && text[1] == ':' && (text[2] == '\\' || text[2] == '/');
     const BOOL onNetwork = text[0] == '\\' && text[1] == '\\';
     return onDrive || onNetwork;
 }
 
 /* Null when memory runs out. Never freed: the arguments live as long as the program. */
-static char *translate(const WCHAR *argument)
-{
-    char *text = isFullPath(argument) ? wine_get_unix_file_name(argument) : NULL;
+static char* translate(const WCHAR* argument) {
+    char* text = isFullPath(argument) ? wine_get_unix_file_name(argument) : NULL;
     int size;
     if (text) return text;
     size = WideCharToMultiByte(CP_UTF8, 0, argument, -1, NULL, 0, NULL, NULL);
@@ -50,16 +47,14 @@ static char *translate(const WCHAR *argument)
 }
 
 /* A stopped batch closes the console: the converter must go with it, as it would on Windows. */
-static BOOL WINAPI endConverter(DWORD event)
-{
+static BOOL WINAPI endConverter(DWORD event) {
     (void)event;
     kill(converterId, SIGTERM);
     return FALSE;
 }
 
 /* The converter gets no signal ignored or blocked: Wine's own settings are not meant for it. */
-static int startConverter(char **arguments, const int pipeEnds[2])
-{
+static int startConverter(char** arguments, const int pipeEnds[2]) {
     posix_spawn_file_actions_t files;
     posix_spawnattr_t attributes;
     sigset_t none, all;
@@ -85,8 +80,7 @@ static int startConverter(char **arguments, const int pipeEnds[2])
     return error;
 }
 
-static void forwardMessages(int from)
-{
+static void forwardMessages(int from) {
     const HANDLE to = GetStdHandle(STD_ERROR_HANDLE);
     char bytes[4096];
     ssize_t count;
@@ -95,24 +89,23 @@ static void forwardMessages(int from)
         if (count > 0) WriteFile(to, bytes, (DWORD)count, &written, NULL);
 }
 
-static int waitForConverter(void)
-{
+static int waitForConverter(void) {
     int status = 0;
     while (waitpid(converterId, &status, 0) < 0)
         if (errno != EINTR) return fail("bridge: the converter's end was not seen\n", cannotPrepare);
     return WIFEXITED(status) ? WEXITSTATUS(status) : endedBySignal + WTERMSIG(status);
 }
 
-int wmain(int argc, WCHAR **argv)
-{
-    char **arguments = calloc((size_t)argc + 1, sizeof *arguments);
+int wmain(int argc, WCHAR** argv) {
+    char** arguments = calloc((size_t)argc + 1, sizeof *arguments);
     int ends[2], i;
     if (!arguments) return fail("bridge: no memory\n", cannotPrepare);
-    arguments[0] = (char *)converter;
+    arguments[0] = (char*)converter;
     for (i = 1; i < argc; i++)
         if (!(arguments[i] = translate(argv[i]))) return fail("bridge: no memory\n", cannotPrepare);
     if (pipe(ends)) return fail("bridge: no pipe\n", cannotPrepare);
-    if (startConverter(arguments, ends)) return fail("bridge: /usr/bin/pdf2djvu does not start\n", cannotStart);
+    if (startConverter(arguments, ends))
+        return fail("bridge: /usr/bin/pdf2djvu does not start\n", cannotStart);
     SetConsoleCtrlHandler(endConverter, TRUE);
     close(ends[1]);
     forwardMessages(ends[0]);

@@ -22,7 +22,8 @@ UniqueHandle Open(const std::wstring& path, DWORD access, DWORD disposition) {
 void Write(const std::wstring& path, DWORD access, DWORD disposition, std::string_view bytes) {
     const UniqueHandle file = Open(path, access, disposition);
     DWORD written = 0;
-    const BOOL done = ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    const BOOL done =
+        ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
     if (!done || written != bytes.size()) FailCall("WriteFile(" + ToUtf8(path) + ")", ::GetLastError());
 }
 

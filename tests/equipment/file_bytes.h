@@ -7,7 +7,8 @@ namespace driver {
 
 bool FileExists(const std::wstring& path);
 std::string ReadFileBytes(const std::wstring& path);
-void WriteFileBytes(const std::wstring& path, std::string_view bytes);   // in place of what was there
-void AppendFileBytes(const std::wstring& path, std::string_view bytes);  // in one write, others may append too
+void WriteFileBytes(const std::wstring& path, std::string_view bytes);  // in place of what was there
+void AppendFileBytes(const std::wstring& path,
+                     std::string_view bytes);  // in one write, others may append too
 
 }  // namespace driver

@@ -37,9 +37,12 @@ InterpreterSwap::InterpreterSwap(const std::wstring& replacement)
 }
 
 InterpreterSwap::~InterpreterSwap() {
-    // A failure shows in the next test that needs the interpreter, and is mended by the next start of the session.
+    // A failure shows in the next test that needs the interpreter, and is mended by the next start of the
+    // session.
     static_cast<void>(WaitUntil(
-        [&] { return ::MoveFileExW(m_saved.c_str(), m_interpreter.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE; },
+        [&] {
+            return ::MoveFileExW(m_saved.c_str(), m_interpreter.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
+        },
         kFreeLimit));
 }
 

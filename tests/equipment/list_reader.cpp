@@ -38,18 +38,23 @@ private:
 
 }  // namespace
 
-int RowCount(HWND list) { return static_cast<int>(Ask(list, LVM_GETITEMCOUNT)); }
+int RowCount(HWND list) {
+    return static_cast<int>(Ask(list, LVM_GETITEMCOUNT));
+}
 
 int SelectedRow(HWND list) {
     return static_cast<int>(Ask(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
 }
 
-std::wstring CellText(HWND list, int row, int column) { return CellReader(list).Read(row, column); }
+std::wstring CellText(HWND list, int row, int column) {
+    return CellReader(list).Read(row, column);
+}
 
 std::vector<std::wstring> ColumnTexts(HWND list, int column) {
     const CellReader reader(list);
     const int rows = RowCount(list);
     std::vector<std::wstring> texts;
+    texts.reserve(static_cast<std::size_t>(rows));
     for (int row = 0; row < rows; ++row) texts.push_back(reader.Read(row, column));
     return texts;
 }

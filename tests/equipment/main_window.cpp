@@ -10,7 +10,7 @@ namespace {
 // The first window in a fresh Wine session waits for the desktop's own start.
 constexpr Milliseconds kStartLimit{60'000};
 constexpr Milliseconds kEffectLimit{20'000};
-constexpr Milliseconds kDropLimit{120'000};
+constexpr Milliseconds kLimitPerDroppedFile{10};
 
 constexpr wchar_t kStopText[] = L"Arrêter ";
 constexpr wchar_t kCompletionText[] = L"Conversion terminée !";
@@ -24,9 +24,13 @@ void WaitFor(const std::string& what, Milliseconds limit, auto&& condition) {
 MainWindow::MainWindow(const Program& program)
     : m_program(program), m_window(WaitForMainWindow(program, id::kFileList, kStartLimit)) {}
 
-HWND MainWindow::Control(int controlId) const { return driver::Control(m_window, controlId); }
+HWND MainWindow::Control(int controlId) const {
+    return driver::Control(m_window, controlId);
+}
 
-bool MainWindow::IsRunning() const { return Text(Control(id::kQuit)) == kStopText; }
+bool MainWindow::IsRunning() const {
+    return Text(Control(id::kQuit)) == kStopText;
+}
 
 HWND MainWindow::OpenBox() const {
     for (const HWND dialog : Dialogs(m_program))
@@ -38,8 +42,8 @@ void MainWindow::DropPdfs(const std::vector<std::wstring>& paths) const {
     const HWND list = Control(id::kFileList);
     const int expected = RowCount(list) + static_cast<int>(paths.size());
     DropFiles(list, paths);
-    WaitFor("the list holds " + std::to_string(expected) + " rows", kDropLimit,
-            [&] { return RowCount(list) == expected; });
+    WaitFor("the list holds " + std::to_string(expected) + " rows",
+            kEffectLimit + paths.size() * kLimitPerDroppedFile, [&] { return RowCount(list) == expected; });
 }
 
 void MainWindow::OpenAndCancelAddDialog() const {

@@ -29,7 +29,8 @@ class Pdf:
         self.pages = []
         self.catalog = self.reserve()
         self.page_tree = self.reserve()
-        self.font = self.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >>")
+        self.font = self.add(
+            "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >>")
         self.catalog_entries = ""
         self.info = None
 
@@ -209,7 +210,8 @@ def make_catalogue():
     """Many short pages on small paper, an outline entry for every fiftieth."""
     pdf = Pdf()
     for number in range(1, CATALOGUE_PAGES + 1):
-        content = show(30, 330, 14, f"Notice n° {number}") + show(30, 300, 10, f"Page {number} du catalogue.")
+        content = show(30, 330, 14, f"Notice n° {number}")
+        content += show(30, 300, 10, f"Page {number} du catalogue.")
         pdf.add_page(content, size=(280, 380))
     pdf.set_outline([(f"Notices {start + 1} et suivantes", pdf.pages[start], [])
                      for start in range(0, CATALOGUE_PAGES, 50)])

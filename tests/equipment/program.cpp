@@ -39,7 +39,8 @@ std::wstring EnvironmentBlock(const std::map<std::wstring, std::wstring>& change
         if (!value.empty()) environment[name] = value;
     }
     std::wstring block;
-    for (const auto& [name, value] : environment) block += name + L'=' + value + L'\0';
+    for (const auto& [name, value] : environment)
+        block.append(name).append(1, L'=').append(value).append(1, L'\0');
     block += L'\0';
     return block;
 }
@@ -65,8 +66,9 @@ Program::Program(const std::wstring& path, const StartOptions& options) : m_job(
     PROCESS_INFORMATION started = {};
     // Detached: with a console to inherit, every converter would write into ours instead of opening its own.
     constexpr DWORD kFlags = DETACHED_PROCESS | CREATE_SUSPENDED | CREATE_UNICODE_ENVIRONMENT;
-    if (!::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, kFlags, environment.data(),
-                          options.directory.empty() ? nullptr : options.directory.c_str(), &startup, &started)) {
+    if (!::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, kFlags,
+                          environment.data(), options.directory.empty() ? nullptr : options.directory.c_str(),
+                          &startup, &started)) {
         const DWORD error = ::GetLastError();
         FailCall("CreateProcessW(" + ToUtf8(path) + ")", error);
     }
@@ -81,7 +83,9 @@ Program::Program(const std::wstring& path, const StartOptions& options) : m_job(
     if (::ResumeThread(thread.Get()) == static_cast<DWORD>(-1)) FailCall("ResumeThread", ::GetLastError());
 }
 
-bool Program::HasEnded() const noexcept { return ::WaitForSingleObject(m_process.Get(), 0) == WAIT_OBJECT_0; }
+bool Program::HasEnded() const noexcept {
+    return ::WaitForSingleObject(m_process.Get(), 0) == WAIT_OBJECT_0;
+}
 
 std::optional<DWORD> Program::WaitForExit(Milliseconds limit) const {
     // The handle decides, not the code: 259 is a code like any other, although it also reads STILL_ACTIVE.

@@ -13,9 +13,9 @@
 namespace driver {
 
 struct StartOptions {
-    std::wstring arguments;                           // as they follow the program's name, quotes included
-    std::wstring directory;                           // empty: the directory of the starting process
-    std::map<std::wstring, std::wstring> environment; // added to the inherited one; an empty value removes
+    std::wstring arguments;                            // as they follow the program's name, quotes included
+    std::wstring directory;                            // empty: the directory of the starting process
+    std::map<std::wstring, std::wstring> environment;  // added to the inherited one; an empty value removes
 };
 
 class Program {

@@ -32,6 +32,8 @@ void RemoteMemory::Read(std::size_t offset, void* target, std::size_t bytes) con
         FailCall("ReadProcessMemory", ::GetLastError());
 }
 
-void* RemoteMemory::GiveAway() noexcept { return std::exchange(m_address, nullptr); }
+void* RemoteMemory::GiveAway() noexcept {
+    return std::exchange(m_address, nullptr);
+}
 
 }  // namespace driver

@@ -25,7 +25,9 @@ public:
     void* GiveAway() noexcept;
 
 private:
-    [[nodiscard]] BYTE* At(std::size_t offset) const noexcept { return static_cast<BYTE*>(m_address) + offset; }
+    [[nodiscard]] BYTE* At(std::size_t offset) const noexcept {
+        return static_cast<BYTE*>(m_address) + offset;
+    }
 
     UniqueHandle m_process;
     void* m_address = nullptr;

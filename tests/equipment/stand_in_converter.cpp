@@ -34,7 +34,9 @@ constexpr wchar_t kRecordVariable[] = L"TALVENOR_STANDIN_OUT";
 constexpr int kCannotRecord = 97;
 constexpr int kCannotWriteOutput = 98;
 
-std::wstring FileName(const std::wstring& path) { return path.substr(path.find_last_of(L"\\/") + 1); }
+std::wstring FileName(const std::wstring& path) {
+    return path.substr(path.find_last_of(L"\\/") + 1);
+}
 
 // The number that follows the word in the file's name, or the other value.
 DWORD NumberInName(const std::wstring& name, const std::wstring& word, DWORD whenNotNamed) {
@@ -78,8 +80,10 @@ int wmain(int argc, wchar_t** argv) {
         return kCannotRecord;
     }
     std::fputs("stand-in converter: converting\n", stderr);
-    if (stand_in::Setting(L"TALVENOR_STANDIN_WRITE") == L"1" && !WriteOutput(argc, argv)) return kCannotWriteOutput;
+    if (stand_in::Setting(L"TALVENOR_STANDIN_WRITE") == L"1" && !WriteOutput(argc, argv))
+        return kCannotWriteOutput;
     ::Sleep(runMs);
-    if (!stand_in::AppendRecord(kRecordVariable, L"ended=" + std::to_wstring(code) + L'\n')) return kCannotRecord;
+    if (!stand_in::AppendRecord(kRecordVariable, L"ended=" + std::to_wstring(code) + L'\n'))
+        return kCannotRecord;
     return static_cast<int>(code);
 }

@@ -58,8 +58,8 @@ HWND CreateHiddenWindow(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
-    // The input method's own hidden window would now and then be found before ours: 2 of 20 stop requests went
-    // there, with it disabled 0 of 60.
+    // The input method's own hidden window would now and then be found before ours: 2 of 20 stop requests
+    // went there, with it disabled 0 of 60.
     ::ImmDisableIME(0);
     const HWND window = CreateHiddenWindow(instance);
     if (!window) return kNoWindow;
@@ -72,7 +72,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
 
     const int code =
         closeArrived ? kClosed : static_cast<int>(stand_in::NumberSetting(L"TALVENOR_INTERPRETER_RC", 0));
-    const std::wstring end = std::wstring(L"closed=") + (closeArrived ? L"1" : L"0") +
-                             L"\nended=" + std::to_wstring(code) + L'\n';
+    const std::wstring end =
+        std::wstring(L"closed=") + (closeArrived ? L"1" : L"0") + L"\nended=" + std::to_wstring(code) + L'\n';
     return stand_in::AppendRecord(kRecordVariable, end) ? code : kCannotRecord;
 }

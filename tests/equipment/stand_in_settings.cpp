@@ -38,9 +38,9 @@ std::wstring DescribeStart() {
     STARTUPINFOW startup = {};
     ::GetStartupInfoW(&startup);
     const bool showGiven = (startup.dwFlags & STARTF_USESHOWWINDOW) != 0;
-    return std::wstring(L"command=") + ::GetCommandLineW() + L"\ndirectory=" + directory +
-           L"\ntitle=" + (startup.lpTitle ? startup.lpTitle : L"") +
-           L"\nshow=" + (showGiven ? std::to_wstring(startup.wShowWindow) : L"-1") + L'\n';
+    return std::wstring(L"command=") + ::GetCommandLineW() + L"\ndirectory=" + directory + L"\ntitle=" +
+           (startup.lpTitle ? startup.lpTitle : L"") + L"\nshow=" +
+           (showGiven ? std::to_wstring(startup.wShowWindow) : L"-1") + L'\n';
 }
 
 }  // namespace stand_in

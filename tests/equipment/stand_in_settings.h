@@ -7,7 +7,7 @@
 
 namespace stand_in {
 
-std::wstring Setting(const wchar_t* name);                           // empty: not set
+std::wstring Setting(const wchar_t* name);  // empty: not set
 DWORD NumberSetting(const wchar_t* name, DWORD whenNotSet);
 
 // Appends the text, as UTF-8 and in one write, to the file that the variable names; without the variable

@@ -63,21 +63,18 @@ std::vector<HWND> Dialogs(const Program& program) {
 }
 
 // The main window is a dialog like the message boxes, and may bear the same title: what sets it apart is a
-// control that only it has.
+// control that only it has. A box that comes instead of it is reported at once.
 HWND WaitForMainWindow(const Program& program, int idOfAControl, Milliseconds limit) {
-    HWND mainWindow = nullptr;
+    std::vector<HWND> dialogs;
     const auto appeared = [&] {
-        for (const HWND dialog : Dialogs(program))
-            if (::GetDlgItem(dialog, idOfAControl)) mainWindow = dialog;
-        return mainWindow != nullptr || program.HasEnded();
+        dialogs = Dialogs(program);
+        return !dialogs.empty() || program.HasEnded();
     };
-    if (!WaitUntil(appeared, limit)) {
-        std::wstring others;
-        for (const HWND dialog : Dialogs(program)) others += L'\n' + AllText(dialog);
-        throw Failure(L"the main window did not appear; there is: " + others);
-    }
-    if (!mainWindow) throw Failure("the program ended before its main window appeared");
-    return mainWindow;
+    if (!WaitUntil(appeared, limit)) throw Failure("the main window did not appear");
+    if (dialogs.empty()) throw Failure("the program ended before its main window appeared");
+    for (const HWND dialog : dialogs)
+        if (::GetDlgItem(dialog, idOfAControl)) return dialog;
+    throw Failure(L"instead of the main window there is: " + AllText(dialogs.front()));
 }
 
 HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit) {
@@ -106,11 +103,17 @@ std::wstring AllText(HWND dialog) {
     return lines;
 }
 
-bool IsChecked(HWND box) { return Ask(box, BM_GETCHECK) == BST_CHECKED; }
+bool IsChecked(HWND box) {
+    return Ask(box, BM_GETCHECK) == BST_CHECKED;
+}
 
-bool IsEnabled(HWND window) { return ::IsWindowEnabled(window) != FALSE; }
+bool IsEnabled(HWND window) {
+    return ::IsWindowEnabled(window) != FALSE;
+}
 
-bool IsVisible(HWND window) { return ::IsWindowVisible(window) != FALSE; }
+bool IsVisible(HWND window) {
+    return ::IsWindowVisible(window) != FALSE;
+}
 
 void Click(HWND button) {
     // BM_CLICK presses a disabled button as well, which no person can.
@@ -134,7 +137,9 @@ void SetText(HWND edit, const std::wstring& text) {
     Ask(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-void PressDialogButton(HWND dialog, int id) { Click(Control(dialog, id)); }
+void PressDialogButton(HWND dialog, int id) {
+    Click(Control(dialog, id));
+}
 
 void DropFiles(HWND target, const std::vector<std::wstring>& paths) {
     std::wstring names;

@@ -1,5 +1,6 @@
 // Reads and works the windows of another process as a person would: by clicks, keys and dropped files, with
-// no help from the program. Every question has a time limit, so a hung program fails a test and never hangs it.
+// no help from the program. Every question has a time limit, so a hung program fails a test and never hangs
+// it.
 #pragma once
 #include <windows.h>
 
@@ -18,14 +19,14 @@ constexpr Milliseconds kAnswerLimit{10'000};
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 // Finding windows.
-HWND Control(HWND dialog, int id);                // throws Failure when there is none
-std::vector<HWND> Dialogs(const Program& program); // its visible dialogs and message boxes, top one first
+HWND Control(HWND dialog, int id);                  // throws Failure when there is none
+std::vector<HWND> Dialogs(const Program& program);  // its visible dialogs and message boxes, top one first
 HWND WaitForMainWindow(const Program& program, int idOfAControl, Milliseconds limit);
 HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit);
 
 // Reading.
 std::wstring Text(HWND window);
-std::wstring AllText(HWND dialog);                // its title and the texts of its controls, a line each
+std::wstring AllText(HWND dialog);  // its title and the texts of its controls, a line each
 bool IsChecked(HWND box);
 bool IsEnabled(HWND window);
 bool IsVisible(HWND window);

@@ -42,19 +42,24 @@ HINSTANCE CAppModule::ResourceInstance() const noexcept {
 }
 
 void CAppModule::AddMessageLoop(CMessageLoop& loop) {
+    RemoveMessageLoop();
     const CriticalSectionLock lock(m_lock);
-    m_loops[::GetCurrentThreadId()] = &loop;
+    m_loops.push_back({::GetCurrentThreadId(), &loop});
 }
 
 void CAppModule::RemoveMessageLoop() {
     const CriticalSectionLock lock(m_lock);
-    m_loops.erase(::GetCurrentThreadId());
+    const DWORD thread = ::GetCurrentThreadId();
+    std::erase_if(m_loops, [=](const ThreadLoop& entry) { return entry.threadId == thread; });
 }
 
 CMessageLoop* CAppModule::MessageLoop() {
     const CriticalSectionLock lock(m_lock);
-    const auto found = m_loops.find(::GetCurrentThreadId());
-    return found == m_loops.end() ? nullptr : found->second;
+    const DWORD thread = ::GetCurrentThreadId();
+    for (const ThreadLoop& entry : m_loops) {
+        if (entry.threadId == thread) return entry.loop;
+    }
+    return nullptr;
 }
 
 void CAppModule::AddNotificationWindow(HWND window) {

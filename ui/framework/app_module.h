@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <map>
 #include <vector>
 
 class CMessageLoop;
@@ -30,7 +29,8 @@ public:
     [[nodiscard]] const std::vector<HINSTANCE>& ResourceModules() const noexcept { return m_resources; }
     void AddResourceModule(HINSTANCE module) { m_resources.push_back(module); }
 
-    // The message loop of the calling thread. Borrowed; null when it has none.
+    // The message loop of the calling thread. Borrowed; null when it has none. Adding a second one replaces
+    // the first.
     void AddMessageLoop(CMessageLoop& loop);
     void RemoveMessageLoop();
     [[nodiscard]] CMessageLoop* MessageLoop();
@@ -39,6 +39,11 @@ public:
     void AddNotificationWindow(HWND window);
 
 private:
+    struct ThreadLoop {
+        DWORD threadId;
+        CMessageLoop* loop;  // borrowed
+    };
+
     CAppModule() noexcept = default;
     ~CAppModule() = default;
 
@@ -47,6 +52,6 @@ private:
     CRITICAL_SECTION m_lock = {};
     DWORD m_mainThreadId = 0;
     std::vector<HINSTANCE> m_resources;
-    std::map<DWORD, CMessageLoop*> m_loops;  // by thread id
+    std::vector<ThreadLoop> m_loops;  // at most one for each thread
     std::vector<HWND> m_notificationWindows;
 };

@@ -85,6 +85,10 @@ INT_PTR CALLBACK CDialogImplBase<TBase>::DialogProc(HWND window, UINT message, W
                                                     LPARAM lParam) noexcept {
     if (message == WM_INITDIALOG) {
         ::SetWindowLongPtrW(window, DWLP_USER, lParam);
+        if (::GetWindowLongPtrW(window, DWLP_USER) != lParam) {
+            ::DestroyWindow(window);  // nobody would answer its buttons
+            return FALSE;
+        }
         reinterpret_cast<CDialogImplBase*>(lParam)->m_hWnd = window;
     }
     auto* const dialog = reinterpret_cast<CDialogImplBase*>(::GetWindowLongPtrW(window, DWLP_USER));

@@ -24,7 +24,7 @@ void CWindow::Center() const noexcept {
 
     MONITORINFO monitor = {};
     monitor.cbSize = sizeof monitor;
-    const HMONITOR nearest = ::MonitorFromWindow(owner ? owner : m_hWnd, MONITOR_DEFAULTTONEAREST);
+    const HMONITOR nearest = ::MonitorFromWindow(owner ? owner : Handle(), MONITOR_DEFAULTTONEAREST);
     if (!::GetMonitorInfoW(nearest, &monitor)) return;
     RECT center = monitor.rcWork;
     if (owner) ::GetWindowRect(owner, &center);

@@ -4,12 +4,15 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <string>
 
 class CWindow {
 public:
     CWindow() noexcept = default;
     explicit CWindow(HWND window) noexcept : m_hWnd(window) {}
+    CWindow(const CWindow& other) noexcept : m_hWnd(other.Handle()) {}
+    CWindow& operator=(const CWindow&) = delete;
 
     [[nodiscard]] HWND Handle() const noexcept { return m_hWnd; }
 
@@ -41,5 +44,7 @@ public:
     void Center() const noexcept;
 
 protected:
-    HWND m_hWnd = nullptr;
+    // Borrowed. Written by the thread that owns the window; a worker that outlives the window reads it too,
+    // and finds either the handle or nothing. Nothing else is published through it.
+    std::atomic<HWND> m_hWnd{nullptr};
 };

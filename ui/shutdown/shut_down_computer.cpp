@@ -7,7 +7,8 @@
 bool CShutMeDownDlg::ShutDownComputer() {
     // Deliberate: the token is not closed. A request that succeeds ends everything.
     HANDLE token = nullptr;
-    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token)) return false;
+    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token))
+        return false;
 
     TOKEN_PRIVILEGES privileges = {};
     privileges.PrivilegeCount = 1;
@@ -15,7 +16,8 @@ bool CShutMeDownDlg::ShutDownComputer() {
     ::LookupPrivilegeValueW(nullptr, SE_SHUTDOWN_NAME, &privileges.Privileges[0].Luid);
     privileges.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
     ::AdjustTokenPrivileges(token, FALSE, &privileges, 0, nullptr, nullptr);
-    // The last error and not the result: an account without the privilege gets a success that adjusted nothing.
+    // The last error and not the result: an account without the privilege gets a success that adjusted
+    // nothing.
     if (::GetLastError() != ERROR_SUCCESS) return false;
 
     if (!::InitiateSystemShutdownW(nullptr, nullptr, 0, FALSE, FALSE)) return false;

@@ -1,0 +1,43 @@
+#include "benchmarks/support/batch_window.h"
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/list_reader.h"
+#include "tests/equipment/window_driver.h"
+
+namespace {
+
+constexpr driver::Milliseconds kBatchLimit{600'000};
+constexpr DWORD kProbeIntervalMs = 20;
+
+}  // namespace
+
+BatchWindow::BatchWindow(const std::wstring& program, const std::vector<std::wstring>& paths,
+                         Consoles consoles)
+    : m_program(program), m_window(m_program) {
+    m_window.DropPdfs(paths);
+    m_window.OpenAndCancelAddDialog();
+    if (consoles == Consoles::Hidden) m_window.Tick(driver::id::kHideOutput);
+}
+
+void BatchWindow::Convert() const {
+    driver::Click(m_window.Control(driver::id::kConvert));
+}
+
+void BatchWindow::WaitUntilFinished() const {
+    const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(kBatchLimit.count());
+    while (!IsFinished()) {
+        if (m_program.HasEnded() || ::GetTickCount64() >= end) throw driver::Failure("the batch does not end");
+        ::Sleep(kProbeIntervalMs);
+    }
+}
+
+void BatchWindow::Dismiss() const {
+    m_window.CloseCompletion(m_window.WaitForCompletion(kBatchLimit));
+    for (const std::wstring& duration : driver::ColumnTexts(m_window.Control(driver::id::kFileList), 1)) {
+        if (duration.size() != std::size("hh:mm:ss") - 1) throw driver::Failure(L"not a duration: " + duration);
+    }
+}
+
+void BatchWindow::Quit() const {
+    if (m_window.Quit() != driver::kExitCodeOfQuit) throw driver::Failure("Talvenor did not end well");
+}

@@ -1,0 +1,71 @@
+#include "tests/app/app_fixture.h"
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/handle.h"
+
+namespace {
+
+constexpr DWORD kOtherCopyRuns = 0;
+constexpr DWORD kEndedByDriver = 0xDEAD;
+
+// A copy started now would only end: somebody else's runs in this session, or an earlier test left its own.
+bool AnotherCopyRuns() {
+    const driver::UniqueHandle mutex(
+        ::OpenMutexW(SYNCHRONIZE, FALSE, L"{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
+    return static_cast<bool>(mutex);
+}
+
+}  // namespace
+
+AppTest::AppTest(Converter converter, const wchar_t* folderName) : installed(converter, folderName) {
+    startOptions.environment[L"TALVENOR_STANDIN_OUT"] = installed.Record();
+    startOptions.environment[L"TALVENOR_INTERPRETER_OUT"] = installed.Record();
+}
+
+AppTest::~AppTest() {
+    if (!m_program) return;
+    // What the program started ends too, and is gone before its files are removed.
+    if (!m_program->HasEnded()) m_program->EndTree();
+    const auto code = m_program->WaitForExit(kSoon);
+    EXPECT_TRUE(code == driver::kExitCodeOfQuit || code == kOtherCopyRuns || code == kEndedByDriver)
+        << "the program ended with code " << (code ? std::to_string(*code) : "none");
+    m_window.reset();
+    m_program.reset();
+}
+
+void AppTest::Launch(driver::StartOptions options) {
+    m_window.reset();
+    m_program.reset();
+    if (!driver::WaitUntil([] { return !AnotherCopyRuns(); }, kSoon))
+        throw driver::Failure("another copy of the program runs in this session");
+    m_program = std::make_unique<driver::Program>(installed.Program(), options);
+}
+
+void AppTest::Start() {
+    Launch(startOptions);
+    m_window.emplace(*m_program);
+}
+
+void AppTest::AddForConversion(const std::vector<std::wstring>& paths) const {
+    m_window->DropPdfs(paths);
+    m_window->OpenAndCancelAddDialog();
+}
+
+void AppTest::Convert(driver::Milliseconds limit) const {
+    m_window->StartBatch();
+    m_window->CloseCompletion(m_window->WaitForCompletion(limit));
+}
+
+HWND AppTest::WaitForBox() const {
+    return driver::WaitForDialog(*m_program, m_window->Window(), kSoon);
+}
+
+void AppTest::AnswerBox(int buttonId) const {
+    const HWND box = WaitForBox();
+    driver::PressDialogButton(box, buttonId);
+    ASSERT_TRUE(Comes([&] { return !::IsWindow(box); })) << "the box stays";
+}
+
+bool AppTest::BecomesIdle(driver::Milliseconds limit) const {
+    return Comes([&] { return !m_window->IsRunning() && m_window->OpenBox() == nullptr; }, limit);
+}

@@ -1,0 +1,70 @@
+// The common ground of the application tests: an installed program, started and driven by the test.
+#pragma once
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/app/installed_program.h"
+#include "tests/app/recorded_run.h"
+#include "tests/equipment/list_reader.h"
+#include "tests/equipment/main_window.h"
+#include "tests/equipment/program.h"
+#include "tests/equipment/wait_until.h"
+#include "tests/equipment/window_driver.h"
+
+namespace id = driver::id;
+
+// How long anything may take that a person does not wait for: generous, for the machine may be busy.
+constexpr driver::Milliseconds kSoon{20'000};
+
+class AppTest : public testing::Test {
+protected:
+    explicit AppTest(Converter converter = Converter::StandIn, const wchar_t* folderName = L"Programme");
+    // Ends the program with everything it started. One that had crashed fails the test.
+    ~AppTest() override;
+
+    // Starts the program and waits for its window. The stand-ins record what happens to them.
+    void Start();
+    // The same without waiting, for a start that shows no main window.
+    void Launch(driver::StartOptions options = {});
+
+    [[nodiscard]] const driver::Program& Process() const { return *m_program; }
+    [[nodiscard]] const driver::MainWindow& Window() const { return *m_window; }
+    [[nodiscard]] HWND Control(int controlId) const { return m_window->Control(controlId); }
+    [[nodiscard]] HWND List() const { return Control(id::kFileList); }
+    [[nodiscard]] std::wstring Text(int controlId) const { return driver::Text(Control(controlId)); }
+    [[nodiscard]] bool IsEnabled(int controlId) const { return driver::IsEnabled(Control(controlId)); }
+    [[nodiscard]] bool IsChecked(int controlId) const { return driver::IsChecked(Control(controlId)); }
+    [[nodiscard]] std::vector<std::wstring> Durations() const { return driver::ColumnTexts(List(), 1); }
+    [[nodiscard]] std::vector<RecordedRun> Runs() const { return ReadRuns(installed.Record()); }
+
+    // Adds files as a person must for a conversion: drops them, then opens and cancels the add dialog.
+    void AddForConversion(const std::vector<std::wstring>& paths) const;
+    // Presses Convertir, waits for the message at the end and closes it.
+    void Convert(driver::Milliseconds limit = driver::Milliseconds(60'000)) const;
+    // Waits for a box or dialog in front of the window, presses a button of it and waits until it is gone.
+    void AnswerBox(int buttonId) const;
+    // Waits for a dialog in front of the window and gives it.
+    [[nodiscard]] HWND WaitForBox() const;
+    // Waits until the window shows no batch, and no box either.
+    [[nodiscard]] bool BecomesIdle(driver::Milliseconds limit = kSoon) const;
+
+    // Waits for a condition; false when it does not come in time.
+    template <class Condition>
+    [[nodiscard]] static bool Comes(Condition&& condition, driver::Milliseconds limit = kSoon) {
+        return driver::WaitUntil(condition, limit);
+    }
+
+    InstalledProgram installed;
+    driver::StartOptions startOptions;  // for Start
+
+private:
+    std::unique_ptr<driver::Program> m_program;
+    std::optional<driver::MainWindow> m_window;
+};

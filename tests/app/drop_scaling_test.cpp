@@ -1,0 +1,102 @@
+// Thousands of files dropped at once: all of them, in order, without duplicates, in a time that grows with
+// their number and not with its square.
+#include "tests/app/app_fixture.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+// Paths of files that need not exist: nobody looks at them before they are converted.
+std::vector<std::wstring> Paths(int count) {
+    std::vector<std::wstring> paths;
+    for (int i = 0; i < count; ++i) paths.push_back(L"C:\\Archives\\Carton " + std::to_wstring(i) + L".pdf");
+    return paths;
+}
+
+// What the system itself takes to hand out the paths of such a drop, one by one. Wine's walks through all
+// that come before, each time, so that its share grows with the square.
+Seconds EnumerationTime(const std::vector<std::wstring>& paths) {
+    std::wstring names;
+    for (const std::wstring& path : paths) names += path + L'\0';
+    names += L'\0';
+    const HGLOBAL block = ::GlobalAlloc(GHND, sizeof(DROPFILES) + names.size() * sizeof(wchar_t));
+    auto* const header = static_cast<DROPFILES*>(::GlobalLock(block));
+    header->pFiles = sizeof *header;
+    header->fWide = TRUE;
+    std::memcpy(header + 1, names.data(), names.size() * sizeof(wchar_t));
+    ::GlobalUnlock(block);
+
+    const auto begin = Clock::now();
+    wchar_t path[MAX_PATH] = {};
+    UINT index = 0;
+    while (::DragQueryFileW(reinterpret_cast<HDROP>(block), index, path, MAX_PATH) != 0) ++index;
+    const Seconds time = Clock::now() - begin;
+    EXPECT_EQ(index, paths.size());
+    ::GlobalFree(block);
+    return time;
+}
+
+class DropScaling : public AppTest {
+protected:
+    // The whole time from the drop until the list holds the rows, less the system's share.
+    Seconds OwnTime(const std::vector<std::wstring>& paths) {
+        const auto begin = Clock::now();
+        driver::DropFiles(List(), paths);
+        const int count = static_cast<int>(paths.size());
+        EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == count; }, driver::Milliseconds(60'000)));
+        const Seconds whole = Clock::now() - begin;
+        const Seconds enumeration = EnumerationTime(paths);
+        std::printf("%6d paths: %.3f s, of which the system's share %.3f s\n", count, whole.count(),
+                    enumeration.count());
+        EXPECT_EQ(driver::ColumnTexts(List(), 0), paths);
+        return whole - enumeration;
+    }
+    void ClearList() {
+        driver::Click(Control(id::kClear));
+        ASSERT_TRUE(Comes([&] { return driver::RowCount(List()) == 0; }));
+    }
+};
+
+TEST_F(DropScaling, TimeGrowsWithTheNumberOfFiles) {
+    Start();
+    const Seconds few = OwnTime(Paths(2'500));
+    ClearList();
+    OwnTime(Paths(5'000));
+    ClearList();
+    const Seconds many = OwnTime(Paths(10'000));
+    // Four times the files may take four times as long. With comparing each with all it would be sixteen
+    // times; the factor of three is for a busy machine, the addend for the grain of the clock and of the
+    // probe.
+    constexpr Seconds kGrain{0.5};
+    EXPECT_LE(many.count(), 3 * 4 * few.count() + kGrain.count());
+}
+
+TEST_F(DropScaling, DuplicatesAreLeftOut) {
+    const auto unique = Paths(2'500);
+    std::vector<std::wstring> dropped;
+    for (std::size_t i = 0; i < unique.size(); ++i) {
+        dropped.push_back(unique[i]);
+        if (i % 250 == 0) dropped.push_back(unique[i / 2]);
+    }
+    Start();
+    driver::DropFiles(List(), dropped);
+    ASSERT_TRUE(Comes([&] { return driver::RowCount(List()) == 2'500; }));
+    // The same again, and behind it what differs from a row by its case alone.
+    const std::wstring other = L"c:\\archives\\carton 7.pdf";
+    driver::DropFiles(List(), {unique[0], unique[1'249], unique[2'499], other});
+    ASSERT_TRUE(Comes([&] { return driver::RowCount(List()) == 2'501; }));
+    auto expected = unique;
+    expected.push_back(other);
+    EXPECT_EQ(driver::ColumnTexts(List(), 0), expected);
+}
+
+}  // namespace

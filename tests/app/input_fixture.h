@@ -1,0 +1,33 @@
+// For tests that give real keys and clicks: the window is in front, and nothing else takes them.
+#pragma once
+#include "tests/app/app_fixture.h"
+#include "tests/app/real_input.h"
+
+class InputTest : public AppTest {
+protected:
+    // Starts the program and gives it the keyboard.
+    void StartInFront() {
+        Start();
+        input::BringToFront(Window().Window());
+    }
+
+    // The number of the control that has the focus; 0 for none.
+    [[nodiscard]] int FocusedId() const {
+        const HWND focus = input::Focus(Window().Window());
+        return focus ? ::GetDlgCtrlID(focus) : 0;
+    }
+    [[nodiscard]] bool GetsFocus(int controlId) const {
+        return Comes([&] { return FocusedId() == controlId; }, kInputLimit);
+    }
+    // Gives a control the focus by a click.
+    void ClickInto(int controlId) const {
+        input::ClickOn(Control(controlId));
+        ASSERT_TRUE(GetsFocus(controlId)) << controlId;
+    }
+    [[nodiscard]] bool Reads(int controlId, const wchar_t* text) const {
+        return Comes([&] { return Text(controlId) == text; }, kInputLimit);
+    }
+
+    // Keys and clicks are served in order, so an effect that is not there by then does not come.
+    static constexpr driver::Milliseconds kInputLimit{10'000};
+};

@@ -1,0 +1,178 @@
+// How the program starts and ends: what it needs beside it, one copy at a time, its exit codes.
+#include "tests/app/app_fixture.h"
+
+#include "tests/equipment/file_bytes.h"
+
+namespace {
+
+class Start : public AppTest {
+protected:
+    explicit Start(Converter converter = Converter::StandIn) : AppTest(converter) {}
+};
+
+class StartWithoutConverter : public Start {
+protected:
+    StartWithoutConverter() : Start(Converter::None) {}
+
+    // The message box, once it is there. It must be all that is there.
+    [[nodiscard]] HWND WaitForOnlyBox() const {
+        std::vector<HWND> dialogs;
+        EXPECT_TRUE(Comes([&] { return !(dialogs = driver::Dialogs(Process())).empty(); })) << "no message";
+        EXPECT_EQ(dialogs.size(), 1u);
+        return dialogs.empty() ? nullptr : dialogs.front();
+    }
+};
+
+TEST_F(StartWithoutConverter, ShowsOneMessageAndEndsWith2) {
+    Launch();
+    const HWND box = WaitForOnlyBox();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(driver::Text(box), L"Talvenor");
+    EXPECT_THAT(driver::AllText(box), testing::HasSubstr(L"pdf2djvu.exe est absent !\r\n\r\n"
+                                                         L"(Talvenor.exe doit se trouver dans le\r\n"
+                                                         L"même dossier que \"pdf2djvu.exe\")"));
+    EXPECT_EQ(::GetWindow(box, GW_OWNER), nullptr);
+    EXPECT_EQ(::GetDlgItem(box, IDCANCEL), nullptr) << "a second button";
+    EXPECT_EQ(::GetDlgItem(box, id::kFileList), nullptr) << "the main window is shown";
+
+    driver::PressDialogButton(box, IDOK);
+    EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
+}
+
+TEST_F(StartWithoutConverter, MessageAlsoClosesByEscape) {
+    Launch();
+    const HWND box = WaitForOnlyBox();
+    ASSERT_NE(box, nullptr);
+    driver::PressKey(driver::Control(box, IDOK), VK_ESCAPE);
+    EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
+}
+
+TEST_F(StartWithoutConverter, ConverterInTheCurrentDirectoryDoesNotCount) {
+    driver::StartOptions options;
+    options.directory = installed.MakeFolder(L"Ailleurs");
+    ASSERT_TRUE(::CopyFileW(Equipment(L"stand_in_converter.exe").c_str(),
+                            (options.directory + L"\\pdf2djvu.exe").c_str(), TRUE));
+    Launch(options);
+    const HWND box = WaitForOnlyBox();
+    ASSERT_NE(box, nullptr);
+    EXPECT_THAT(driver::AllText(box), testing::HasSubstr(L"pdf2djvu.exe est absent !"));
+    driver::PressDialogButton(box, IDOK);
+    EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
+}
+
+TEST_F(Start, FindsTheConverterBesideItWhateverTheCurrentDirectory) {
+    startOptions.directory = installed.MakeFolder(L"Ailleurs");
+    AppTest::Start();
+    AddForConversion({installed.MakePdf(L"a.pdf")});
+    Convert();
+    ASSERT_EQ(Runs().size(), 1u);
+    EXPECT_EQ(Runs()[0].directory, installed.Folder());
+}
+
+TEST_F(Start, UnderAnotherNameStillLooksInItsOwnFolder) {
+    const std::wstring renamed = installed.Folder() + L"\\Mon outil v1.2.beta";
+    ASSERT_TRUE(::MoveFileExW(installed.Program().c_str(), renamed.c_str(), 0));
+    driver::WriteFileBytes(installed.Log(), "left by an earlier run");
+    const driver::Program program(renamed);
+    const driver::MainWindow window(program);
+    EXPECT_TRUE(driver::IsVisible(window.Control(id::kOpenLog)));
+    EXPECT_TRUE(driver::IsEnabled(window.Control(id::kOpenLog)));
+    EXPECT_EQ(window.Quit(), 2u);
+}
+
+TEST_F(Start, ShowsTheLogButtonOnlyForALogBesideTheProgram) {
+    startOptions.directory = installed.MakeFolder(L"Ailleurs");
+    driver::WriteFileBytes(startOptions.directory + L"\\TalvenorLog.txt", "not ours");
+    AppTest::Start();
+    EXPECT_FALSE(driver::IsVisible(Control(id::kOpenLog)));
+    EXPECT_FALSE(IsEnabled(id::kOpenLog));
+}
+
+TEST_F(Start, ShowsAnEmptyWindowInTheMiddleOfTheWorkArea) {
+    AppTest::Start();
+    EXPECT_EQ(driver::Text(Window().Window()), L"Talvenor");
+    EXPECT_EQ(driver::RowCount(List()), 0);
+    EXPECT_EQ(Text(id::kStatus), L"");
+    EXPECT_FALSE(IsEnabled(id::kConvert));
+
+    RECT window = {};
+    ::GetWindowRect(Window().Window(), &window);
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(Window().Window(), MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& work = monitor.rcWork;
+    // Where a window manager adds a frame of its own, the window moves by part of that frame.
+    constexpr LONG kFrame = 32;
+    EXPECT_NEAR(window.left + window.right, work.left + work.right, kFrame);
+    EXPECT_NEAR(window.top + window.bottom, work.top + work.bottom, kFrame);
+}
+
+TEST_F(Start, SecondCopyEndsWith0AndShowsNothing) {
+    AppTest::Start();
+    const driver::Program second(installed.Program());
+    bool shown = false;
+    const auto over = [&] {
+        shown = shown || !driver::Dialogs(second).empty();
+        return second.HasEnded();
+    };
+    ASSERT_TRUE(Comes(over)) << "the second copy stays";
+    EXPECT_FALSE(shown);
+    EXPECT_EQ(second.WaitForExit(kSoon), 0u);
+    EXPECT_EQ(Window().Quit(), 2u) << "the first copy is not what it was";
+}
+
+TEST_F(Start, SecondCopyLeavesAMinimisedFirstCopyMinimised) {
+    AppTest::Start();
+    ::ShowWindow(Window().Window(), SW_MINIMIZE);
+    ASSERT_TRUE(Comes([&] { return ::IsIconic(Window().Window()) != FALSE; }));
+    const HWND inFrontBefore = ::GetForegroundWindow();
+    const driver::Program second(installed.Program());
+    ASSERT_EQ(second.WaitForExit(kSoon), 0u);
+    EXPECT_TRUE(::IsIconic(Window().Window()));
+    EXPECT_EQ(::GetForegroundWindow(), inFrontBefore);
+}
+
+TEST_F(Start, SecondCopyEndsAlsoWithoutAConverterBesideIt) {
+    AppTest::Start();
+    const InstalledProgram bare(Converter::None);
+    const driver::Program second(bare.Program());
+    EXPECT_EQ(second.WaitForExit(kSoon), 0u);
+}
+
+TEST_F(Start, StartsAgainAsSoonAsTheFirstCopyHasEnded) {
+    AppTest::Start();
+    ASSERT_EQ(Window().Quit(), 2u);
+    AppTest::Start();
+    EXPECT_EQ(Window().Quit(), 2u);
+}
+
+TEST_F(Start, IgnoresItsCommandLine) {
+    startOptions.arguments = L"/? --help \"" + installed.MakePdf(L"a.pdf") + L"\"";
+    AppTest::Start();
+    EXPECT_EQ(driver::RowCount(List()), 0);
+    EXPECT_EQ(Window().OpenBox(), nullptr);
+}
+
+struct WayOut {
+    const char* name;
+    void (*leave)(HWND mainWindow);
+};
+
+class Quitting : public AppTest, public testing::WithParamInterface<WayOut> {};
+
+TEST_P(Quitting, EndsWith2) {
+    Start();
+    GetParam().leave(Window().Window());
+    EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EveryWay, Quitting,
+    testing::Values(
+        WayOut{"Button", [](HWND window) { driver::Click(driver::Control(window, id::kQuit)); }},
+        WayOut{"Escape",
+               [](HWND window) { driver::PressKey(driver::Control(window, id::kFileList), VK_ESCAPE); }},
+        WayOut{"CloseBox", [](HWND window) { ::PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); }}),
+    [](const auto& way) { return std::string(way.param.name); });
+
+}  // namespace

@@ -1,0 +1,99 @@
+#include "tests/faults/harness/call_watch.h"
+
+#include "tests/faults/harness/call_label.h"
+#include "tests/faults/harness/failure_table.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+class SharedLock {
+public:
+    explicit SharedLock(SRWLOCK& lock) : m_lock(lock) { ::AcquireSRWLockExclusive(&m_lock); }
+    SharedLock(const SharedLock&) = delete;
+    SharedLock& operator=(const SharedLock&) = delete;
+    ~SharedLock() { ::ReleaseSRWLockExclusive(&m_lock); }
+
+private:
+    SRWLOCK& m_lock;
+};
+
+// The failure of the one call of a run that fails. What the called function gives is all that is known of it
+// here: its arguments stay where they are, which the calling convention allows.
+const Failure* g_failure = nullptr;
+
+std::uint64_t FailPlainly() {
+    ::SetLastError(g_failure->error);
+    return g_failure->value;
+}
+
+}  // namespace
+
+std::string CallKey::Function() const {
+    const std::size_t begin = label.find(' ') + 1;
+    return label.substr(begin, label.find(' ', begin) - begin);
+}
+
+CallWatch::CallWatch() = default;
+CallWatch::~CallWatch() = default;
+
+void CallWatch::Begin() {
+    const SharedLock lock(m_lock);
+    m_counts.clear();
+    m_calls.clear();
+    m_failed = false;
+    m_counting = true;
+}
+
+std::vector<CallKey> CallWatch::Counted() const {
+    const SharedLock lock(m_lock);
+    return m_calls;
+}
+
+void CallWatch::At(std::string label, int nth, std::function<void()> action) {
+    const SharedLock lock(m_lock);
+    m_actions.push_back({std::move(label), nth, std::move(action)});
+    m_hasActions = true;
+}
+
+void CallWatch::Happens(const std::string& what) {
+    if (m_hasActions) RunAction(Role(), what);
+}
+
+void* CallWatch::Route(const std::string& function, const CallArguments& arguments) {
+    const bool acting = m_hasActions;
+    const bool counting = m_counting;
+    if (!acting && !counting) return nullptr;
+    const Failure* const failure = FindFailure(function);
+    if (!failure && !acting) return nullptr;
+    const std::string label = CallLabel(function, arguments);
+    if (acting) RunAction(Role(), label);
+    if (!counting || !failure || !Count(Role() + label)) return nullptr;
+    g_failure = failure;
+    return failure->instead ? failure->instead : reinterpret_cast<void*>(&FailPlainly);
+}
+
+bool CallWatch::Count(std::string label) {
+    const SharedLock lock(m_lock);
+    const int nth = ++m_counts[label];
+    m_calls.push_back({std::move(label), nth});
+    if (!m_failAt || m_failed || m_calls.back() != *m_failAt) return false;
+    m_failed = true;
+    return true;
+}
+
+void CallWatch::RunAction(const std::string& role, const std::string& label) {
+    std::function<void()> run;
+    {
+        const SharedLock lock(m_lock);
+        const auto due = std::find_if(m_actions.begin(), m_actions.end(), [&](const Action& action) {
+            return action.label == label || action.label == role + label;
+        });
+        if (due == m_actions.end() || --due->callsLeft > 0) return;
+        run = std::move(due->run);
+        m_actions.erase(due);
+        m_hasActions = !m_actions.empty();
+    }
+    run();  // may wait, and may be waited for
+}

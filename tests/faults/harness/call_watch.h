@@ -1,0 +1,79 @@
+// Sees every call that the program makes to an imported function: writes it down, makes a chosen one fail, or
+// acts at one. Calls of the thread that runs the program are "ui", those of all its other threads "worker".
+#pragma once
+
+#include "tests/faults/harness/import_thunks.h"
+
+#include <windows.h>
+
+#include <atomic>
+#include <compare>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+// One call of a run: "worker SetTimer main 2" for the `nth` time, counted from 1.
+struct CallKey {
+    std::string label;
+    int nth = 0;
+
+    auto operator<=>(const CallKey&) const = default;
+    [[nodiscard]] std::string Text() const { return label + " #" + std::to_string(nth); }
+    // The name of the function in the label.
+    [[nodiscard]] std::string Function() const;
+};
+
+class CallWatch {
+public:
+    CallWatch();
+    CallWatch(const CallWatch&) = delete;
+    CallWatch& operator=(const CallWatch&) = delete;
+    ~CallWatch();
+
+    // Who is "ui" from now on.
+    void SetUiThread(DWORD threadId) { m_uiThread = threadId; }
+
+    // Calls are counted, and fail, only between Begin and End.
+    void Begin();
+    void End() { m_counting = false; }
+
+    // Chosen before Begin: this call fails, and is the only one that does.
+    void FailAt(CallKey key) { m_failAt = std::move(key); }
+    [[nodiscard]] bool Failed() const { return m_failed; }
+
+    // Runs `action` on the calling thread before the `nth` call from now with this label, without its role
+    // when `label` has none. Counted whether or not Begin was called.
+    void At(std::string label, int nth, std::function<void()> action);
+
+    // What was counted since Begin, in the order of the calls. Functions that cannot fail are left out.
+    [[nodiscard]] std::vector<CallKey> Counted() const;
+
+    // Called for each call. Null, or the function that the call goes to in place of the real one.
+    [[nodiscard]] void* Route(const std::string& function, const CallArguments& arguments);
+
+    // Something of the test's own that actions can be set at, by the name that it gets as a label.
+    void Happens(const std::string& what);
+
+private:
+    struct Action {
+        std::string label;
+        int callsLeft;
+        std::function<void()> run;
+    };
+
+    [[nodiscard]] const char* Role() const { return ::GetCurrentThreadId() == m_uiThread ? "ui " : "worker "; }
+    [[nodiscard]] bool Count(std::string label);
+    void RunAction(const std::string& role, const std::string& label);
+
+    mutable SRWLOCK m_lock = SRWLOCK_INIT;
+    std::atomic<DWORD> m_uiThread{0};
+    std::atomic<bool> m_counting{false};
+    std::atomic<bool> m_failed{false};
+    std::optional<CallKey> m_failAt;
+    std::map<std::string, int> m_counts;
+    std::vector<CallKey> m_calls;
+    std::vector<Action> m_actions;
+    std::atomic<bool> m_hasActions{false};
+};

@@ -1,0 +1,93 @@
+#include "tests/faults/harness/leak_counts.h"
+
+#include <windows.h>
+#include <psapi.h>
+#include <winternl.h>
+
+#include <vector>
+
+namespace {
+
+// One handle in the system's table of all handles.
+struct SystemHandle {
+    ULONG processId;
+    BYTE type;
+    BYTE flags;
+    USHORT value;
+    PVOID object;
+    ULONG access;
+};
+struct SystemHandleTable {
+    ULONG count;
+    SystemHandle handles[1];
+};
+
+constexpr int kSystemHandleInformation = 16;
+constexpr LONG kTooSmall = static_cast<LONG>(0xC0000004);  // STATUS_INFO_LENGTH_MISMATCH
+
+// One object in the table of graphics objects that every process can read.
+struct GdiEntry {
+    BYTE unused[14];
+    BYTE type;  // 0: free
+    BYTE more[9];
+};
+constexpr int kGdiEntries = 16384;
+constexpr std::size_t kGdiTableInProcessBlock = 0xF8;
+
+BOOL CALLBACK CountOne(HWND /*window*/, LPARAM count) {
+    ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+BOOL CALLBACK CountWithChildren(HWND window, LPARAM count) {
+    DWORD owner = 0;
+    ::GetWindowThreadProcessId(window, &owner);
+    if (owner != ::GetCurrentProcessId()) return TRUE;
+    ++*reinterpret_cast<int*>(count);
+    ::EnumChildWindows(window, &CountOne, count);
+    return TRUE;
+}
+
+}  // namespace
+
+int HandleCount() {
+    using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
+    static const auto query = reinterpret_cast<Query>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll"), "NtQuerySystemInformation")));
+    std::vector<char> buffer(std::size_t{1} << 16);
+    ULONG needed = 0;
+    while (query(kSystemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) ==
+           kTooSmall) {
+        buffer.resize(buffer.size() * 2);
+    }
+    const auto* const table = reinterpret_cast<const SystemHandleTable*>(buffer.data());
+    int count = 0;
+    for (ULONG i = 0; i < table->count; ++i) {
+        if (table->handles[i].processId == ::GetCurrentProcessId()) ++count;
+    }
+    return count;
+}
+
+int GdiObjectCount() {
+    static_assert(sizeof(GdiEntry) == 24);
+    const auto* const block = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
+    const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);
+    int count = 0;
+    for (int i = 0; table && i < kGdiEntries; ++i) {
+        if (table[i].type != 0) ++count;
+    }
+    return count;
+}
+
+int WindowCount() {
+    int count = 0;
+    ::EnumWindows(&CountWithChildren, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+std::size_t PrivateBytes() {
+    PROCESS_MEMORY_COUNTERS_EX counters = {};
+    ::K32GetProcessMemoryInfo(::GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                              sizeof counters);
+    return counters.PrivateUsage;
+}

@@ -1,0 +1,12 @@
+// What the test process holds of the system at this moment. GetProcessHandleCount and GetGuiResources say 0 on
+// some of the systems that the tests run on; these count by hand.
+#pragma once
+
+#include <cstddef>
+
+[[nodiscard]] int HandleCount();
+[[nodiscard]] int GdiObjectCount();
+// Windows of all threads, children included.
+[[nodiscard]] int WindowCount();
+// Memory that no other process has, in bytes.
+[[nodiscard]] std::size_t PrivateBytes();

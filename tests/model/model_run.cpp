@@ -1,0 +1,268 @@
+#include "tests/model/model_run.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+const std::vector<std::wstring> kPaths = {L"C:\\in\\a.pdf",    L"C:\\in\\b.PDF",     L"C:\\other\\a.pdf",
+                                          L"C:\\in\\A.pdf",    L"C:\\in\\été 1.pdf", L"C:\\in\\note.txt",
+                                          L"C:\\in\\x.pdf.bak"};
+const std::vector<int> kBoxIds = {1034, 1033, 1017, 1036, 1037, 1015, 1016,
+                                  1030, 1019, 1026, 1038, 1026, 1033};
+const std::vector<int> kHintedEdits = {1014, 1032, 1027};
+const std::vector<std::wstring> kPageTexts = {L"1", L"2-", L",8", L"a", L"x3 "};
+const std::vector<std::wstring> kResolutions = {L"", L"50", L"72", L"300", L"6000", L"6001"};
+
+template <class T>
+const T& Pick(const std::vector<T>& values, std::uint32_t choice) {
+    return values[choice % values.size()];
+}
+
+std::vector<std::wstring> PickPaths(std::uint32_t choice) {
+    std::vector<std::wstring> paths;
+    for (std::uint32_t count = choice % 3 + 1; count > 0; --count) {
+        choice /= 7;
+        paths.push_back(Pick(kPaths, choice));
+    }
+    return paths;
+}
+
+}  // namespace
+
+ModelRun::ModelRun() : m_goodFolder(folder.Path().wstring()) {}
+
+std::optional<std::string> ModelRun::Play(const std::vector<Action>& actions) {
+    calls.Clear();
+    s_opened.clear();
+    s_countdowns = 0;
+    std::filesystem::remove(folder.File(L"TalvenorLog.txt"));  // of an earlier play
+    HeldConverter converter;
+    Create();
+    ::ShowWindow(Dialog(), SW_SHOW);
+    ::SetActiveWindow(Dialog());
+    WindowModel model({m_goodFolder});
+    std::optional<std::string> difference = Compare(model);
+    for (std::size_t step = 0; step < actions.size() && !difference; ++step) {
+        if (!Do(actions[step], model, converter)) continue;
+        ++effective;
+        PumpPending();
+        difference = Compare(model);
+        if (difference)
+            *difference += "\nafter step " + std::to_string(step) + ":\n" + Describe({actions[step]});
+    }
+    converter.EndAll(1);
+    WaitFor([&] { return !dialog->HasWorker(); });
+    Destroy();
+    return difference;
+}
+
+std::vector<Action> ModelRun::Shrink(std::vector<Action> failing) {
+    for (std::size_t part = failing.size() / 2; part > 0; part /= 2) {
+        for (std::size_t from = 0; from + part <= failing.size();) {
+            std::vector<Action> shorter = failing;
+            const auto first = shorter.begin() + static_cast<std::ptrdiff_t>(from);
+            shorter.erase(first, first + static_cast<std::ptrdiff_t>(part));
+            if (Play(shorter)) {
+                failing = shorter;
+            } else {
+                from += part;
+            }
+        }
+    }
+    return failing;
+}
+
+bool ModelRun::WaitForWorker(int startedBefore, const HeldConverter& converter) {
+    return WaitFor([&] { return !dialog->HasWorker() || converter.Started() > startedBefore; });
+}
+
+bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& converter) {
+    const std::uint32_t choice = action.choice;
+    const int started = converter.Started();
+    const auto type = [&](int edit, const std::wstring& text) {
+        if (!model.enabled[edit]) return false;
+        SetFocusTo(edit);
+        SetText(edit, text.c_str());
+        model.Replace(edit, text);
+        return true;
+    };
+    switch (action.kind) {
+    case ActionKind::Drop:
+        if (!model.enabled[1040]) return false;
+        Drop(PickPaths(choice));
+        model.Drop(PickPaths(choice));
+        return true;
+    case ActionKind::AddByDialog:
+        if (!model.enabled[1003]) return false;
+        s_chosen = choice % 4 == 0 ? std::vector<std::wstring>() : PickPaths(choice / 4);
+        s_chosen.resize(std::min<std::size_t>(s_chosen.size(), 1));
+        Click(1003);
+        model.AddByDialog(s_chosen);
+        return true;
+    case ActionKind::Clear:
+        if (!model.enabled[1005]) return false;
+        Click(1005);
+        model.Clear();
+        return true;
+    case ActionKind::SelectRow: {
+        if (!model.enabled[1040] || model.rows.empty()) return false;
+        const int row = static_cast<int>(choice % model.rows.size());
+        SelectRow(row);
+        model.SelectRow(row);
+        return true;
+    }
+    case ActionKind::DeleteKey: {
+        // A row less under a waiting worker is allowed; the row it works on is then another.
+        if (!model.enabled[1040] || model.workerWaits) return false;
+        PressListKey(VK_DELETE);
+        const auto focused = static_cast<int>(
+            ::SendMessageW(Control(1040), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
+        model.DeleteKey(focused);
+        return true;
+    }
+    case ActionKind::ClickBox: {
+        const int box = Pick(kBoxIds, choice);
+        if (!model.enabled[box]) return false;
+        Click(box);
+        model.ClickBox(box);
+        return true;
+    }
+    case ActionKind::ClickDisabledEdit: {
+        const int edit = Pick(kHintedEdits, choice);
+        if (model.enabled[edit]) return false;
+        RECT area = {};
+        ::GetWindowRect(Control(edit), &area);
+        POINT point = {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+        ::ScreenToClient(Dialog(), &point);
+        ::SendMessageW(Dialog(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+        model.ClickDisabledEdit(edit);
+        return true;
+    }
+    case ActionKind::TypePages:
+        if (!model.enabled[1014]) return false;
+        SetFocusTo(1014);
+        ::SendMessageW(Control(1014), EM_SETSEL, 1000, 1000);
+        for (const wchar_t character : Pick(kPageTexts, choice)) {
+            ::SendMessageW(Control(1014), WM_CHAR, character, 1);
+        }
+        model.TypePages(Pick(kPageTexts, choice));
+        return true;
+    case ActionKind::TypeResolution: return type(1032, Pick(kResolutions, choice));
+    case ActionKind::TypeFolder:
+        return type(1027, choice % 3 == 0 ? L"" : choice % 3 == 1 ? m_goodFolder : m_goodFolder + L"x");
+    case ActionKind::TypeExtraOptions: return type(1018, choice % 2 ? L"--loss-level=20" : L"");
+    case ActionKind::Browse:
+        if (!model.enabled[1028]) return false;
+        s_browsed = choice % 2 ? m_goodFolder : L"";
+        Click(1028);
+        model.Browse(s_browsed);
+        return true;
+    case ActionKind::OpenDestination:
+        if (!model.enabled[1022]) return false;
+        Click(1022);
+        model.OpenDestination();
+        return true;
+    case ActionKind::Convert:
+        if (!model.enabled[1] || model.workerWaits) return false;
+        Click(1);
+        if (!WaitForWorker(started, converter)) return true;
+        model.Convert();
+        return true;
+    case ActionKind::StopNo:
+    case ActionKind::StopYes: {
+        if (!model.running) return false;
+        const bool yes = action.kind == ActionKind::StopYes;
+        boxAnswer = yes ? IDYES : IDNO;
+        Click(2);
+        model.Stop(yes);
+        return true;
+    }
+    case ActionKind::TimerTick:
+        ::SendMessageW(Dialog(), WM_TIMER, 2, 0);
+        model.TimerTick();
+        return true;
+    case ActionKind::ConverterEndsWell:
+    case ActionKind::ConverterEndsBadly: {
+        if (!model.workerWaits) return false;
+        const bool well = action.kind == ActionKind::ConverterEndsWell;
+        converter.End(well ? 0 : 1);
+        ++conversions;
+        if (!WaitForWorker(started, converter)) return true;
+        model.ConverterEnds(well);
+        return true;
+    }
+    case ActionKind::Count: break;
+    }
+    return false;
+}
+
+std::optional<std::string> ModelRun::Compare(const WindowModel& model) const {
+    std::string differences;
+    const auto expect = [&](const std::string& what, const auto& window, const auto& wanted) {
+        if (window != wanted) {
+            differences += what + ": window " + testing::PrintToString(window) + ", model " +
+                           testing::PrintToString(wanted) + "\n";
+        }
+    };
+    for (const auto& [id, enabled] : model.enabled)
+        expect("enabled " + std::to_string(id), IsEnabled(id), enabled);
+    for (const auto& [id, checked] : model.checked)
+        expect("checked " + std::to_string(id), IsChecked(id), checked);
+    for (const auto& [id, text] : model.text)
+        expect("text " + std::to_string(id), Utf8(Text(id)), Utf8(text));
+    expect("rows", RowCount(), static_cast<int>(model.rows.size()));
+    for (int row = 0; row < std::min(RowCount(), static_cast<int>(model.rows.size())); ++row) {
+        const ModelRow& wanted = model.rows[static_cast<std::size_t>(row)];
+        expect("path of row " + std::to_string(row), Utf8(Cell(row, 0)), Utf8(wanted.path));
+        expect("duration of row " + std::to_string(row), Utf8(Cell(row, 1)), Utf8(wanted.duration));
+    }
+    expect("selected row", SelectedRow(), model.selected);
+    expect("log button shown", IsShown(IDC_OPEN_LOG), model.logButtonShown);
+    expect("durations shown", ColumnWidth(1) > 0, model.durationsShown);
+    expect("running", dialog->IsRunning(), model.running);
+    expect("countdowns", s_countdowns, model.countdowns);
+    if (model.focus != 0) expect("focus", ::GetDlgCtrlID(::GetFocus()), model.focus);
+    std::vector<std::string> boxes;
+    int beeps = 0;
+    for (const std::string& call : calls.Calls()) {
+        if (call.starts_with("Beep")) ++beeps;
+        if (call.starts_with("MessageBoxW owner=main text=")) {
+            boxes.push_back(call.substr(28, call.find(" caption=") - 28));
+        }
+    }
+    std::vector<std::string> wantedBoxes;
+    for (const std::wstring& box : model.boxes) wantedBoxes.push_back(Utf8(box));
+    expect("boxes", boxes, wantedBoxes);
+    expect("beeps", beeps, model.beeps);
+    expect("opened folders", s_opened, model.openedFolders);
+    return differences.empty() ? std::nullopt : std::optional(differences);
+}
+
+BOOL WINAPI ModelRun::ChooseFiles(LPOPENFILENAMEW dialog) {
+    if (s_chosen.empty()) return FALSE;
+    std::wcscpy(dialog->lpstrFile, s_chosen.front().c_str());
+    return TRUE;
+}
+
+PIDLIST_ABSOLUTE WINAPI ModelRun::BrowseFolder(LPBROWSEINFOW /*browser*/) {
+    static ITEMIDLIST item = {};
+    return s_browsed.empty() ? nullptr : &item;
+}
+
+BOOL WINAPI ModelRun::PathOfFolder(PCIDLIST_ABSOLUTE /*item*/, LPWSTR path) {
+    std::wcscpy(path, s_browsed.c_str());
+    return TRUE;
+}
+
+void WINAPI ModelRun::FreeFolder(LPVOID /*item*/) {}
+
+BOOL WINAPI ModelRun::RecordShell(SHELLEXECUTEINFOW* request) {
+    s_opened.emplace_back(request->lpParameters);
+    return TRUE;
+}
+
+INT_PTR WINAPI ModelRun::RecordDialog(HINSTANCE, LPCWSTR templateName, HWND, DLGPROC, LPARAM) {
+    if (templateName == MAKEINTRESOURCEW(IDD_COUNTDOWN)) ++s_countdowns;
+    return IDCANCEL;
+}

@@ -1,0 +1,138 @@
+#include "tests/pictures/scenes.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/list_reader.h"
+#include "tests/equipment/main_window.h"
+#include "tests/equipment/window_driver.h"
+#include "tests/pictures/photographer.h"
+
+namespace {
+
+namespace id = driver::id;
+using driver::Milliseconds;
+
+constexpr int kSeconds = 1039;          // of the countdown dialog
+constexpr Milliseconds kSoon{20'000};
+constexpr Milliseconds kBatchLimit{120'000};
+
+// The countdown would end in a request to shut down. It must not even be shown where there is something to.
+void RequireWine() {
+    const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
+    if (!ntdll || !::GetProcAddress(ntdll, "wine_get_version"))
+        throw driver::Failure("pictures are only taken under Wine");
+}
+
+void Await(const std::string& what, auto&& condition, Milliseconds limit = kSoon) {
+    if (!driver::WaitUntil(condition, limit)) throw driver::Failure("waited in vain for " + what);
+}
+
+// In the order of their names.
+std::vector<std::wstring> PdfsIn(const std::wstring& folder) {
+    std::vector<std::wstring> paths;
+    WIN32_FIND_DATAW entry = {};
+    const HANDLE search = ::FindFirstFileW((folder + L"\\*.pdf").c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) throw driver::Failure(L"no PDF in " + folder);
+    do {
+        paths.push_back(folder + L'\\' + entry.cFileName);
+    } while (::FindNextFileW(search, &entry));
+    ::FindClose(search);
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+driver::StartOptions InFolder(const std::wstring& folder) {
+    driver::StartOptions options;
+    options.directory = folder;
+    return options;
+}
+
+// The box that has just been opened: has it taken and closes it by one of its buttons.
+void ShowBox(const std::string& name, int closeBy, const driver::Program& program, const driver::MainWindow& window) {
+    const HWND box = driver::WaitForDialog(program, window.Window(), kSoon);
+    Photographer(program).Take(name, box);
+    driver::PressDialogButton(box, closeBy);
+    Await("the box to be gone", [&] { return !::IsWindow(box) && driver::IsEnabled(window.Window()); });
+}
+
+void SelectRowByKeys(const driver::MainWindow& window) {
+    const HWND list = window.Control(id::kFileList);
+    driver::PressKey(list, VK_END);
+    driver::PressKey(list, VK_HOME);
+    driver::PressKey(list, VK_DOWN);
+    Await("the second row to be selected", [&] { return driver::SelectedRow(list) == 1; });
+}
+
+// The picture does not depend on when we look: it shows this second.
+void ShowCountdownAt(const wchar_t* second, const driver::Program& program, const driver::MainWindow& window) {
+    const HWND countdown = driver::WaitForDialog(program, window.Window(), kBatchLimit);
+    Await("the countdown", [&] { return driver::Text(driver::Control(countdown, kSeconds)) == second; });
+    Photographer(program).TakeStill("countdown", countdown);
+    driver::PressDialogButton(countdown, IDCANCEL);
+    Await("the countdown to be gone", [&] { return !::IsWindow(countdown); });
+}
+
+}  // namespace
+
+void ShowMainWindowAndBoxes(const Stage& stage) {
+    const driver::Program program(stage.program, InFolder(stage.pdfFolder));
+    const driver::MainWindow window(program);
+    const Photographer photographer(program);
+    photographer.Take("main", window.Window());
+    driver::Click(window.Control(id::kAbout));
+    ShowBox("about", IDOK, program, window);
+
+    window.DropPdfs(PdfsIn(stage.pdfFolder));
+    SelectRowByKeys(window);
+    window.Tick(id::kPagesBox);
+    window.Type(id::kPages, L"1-12,15");
+    window.Tick(id::kResolutionBox);
+    window.Tick(id::kOutputFolderBox);
+    window.Type(id::kOutputFolder, stage.outputFolder);
+    window.Tick(id::kNoText);
+    window.OpenAndCancelAddDialog();
+    window.Tick(id::kHideOutput);
+    photographer.Take("options", window.Window());
+    driver::PressKey(window.Control(id::kFileList), VK_F7);
+    ShowBox("command-line", IDOK, program, window);
+    if (window.Quit() != driver::kExitCodeOfQuit) throw driver::Failure("Quitter ended with another code");
+}
+
+void ShowBatch(const Stage& stage) {
+    RequireWine();
+    const driver::Program program(stage.program, InFolder(stage.pdfFolder));
+    const driver::MainWindow window(program);
+    const Photographer photographer(program);
+    const HWND list = window.Control(id::kFileList);
+    window.DropPdfs(PdfsIn(stage.pdfFolder));
+    window.Tick(id::kOutputFolderBox);
+    window.Type(id::kOutputFolder, stage.outputFolder);
+    window.OpenAndCancelAddDialog();
+    window.Tick(id::kHideOutput);
+
+    window.StartBatch();
+    Await("the second file", [&] { return driver::CellText(list, 1, 1) == L"00:00:04"; });
+    photographer.TakeStill("running", window.Window());
+    driver::Click(window.Control(id::kQuit));
+    ShowBox("stop", IDNO, program, window);
+    const HWND completion = window.WaitForCompletion(kBatchLimit);
+    photographer.Take("finished", window.Window(), completion);
+    window.CloseCompletion(completion);
+
+    window.Tick(id::kShutdown);
+    window.StartBatch();
+    ShowCountdownAt(L"28", program, window);
+    window.CloseCompletion(window.WaitForCompletion(kBatchLimit));
+    if (window.Quit() != driver::kExitCodeOfQuit) throw driver::Failure("Quitter ended with another code");
+}
+
+void ShowMissingConverter(const Stage& stage) {
+    const driver::Program program(stage.loneProgram);
+    const HWND box = driver::WaitForDialog(program, nullptr, kSoon);
+    Photographer(program).Take("no-converter", box);
+    driver::PressDialogButton(box, IDOK);
+    if (!program.WaitForExit(kSoon)) throw driver::Failure("the program does not end without its converter");
+}

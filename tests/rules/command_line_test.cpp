@@ -1,0 +1,267 @@
+// The text that the converter and the command interpreter are started with.
+#include "engine/command_line.h"
+
+#include "tests/rules/options_builder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace {
+
+std::wstring LineFor(const ConversionOptions& options) {
+    return BuildConverterCommandLine(options, L"a.djvu", L"a.pdf");
+}
+
+struct LineCase {
+    const char* name;
+    OptionsBuilder options;
+    const wchar_t* line;
+};
+
+std::string NameOfLineCase(const testing::TestParamInfo<LineCase>& info) {
+    return info.param.name;
+}
+
+TEST(BuildConverterCommandLine, NamesBothPathsAndTheVerboseSwitchWhenNothingIsChosen) {
+    EXPECT_EQ(
+        BuildConverterCommandLine({}, L"C:\\Docs\\Rapport annuel.djvu", L"C:\\Docs\\Rapport annuel.pdf"),
+        LR"(pdf2djvu.exe -o "C:\Docs\Rapport annuel.djvu" -v  "C:\Docs\Rapport annuel.pdf")");
+}
+
+TEST(BuildConverterCommandLine, WritesManyOptionsAtOnce) {
+    const ConversionOptions options = OptionsBuilder()
+                                          .Resolution(L"300")
+                                          .NoMetadata()
+                                          .NoText()
+                                          .Lines()
+                                          .Monochrome()
+                                          .Extra(L"--exemple=1")
+                                          .Pages(L" 1, 3-5")
+                                          .OutputFolder(L"D:\\Sortie\\");
+    EXPECT_EQ(BuildConverterCommandLine(options, L"D:\\Sortie\\Rapport annuel.djvu",
+                                        L"C:\\Docs\\Rapport annuel.pdf"),
+              LR"(pdf2djvu.exe -o "D:\Sortie\Rapport annuel.djvu" -v -d 300 --no-metadata --no-text)"
+              LR"( --monochrome --exemple=1 -p "1,3-5" "C:\Docs\Rapport annuel.pdf")");
+}
+
+TEST(BuildConverterCommandLine, DropsAnEmptyResolutionButNotPagesOfBlanks) {
+    const ConversionOptions options = OptionsBuilder().Resolution(L"").Pages(L"   ");
+    EXPECT_EQ(
+        BuildConverterCommandLine(options, L"C:\\Docs\\Rapport annuel.djvu", L"C:\\Docs\\Rapport annuel.pdf"),
+        LR"(pdf2djvu.exe -o "C:\Docs\Rapport annuel.djvu" -v  -p "" "C:\Docs\Rapport annuel.pdf")");
+}
+
+const LineCase kOneOption[] = {
+    {"None", {}, LR"(pdf2djvu.exe -o "a.djvu" -v  "a.pdf")"},
+    {"Resolution", OptionsBuilder().Resolution(L"300"), LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 "a.pdf")"},
+    {"NoMetadata", OptionsBuilder().NoMetadata(), LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata "a.pdf")"},
+    {"NoOutline", OptionsBuilder().NoOutline(), LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline "a.pdf")"},
+    {"NoHyperlinks", OptionsBuilder().NoHyperlinks(),
+     LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks "a.pdf")"},
+    {"NoText", OptionsBuilder().NoText(), LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text "a.pdf")"},
+    {"Lines", OptionsBuilder().Lines(), LR"(pdf2djvu.exe -o "a.djvu" -v  --lines "a.pdf")"},
+    {"Monochrome", OptionsBuilder().Monochrome(), LR"(pdf2djvu.exe -o "a.djvu" -v  --monochrome "a.pdf")"},
+    {"ExtraOptions", OptionsBuilder().Extra(L"--x=1"), LR"(pdf2djvu.exe -o "a.djvu" -v  --x=1 "a.pdf")"},
+    {"Pages", OptionsBuilder().Pages(L"2,5"), LR"(pdf2djvu.exe -o "a.djvu" -v  -p "2,5" "a.pdf")"},
+};
+
+class OneOptionTest : public testing::TestWithParam<LineCase> {};
+
+TEST_P(OneOptionTest, IsWrittenAlone) {
+    EXPECT_EQ(LineFor(GetParam().options), GetParam().line);
+}
+
+INSTANTIATE_TEST_SUITE_P(BuildConverterCommandLine, OneOptionTest, testing::ValuesIn(kOneOption),
+                         NameOfLineCase);
+
+// Chooses one option, with a value where it takes one.
+using Choice = void (*)(OptionsBuilder&);
+constexpr Choice kResolution = [](OptionsBuilder& options) { options.Resolution(L"300"); };
+constexpr Choice kNoMetadata = [](OptionsBuilder& options) { options.NoMetadata(); };
+constexpr Choice kNoOutline = [](OptionsBuilder& options) { options.NoOutline(); };
+constexpr Choice kNoHyperlinks = [](OptionsBuilder& options) { options.NoHyperlinks(); };
+constexpr Choice kNoText = [](OptionsBuilder& options) { options.NoText(); };
+constexpr Choice kLines = [](OptionsBuilder& options) { options.Lines(); };
+constexpr Choice kMonochrome = [](OptionsBuilder& options) { options.Monochrome(); };
+constexpr Choice kExtra = [](OptionsBuilder& options) { options.Extra(L"--x=1"); };
+constexpr Choice kPages = [](OptionsBuilder& options) { options.Pages(L"2,5"); };
+
+TEST(BuildConverterCommandLine, WritesEveryPairOfOptionsInTheFixedOrder) {
+    struct Pair {
+        Choice first;
+        Choice second;
+        const wchar_t* line;
+    };
+    const Pair pairs[] = {
+        {kResolution, kNoMetadata, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-metadata "a.pdf")"},
+        {kResolution, kNoOutline, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-outline "a.pdf")"},
+        {kResolution, kNoHyperlinks, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-hyperlinks "a.pdf")"},
+        {kResolution, kNoText, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-text "a.pdf")"},
+        {kResolution, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --lines "a.pdf")"},
+        {kResolution, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --monochrome "a.pdf")"},
+        {kResolution, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --x=1 "a.pdf")"},
+        {kResolution, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 -p "2,5" "a.pdf")"},
+        {kNoMetadata, kNoOutline, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --no-outline "a.pdf")"},
+        {kNoMetadata, kNoHyperlinks,
+         LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --no-hyperlinks "a.pdf")"},
+        {kNoMetadata, kNoText, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --no-text "a.pdf")"},
+        {kNoMetadata, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --lines "a.pdf")"},
+        {kNoMetadata, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --monochrome "a.pdf")"},
+        {kNoMetadata, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --x=1 "a.pdf")"},
+        {kNoMetadata, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata -p "2,5" "a.pdf")"},
+        {kNoOutline, kNoHyperlinks, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --no-hyperlinks "a.pdf")"},
+        {kNoOutline, kNoText, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --no-text "a.pdf")"},
+        {kNoOutline, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --lines "a.pdf")"},
+        {kNoOutline, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --monochrome "a.pdf")"},
+        {kNoOutline, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --x=1 "a.pdf")"},
+        {kNoOutline, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline -p "2,5" "a.pdf")"},
+        {kNoHyperlinks, kNoText, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks --no-text "a.pdf")"},
+        {kNoHyperlinks, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks --lines "a.pdf")"},
+        {kNoHyperlinks, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks --monochrome "a.pdf")"},
+        {kNoHyperlinks, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks --x=1 "a.pdf")"},
+        {kNoHyperlinks, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks -p "2,5" "a.pdf")"},
+        {kNoText, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text "a.pdf")"},
+        {kNoText, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text --monochrome "a.pdf")"},
+        {kNoText, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text --x=1 "a.pdf")"},
+        {kNoText, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text -p "2,5" "a.pdf")"},
+        {kLines, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --lines --monochrome "a.pdf")"},
+        {kLines, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --lines --x=1 "a.pdf")"},
+        {kLines, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --lines -p "2,5" "a.pdf")"},
+        {kMonochrome, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --monochrome --x=1 "a.pdf")"},
+        {kMonochrome, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --monochrome -p "2,5" "a.pdf")"},
+        {kExtra, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --x=1 -p "2,5" "a.pdf")"},
+    };
+    for (const Pair& pair : pairs) {
+        OptionsBuilder options;
+        pair.first(options);
+        pair.second(options);
+        EXPECT_EQ(LineFor(options), pair.line);
+    }
+}
+
+TEST(BuildConverterCommandLine, WritesAllOptionsInTheFixedOrder) {
+    OptionsBuilder options;
+    for (const Choice choose :
+         {kResolution, kNoMetadata, kNoOutline, kNoHyperlinks, kLines, kMonochrome, kExtra, kPages}) {
+        choose(options);
+    }
+    EXPECT_EQ(LineFor(options),
+              LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-metadata --no-outline --no-hyperlinks --lines)"
+              LR"( --monochrome --x=1 -p "2,5" "a.pdf")");
+    kNoText(options);
+    EXPECT_EQ(LineFor(options),
+              LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-metadata --no-outline --no-hyperlinks --no-text)"
+              LR"( --monochrome --x=1 -p "2,5" "a.pdf")");
+}
+
+TEST(BuildConverterCommandLine, LeavesNoTraceOfWhatIsNotTickedOrEmpty) {
+    const ConversionOptions cases[] = {
+        OptionsBuilder().Resolution(L""),
+        OptionsBuilder().UntickedResolution(L"300"),
+        OptionsBuilder().Pages(L""),
+        OptionsBuilder().UntickedPages(L"1-5"),
+        OptionsBuilder().UntickedPages(L"  "),
+        OptionsBuilder().Extra(L""),
+        // The folder is in the path of the DjVu file already.
+        OptionsBuilder().OutputFolder(L"D:\\Out"),
+        OptionsBuilder().UntickedOutputFolder(L"D:\\Out"),
+    };
+    for (const ConversionOptions& options : cases) {
+        SCOPED_TRACE(&options - cases);
+        EXPECT_EQ(LineFor(options), LR"(pdf2djvu.exe -o "a.djvu" -v  "a.pdf")");
+    }
+}
+
+const LineCase kOptionTexts[] = {
+    // The limits of the resolution are checked when its edit is left, and not here.
+    {"ResolutionBelowTheLimits", OptionsBuilder().Resolution(L"5"),
+     LR"(pdf2djvu.exe -o "a.djvu" -v -d 5 "a.pdf")"},
+    {"ResolutionOfZeros", OptionsBuilder().Resolution(L"000"),
+     LR"(pdf2djvu.exe -o "a.djvu" -v -d 000 "a.pdf")"},
+    {"ResolutionAboveTheLimits", OptionsBuilder().Resolution(L"99999999999"),
+     LR"(pdf2djvu.exe -o "a.djvu" -v -d 99999999999 "a.pdf")"},
+    {"ResolutionOfABlank", OptionsBuilder().Resolution(L" "), LR"(pdf2djvu.exe -o "a.djvu" -v -d   "a.pdf")"},
+    {"PagesWithBlanksAround", OptionsBuilder().Pages(L" 1 , 2-4 "),
+     LR"(pdf2djvu.exe -o "a.djvu" -v  -p "1,2-4" "a.pdf")"},
+    {"PagesWithBlanksBetweenDigits", OptionsBuilder().Pages(L"1  2"),
+     LR"(pdf2djvu.exe -o "a.djvu" -v  -p "12" "a.pdf")"},
+    {"PagesOfOneBlank", OptionsBuilder().Pages(L" "), LR"(pdf2djvu.exe -o "a.djvu" -v  -p "" "a.pdf")"},
+    // Pasted text may hold anything; only U+0020 goes.
+    {"PagesWithOtherSpaces", OptionsBuilder().Pages(L"1\t2\u00A03\u20034"),
+     L"pdf2djvu.exe -o \"a.djvu\" -v  -p \"1\t2\u00A03\u20034\" \"a.pdf\""},
+    {"PagesWithQuotesAndLetters", OptionsBuilder().Pages(L"\"a b\"é"),
+     L"pdf2djvu.exe -o \"a.djvu\" -v  -p \"\"ab\"é\" \"a.pdf\""},
+    {"ExtraOptionsOfOneBlank", OptionsBuilder().Extra(L" "), LR"(pdf2djvu.exe -o "a.djvu" -v    "a.pdf")"},
+    {"ExtraOptionsAreNotTrimmed", OptionsBuilder().Extra(L"  -x  -y "),
+     LR"(pdf2djvu.exe -o "a.djvu" -v    -x  -y  "a.pdf")"},
+    {"ExtraOptionsWithQuotesAndRedirections",
+     OptionsBuilder().Extra(LR"(--t="a b" >out.txt & echo %PATH% ^ | 'é')"),
+     LR"(pdf2djvu.exe -o "a.djvu" -v  --t="a b" >out.txt & echo %PATH% ^ | 'é' "a.pdf")"},
+    {"ExtraOptionsAlreadyNamedByABox", OptionsBuilder().NoText().Extra(L"--no-text"),
+     LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text --no-text "a.pdf")"},
+};
+
+class OptionTextTest : public testing::TestWithParam<LineCase> {};
+
+TEST_P(OptionTextTest, IsWrittenAsStated) {
+    EXPECT_EQ(LineFor(GetParam().options), GetParam().line);
+}
+
+INSTANTIATE_TEST_SUITE_P(BuildConverterCommandLine, OptionTextTest, testing::ValuesIn(kOptionTexts),
+                         NameOfLineCase);
+
+struct PathCase {
+    const char* name;
+    std::wstring_view djvuPath;
+    std::wstring_view pdfPath;
+    const wchar_t* line;
+};
+
+constexpr PathCase kPaths[] = {
+    {"Empty", L"", L"", LR"(pdf2djvu.exe -o "" -v  "")"},
+    {"WithShellCharacters", L"C:\\a & b\\100%^'!.djvu", L"C:\\a & b\\100%^'!.pdf",
+     LR"(pdf2djvu.exe -o "C:\a & b\100%^'!.djvu" -v  "C:\a & b\100%^'!.pdf")"},
+    {"OutsideLatin", L"C:\\отчёт 報告\\\xD83D\xDE00.djvu", L"C:\\отчёт 報告\\\xD83D\xDE00.pdf",
+     L"pdf2djvu.exe -o \"C:\\отчёт 報告\\\xD83D\xDE00.djvu\" -v  \"C:\\отчёт "
+     L"報告\\\xD83D\xDE00.pdf\""},
+    {"EndingInABackslash", L"D:\\", L"E:\\", LR"(pdf2djvu.exe -o "D:\" -v  "E:\")"},
+    {"WithoutATerminator", std::wstring_view(L"a.djvu.bak", 6), std::wstring_view(L"a.pdf.bak", 5),
+     LR"(pdf2djvu.exe -o "a.djvu" -v  "a.pdf")"},
+};
+
+class PathTest : public testing::TestWithParam<PathCase> {};
+
+TEST_P(PathTest, IsQuotedAsGiven) {
+    EXPECT_EQ(BuildConverterCommandLine({}, GetParam().djvuPath, GetParam().pdfPath), GetParam().line);
+}
+
+INSTANTIATE_TEST_SUITE_P(BuildConverterCommandLine, PathTest, testing::ValuesIn(kPaths),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(BuildConverterCommandLine, HasNoLimitOfLength) {
+    const std::wstring folder = L"C:\\" + std::wstring(5000, L'x') + L"\\";
+    EXPECT_EQ(BuildConverterCommandLine({}, folder + L"a.djvu", folder + L"a.pdf"),
+              L"pdf2djvu.exe -o \"" + folder + L"a.djvu\" -v  \"" + folder + L"a.pdf\"");
+}
+
+TEST(BuildInterpreterArguments, QuotesTheWholeLineAndSendsErrorsToTheLogWhenOutputIsHidden) {
+    EXPECT_EQ(BuildInterpreterArguments(LR"(pdf2djvu.exe -o "C:\Docs\a.djvu" -v  "C:\Docs\a.pdf")", true),
+              LR"(/C "pdf2djvu.exe -o "C:\Docs\a.djvu" -v  "C:\Docs\a.pdf"" 2>>TalvenorLog.txt)");
+}
+
+TEST(BuildInterpreterArguments, RedirectsNothingWhenOutputIsShown) {
+    EXPECT_EQ(BuildInterpreterArguments(LR"(pdf2djvu.exe -o "C:\Docs\a.djvu" -v  "C:\Docs\a.pdf")", false),
+              LR"(/C "pdf2djvu.exe -o "C:\Docs\a.djvu" -v  "C:\Docs\a.pdf"")");
+}
+
+TEST(BuildInterpreterArguments, HandsOnAnyLineAsItIs) {
+    EXPECT_EQ(BuildInterpreterArguments(L"", false), LR"(/C "")");
+    EXPECT_EQ(BuildInterpreterArguments(L"", true), LR"(/C "" 2>>TalvenorLog.txt)");
+    EXPECT_EQ(BuildInterpreterArguments(L" é & \" %x% ^ ", true),
+              L"/C \" é & \" %x% ^ \" 2>>TalvenorLog.txt");
+    EXPECT_EQ(BuildInterpreterArguments(std::wstring_view(L"ab", 1), false), LR"(/C "a")");
+}
+
+}  // namespace

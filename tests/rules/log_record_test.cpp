@@ -1,0 +1,153 @@
+// One record of the conversion log.
+#include "log/log_record.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+constexpr RecordLabels kLabels = {L"Terminé le : ", L"*** Durée de conversion (hh:mm:ss) : "};
+
+struct RecordTimeCase {
+    const char* name;
+    DateOrdering ordering;
+    LocalTime time;
+    const wchar_t* text;
+};
+
+constexpr RecordTimeCase kRecordTimes[] = {
+    {"MonthDayYear", DateOrdering::MonthDayYear, {2026, 11, 16, 14, 5, 9}, L"11/16, 2026 - 14:05:09"},
+    {"DayMonthYear", DateOrdering::DayMonthYear, {2026, 11, 16, 14, 5, 9}, L"16/11, 2026 - 14:05:09"},
+    {"YearMonthDay", DateOrdering::YearMonthDay, {2026, 11, 16, 14, 5, 9}, L"2026/11, 16 - 14:05:09"},
+    {"MonthDayYearWithSingleDigits",
+     DateOrdering::MonthDayYear,
+     {2026, 1, 2, 3, 4, 5},
+     L"01/02, 2026 - 03:04:05"},
+    {"DayMonthYearWithSingleDigits",
+     DateOrdering::DayMonthYear,
+     {2026, 1, 2, 3, 4, 5},
+     L"02/01, 2026 - 03:04:05"},
+    {"YearMonthDayWithSingleDigits",
+     DateOrdering::YearMonthDay,
+     {2026, 1, 2, 3, 4, 5},
+     L"2026/01, 02 - 03:04:05"},
+    {"YearMonthDayInTheMorning",
+     DateOrdering::YearMonthDay,
+     {2026, 11, 16, 9, 3, 7},
+     L"2026/11, 16 - 09:03:07"},
+    {"Midnight", DateOrdering::DayMonthYear, {2026, 12, 31, 0, 0, 0}, L"31/12, 2026 - 00:00:00"},
+    {"LastSecondOfTheDay", DateOrdering::DayMonthYear, {1999, 12, 31, 23, 59, 59}, L"31/12, 1999 - 23:59:59"},
+    {"LastYearOfTheSystem",
+     DateOrdering::MonthDayYear,
+     {30827, 9, 10, 1, 10, 11},
+     L"09/10, 30827 - 01:10:11"},
+};
+
+class FormatRecordTimeTest : public testing::TestWithParam<RecordTimeCase> {};
+
+TEST_P(FormatRecordTimeTest, FollowsTheOrderingOfTheLocale) {
+    EXPECT_EQ(FormatRecordTime(GetParam().ordering, GetParam().time), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FormatRecordTimeTest, testing::ValuesIn(kRecordTimes),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(FormatRecordTime, TakesTheNumbersThatTheSystemGivesForAnOrdering) {
+    EXPECT_EQ(FormatRecordTime(DateOrdering{0}, {2026, 11, 16, 14, 5, 9}), L"11/16, 2026 - 14:05:09");
+    EXPECT_EQ(FormatRecordTime(DateOrdering{1}, {2026, 11, 16, 14, 5, 9}), L"16/11, 2026 - 14:05:09");
+    EXPECT_EQ(FormatRecordTime(DateOrdering{2}, {2026, 11, 16, 14, 5, 9}), L"2026/11, 16 - 14:05:09");
+}
+
+TEST(FormatRecordTime, GivesNothingForAnUnknownOrdering) {
+    for (const std::uint32_t ordering : {3u, 4u, 0x100u, 0x10001u, 0xFFFFFFFFu}) {
+        EXPECT_EQ(FormatRecordTime(DateOrdering{ordering}, {2026, 11, 16, 14, 5, 9}), std::nullopt)
+            << ordering;
+    }
+}
+
+TEST(BuildLogRecord, IsTheWholeTextForAConvertedFile) {
+    EXPECT_EQ(BuildLogRecord(kLabels, L"16/11, 2026 - 14:05:09", L"00:01:23"),
+              L"\r\n"
+              L"Terminé le : 16/11, 2026 - 14:05:09\r\n"
+              L"*** Durée de conversion (hh:mm:ss) : 00:01:23\r\n"
+              L"**************************************************************************************\r\n"
+              L"\r\n");
+}
+
+TEST(BuildLogRecord, IsTheWholeTextForACancelledFile) {
+    EXPECT_EQ(
+        BuildLogRecord(kLabels, L"16/11, 2026 - 14:07:40", L"*** Annulé !"),
+        L"\r\n"
+        L"Terminé le : 16/11, 2026 - 14:07:40\r\n"
+        L"*** Durée de conversion (hh:mm:ss) : *** Annulé !\r\n"
+        L"******************************************************************************************\r\n"
+        L"\r\n");
+}
+
+TEST(BuildLogRecord, WritesTheLabelTwiceWithoutATime) {
+    EXPECT_EQ(BuildLogRecord(kLabels, std::nullopt, L"00:01:23"),
+              L"\r\n"
+              L"Terminé le : Terminé le : \r\n"
+              L"*** Durée de conversion (hh:mm:ss) : 00:01:23\r\n"
+              L"*****************************************************************************\r\n"
+              L"\r\n");
+}
+
+TEST(BuildLogRecord, WritesTheLabelOnceWithATimeThatIsEmpty) {
+    EXPECT_EQ(BuildLogRecord(kLabels, L"", L"00:01:23"),
+              L"\r\n"
+              L"Terminé le : \r\n"
+              L"*** Durée de conversion (hh:mm:ss) : 00:01:23\r\n"
+              L"****************************************************************\r\n"
+              L"\r\n");
+}
+
+TEST(BuildLogRecord, KeepsItsShapeWithoutAnyText) {
+    EXPECT_EQ(BuildLogRecord({}, L"", L""), L"\r\n\r\n\r\n******\r\n\r\n");
+    EXPECT_EQ(BuildLogRecord({}, std::nullopt, L""), L"\r\n\r\n\r\n******\r\n\r\n");
+}
+
+TEST(BuildLogRecord, ReadsNoTextBeyondItsEnd) {
+    const RecordLabels labels = {std::wstring_view(L"ab", 1), std::wstring_view(L"cd", 1)};
+    EXPECT_EQ(BuildLogRecord(labels, L"t", std::wstring_view(L"ef", 1)),
+              L"\r\nat\r\nce\r\n**********\r\n\r\n");
+}
+
+struct RuleCase {
+    const char* name;
+    const wchar_t* finishedAt;
+    const wchar_t* duration;
+    std::ptrdiff_t asterisks;
+};
+
+// The three line breaks before the rule make six.
+constexpr RuleCase kRules[] = {
+    {"TwoForEachLineBreak", L"", L"", 6},
+    {"OneForEachCharacterOfEitherLine", L"abc", L"de", 11},
+    {"OneForAnAccentedLetter", L"é", L"", 7},
+    // Two of the system's 16-bit characters, and counted as two.
+    {"TwoForACharacterOfTwoUnits", L"\xD83D\xDE00", L"", 8},
+};
+
+class LogRecordRuleTest : public testing::TestWithParam<RuleCase> {};
+
+TEST_P(LogRecordRuleTest, IsAsLongAsTheWholeTextBeforeIt) {
+    const std::wstring record = BuildLogRecord({L"", L""}, GetParam().finishedAt, GetParam().duration);
+    EXPECT_EQ(std::count(record.begin(), record.end(), L'*'), GetParam().asterisks);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LogRecordRuleTest, testing::ValuesIn(kRules),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(BuildLogRecord, HasARuleOf86AsterisksForADurationAndOf90ForTheCancelledMark) {
+    const RecordLabels withoutAsterisks = {L"Terminé le : ", L"    Durée de conversion (hh:mm:ss) : "};
+    const std::wstring converted = BuildLogRecord(withoutAsterisks, L"16/11, 2026 - 14:05:09", L"00:01:23");
+    const std::wstring cancelled =
+        BuildLogRecord(withoutAsterisks, L"16/11, 2026 - 14:07:40", L"    Annulé !");
+    EXPECT_EQ(std::count(converted.begin(), converted.end(), L'*'), 86);
+    EXPECT_EQ(std::count(cancelled.begin(), cancelled.end(), L'*'), 90);
+}
+
+}  // namespace

@@ -1,0 +1,132 @@
+// Text in the system's ANSI code page.
+#include "log/ansi_text.h"
+
+#include "tests/support/call_record.h"
+#include "tests/support/replaced_imports.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr UINT kWesternEuropean = 1252;
+
+std::string Converted(const std::wstring& text) {
+    return AnsiText(text).Bytes();
+}
+
+class AnsiTextLengthTest : public testing::TestWithParam<std::size_t> {};
+
+TEST_P(AnsiTextLengthTest, IsKeptWhole) {
+    // No two neighbours alike, so that a shift shows.
+    std::wstring text(GetParam(), L'\0');
+    std::string bytes(GetParam(), '\0');
+    for (std::size_t i = 0; i < GetParam(); ++i) {
+        text[i] = static_cast<wchar_t>(L'a' + i % 26);
+        bytes[i] = static_cast<char>('a' + i % 26);
+    }
+    const AnsiText converted(text);
+    EXPECT_EQ(std::strlen(converted.Bytes()), GetParam());
+    EXPECT_EQ(converted.Bytes(), bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(AnsiText, AnsiTextLengthTest,
+                         testing::Values(0, 1, 126, 127, 128, 129, 255, 256, 5000));
+
+TEST(AnsiText, KeepsInPlaceWhatFits128BytesWithItsTerminator) {
+    const AnsiText fits(std::wstring(127, L'a'));
+    const AnsiText exceeds(std::wstring(128, L'a'));
+    const auto isInside = [](const AnsiText& text) {
+        const auto* const object = reinterpret_cast<const char*>(&text);
+        return text.Bytes() >= object && text.Bytes() < object + sizeof text;
+    };
+    EXPECT_TRUE(isInside(fits));
+    EXPECT_FALSE(isInside(exceeds));
+}
+
+TEST(AnsiText, EndsAtTheFirstNull) {
+    EXPECT_EQ(Converted(std::wstring(L"ab\0cd", 5)), "ab");
+    EXPECT_EQ(Converted(std::wstring(L"\0cd", 3)), "");
+}
+
+TEST(AnsiText, KeepsLineBreaks) {
+    EXPECT_EQ(Converted(L"\r\na\r\n\r\n"), "\r\na\r\n\r\n");
+}
+
+TEST(AnsiText, WritesAccentedLettersAsOneByteOfWindows1252) {
+    if (::GetACP() != kWesternEuropean) GTEST_SKIP() << "the system's ANSI code page is " << ::GetACP();
+    EXPECT_EQ(Converted(L"é"), "\xE9");
+    EXPECT_EQ(Converted(L"Terminé le : "), "Termin\xE9 le : ");
+    EXPECT_EQ(Converted(L"*** Durée de conversion (hh:mm:ss) : *** Annulé !"),
+              "*** Dur\xE9"
+              "e de conversion (hh:mm:ss) : *** Annul\xE9 !");
+    EXPECT_EQ(Converted(L"€ß\u00FF"), "\x80\xDF\xFF");
+    EXPECT_EQ(Converted(std::wstring(128, L'é')), std::string(128, '\xE9'));
+}
+
+TEST(AnsiText, WritesTheDefaultCharacterForWhatTheCodePageLacks) {
+    if (::GetACP() != kWesternEuropean) GTEST_SKIP() << "the system's ANSI code page is " << ::GetACP();
+    EXPECT_EQ(Converted(L"аЖ"), "??");        // Cyrillic
+    EXPECT_EQ(Converted(L"a報告b"), "a??b");  // Chinese
+    EXPECT_EQ(Converted(std::wstring(130, L'報')), std::string(130, '?'));
+    EXPECT_EQ(Converted(L"a\xD83D\xDE00z"), "a??z");  // one for each of its two halves
+}
+
+CallRecord conversions;
+
+void Record(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int size,
+            LPCCH defaultCharacter, LPBOOL usedDefault) {
+    const bool ordinary = codePage == CP_ACP && flags == 0 && length == -1 && text != nullptr &&
+                          defaultCharacter == nullptr && usedDefault == nullptr;
+    conversions.Add(std::string(ordinary ? "ordinary " : "odd ") + (bytes ? "into " : "size ") +
+                    std::to_string(size));
+}
+
+class AnsiTextCallsTest : public testing::Test {
+protected:
+    AnsiTextCallsTest() { conversions.Clear(); }
+};
+
+// Tells how many bytes are needed, and fails to convert after half the work.
+int WINAPI FailToConvert(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int size,
+                         LPCCH defaultCharacter, LPBOOL usedDefault) {
+    Record(codePage, flags, text, length, bytes, size, defaultCharacter, usedDefault);
+    if (!bytes) return static_cast<int>(std::wcslen(text)) + 1;
+    std::memset(bytes, 'x', 3);
+    return 0;
+}
+
+TEST_F(AnsiTextCallsTest, AsksForTheAnsiCodePageWithoutFlagsAndADefaultCharacterOfItsOwn) {
+    const ReplacedImport convert("WideCharToMultiByte", &FailToConvert);
+    { const AnsiText text(L"abcdef"); }
+    { const AnsiText text(std::wstring(127, L'a')); }
+    { const AnsiText text(std::wstring(128, L'a')); }
+    EXPECT_THAT(conversions.Calls(), ElementsAre("ordinary size 0", "ordinary into 128",  //
+                                                 "ordinary size 0", "ordinary into 128",  //
+                                                 "ordinary size 0", "ordinary into 129"));
+}
+
+TEST_F(AnsiTextCallsTest, IsEmptyWhenTheConversionFails) {
+    const ReplacedImport convert("WideCharToMultiByte", &FailToConvert);
+    EXPECT_STREQ(AnsiText(L"abcdef").Bytes(), "");
+    EXPECT_STREQ(AnsiText(std::wstring(5000, L'a')).Bytes(), "");
+}
+
+int WINAPI FailAlways(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int size,
+                      LPCCH defaultCharacter, LPBOOL usedDefault) {
+    Record(codePage, flags, text, length, bytes, size, defaultCharacter, usedDefault);
+    return 0;
+}
+
+TEST_F(AnsiTextCallsTest, IsEmptyWhenNotEvenTheSizeIsKnown) {
+    const ReplacedImport convert("WideCharToMultiByte", &FailAlways);
+    EXPECT_STREQ(AnsiText(L"abcdef").Bytes(), "");
+    EXPECT_STREQ(AnsiText(std::wstring(5000, L'a')).Bytes(), "");
+}
+
+}  // namespace

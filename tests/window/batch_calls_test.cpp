@@ -1,0 +1,123 @@
+// The steps of a batch on its worker thread: every call, with its arguments, in its order.
+#include "tests/window/batch_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+class BatchCallsTest : public BatchFixture {
+protected:
+    // The steps of one converter's run: from its window title to the last of its handles.
+    [[nodiscard]] std::vector<std::string> ConverterSteps() const {
+        return worker.Between("PathStripPathW", "LVM_GETITEMCOUNT");
+    }
+    // The list of the batch's own steps, without those of switching the whole window's state.
+    [[nodiscard]] std::vector<std::string> StartSteps() const {
+        return worker.Between("SetWindowTextW 2 \"Arrêter \"", "SetWindowTextW 1004");
+    }
+};
+
+TEST_F(BatchCallsTest, AConverterInItsOwnWindow) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    converters.Plan({{.durationMs = 7'000}});
+    RunBatch();
+    EXPECT_THAT(ConverterSteps(),
+                ElementsAre("PathStripPathW C:\\in\\a.pdf", "IsDlgButtonChecked 1019",
+                            "SHGetFolderPathW owner=none folder=0x25 token=none flags=1", "GetTickCount",
+                            "SetTimer main 2 1000", "CreateProcessW", "WaitForSingleObject process 1 INFINITE",
+                            "GetExitCodeProcess process 1", "GetTickCount", "KillTimer main 2",
+                            "IsDlgButtonChecked 1019", "LVM_GETNEXTITEM -1 flags=2",
+                            "LVM_SETITEMW 0,1 mask=1 \"00:00:07\"", "CloseHandle process 1",
+                            "CloseHandle thread 1", "LVM_GETITEMCOUNT"));
+}
+
+TEST_F(BatchCallsTest, AConverterThatCannotBeStarted) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
+    RunBatch();
+    const std::vector<std::string> steps = worker.Between("PathStripPathW", "IsDlgButtonChecked 1038");
+    ASSERT_EQ(steps.size(), 13u);
+    EXPECT_TRUE(steps[6].starts_with("MessageBoxW Erreur CreateProcess :  "));
+    EXPECT_THAT(std::vector(steps.begin() + 3, steps.begin() + 6),
+                ElementsAre("GetTickCount", "SetTimer main 2 1000", "CreateProcessW"));
+    EXPECT_THAT(std::vector(steps.begin() + 7, steps.end()),
+                ElementsAre("GetTickCount", "KillTimer main 2", "IsDlgButtonChecked 1019",
+                            "LVM_GETNEXTITEM -1 flags=2", "LVM_SETITEMW 0,1 mask=1 \"00:00:00\"",
+                            "IsDlgButtonChecked 1038"));
+}
+
+TEST_F(BatchCallsTest, FromTheRunningStateToTheFirstFile) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    RunBatch();
+    std::vector<std::string> steps = StartSteps();
+    // How wide the columns become is the system's business; that they are fitted is not.
+    const auto isWidth = [](const std::string& step) {
+        return step.starts_with("LVM_SETCOLUMNWIDTH") && step != "LVM_SETCOLUMNWIDTH 1 -2";
+    };
+    EXPECT_GE(std::erase_if(steps, isWidth), 1u);
+    EXPECT_THAT(steps,
+                ElementsAre("SetWindowTextW 2 \"Arrêter \"", "LVM_GETITEMCOUNT",
+                            "LVM_SETITEMW 0,1 mask=1 \"\"", "LVM_GETITEMCOUNT", "LVM_GETITEMCOUNT",
+                            "EnableWindow 1024 0", "ShowWindow 1024 0",
+                            "DeleteFileW " + Utf8(LogFile()), "LVM_SETCOLUMNWIDTH 1 -2", "UpdateWindow 1040",
+                            "LoadCursorW 32650", "SetCursor busy", "LVM_GETITEMCOUNT",
+                            "LVM_GETITEMTEXTW 0,0", "LVM_SETITEMSTATE 0 state=3 mask=3",
+                            "LVM_SETSELECTIONMARK 0", "LVM_ENSUREVISIBLE 0 partial=0",
+                            "SetWindowTextW 1004 \"Conversion en cours : C:\\in\\a.pdf\""));
+}
+
+TEST_F(BatchCallsTest, TheOptionBoxesAreReadForEachFileAndTheHiddenOutputAfterThem) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    SetChecked(IDC_NO_TEXT, true);
+    RunBatch();
+    std::vector<std::string> reads = worker.Between("SetWindowTextW 1004", "PathStripPathW");
+    ASSERT_GE(reads.size(), 3u);
+    reads.erase(reads.begin());
+    reads.pop_back();
+    // 1016 is not read: leaving the text out settles it.
+    EXPECT_THAT(reads, UnorderedElementsAre("IsDlgButtonChecked 1034", "IsDlgButtonChecked 1033",
+                                            "IsDlgButtonChecked 1017", "IsDlgButtonChecked 1036",
+                                            "IsDlgButtonChecked 1037", "IsDlgButtonChecked 1015",
+                                            "IsDlgButtonChecked 1030", "IsDlgButtonChecked 1026",
+                                            "IsDlgButtonChecked 1019"));
+    EXPECT_EQ(reads.back(), "IsDlgButtonChecked 1019");
+}
+
+TEST_F(BatchCallsTest, FromTheLastFileToTheIdleState) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    SetChecked(IDC_HIDE_OUTPUT, true);
+    SetChecked(IDC_SHUT_DOWN, true);
+    RunBatch();
+    EXPECT_THAT(worker.Between("IsDlgButtonChecked 1038", "EnableWindow 1 1"),
+                ElementsAre("IsDlgButtonChecked 1038", "GetActiveWindow", "DialogBoxParamW 101 owner=none",
+                            "LVM_SETITEMSTATE -1 state=0 mask=2", "MessageBoxW Conversion terminée !",
+                            "SetWindowTextW 1004 \"\"", "IsDlgButtonChecked 1019", "EnableWindow 1024 1",
+                            "ShowWindow 1024 5", "EnableWindow 1 1"));
+    EXPECT_THAT(worker.Between("SetWindowTextW 2 \"Quitter\"", "SetCursor"),
+                ElementsAre("SetWindowTextW 2 \"Quitter\"", "SetCursor previous"));
+    EXPECT_EQ(worker.All().back(), "SetCursor previous");
+}
+
+TEST_F(BatchCallsTest, AListOfManySelectionsIsClearedBeforeARowIsSelected) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    const HWND list = Control(IDC_FILE_LIST);
+    ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
+    RunBatch();
+    EXPECT_THAT(worker.Between("LVM_GETITEMTEXTW 0,0", "LVM_ENSUREVISIBLE"),
+                ElementsAre("LVM_GETITEMTEXTW 0,0", "LVM_SETITEMSTATE -1 state=0 mask=2",
+                            "LVM_SETITEMSTATE 0 state=3 mask=3", "LVM_SETSELECTIONMARK 0",
+                            "LVM_ENSUREVISIBLE 0 partial=0"));
+}
+
+TEST_F(BatchCallsTest, ARowThatCannotBeSelectedIsNeitherMarkedNorShown) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    worker.At("LVM_SETITEMSTATE 0", 1,
+              [&] { ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0); });
+    RunBatch();
+    EXPECT_EQ(worker.Count("LVM_SETITEMSTATE 0"), 1);
+    EXPECT_THAT(worker.Of({"LVM_SETSELECTIONMARK", "LVM_ENSUREVISIBLE"}), IsEmpty());
+}
+
+}  // namespace

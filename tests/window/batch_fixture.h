@@ -1,0 +1,79 @@
+// The real main window with a batch whose converters run on paper only. A test adds files, plans how their
+// converters behave, presses "Convertir" and looks at what the window shows and what the worker did.
+#pragma once
+
+#include "tests/window/main_window_fixture.h"
+#include "tests/window/scripted_converters.h"
+#include "tests/window/scripted_shutdown.h"
+#include "tests/window/worker_calls.h"
+#include "tests/window/worker_window_calls.h"
+
+#include <windows.h>
+#include <commdlg.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// Beside the calls of its parts `worker` has:
+//   PathStripPathW C:\in\a.pdf
+//   SHGetFolderPathW owner=none folder=0x25 token=none flags=1      (the folder is C:\système)
+//   DeleteFileW C:\...\TalvenorLog.txt
+//   MessageBoxW Conversion terminée !
+class BatchFixture : public MainWindowFixture {
+protected:
+    BatchFixture();
+    ~BatchFixture() override;
+
+    // Puts files into the list as a user does: dropped, and the open dialog cancelled, so that "Convertir"
+    // can be pressed.
+    void AddFiles(const std::vector<std::wstring>& paths);
+    void PressConvert() { Click(IDOK); }
+    // Presses "Convertir" and waits for the worker to end. Fails when it does not.
+    void RunBatch();
+    // Waits until `number` converters have been started and the worker waits for the last.
+    void WaitForConverter(int number);
+    void WaitForEnd();
+
+    // Presses "Arrêter " and answers `stopAnswer` to the question. Also from an action on the worker.
+    void PressStop() { Click(IDCANCEL); }
+    // The code of the quit message that the window has posted, which is removed; -1 without one.
+    static int TakeQuitMessage();
+    // A tick of the timer, when the system's clock shows `tick`.
+    void Tick(DWORD tick, WPARAM timerId = 2);
+
+    void SetChecked(int id, bool checked) { ::CheckDlgButton(Dialog(), id, checked ? BST_CHECKED : BST_UNCHECKED); }
+    [[nodiscard]] std::wstring LogFile() const { return folder.File(L"TalvenorLog.txt"); }
+    [[nodiscard]] bool LogExists() const { return std::filesystem::exists(LogFile()); }
+    void WriteLog(const std::string& bytes) const;
+    // The texts of the boxes that were shown, in their order.
+    [[nodiscard]] std::vector<std::string> Boxes() const;
+
+    WorkerCalls worker;
+    CallRecord shutdownCalls;
+    std::vector<DWORD> stopRequests;  // process ids whose windows were looked for
+
+    static inline std::atomic<int> stopAnswer{IDYES};
+
+private:
+    static int WINAPI AnswerBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
+    static BOOL WINAPI CancelOpenDialog(LPOPENFILENAMEW dialog);
+    static BOOL WINAPI RecordEnumeration(WNDENUMPROC callback, LPARAM parameter);
+    static BOOL WINAPI RecordDelete(LPCWSTR path);
+    static void WINAPI RecordStrip(LPWSTR path);
+    static HRESULT WINAPI AnswerFolder(HWND owner, int folder, HANDLE token, DWORD flags, LPWSTR path);
+
+    static inline BatchFixture* s_current = nullptr;
+
+    ReplacedImport m_box{"MessageBoxW", &AnswerBox};
+    ReplacedImport m_openDialog{"GetOpenFileNameW", &CancelOpenDialog};
+    ReplacedImport m_enumeration{"EnumWindows", &RecordEnumeration};
+    ReplacedImport m_delete{"DeleteFileW", &RecordDelete};
+    ReplacedImport m_strip{"PathStripPathW", &RecordStrip};
+    ReplacedImport m_folder{"SHGetFolderPathW", &AnswerFolder};
+
+protected:
+    ScriptedConverters converters{worker};
+    WorkerWindowCalls windows{worker};
+    ScriptedShutdown shutdown{shutdownCalls};
+};

@@ -1,0 +1,92 @@
+// Nothing of the window is kept for the length of a batch: each control is read when its value is needed.
+#include "tests/window/batch_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+// The box of hidden output has four readers in a batch of one file.
+struct HiddenReads {
+    const char* name;
+    bool arguments;
+    bool window;
+    bool record;
+    bool button;
+};
+
+class BatchHiddenReadsTest : public BatchFixture, public testing::WithParamInterface<HiddenReads> {};
+
+TEST_P(BatchHiddenReadsTest, EachReaderSeesTheBoxAsItIsThen) {
+    const HiddenReads& reads = GetParam();
+    AddFiles({L"C:\\in\\a.pdf"});
+    SetChecked(IDC_HIDE_OUTPUT, reads.arguments);
+    worker.At("PathStripPathW", 1, [&] { SetChecked(IDC_HIDE_OUTPUT, reads.window); });
+    worker.At("WaitForSingleObject", 1, [&] { SetChecked(IDC_HIDE_OUTPUT, reads.record); });
+    worker.At("MessageBoxW", 1, [&] { SetChecked(IDC_HIDE_OUTPUT, reads.button); });
+    RunBatch();
+    ASSERT_THAT(converters.Starts(), SizeIs(1));
+    const Start start = converters.Starts()[0];
+    EXPECT_EQ(start.arguments.ends_with(L" 2>>TalvenorLog.txt"), reads.arguments);
+    EXPECT_EQ(start.startup.wShowWindow, reads.window ? SW_HIDE : SW_SHOW);
+    EXPECT_EQ(LogExists(), reads.record);
+    EXPECT_EQ(IsShown(IDC_OPEN_LOG), reads.button);
+    EXPECT_EQ(IsEnabled(IDC_OPEN_LOG), reads.button);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, BatchHiddenReadsTest,
+                         testing::Values(HiddenReads{"ArgumentsOnly", true, false, false, false},
+                                         HiddenReads{"WindowOnly", false, true, false, false},
+                                         HiddenReads{"RecordOnly", false, false, true, false},
+                                         HiddenReads{"ButtonOnly", false, false, false, true},
+                                         HiddenReads{"AllButArguments", false, true, true, true},
+                                         HiddenReads{"AllButWindow", true, false, true, true},
+                                         HiddenReads{"AllButRecord", true, true, false, true},
+                                         HiddenReads{"AllButButton", true, true, true, false}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+class BatchFreshReadsTest : public BatchFixture {};
+
+TEST_F(BatchFreshReadsTest, TheShutdownBoxCountsAsItIsAtTheEnd) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    worker.At("WaitForSingleObject", 1, [&] { SetChecked(IDC_SHUT_DOWN, true); });
+    RunBatch();
+    EXPECT_EQ(worker.Count("DialogBoxParamW 101"), 1);
+    worker.At("WaitForSingleObject", 1, [&] { SetChecked(IDC_SHUT_DOWN, false); });
+    RunBatch();
+    EXPECT_EQ(worker.Count("DialogBoxParamW 101"), 1);
+}
+
+TEST_F(BatchFreshReadsTest, TheOptionsAreReadForEachFile) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
+    SetChecked(IDC_MONOCHROME, true);
+    worker.At("WaitForSingleObject process 1", 1, [&] {
+        SetChecked(IDC_MONOCHROME, false);
+        SetText(IDC_EXTRA_OPTIONS, L"--fg-colors=web");
+    });
+    worker.At("WaitForSingleObject process 2", 1, [&] {
+        SetText(IDC_EXTRA_OPTIONS, L"");
+        SetChecked(IDC_OUTPUT_FOLDER_CHECK, true);
+        SetText(IDC_OUTPUT_FOLDER, L"D:\\Sortie");
+    });
+    RunBatch();
+    std::vector<std::wstring> arguments;
+    for (const Start& start : converters.Starts()) arguments.push_back(start.arguments);
+    EXPECT_THAT(arguments,
+                ElementsAre(L"/C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  --monochrome \"C:\\in\\a.pdf\"\"",
+                            L"/C \"pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  --fg-colors=web \"C:\\in\\b.pdf\"\"",
+                            L"/C \"pdf2djvu.exe -o \"D:\\Sortie\\c.djvu\" -v  \"C:\\in\\c.pdf\"\""));
+}
+
+TEST_F(BatchFreshReadsTest, TheOutputFolderIsCheckedAtTheStartOnly) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    SetChecked(IDC_OUTPUT_FOLDER_CHECK, true);
+    SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
+    worker.At("DeleteFileW", 1, [&] { SetText(IDC_OUTPUT_FOLDER, L"Q:\\absent"); });
+    RunBatch();
+    ASSERT_THAT(converters.Starts(), SizeIs(1));
+    EXPECT_EQ(converters.Starts()[0].arguments,
+              L"/C \"pdf2djvu.exe -o \"Q:\\absent\\a.djvu\" -v  \"C:\\in\\a.pdf\"\"");
+}
+
+}  // namespace

@@ -1,0 +1,194 @@
+// Stopping a batch: the question, the request to the converter's window, and what is left of the batch at every
+// moment at which it can be stopped.
+#include "tests/window/batch_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr char kQuestion[] = "Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?";
+
+struct StopCase {
+    const char* name;
+    const char* at;  // the worker's call at which the user stops
+    std::vector<Conversion> plan;
+    std::vector<std::wstring> durations;
+    std::size_t starts;
+};
+class BatchStoppedAtTest : public BatchFixture, public testing::WithParamInterface<StopCase> {};
+
+TEST_P(BatchStoppedAtTest, KeepsWhatWasConvertedAndConvertsNoMore) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
+    SetChecked(IDC_SHUT_DOWN, true);
+    converters.Plan(GetParam().plan);
+    int stops = 0;
+    worker.At(GetParam().at, 1, [&] {
+        ++stops;
+        PressStop();
+    });
+    RunBatch();
+    ASSERT_EQ(stops, 1);
+    EXPECT_THAT(Column(1), ElementsAreArray(GetParam().durations));
+    EXPECT_THAT(converters.Starts(), SizeIs(GetParam().starts));
+    EXPECT_EQ(worker.Count("DialogBoxParamW 101"), 1) << "the countdown also follows a stop";
+    EXPECT_EQ(worker.Count("MessageBoxW Conversion terminée !"), 0);
+    EXPECT_FALSE(dialog->IsRunning());
+    EXPECT_EQ(SelectedRow(), -1);
+    EXPECT_EQ(Text(IDC_STATUS), L"");
+    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+    EXPECT_TRUE(IsEnabled(IDOK));
+}
+
+const std::vector<Conversion> kGood = {{.durationMs = 5'000}, {.durationMs = 5'000}, {.durationMs = 5'000}};
+
+INSTANTIATE_TEST_SUITE_P(
+    All, BatchStoppedAtTest,
+    testing::Values(
+        StopCase{"BeforeTheFirstConverter", "DeleteFileW", kGood, {L"", L"", L""}, 0},
+        StopCase{"BeforeTheFirstConverterButAfterTheTest", "PathStripPathW C:\\in\\a.pdf", kGood,
+                 {L"*** Annulé !", L"", L""}, 1},
+        StopCase{"WhileItIsStarted", "CreateProcessW", kGood, {L"*** Annulé !", L"", L""}, 1},
+        StopCase{"WhileItRunsAndItFails", "WaitForSingleObject process 1",
+                 {{.exitCode = 0xC000013A, .durationMs = 5'000}}, {L"*** Annulé !", L"", L""}, 1},
+        StopCase{"WhileItRunsAndItSucceedsAllTheSame", "WaitForSingleObject process 1", kGood,
+                 {L"*** Annulé !", L"", L""}, 1},
+        StopCase{"AfterItsEnd", "KillTimer main 2", kGood, {L"*** Annulé !", L"", L""}, 1},
+        StopCase{"BetweenTwoFiles", "LVM_SETITEMW 0,1 mask=1 \"00:00:05\"", kGood, {L"00:00:05", L"", L""}, 1},
+        StopCase{"BetweenTwoFilesButAfterTheTest", "LVM_SETITEMSTATE 1 state=3", kGood,
+                 {L"00:00:05", L"*** Annulé !", L""}, 2},
+        StopCase{"InTheLastFile", "WaitForSingleObject process 3", kGood,
+                 {L"00:00:05", L"00:00:05", L"*** Annulé !"}, 3},
+        StopCase{"InTheBoxOfAFailedStart", "MessageBoxW Erreur CreateProcess",
+                 {{.durationMs = 5'000}, {.startError = ERROR_FILE_NOT_FOUND}},
+                 {L"00:00:05", L"*** Annulé !", L""}, 2},
+        StopCase{"InTheCountdown", "DialogBoxParamW 101", kGood, {L"00:00:05", L"00:00:05", L"00:00:05"}, 3}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+class BatchStopTest : public BatchFixture {
+protected:
+    void StartHeld() {
+        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+        converters.Plan({{.held = true, .processId = 777}, {.processId = 888}});
+        PressConvert();
+        WaitForConverter(1);
+    }
+};
+
+TEST_F(BatchStopTest, AsksFirst) {
+    StartHeld();
+    PressStop();
+    EXPECT_THAT(calls.Calls(), ElementsAre(std::string("MessageBoxW owner=main text=") + kQuestion +
+                                           " caption=Talvenor type=0x24"));
+}
+
+TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
+    StartHeld();
+    stopAnswer = IDNO;
+    PressStop();
+    EXPECT_TRUE(dialog->IsRunning());
+    EXPECT_FALSE(IsEnabled(IDOK));
+    EXPECT_EQ(Text(IDCANCEL), L"Arrêter ");
+    EXPECT_THAT(stopRequests, IsEmpty());
+    converters.Release(1);
+    WaitForEnd();
+    EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
+    EXPECT_THAT(Boxes(), ElementsAre(kQuestion, "Conversion terminée !"));
+}
+
+TEST_F(BatchStopTest, YesBringsTheIdleStateAtOnceWhileTheWorkerStillWaits) {
+    StartHeld();
+    PressStop();
+    EXPECT_FALSE(dialog->IsRunning());
+    EXPECT_TRUE(dialog->HasWorker());
+    EXPECT_NE(dialog->Handle(), nullptr);
+    EXPECT_TRUE(IsEnabled(IDOK));
+    EXPECT_TRUE(IsEnabled(IDC_FILE_LIST));
+    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+    EXPECT_EQ(Cell(0, 1), L"");
+    converters.Release(1);
+    WaitForEnd();
+    EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
+    EXPECT_THAT(converters.Starts(), SizeIs(1));
+}
+
+TEST_F(BatchStopTest, ATickAfterTheStopMarksTheFileAsCancelled) {
+    StartHeld();
+    PressStop();
+    Tick(converters.tick + 3'000);
+    EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
+    EXPECT_TRUE(dialog->HasWorker());
+}
+
+TEST_F(BatchStopTest, LooksForTheWindowOfTheConverterThatRuns) {
+    StartHeld();
+    PressStop();
+    EXPECT_THAT(stopRequests, ElementsAre(777u));
+}
+
+TEST_F(BatchStopTest, BetweenTwoFilesLooksForTheWindowOfTheOneThatHasEnded) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{.processId = 777}, {.processId = 888}});
+    worker.At("LVM_GETITEMTEXTW 1,0", 1, [&] { PressStop(); });
+    RunBatch();
+    EXPECT_THAT(stopRequests, ElementsAre(777u));
+}
+
+TEST_F(BatchStopTest, AFailedStartLeavesTheProcessIdOfTheOneBefore) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{.processId = 777}, {.startError = ERROR_FILE_NOT_FOUND}});
+    worker.At("MessageBoxW Erreur CreateProcess", 1, [&] { PressStop(); });
+    RunBatch();
+    EXPECT_THAT(stopRequests, ElementsAre(777u));
+}
+
+TEST_F(BatchStopTest, TheCloseBoxIsAStopToo) {
+    StartHeld();
+    ::SendMessageW(Dialog(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return !dialog->IsRunning(); }));
+    EXPECT_THAT(Boxes(), ElementsAre(kQuestion));
+    EXPECT_NE(dialog->Handle(), nullptr);
+}
+
+// Three top-level windows, of which the two last belong to the converter.
+class BatchStopWindowTest : public BatchStopTest {
+protected:
+    BatchStopWindowTest() { s_sent.Clear(); }
+
+    static inline CallRecord s_sent;
+
+private:
+    static HWND Window(int number) { return reinterpret_cast<HWND>(static_cast<ULONG_PTR>(0x990000 + number)); }
+
+    static BOOL WINAPI Enumerate(WNDENUMPROC callback, LPARAM parameter) {
+        for (int number = 1; number <= 3; ++number) {
+            s_sent.Add("look at " + std::to_string(number));
+            if (!callback(Window(number), parameter)) return FALSE;
+        }
+        return TRUE;
+    }
+    static DWORD WINAPI Owner(HWND window, LPDWORD processId) {
+        *processId = window == Window(1) ? 1 : 777;
+        return 1;
+    }
+    static BOOL WINAPI Notify(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        const bool closes = message == WM_SYSCOMMAND && wParam == SC_CLOSE && lParam == 0;
+        s_sent.Add((closes ? "close " : "other message to ") +
+                   std::to_string(reinterpret_cast<ULONG_PTR>(window) - 0x990000));
+        return TRUE;
+    }
+
+    ReplacedImport m_enumerate{"EnumWindows", &Enumerate};
+    ReplacedImport m_owner{"GetWindowThreadProcessId", &Owner};
+    ReplacedImport m_notify{"SendNotifyMessageW", &Notify};
+};
+
+TEST_F(BatchStopWindowTest, TheFirstWindowOfTheConverterIsAskedToCloseAndNoOther) {
+    StartHeld();
+    PressStop();
+    EXPECT_THAT(s_sent.Calls(), ElementsAre("look at 1", "look at 2", "close 2"));
+}
+
+}  // namespace

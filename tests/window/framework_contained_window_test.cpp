@@ -1,0 +1,196 @@
+// A control whose messages pass through its owner's message map first: what reaches whom, and both orders of
+// ending.
+#include "ui/framework/contained_window.h"
+
+#include "tests/support/replaced_imports.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr DWORD kSection = 5;
+constexpr UINT kAsked = WM_APP + 1;  // no edit answers it
+
+// Writes down what it is asked and answers as the test says.
+class Owner : public CMessageMap {
+public:
+    bool ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
+                              DWORD section) override {
+        last = {window, message, wParam, lParam, section};
+        messages.push_back(message);
+        result = answer;
+        if (during) during(message);
+        return handles;
+    }
+
+    struct Call {
+        HWND window;
+        UINT message;
+        WPARAM wParam;
+        LPARAM lParam;
+        DWORD section;
+    };
+    Call last = {};
+    std::vector<UINT> messages;
+    LRESULT answer = 0;
+    bool handles = false;
+    std::function<void(UINT)> during;
+};
+
+class FrameworkContainedWindowTest : public testing::Test {
+protected:
+    FrameworkContainedWindowTest() {
+        m_edit =
+            ::CreateWindowExW(0, L"Edit", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+        m_ownProcedure = Procedure();
+        m_contained = std::make_unique<CContainedWindow>(m_owner, kSection);
+    }
+    ~FrameworkContainedWindowTest() override {
+        m_contained.reset();
+        if (::IsWindow(m_edit)) ::DestroyWindow(m_edit);
+    }
+
+    [[nodiscard]] LONG_PTR Procedure() const { return ::GetWindowLongPtrW(m_edit, GWLP_WNDPROC); }
+    [[nodiscard]] std::wstring Text() const {
+        wchar_t text[16] = {};
+        ::GetWindowTextW(m_edit, text, ARRAYSIZE(text));
+        return text;
+    }
+    void Type(wchar_t character) { ::SendMessageW(m_edit, WM_CHAR, character, 1); }
+
+    Owner m_owner;
+    HWND m_edit = nullptr;
+    LONG_PTR m_ownProcedure = 0;
+    std::unique_ptr<CContainedWindow> m_contained;
+};
+
+TEST_F(FrameworkContainedWindowTest, MessagesReachTheOwnersMapWithTheSectionsNumber) {
+    ASSERT_TRUE(m_contained->SubclassWindow(m_edit));
+    EXPECT_EQ(m_contained->Handle(), m_edit);
+    ::SendMessageW(m_edit, kAsked, 11, -12);
+    EXPECT_EQ(m_owner.last.window, m_edit);
+    EXPECT_EQ(m_owner.last.message, kAsked);
+    EXPECT_EQ(m_owner.last.wParam, 11u);
+    EXPECT_EQ(m_owner.last.lParam, -12);
+    EXPECT_EQ(m_owner.last.section, kSection);
+}
+
+TEST_F(FrameworkContainedWindowTest, TheProcedureIsReplacedByOneCallAndKept) {
+    static std::vector<int> indexes;
+    indexes.clear();
+    static LONG_PTR(WINAPI * original)(HWND, int, LONG_PTR) = nullptr;
+    const ReplacedImport setLong(
+        "SetWindowLongPtrW", +[](HWND window, int index, LONG_PTR value) WINAPI {
+            if (index == GWLP_WNDPROC) indexes.push_back(index);
+            return original(window, index, value);
+        });
+    original = setLong.Original<LONG_PTR WINAPI(HWND, int, LONG_PTR)>();
+    m_contained->SubclassWindow(m_edit);
+    EXPECT_THAT(indexes, ElementsAre(GWLP_WNDPROC));
+    EXPECT_NE(Procedure(), m_ownProcedure);
+    m_contained.reset();
+    EXPECT_EQ(Procedure(), m_ownProcedure);
+}
+
+TEST_F(FrameworkContainedWindowTest, WhatTheOwnerDoesNotHandleGoesToTheReplacedProcedure) {
+    m_contained->SubclassWindow(m_edit);
+    m_owner.answer = 99;  // of no account
+    Type(L'7');
+    EXPECT_EQ(Text(), L"7");
+    EXPECT_EQ(::SendMessageW(m_edit, WM_GETTEXTLENGTH, 0, 0), 1);
+}
+
+TEST_F(FrameworkContainedWindowTest, WhatTheOwnerHandlesStaysWithItAndItsResultIsReturned) {
+    m_contained->SubclassWindow(m_edit);
+    m_owner.handles = true;
+    m_owner.answer = 99;
+    EXPECT_EQ(::SendMessageW(m_edit, WM_CHAR, L'7', 1), 99);
+    m_owner.handles = false;
+    EXPECT_EQ(Text(), L"");
+}
+
+TEST_F(FrameworkContainedWindowTest, TheControlMayEndFirst) {
+    m_contained->SubclassWindow(m_edit);
+    ::DestroyWindow(m_edit);
+    EXPECT_FALSE(::IsWindow(m_edit));
+    EXPECT_EQ(m_contained->Handle(), nullptr);
+    static int touched = 0;
+    touched = 0;
+    const ReplacedImport setLong(
+        "SetWindowLongPtrW", +[](HWND, int, LONG_PTR) WINAPI -> LONG_PTR {
+            ++touched;
+            return 0;
+        });
+    m_contained.reset();
+    EXPECT_EQ(touched, 0) << "a window that is gone, and whose handle may be another's, was changed";
+}
+
+TEST_F(FrameworkContainedWindowTest, TheObjectMayEndFirst) {
+    m_contained->SubclassWindow(m_edit);
+    m_contained.reset();
+    m_owner.messages.clear();
+    EXPECT_EQ(Procedure(), m_ownProcedure);
+    EXPECT_EQ(::GetWindowLongPtrW(m_edit, GWLP_USERDATA), 0)
+        << "the control keeps the address of what is gone";
+    Type(L'7');
+    EXPECT_EQ(Text(), L"7");
+    EXPECT_THAT(m_owner.messages, IsEmpty());
+}
+
+TEST_F(FrameworkContainedWindowTest, TheObjectMayEndWhileItsMessageIsHandled) {
+    m_contained->SubclassWindow(m_edit);
+    m_owner.during = [this](UINT message) {
+        if (message == WM_CHAR) m_contained.reset();
+    };
+    Type(L'7');
+    EXPECT_EQ(Text(), L"7") << "the replaced procedure did not get the message";
+    EXPECT_EQ(Procedure(), m_ownProcedure);
+}
+
+TEST_F(FrameworkContainedWindowTest, TheControlMayEndWhileItsMessageIsHandled) {
+    m_contained->SubclassWindow(m_edit);
+    m_owner.handles = true;
+    m_owner.during = [this](UINT message) {
+        if (message == kAsked) ::DestroyWindow(m_edit);
+    };
+    m_owner.answer = 5;
+    EXPECT_EQ(::SendMessageW(m_edit, kAsked, 0, 0), 5);
+    EXPECT_EQ(m_contained->Handle(), nullptr);
+}
+
+TEST_F(FrameworkContainedWindowTest, AControlThatCannotBeSubclassedStaysUsable) {
+    {
+        const ReplacedImport setLong(
+            "SetWindowLongPtrW", +[](HWND, int, LONG_PTR) WINAPI -> LONG_PTR { return 0; });
+        EXPECT_FALSE(m_contained->SubclassWindow(m_edit));
+    }
+    EXPECT_EQ(m_contained->Handle(), m_edit);
+    Type(L'7');
+    EXPECT_EQ(Text(), L"7");
+    m_contained.reset();
+    EXPECT_EQ(Procedure(), m_ownProcedure);
+}
+
+TEST_F(FrameworkContainedWindowTest, TwoControlsOfOneOwnerHaveTheirOwnSections) {
+    CContainedWindow other(m_owner, 6);
+    const HWND otherEdit =
+        ::CreateWindowExW(0, L"Edit", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    m_contained->SubclassWindow(m_edit);
+    other.SubclassWindow(otherEdit);
+    ::SendMessageW(otherEdit, kAsked, 0, 0);
+    EXPECT_EQ(m_owner.last.section, 6u);
+    ::SendMessageW(m_edit, kAsked, 0, 0);
+    EXPECT_EQ(m_owner.last.section, kSection);
+    ::DestroyWindow(otherEdit);
+}
+
+}  // namespace

@@ -1,0 +1,42 @@
+// The main window with batches that go on until the test ends them.
+#pragma once
+
+#include "tests/window/held_converter.h"
+#include "tests/window/main_window_fixture.h"
+
+class HeldBatchFixture : public MainWindowFixture {
+protected:
+    HeldBatchFixture() { Create(); }
+    ~HeldBatchFixture() override {
+        // Stopped while its converter still holds it: a batch that ended meanwhile would make this quit.
+        if (dialog && dialog->Handle() && dialog->IsRunning()) StopBatch();
+        converter.EndAll(1);
+        Destroy();
+    }
+
+    // Starts a batch of the rows in the list and waits for its first converter.
+    void StartBatch() {
+        const int before = converter.Started();
+        Command(IDOK, BN_CLICKED);
+        ASSERT_TRUE(WaitFor([&] { return converter.Started() > before; })) << "no converter was started";
+    }
+    // Starts a batch of an empty list, which runs until it is stopped. Its worker ends at once.
+    void StartEmptyBatch() {
+        ASSERT_EQ(RowCount(), 0);
+        Command(IDOK, BN_CLICKED);
+        ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }))
+            << "the batch did not come to rest";
+    }
+    // Asks for a stop and confirms. The worker goes on waiting for its converter.
+    void StopBatch() {
+        boxAnswer = IDYES;
+        Click(IDCANCEL);
+    }
+    // Lets every converter end with `exitCode` and waits for the batch's end.
+    void FinishBatch(DWORD exitCode = 0) {
+        converter.EndAll(exitCode);
+        ASSERT_TRUE(WaitFor([&] { return !dialog->HasWorker(); })) << "the batch did not end";
+    }
+
+    HeldConverter converter;
+};

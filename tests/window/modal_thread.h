@@ -1,0 +1,55 @@
+// A modal dialog on a thread of its own, as a batch's worker runs one.
+#pragma once
+
+#include "tests/support/pump.h"
+#include "tests/window/own_dialogs.h"
+
+#include <windows.h>
+
+#include <chrono>
+
+// Runs `TDialog` without a parent until it ends. A test must end it before the ModalThread goes.
+template <class TDialog>
+class ModalThread {
+public:
+    explicit ModalThread(const wchar_t* title)
+        : m_title(title), m_thread(::CreateThread(nullptr, 0, &Run, this, 0, nullptr)) {}
+    ModalThread(const ModalThread&) = delete;
+    ModalThread& operator=(const ModalThread&) = delete;
+    ~ModalThread() {
+        if (!HasEnded()) ::PostMessageW(FindOwnDialog(m_title), WM_COMMAND, IDCANCEL, 0);
+        ::WaitForSingleObject(m_thread, INFINITE);
+        ::CloseHandle(m_thread);
+    }
+
+    // The dialog's window, once it is shown; null when it never is.
+    [[nodiscard]] HWND Window() const {
+        HWND window = nullptr;
+        PumpUntil(
+            [&] {
+                window = FindOwnDialog(m_title);
+                return window && ::IsWindowVisible(window);
+            },
+            std::chrono::seconds(10));
+        return window;
+    }
+
+    // The result of the dialog, which is to end now; -2 when it does not.
+    [[nodiscard]] INT_PTR Result() const {
+        const bool ended = PumpUntil([&] { return HasEnded(); }, std::chrono::seconds(10));
+        return ended ? m_result : -2;
+    }
+    [[nodiscard]] bool HasEnded() const { return ::WaitForSingleObject(m_thread, 0) == WAIT_OBJECT_0; }
+    [[nodiscard]] DWORD ThreadId() const { return ::GetThreadId(m_thread); }
+
+private:
+    static DWORD WINAPI Run(void* self) {
+        TDialog dialog;
+        static_cast<ModalThread*>(self)->m_result = dialog.DoModal(nullptr);
+        return 0;
+    }
+
+    const wchar_t* m_title;
+    INT_PTR m_result = -3;  // written by the thread, read after its end
+    HANDLE m_thread;
+};
