@@ -1,15 +1,20 @@
-// A batch with nothing around it: starts the interpreter with each line of a file and waits for it.
+// A batch with nothing around it: starts the interpreter with each line of a file and waits for it. With
+// "window" the bare dialog is shown meanwhile, and another thread runs the batch, as in Talvenor; a process
+// with windows costs more to start others from.
 //
-//   bare_batch LINES hidden|visible RESULT
+//   bare_batch LINES hidden|visible alone|window RESULT
 //
 // LINES is UTF-16: for each file the interpreter's arguments, then its window's title, a line each. The result
 // is the wall time and this program's own processor time, in milliseconds.
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
+#include "tests/equipment/handle.h"
 
+#include "benchmarks/bare/bare_dialog.h"
 #include "benchmarks/support/stopwatch.h"
 
 #include <windows.h>
+#include <commctrl.h>
 
 #include <string>
 #include <vector>
@@ -56,28 +61,63 @@ void RunInterpreter(const wchar_t* interpreter, std::wstring arguments, std::wst
     if (exitCode != 0) throw driver::Failure("the interpreter ended with " + std::to_string(exitCode));
 }
 
-void RunBatch(const wchar_t* linesFile, WORD show, const wchar_t* resultFile) {
-    const std::vector<std::wstring> lines = ReadLines(linesFile);
+struct Batch {
+    std::vector<std::wstring> lines;
+    WORD show;
+    std::wstring resultFile;
+};
+
+void Run(const Batch& batch) {
     wchar_t interpreter[MAX_PATH] = {};
     ::GetSystemDirectoryW(interpreter, MAX_PATH);
     ::lstrcatW(interpreter, L"\\cmd.exe");
     const double cpuBefore = OwnCpuMilliseconds();
     const Stopwatch stopwatch;
-    for (std::size_t i = 0; i + 1 < lines.size(); i += 2) {
-        RunInterpreter(interpreter, lines[i], lines[i + 1], show);
+    for (std::size_t i = 0; i + 1 < batch.lines.size(); i += 2) {
+        RunInterpreter(interpreter, batch.lines[i], batch.lines[i + 1], batch.show);
     }
     const double wall = stopwatch.Milliseconds();
     const double cpu = OwnCpuMilliseconds() - cpuBefore;
-    driver::WriteFileBytes(resultFile, std::to_string(wall) + ' ' + std::to_string(cpu));
+    driver::WriteFileBytes(batch.resultFile, std::to_string(wall) + ' ' + std::to_string(cpu));
+}
+
+struct WindowBatch {
+    Batch batch;
+    HWND dialog;
+};
+
+// A batch that fails leaves no result, and is noticed by that.
+DWORD WINAPI RunBesideWindow(void* parameter) {
+    const auto& [batch, dialog] = *static_cast<const WindowBatch*>(parameter);
+    try {
+        Run(batch);
+    } catch (const std::exception&) {
+    }
+    ::PostMessageW(dialog, WM_CLOSE, 0, 0);
+    return 0;
+}
+
+void RunWithWindow(Batch batch, HINSTANCE instance) {
+    ::InitCommonControls();
+    WindowBatch both{std::move(batch), CreateBareDialog(instance)};
+    ::ShowWindow(both.dialog, SW_SHOW);
+    const driver::UniqueHandle thread(::CreateThread(nullptr, 0, &RunBesideWindow, &both, 0, nullptr));
+    RunBareDialog(both.dialog);
+    ::WaitForSingleObject(thread.Get(), INFINITE);
 }
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
-    if (__argc != 4) return 2;
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
+    if (__argc != 5) return 2;
     try {
         const bool hidden = std::wstring(__wargv[2]) == L"hidden";
-        RunBatch(__wargv[1], hidden ? SW_HIDE : SW_SHOW, __wargv[3]);
+        Batch batch{ReadLines(__wargv[1]), static_cast<WORD>(hidden ? SW_HIDE : SW_SHOW), __wargv[4]};
+        if (std::wstring(__wargv[3]) == L"window") {
+            RunWithWindow(std::move(batch), instance);
+        } else {
+            Run(batch);
+        }
     } catch (const std::exception&) {
         return 1;
     }

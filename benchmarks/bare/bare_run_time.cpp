@@ -1,4 +1,4 @@
-// Nothing but the C run-time: how small a program can be that starts like Talvenor.
+// Nothing but the C run-time: how small a program is that starts like Talvenor and does nothing.
 
 #include <windows.h>
 

@@ -2,6 +2,7 @@
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/handle.h"
+#include "tests/equipment/text.h"
 
 namespace {
 
@@ -53,7 +54,20 @@ void AppTest::AddForConversion(const std::vector<std::wstring>& paths) const {
 
 void AppTest::Convert(driver::Milliseconds limit) const {
     m_window->StartBatch();
-    m_window->CloseCompletion(m_window->WaitForCompletion(limit));
+    CompleteBatch(limit);
+}
+
+void AppTest::CompleteBatch(driver::Milliseconds limit) const {
+    try {
+        m_window->CloseCompletion(m_window->WaitForCompletion(limit));
+    } catch (const driver::Failure& failure) {
+        // Where it stopped, and how far the last converter got, tell why.
+        std::string state = std::string(failure.what()) + "\n";
+        for (const std::wstring& duration : Durations()) state += "row: " + driver::ToUtf8(duration) + "\n";
+        for (const RecordedRun& run : Runs())
+            state += run.ended ? "run ended with " + std::to_string(*run.ended) + "\n" : "run without end\n";
+        throw driver::Failure(state);
+    }
 }
 
 HWND AppTest::WaitForBox() const {

@@ -48,6 +48,8 @@ protected:
     void AddForConversion(const std::vector<std::wstring>& paths) const;
     // Presses Convertir, waits for the message at the end and closes it.
     void Convert(driver::Milliseconds limit = driver::Milliseconds(60'000)) const;
+    // The same for a batch that has begun.
+    void CompleteBatch(driver::Milliseconds limit = kSoon) const;
     // Waits for a box or dialog in front of the window, presses a button of it and waits until it is gone.
     void AnswerBox(int buttonId) const;
     // Waits for a dialog in front of the window and gives it.

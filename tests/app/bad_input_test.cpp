@@ -59,7 +59,7 @@ protected:
     // success. The window goes by the exit code, which is all that it is told.
     void ExpectTheEndThatTheInterpreterReports() {
         if (UnderWine()) {
-            Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+            CompleteBatch();
             EXPECT_THAT(Durations(), Each(StartsWith(L"00:00:")));
         } else {
             ASSERT_TRUE(BecomesIdle());
@@ -119,7 +119,7 @@ TEST_F(BadInput, RecordThatCannotBeWrittenIsLostWithoutAWord) {
                                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                                     OPEN_EXISTING, 0, nullptr));
     ASSERT_NE(reader.Get(), INVALID_HANDLE_VALUE);
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_EQ(Runs().size(), 2u);
     EXPECT_THAT(Durations(), Each(StartsWith(L"00:00:")));
     EXPECT_EQ(driver::ReadFileBytes(installed.Log()).find("Termin"), std::string::npos);

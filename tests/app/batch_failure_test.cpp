@@ -67,7 +67,7 @@ TEST_F(BatchFailure, WithoutInterpreterSaysSoAndYetCountsAsDone) {
     EXPECT_GT(text.size(), text.find(L"Erreur CreateProcess :  ") + 30) << "nothing behind the prefix";
     EXPECT_EQ(::GetWindow(error, GW_OWNER), Window().Window());
     AnswerBox(IDOK);
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_THAT(Durations(), ElementsAre(StartsWith(L"00:00:0"), L""));
 }
 

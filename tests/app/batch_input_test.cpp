@@ -2,8 +2,6 @@
 // the window all the same.
 #include "tests/app/input_fixture.h"
 
-#include <functional>
-
 namespace {
 
 // How a person begins a batch; what had the focus at that moment is disabled by it.
@@ -60,11 +58,18 @@ TEST_P(BatchInput, AltF4Asks) {
     ExpectQuestionAndAnswerNo();
 }
 
-TEST_P(BatchInput, TabFindsTheStopButton) {
+TEST_P(BatchInput, TabLeadsToTheStopButton) {
     Begin();
-    input::Press(VK_TAB);
-    EXPECT_TRUE(Comes([&] { return FocusedId() == id::kQuit || FocusedId() == id::kAbout; }, kInputLimit))
-        << "focus: " << FocusedId();
+    // Three controls can be enabled during a batch; whichever comes first, the button is not far.
+    for (int presses = 0; presses < 3 && FocusedId() != id::kQuit; ++presses) {
+        const int before = FocusedId();
+        input::Press(VK_TAB);
+        ASSERT_TRUE(Comes([&] { return FocusedId() != before; }, driver::Milliseconds(1000))) << before;
+        EXPECT_TRUE(IsEnabled(FocusedId())) << FocusedId();
+    }
+    EXPECT_EQ(FocusedId(), id::kQuit);
+    input::Press(VK_SPACE);
+    ExpectQuestionAndAnswerNo();
 }
 
 INSTANTIATE_TEST_SUITE_P(Begun, BatchInput,
@@ -91,7 +96,7 @@ TEST_F(RunningBatchInput, ClickOnArreterAsks) {
     const HWND question = WaitForBox();
     EXPECT_THAT(driver::AllText(question), testing::HasSubstr(L"Un traitement est en cours."));
     AnswerBox(IDNO);
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_EQ(Runs().size(), 2u);
 }
 
@@ -100,14 +105,14 @@ TEST_F(RunningBatchInput, ClickOnADisabledEditStillEnablesItAndTicksItsBox) {
     EXPECT_TRUE(GetsFocus(id::kPages));
     EXPECT_TRUE(IsChecked(id::kPagesBox));
     EXPECT_FALSE(IsEnabled(id::kPagesBox));
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
 }
 
 TEST_F(RunningBatchInput, ClicksOnTheDisabledListAndButtonsDoNothing) {
     input::ClickOn(List());
     input::ClickOn(Control(id::kClear));
     input::ClickOn(Control(id::kAdd));
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_EQ(driver::RowCount(List()), 2);
     EXPECT_EQ(Runs().size(), 2u);
 }
@@ -119,7 +124,7 @@ TEST_F(RunningBatchInput, AboutBoxOpensAndTheBatchGoesOn) {
     EXPECT_THAT(driver::AllText(about), testing::HasSubstr(L"\nVersion 1.2 (64-bit)"));
     EXPECT_TRUE(Comes([&] { return Runs().size() == 2; })) << "the batch waits for the box";
     AnswerBox(IDOK);
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
 }
 
 }  // namespace

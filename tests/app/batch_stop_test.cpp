@@ -50,7 +50,7 @@ TEST_F(BatchStop, AsksFirstAndGoesOnAfterNo) {
     AnswerBox(IDNO);
     EXPECT_TRUE(Window().IsRunning());
     EXPECT_FALSE(IsEnabled(id::kConvert));
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_EQ(Runs().size(), 2u);
 }
 
@@ -63,7 +63,7 @@ TEST_F(BatchStop, GoesOnConvertingWhileTheQuestionStands) {
     EXPECT_EQ(Runs().size(), 2u);
     driver::PressDialogButton(question, IDNO);
     ASSERT_TRUE(Comes([&] { return !::IsWindow(question); }));
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
 }
 
 TEST_F(BatchStop, YesAsksTheInterpreterToCloseAndConvertsNothingMore) {

@@ -91,7 +91,7 @@ TEST_F(Batch, ShowsTheFileBeingConvertedAndItsTime) {
     EXPECT_EQ(Text(id::kStatus), L"Conversion en cours : " + b);
     EXPECT_GE(Durations()[0], L"00:00:02");
     EXPECT_EQ(Durations()[1], L"");
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_GE(Durations()[0], L"00:00:02");
     EXPECT_THAT(Durations()[1], StartsWith(L"00:00:0"));
 }
@@ -138,7 +138,7 @@ TEST_F(Batch, SecondOneBeginsWithoutDurationsAndWithoutLog) {
     ASSERT_TRUE(Comes([&] { return Runs().size() == 3; }));
     EXPECT_THAT(Durations(), Each(IsEmpty()));
     EXPECT_FALSE(driver::IsVisible(Control(id::kOpenLog)));
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_EQ(Runs().size(), 4u);
     EXPECT_EQ(driver::ReadFileBytes(installed.Log()).find("mark"), std::string::npos);
 }

@@ -41,7 +41,7 @@ TEST_F(Countdown, ShowsItsTextsAndCountsDown) {
     EXPECT_TRUE(Comes([&] { return Seconds() == L"28"; }, kFewSeconds));
     driver::PressDialogButton(dialog, IDCANCEL);
     EXPECT_TRUE(Closes());
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
 }
 
 TEST_F(Countdown, LeavesTheMainWindowAliveAndInItsRunningState) {
@@ -52,7 +52,7 @@ TEST_F(Countdown, LeavesTheMainWindowAliveAndInItsRunningState) {
     EXPECT_FALSE(IsEnabled(id::kConvert));
     driver::PressDialogButton(dialog, IDCANCEL);
     EXPECT_TRUE(Closes());
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_TRUE(IsChecked(id::kShutdown)) << "the box keeps its mark";
     EXPECT_EQ(Window().Quit(), 2u);
 }
@@ -75,14 +75,14 @@ TEST_F(Countdown, EscapeCancels) {
     ConvertUntilCountdown(L"a.pdf");
     driver::PressKey(driver::Control(dialog, IDCANCEL), VK_ESCAPE);
     EXPECT_TRUE(Closes());
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
 }
 
 TEST_F(Countdown, CloseBoxCancels) {
     ConvertUntilCountdown(L"a.pdf");
     ::PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_TRUE(Closes());
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
 }
 
 TEST_F(Countdown, AlsoComesAfterAFailedBatch) {

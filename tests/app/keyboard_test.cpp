@@ -72,6 +72,18 @@ TEST_F(Keyboard, EnterDoesNothingWhileConvertIsDisabled) {
     EXPECT_EQ(Window().OpenBox(), nullptr);
 }
 
+TEST_F(Keyboard, EnterPressesTheButtonThatHasTheFocus) {
+    Start();
+    AddForConversion({installed.MakePdf(L"a.pdf")});
+    input::BringToFront(Window().Window());
+    driver::Ask(Window().Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id::kAbout)), TRUE);
+    ASSERT_TRUE(GetsFocus(id::kAbout));
+    input::Press(VK_RETURN);
+    EXPECT_EQ(driver::Text(WaitForBox()), L"À propos...");
+    AnswerBox(IDOK);
+    EXPECT_THAT(Runs(), testing::IsEmpty());
+}
+
 TEST_F(Keyboard, EnterInAnEditConverts) {
     Start();
     AddForConversion({installed.MakePdf(L"a.pdf")});
@@ -80,7 +92,7 @@ TEST_F(Keyboard, EnterInAnEditConverts) {
     input::Type(L"--exemple");
     input::Press(VK_RETURN);
     ASSERT_TRUE(Comes([&] { return Runs().size() == 1; })) << "no batch begins";
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_THAT(Runs()[0].Arguments(), testing::Contains(L"--exemple"));
 }
 
@@ -94,7 +106,7 @@ TEST_F(Keyboard, ResolutionConvertedByEnterIsTakenAsTyped) {
     ASSERT_TRUE(Reads(id::kResolution, L"50"));
     input::Press(VK_RETURN);
     ASSERT_TRUE(Comes([&] { return Runs().size() == 1; })) << "no batch begins";
-    Window().CloseCompletion(Window().WaitForCompletion(kSoon));
+    CompleteBatch();
     EXPECT_EQ(Runs()[0].Arguments().at(4), L"-d");
     EXPECT_EQ(Runs()[0].Arguments().at(5), L"50");
 }

@@ -26,11 +26,11 @@ TEST_F(BatchCallsTest, AConverterInItsOwnWindow) {
     EXPECT_THAT(ConverterSteps(),
                 ElementsAre("PathStripPathW C:\\in\\a.pdf", "IsDlgButtonChecked 1019",
                             "SHGetFolderPathW owner=none folder=0x25 token=none flags=1", "GetTickCount",
-                            "SetTimer main 2 1000", "CreateProcessW", "WaitForSingleObject process 1 INFINITE",
-                            "GetExitCodeProcess process 1", "GetTickCount", "KillTimer main 2",
-                            "IsDlgButtonChecked 1019", "LVM_GETNEXTITEM -1 flags=2",
-                            "LVM_SETITEMW 0,1 mask=1 \"00:00:07\"", "CloseHandle process 1",
-                            "CloseHandle thread 1", "LVM_GETITEMCOUNT"));
+                            "SetTimer main 2 1000", "CreateProcessW",
+                            "WaitForSingleObject process 1 INFINITE", "GetExitCodeProcess process 1",
+                            "GetTickCount", "KillTimer main 2", "IsDlgButtonChecked 1019",
+                            "LVM_GETNEXTITEM -1 flags=2", "LVM_SETITEMW 0,1 mask=1 \"00:00:07\"",
+                            "CloseHandle process 1", "CloseHandle thread 1", "LVM_GETITEMCOUNT"));
 }
 
 TEST_F(BatchCallsTest, AConverterThatCannotBeStarted) {
@@ -57,15 +57,15 @@ TEST_F(BatchCallsTest, FromTheRunningStateToTheFirstFile) {
         return step.starts_with("LVM_SETCOLUMNWIDTH") && step != "LVM_SETCOLUMNWIDTH 1 -2";
     };
     EXPECT_GE(std::erase_if(steps, isWidth), 1u);
-    EXPECT_THAT(steps,
-                ElementsAre("SetWindowTextW 2 \"Arrêter \"", "LVM_GETITEMCOUNT",
-                            "LVM_SETITEMW 0,1 mask=1 \"\"", "LVM_GETITEMCOUNT", "LVM_GETITEMCOUNT",
-                            "EnableWindow 1024 0", "ShowWindow 1024 0",
-                            "DeleteFileW " + Utf8(LogFile()), "LVM_SETCOLUMNWIDTH 1 -2", "UpdateWindow 1040",
-                            "LoadCursorW 32650", "SetCursor busy", "LVM_GETITEMCOUNT",
-                            "LVM_GETITEMTEXTW 0,0", "LVM_SETITEMSTATE 0 state=3 mask=3",
-                            "LVM_SETSELECTIONMARK 0", "LVM_ENSUREVISIBLE 0 partial=0",
-                            "SetWindowTextW 1004 \"Conversion en cours : C:\\in\\a.pdf\""));
+    EXPECT_THAT(
+        steps,
+        ElementsAre("SetWindowTextW 2 \"Arrêter \"", "LVM_GETITEMCOUNT", "LVM_SETITEMW 0,1 mask=1 \"\"",
+                    "LVM_GETITEMCOUNT", "LVM_GETITEMCOUNT", "EnableWindow 1024 0", "ShowWindow 1024 0",
+                    "DeleteFileW " + Utf8(LogFile()), "LVM_SETCOLUMNWIDTH 1 -2", "UpdateWindow 1040",
+                    "LoadCursorW 32650", "SetCursor busy", "LVM_GETITEMCOUNT", "LVM_GETITEMTEXTW 0,0",
+                    "LVM_SETITEMSTATE 0 state=3 mask=3", "LVM_SETSELECTIONMARK 0",
+                    "LVM_ENSUREVISIBLE 0 partial=0",
+                    "SetWindowTextW 1004 \"Conversion en cours : C:\\in\\a.pdf\""));
 }
 
 TEST_F(BatchCallsTest, TheOptionBoxesAreReadForEachFileAndTheHiddenOutputAfterThem) {
@@ -77,11 +77,10 @@ TEST_F(BatchCallsTest, TheOptionBoxesAreReadForEachFileAndTheHiddenOutputAfterTh
     reads.erase(reads.begin());
     reads.pop_back();
     // 1016 is not read: leaving the text out settles it.
-    EXPECT_THAT(reads, UnorderedElementsAre("IsDlgButtonChecked 1034", "IsDlgButtonChecked 1033",
-                                            "IsDlgButtonChecked 1017", "IsDlgButtonChecked 1036",
-                                            "IsDlgButtonChecked 1037", "IsDlgButtonChecked 1015",
-                                            "IsDlgButtonChecked 1030", "IsDlgButtonChecked 1026",
-                                            "IsDlgButtonChecked 1019"));
+    EXPECT_THAT(reads, UnorderedElementsAre(
+                           "IsDlgButtonChecked 1034", "IsDlgButtonChecked 1033", "IsDlgButtonChecked 1017",
+                           "IsDlgButtonChecked 1036", "IsDlgButtonChecked 1037", "IsDlgButtonChecked 1015",
+                           "IsDlgButtonChecked 1030", "IsDlgButtonChecked 1026", "IsDlgButtonChecked 1019"));
     EXPECT_EQ(reads.back(), "IsDlgButtonChecked 1019");
 }
 

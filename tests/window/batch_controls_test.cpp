@@ -1,13 +1,13 @@
 // What else of the window a batch touches: the log and its button, the duration column.
 #include "tests/window/batch_fixture.h"
 
-#include <fstream>
+#include <shellapi.h>
+
 #include <utility>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class BatchControlsTest : public BatchFixture {
 protected:
@@ -93,10 +93,34 @@ TEST_F(BatchControlsTest, TheDurationColumnIsShownFromTheStartAndStays) {
     int duringTheFirst = 0;
     worker.At("CreateProcessW", 1, [&] { duringTheFirst = ColumnWidth(1); });
     RunBatch();
-    EXPECT_GE(duringTheFirst, static_cast<int>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETSTRINGWIDTHW, 0,
-                                                             reinterpret_cast<LPARAM>(L"Durée de conversion"))));
+    EXPECT_GE(duringTheFirst,
+              static_cast<int>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETSTRINGWIDTHW, 0,
+                                              reinterpret_cast<LPARAM>(L"Durée de conversion"))));
     EXPECT_EQ(ColumnWidth(1), duringTheFirst);
     EXPECT_EQ(ColumnWidth(0), client.right - duringTheFirst);
+}
+
+// The folders that explorer is started with.
+class BatchDestinationTest : public BatchControlsTest {
+protected:
+    BatchDestinationTest() { s_folders.clear(); }
+
+    static inline std::vector<std::wstring> s_folders;
+
+private:
+    static BOOL WINAPI Execute(SHELLEXECUTEINFOW* request) {
+        s_folders.push_back(request->lpParameters);
+        return TRUE;
+    }
+    ReplacedImport m_execute{"ShellExecuteExW", &Execute};
+};
+
+TEST_F(BatchDestinationTest, DuringABatchItIsTheFolderOfTheFileBeingConverted) {
+    AddFiles({L"C:\\un\\a.pdf", L"D:\\deux\\b.pdf"});
+    worker.At("WaitForSingleObject process 1", 1, [&] { Click(IDC_OPEN_DESTINATION); });
+    worker.At("WaitForSingleObject process 2", 1, [&] { Click(IDC_OPEN_DESTINATION); });
+    RunBatch();
+    EXPECT_THAT(s_folders, ElementsAre(L"C:\\un", L"D:\\deux"));
 }
 
 TEST_F(BatchControlsTest, TheDestinationButtonIsEnabledByTheFirstFileAndStays) {

@@ -1,4 +1,5 @@
-// What a batch shows from its first file to its last: rows, durations, the status line, the message at its end.
+// What a batch shows from its first file to its last: rows, durations, the status line, the message at its
+// end.
 #include "tests/window/batch_fixture.h"
 
 #include <tuple>
@@ -17,8 +18,8 @@ protected:
         return static_cast<int>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETSELECTEDCOUNT, 0, 0));
     }
     [[nodiscard]] int FocusedRow() const {
-        return static_cast<int>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETNEXTITEM,
-                                               static_cast<WPARAM>(-1), LVNI_FOCUSED));
+        return static_cast<int>(
+            ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
     }
 };
 
@@ -40,9 +41,8 @@ TEST_F(BatchCourseTest, EachFileIsTheSelectedRowAndStandsInTheStatusLineWhileItC
     SelectRow(2);
     std::vector<std::tuple<int, int, int, std::wstring>> seen;
     for (int file = 1; file <= 3; ++file) {
-        worker.At("CreateProcessW", file, [&] {
-            seen.emplace_back(SelectedRow(), SelectedCount(), FocusedRow(), Text(IDC_STATUS));
-        });
+        worker.At("CreateProcessW", file,
+                  [&] { seen.emplace_back(SelectedRow(), SelectedCount(), FocusedRow(), Text(IDC_STATUS)); });
     }
     RunBatch();
     EXPECT_THAT(seen, ElementsAre(std::tuple(0, 1, 0, L"Conversion en cours : C:\\in\\a.pdf"),
@@ -153,17 +153,17 @@ TEST_P(BatchDurationTest, IsWrittenInHoursMinutesAndSeconds) {
     EXPECT_EQ(Cell(0, 1), GetParam().duration);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, BatchDurationTest,
-    testing::Values(DurationCase{"PartOfASecond", 0, 999, L"00:00:00"},
-                    DurationCase{"AlmostAMinute", 0, 59'999, L"00:00:59"},
-                    DurationCase{"OneHour", 0, 3'600'000, L"01:00:00"},
-                    DurationCase{"HoursMinutesSeconds", 0, 3'725'000, L"01:02:05"},
-                    DurationCase{"MoreThanADay", 0, 90'061'000, L"25:01:01"},
-                    DurationCase{"HundredHours", 0, 360'000'000, L"100:00:00"},
-                    DurationCase{"AcrossTheWrap", 0xFFFFFF00, 0x400, L"00:00:01"},
-                    DurationCase{"EndsAtTickZero", 0xFFFFF060, 4'000, L"00:00:04"},
-                    DurationCase{"StartsInTheUpperHalf", 0x80000000, 61'000, L"00:01:01"}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(All, BatchDurationTest,
+                         testing::Values(DurationCase{"PartOfASecond", 0, 999, L"00:00:00"},
+                                         DurationCase{"AlmostAMinute", 0, 59'999, L"00:00:59"},
+                                         DurationCase{"OneHour", 0, 3'600'000, L"01:00:00"},
+                                         DurationCase{"HoursMinutesSeconds", 0, 3'725'000, L"01:02:05"},
+                                         DurationCase{"MoreThanADay", 0, 90'061'000, L"25:01:01"},
+                                         DurationCase{"HundredHours", 0, 360'000'000, L"100:00:00"},
+                                         DurationCase{"AcrossTheWrap", 0xFFFFFF00, 0x400, L"00:00:01"},
+                                         DurationCase{"EndsAtTickZero", 0xFFFFF060, 4'000, L"00:00:04"},
+                                         DurationCase{"StartsInTheUpperHalf", 0x80000000, 61'000,
+                                                      L"00:01:01"}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

@@ -33,7 +33,8 @@ void BatchFixture::RunBatch() {
 
 void BatchFixture::WaitForConverter(int number) {
     const std::string wait = "WaitForSingleObject process " + std::to_string(number) + ' ';
-    ASSERT_TRUE(WaitFor([&] { return worker.Count(wait) > 0; })) << "converter " << number << " did not start";
+    ASSERT_TRUE(WaitFor([&] { return worker.Count(wait) > 0; }))
+        << "converter " << number << " did not start";
 }
 
 void BatchFixture::WaitForEnd() {
@@ -92,8 +93,8 @@ void WINAPI BatchFixture::RecordStrip(LPWSTR path) {
 
 HRESULT WINAPI BatchFixture::AnswerFolder(HWND owner, int folder, HANDLE token, DWORD flags, LPWSTR path) {
     char call[100];
-    ::wsprintfA(call, "SHGetFolderPathW owner=%s folder=0x%X token=%s flags=%d", owner ? "some" : "none", folder,
-                token ? "some" : "none", flags);
+    ::wsprintfA(call, "SHGetFolderPathW owner=%s folder=0x%X token=%s flags=%d", owner ? "some" : "none",
+                folder, token ? "some" : "none", flags);
     s_current->worker.Note(call);
     ::lstrcpynW(path, L"C:\\système", MAX_PATH);
     return S_OK;

@@ -42,7 +42,9 @@ protected:
     // A tick of the timer, when the system's clock shows `tick`.
     void Tick(DWORD tick, WPARAM timerId = 2);
 
-    void SetChecked(int id, bool checked) { ::CheckDlgButton(Dialog(), id, checked ? BST_CHECKED : BST_UNCHECKED); }
+    void SetChecked(int id, bool checked) {
+        ::CheckDlgButton(Dialog(), id, checked ? BST_CHECKED : BST_UNCHECKED);
+    }
     [[nodiscard]] std::wstring LogFile() const { return folder.File(L"TalvenorLog.txt"); }
     [[nodiscard]] bool LogExists() const { return std::filesystem::exists(LogFile()); }
     void WriteLog(const std::string& bytes) const;

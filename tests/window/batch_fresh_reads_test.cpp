@@ -72,10 +72,11 @@ TEST_F(BatchFreshReadsTest, TheOptionsAreReadForEachFile) {
     RunBatch();
     std::vector<std::wstring> arguments;
     for (const Start& start : converters.Starts()) arguments.push_back(start.arguments);
-    EXPECT_THAT(arguments,
-                ElementsAre(L"/C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  --monochrome \"C:\\in\\a.pdf\"\"",
-                            L"/C \"pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  --fg-colors=web \"C:\\in\\b.pdf\"\"",
-                            L"/C \"pdf2djvu.exe -o \"D:\\Sortie\\c.djvu\" -v  \"C:\\in\\c.pdf\"\""));
+    EXPECT_THAT(
+        arguments,
+        ElementsAre(L"/C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  --monochrome \"C:\\in\\a.pdf\"\"",
+                    L"/C \"pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  --fg-colors=web \"C:\\in\\b.pdf\"\"",
+                    L"/C \"pdf2djvu.exe -o \"D:\\Sortie\\c.djvu\" -v  \"C:\\in\\c.pdf\"\""));
 }
 
 TEST_F(BatchFreshReadsTest, TheOutputFolderIsCheckedAtTheStartOnly) {

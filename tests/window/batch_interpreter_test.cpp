@@ -96,10 +96,11 @@ TEST_F(BatchInterpreterTest, NamesTheOutputBesideThePdf) {
     RunBatch();
     std::vector<std::wstring> arguments;
     for (const Start& start : converters.Starts()) arguments.push_back(start.arguments);
-    EXPECT_THAT(arguments,
-                ElementsAre(L"/C \"pdf2djvu.exe -o \"C:\\a\\b.c.djvu\" -v  \"C:\\a\\b.c.pdf\"\"",
-                            L"/C \"pdf2djvu.exe -o \"C:\\a\\v1.0 final.djvu\" -v  \"C:\\a\\v1.0 final.pdf\"\"",
-                            L"/C \"pdf2djvu.exe -o \"C:\\a\\B.djvu\" -v  \"C:\\a\\B.PDF\"\""));
+    EXPECT_THAT(
+        arguments,
+        ElementsAre(L"/C \"pdf2djvu.exe -o \"C:\\a\\b.c.djvu\" -v  \"C:\\a\\b.c.pdf\"\"",
+                    L"/C \"pdf2djvu.exe -o \"C:\\a\\v1.0 final.djvu\" -v  \"C:\\a\\v1.0 final.pdf\"\"",
+                    L"/C \"pdf2djvu.exe -o \"C:\\a\\B.djvu\" -v  \"C:\\a\\B.PDF\"\""));
 }
 
 TEST_F(BatchInterpreterTest, NamesTheOutputInTheOutputFolderWithAndWithoutTrailingBackslash) {
@@ -133,30 +134,28 @@ TEST_P(BatchOptionTest, ReachesTheConverter) {
     for (const auto& [id, text] : GetParam().texts) SetText(id, text);
     RunBatch();
     ASSERT_THAT(converters.Starts(), SizeIs(1));
-    EXPECT_EQ(converters.Starts()[0].arguments, std::wstring(L"/C \"pdf2djvu.exe -o \"C:\\Docs\\a.djvu\" -v ") +
-                                                    GetParam().options + L" \"C:\\Docs\\a.pdf\"\"");
+    EXPECT_EQ(converters.Starts()[0].arguments,
+              std::wstring(L"/C \"pdf2djvu.exe -o \"C:\\Docs\\a.djvu\" -v ") + GetParam().options +
+                  L" \"C:\\Docs\\a.pdf\"\"");
 }
 
 INSTANTIATE_TEST_SUITE_P(
     All, BatchOptionTest,
     testing::Values(
-        OptionCase{"None", {}, {}, L""},
-        OptionCase{"Resolution", {1033}, {{1032, L"300"}}, L"-d 300"},
+        OptionCase{"None", {}, {}, L""}, OptionCase{"Resolution", {1033}, {{1032, L"300"}}, L"-d 300"},
         OptionCase{"ResolutionAsTypedWhileItHasTheFocus", {1033}, {{1032, L"50"}}, L"-d 50"},
         OptionCase{"ResolutionUnchecked", {}, {{1032, L"300"}}, L""},
         OptionCase{"ResolutionEmpty", {1033}, {}, L""},
         OptionCase{"NoMetadata", {1017}, {}, L" --no-metadata"},
         OptionCase{"NoOutline", {1036}, {}, L" --no-outline"},
         OptionCase{"NoHyperlinks", {1037}, {}, L" --no-hyperlinks"},
-        OptionCase{"NoText", {1015}, {}, L" --no-text"},
-        OptionCase{"Lines", {1016}, {}, L" --lines"},
+        OptionCase{"NoText", {1015}, {}, L" --no-text"}, OptionCase{"Lines", {1016}, {}, L" --lines"},
         OptionCase{"NoTextWinsOverLines", {1015, 1016}, {}, L" --no-text"},
         OptionCase{"Monochrome", {1030}, {}, L" --monochrome"},
         OptionCase{"ExtraOptionsVerbatim", {}, {{1018, L"  --a=\"b c\" >x & y "}}, L"   --a=\"b c\" >x & y "},
         OptionCase{"Pages", {1034}, {{1014, L" 1 , 2-4 "}}, L" -p \"1,2-4\""},
         OptionCase{"PagesOfBlanks", {1034}, {{1014, L"   "}}, L" -p \"\""},
-        OptionCase{"PagesEmpty", {1034}, {}, L""},
-        OptionCase{"PagesUnchecked", {}, {{1014, L"1-3"}}, L""},
+        OptionCase{"PagesEmpty", {1034}, {}, L""}, OptionCase{"PagesUnchecked", {}, {{1014, L"1-3"}}, L""},
         OptionCase{"FolderUnchecked", {}, {{1027, L"D:\\Sortie"}}, L""},
         OptionCase{"AllTogether",
                    {1033, 1017, 1036, 1037, 1015, 1016, 1030, 1034},

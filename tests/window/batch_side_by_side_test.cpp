@@ -23,7 +23,8 @@ protected:
 
     // What the worker that started converter `number` did with handles.
     [[nodiscard]] std::vector<std::string> HandleCallsOf(int number) const {
-        return worker.OfWorker(converters.Starts().at(static_cast<std::size_t>(number) - 1).workerId, kHandleCalls);
+        return worker.OfWorker(converters.Starts().at(static_cast<std::size_t>(number) - 1).workerId,
+                               kHandleCalls);
     }
 };
 
@@ -35,7 +36,9 @@ TEST_F(BatchSideBySideTest, RunsOnAThreadOfItsOwn) {
 
 TEST_F(BatchSideBySideTest, EachWorkerUsesItsOwnHandlesWhenTheNewOneEndsFirst) {
     converters.Release(2);
-    ASSERT_TRUE(WaitFor([&] { return worker.Count("CloseHandle thread 2") == 1 && worker.Count("CloseHandle process 2") == 1; }));
+    ASSERT_TRUE(WaitFor([&] {
+        return worker.Count("CloseHandle thread 2") == 1 && worker.Count("CloseHandle process 2") == 1;
+    }));
     EXPECT_EQ(worker.Count("CloseHandle process 1"), 0);
     EXPECT_EQ(worker.Count("CloseHandle thread 1"), 0);
     converters.Release(1);
@@ -50,7 +53,9 @@ TEST_F(BatchSideBySideTest, EachWorkerUsesItsOwnHandlesWhenTheNewOneEndsFirst) {
 
 TEST_F(BatchSideBySideTest, EachWorkerUsesItsOwnHandlesWhenTheOldOneEndsFirst) {
     converters.Release(1);
-    ASSERT_TRUE(WaitFor([&] { return worker.Count("CloseHandle thread 1") == 1 && worker.Count("CloseHandle process 1") == 1; }));
+    ASSERT_TRUE(WaitFor([&] {
+        return worker.Count("CloseHandle thread 1") == 1 && worker.Count("CloseHandle process 1") == 1;
+    }));
     EXPECT_EQ(worker.Count("CloseHandle process 2"), 0);
     EXPECT_EQ(worker.Count("CloseHandle thread 2"), 0);
     converters.Release(2);

@@ -44,7 +44,8 @@ TEST_F(BatchStartFailureTest, TheFilesAfterItAreNotConverted) {
     RunBatch();
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:05", L"00:00:00", L""));
     EXPECT_THAT(converters.Starts(), SizeIs(2));
-    EXPECT_THAT(Boxes(), ElementsAre("Erreur CreateProcess :  Texte de l'erreur 5.\r\n", "Conversion terminée !"));
+    EXPECT_THAT(Boxes(),
+                ElementsAre("Erreur CreateProcess :  Texte de l'erreur 5.\r\n", "Conversion terminée !"));
 }
 
 TEST_F(BatchStartFailureTest, TheBatchCountsAsRunningUntilItsEnd) {

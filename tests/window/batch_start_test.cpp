@@ -143,7 +143,8 @@ TEST_F(BatchWithoutFilesTest, WaitsInTheRunningStateUntilItIsStopped) {
     EXPECT_TRUE(IsEnabled(IDOK));
     EXPECT_EQ(Text(IDCANCEL), L"Quitter");
     EXPECT_NE(dialog->Handle(), nullptr);
-    EXPECT_THAT(Boxes(), ElementsAre("Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"));
+    EXPECT_THAT(Boxes(),
+                ElementsAre("Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"));
 }
 
 TEST_F(BatchWithoutFilesTest, TakesNoOtherStepOfABatch) {
@@ -152,10 +153,10 @@ TEST_F(BatchWithoutFilesTest, TakesNoOtherStepOfABatch) {
     StartWithEmptyList();
     EXPECT_TRUE(LogExists());
     EXPECT_EQ(ColumnWidth(1), 0);
-    EXPECT_THAT(worker.Of({"DeleteFileW", "EnableWindow 1024", "ShowWindow", "LVM_SETCOLUMNWIDTH",
-                           "LoadCursorW", "SetCursor", "CreateProcessW", "DialogBoxParamW", "MessageBoxW",
-                           "SetWindowTextW 1004"}),
-                IsEmpty());
+    EXPECT_THAT(
+        worker.Of({"DeleteFileW", "EnableWindow 1024", "ShowWindow", "LVM_SETCOLUMNWIDTH", "LoadCursorW",
+                   "SetCursor", "CreateProcessW", "DialogBoxParamW", "MessageBoxW", "SetWindowTextW 1004"}),
+        IsEmpty());
     EXPECT_THAT(calls.Calls(), IsEmpty());
 }
 

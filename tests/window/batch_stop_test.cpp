@@ -1,5 +1,5 @@
-// Stopping a batch: the question, the request to the converter's window, and what is left of the batch at every
-// moment at which it can be stopped.
+// Stopping a batch: the question, the request to the converter's window, and what is left of the batch at
+// every moment at which it can be stopped.
 #include "tests/window/batch_fixture.h"
 
 namespace {
@@ -48,22 +48,40 @@ INSTANTIATE_TEST_SUITE_P(
     All, BatchStoppedAtTest,
     testing::Values(
         StopCase{"BeforeTheFirstConverter", "DeleteFileW", kGood, {L"", L"", L""}, 0},
-        StopCase{"BeforeTheFirstConverterButAfterTheTest", "PathStripPathW C:\\in\\a.pdf", kGood,
-                 {L"*** Annulé !", L"", L""}, 1},
+        StopCase{"BeforeTheFirstConverterButAfterTheTest",
+                 "PathStripPathW C:\\in\\a.pdf",
+                 kGood,
+                 {L"*** Annulé !", L"", L""},
+                 1},
         StopCase{"WhileItIsStarted", "CreateProcessW", kGood, {L"*** Annulé !", L"", L""}, 1},
-        StopCase{"WhileItRunsAndItFails", "WaitForSingleObject process 1",
-                 {{.exitCode = 0xC000013A, .durationMs = 5'000}}, {L"*** Annulé !", L"", L""}, 1},
-        StopCase{"WhileItRunsAndItSucceedsAllTheSame", "WaitForSingleObject process 1", kGood,
-                 {L"*** Annulé !", L"", L""}, 1},
+        StopCase{"WhileItRunsAndItFails",
+                 "WaitForSingleObject process 1",
+                 {{.exitCode = 0xC000013A, .durationMs = 5'000}},
+                 {L"*** Annulé !", L"", L""},
+                 1},
+        StopCase{"WhileItRunsAndItSucceedsAllTheSame",
+                 "WaitForSingleObject process 1",
+                 kGood,
+                 {L"*** Annulé !", L"", L""},
+                 1},
         StopCase{"AfterItsEnd", "KillTimer main 2", kGood, {L"*** Annulé !", L"", L""}, 1},
-        StopCase{"BetweenTwoFiles", "LVM_SETITEMW 0,1 mask=1 \"00:00:05\"", kGood, {L"00:00:05", L"", L""}, 1},
-        StopCase{"BetweenTwoFilesButAfterTheTest", "LVM_SETITEMSTATE 1 state=3", kGood,
-                 {L"00:00:05", L"*** Annulé !", L""}, 2},
-        StopCase{"InTheLastFile", "WaitForSingleObject process 3", kGood,
-                 {L"00:00:05", L"00:00:05", L"*** Annulé !"}, 3},
-        StopCase{"InTheBoxOfAFailedStart", "MessageBoxW Erreur CreateProcess",
+        StopCase{
+            "BetweenTwoFiles", "LVM_SETITEMW 0,1 mask=1 \"00:00:05\"", kGood, {L"00:00:05", L"", L""}, 1},
+        StopCase{"BetweenTwoFilesButAfterTheTest",
+                 "LVM_SETITEMSTATE 1 state=3",
+                 kGood,
+                 {L"00:00:05", L"*** Annulé !", L""},
+                 2},
+        StopCase{"InTheLastFile",
+                 "WaitForSingleObject process 3",
+                 kGood,
+                 {L"00:00:05", L"00:00:05", L"*** Annulé !"},
+                 3},
+        StopCase{"InTheBoxOfAFailedStart",
+                 "MessageBoxW Erreur CreateProcess",
                  {{.durationMs = 5'000}, {.startError = ERROR_FILE_NOT_FOUND}},
-                 {L"00:00:05", L"*** Annulé !", L""}, 2},
+                 {L"00:00:05", L"*** Annulé !", L""},
+                 2},
         StopCase{"InTheCountdown", "DialogBoxParamW 101", kGood, {L"00:00:05", L"00:00:05", L"00:00:05"}, 3}),
     [](const auto& row) { return std::string(row.param.name); });
 
@@ -160,7 +178,9 @@ protected:
     static inline CallRecord s_sent;
 
 private:
-    static HWND Window(int number) { return reinterpret_cast<HWND>(static_cast<ULONG_PTR>(0x990000 + number)); }
+    static HWND Window(int number) {
+        return reinterpret_cast<HWND>(static_cast<ULONG_PTR>(0x990000 + number));
+    }
 
     static BOOL WINAPI Enumerate(WNDENUMPROC callback, LPARAM parameter) {
         for (int number = 1; number <= 3; ++number) {

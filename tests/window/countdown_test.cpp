@@ -17,8 +17,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// The dialog on its thread. Its timer is written down as "SetTimer 1 1000" and "KillTimer 1" and does not tick
-// unless `s_realTimers`; the end as "EndDialog 1"; requests as "shutdown".
+// The dialog on its thread. Its timer is written down as "SetTimer 1 1000" and "KillTimer 1" and does not
+// tick unless `s_realTimers`; the end as "EndDialog 1"; requests as "shutdown".
 class CountdownTest : public testing::Test {
 protected:
     CountdownTest() {
@@ -122,9 +122,9 @@ TEST_F(CountdownTest, CountsDownByOneASecond) {
         Tick();
         shown.push_back(Seconds());
     }
-    EXPECT_THAT(shown, ElementsAre(L"29", L"28", L"27", L"26", L"25", L"24", L"23", L"22", L"21", L"20", L"19",
-                                   L"18", L"17", L"16", L"15", L"14", L"13", L"12", L"11", L"10", L"9", L"8",
-                                   L"7", L"6", L"5", L"4", L"3", L"2", L"1"));
+    EXPECT_THAT(shown, ElementsAre(L"29", L"28", L"27", L"26", L"25", L"24", L"23", L"22", L"21", L"20",
+                                   L"19", L"18", L"17", L"16", L"15", L"14", L"13", L"12", L"11", L"10", L"9",
+                                   L"8", L"7", L"6", L"5", L"4", L"3", L"2", L"1"));
     EXPECT_THAT(Calls(), ElementsAre("SetTimer 1 1000"));
 }
 
@@ -155,8 +155,8 @@ TEST_F(CountdownTest, AfterTheRequestItCanBeClosed) {
     Open();
     Tick(30);
     EXPECT_EQ(Press(IDCANCEL), 2);
-    EXPECT_THAT(Calls(), ElementsAre("SetTimer 1 1000", "KillTimer 1", "shutdown", "KillTimer 1",
-                                     "EndDialog 2"));
+    EXPECT_THAT(Calls(),
+                ElementsAre("SetTimer 1 1000", "KillTimer 1", "shutdown", "KillTimer 1", "EndDialog 2"));
 }
 
 class CountdownAnswerTest : public CountdownTest, public testing::WithParamInterface<int> {};

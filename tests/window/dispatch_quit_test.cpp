@@ -167,20 +167,4 @@ TEST_F(DispatchStopTest, AStoppedBatchsWorkerIsNotWaitedFor) {
     EXPECT_TRUE(IsEnabled(IDOK)) << "another batch could be started beside it";
 }
 
-TEST(DispatchQuitOrderTest, TheWindowIsDestroyedBeforeTheQuitMessageIsPosted) {
-    static std::vector<std::string> steps;
-    steps.clear();
-    const ReplacedImport destroy(
-        "DestroyWindow", +[](HWND window) WINAPI -> BOOL {
-            steps.push_back(window ? "destroy a window" : "destroy its window");
-            return TRUE;
-        });
-    const ReplacedImport quit(
-        "PostQuitMessage", +[](int code) WINAPI { steps.push_back("quit " + std::to_string(code)); });
-    CMainDlg dialog;  // without a window
-    LRESULT result = 77;
-    EXPECT_TRUE(dialog.DispatchDialogMessage(nullptr, WM_COMMAND, IDCANCEL, 0, result, 0));
-    EXPECT_THAT(steps, ElementsAre("destroy its window", "quit 2"));
-}
-
 }  // namespace

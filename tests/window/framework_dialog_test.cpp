@@ -192,6 +192,30 @@ TEST_F(FrameworkDialogTest, AModalDialogGivesTheResultOfEndDialog) {
     EXPECT_EQ(m_dialog.Handle(), nullptr);
 }
 
+int CountWindowsOfThisThread() {
+    int count = 0;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND, LPARAM counter) -> BOOL {
+            ++*reinterpret_cast<int*>(counter);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
+    const int before = CountWindowsOfThisThread();
+    const ReplacedImport setLong(
+        "SetWindowLongPtrW", +[](HWND, int, LONG_PTR) WINAPI -> LONG_PTR { return 0; });
+    m_dialog.Create(nullptr);
+    EXPECT_EQ(m_dialog.Handle(), nullptr);
+    EXPECT_EQ(CountWindowsOfThisThread(), before);
+    m_dialog.DoModal(nullptr);  // returns: nobody could close it
+    EXPECT_EQ(CountWindowsOfThisThread(), before);
+    EXPECT_TRUE(m_dialog.messages.empty());
+}
+
 // What the system is asked for when a dialog is created.
 struct Request {
     HINSTANCE module = nullptr;

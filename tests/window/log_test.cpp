@@ -25,7 +25,8 @@ protected:
     }
     void Convert(std::vector<Conversion> plan) {
         std::vector<std::wstring> files;
-        for (std::size_t i = 0; i < plan.size(); ++i) files.push_back(L"C:\\in\\" + std::to_wstring(i) + L".pdf");
+        for (std::size_t i = 0; i < plan.size(); ++i)
+            files.push_back(L"C:\\in\\" + std::to_wstring(i) + L".pdf");
         AddFiles(files);
         converters.Plan(std::move(plan));
         RunBatch();
@@ -55,9 +56,10 @@ TEST_F(LogTest, TheRuleIsAsLongAsAllTheTextBeforeIt) {
 
 TEST_F(LogTest, AFailedFileIsMarkedAsCancelled) {
     Convert({{.exitCode = 1, .durationMs = 83'000}, {}});
-    EXPECT_EQ(LogBytes(), "\r\nTermin\xE9 le : 16/11, 2026 - 14:05:09\r\n*** Dur\xE9"
-                          "e de conversion (hh:mm:ss) : *** Annul\xE9 !\r\n" +
-                              std::string(90, '*') + "\r\n\r\n");
+    EXPECT_EQ(LogBytes(),
+              "\r\nTermin\xE9 le : 16/11, 2026 - 14:05:09\r\n*** Dur\xE9"
+              "e de conversion (hh:mm:ss) : *** Annul\xE9 !\r\n" +
+                  std::string(90, '*') + "\r\n\r\n");
 }
 
 TEST_F(LogTest, AStoppedFileIsMarkedAsCancelledAndTheRestHasNoRecord) {
@@ -79,11 +81,12 @@ TEST_F(LogTest, TheConvertersOwnOutputStandsBeforeEachRecord) {
     worker.At("WaitForSingleObject process 1", 1, [&] { WriteLog("page 1\r\npage 2\r\n"); });
     worker.At("WaitForSingleObject process 2", 1, [&] { WriteLog("\xC3\xA9 as it came\r\n"); });
     Convert({{.durationMs = 1'000}, {.durationMs = 2'000}});
-    const std::string label = "\r\nTermin\xE9 le : 16/11, 2026 - 14:05:09\r\n*** Dur\xE9"
-                              "e de conversion (hh:mm:ss) : ";
+    const std::string label =
+        "\r\nTermin\xE9 le : 16/11, 2026 - 14:05:09\r\n*** Dur\xE9"
+        "e de conversion (hh:mm:ss) : ";
     const std::string rule = "\r\n" + std::string(86, '*') + "\r\n\r\n";
-    EXPECT_EQ(LogBytes(), "page 1\r\npage 2\r\n" + label + "00:00:01" + rule + "\xC3\xA9 as it came\r\n" + label +
-                              "00:00:02" + rule);
+    EXPECT_EQ(LogBytes(), "page 1\r\npage 2\r\n" + label + "00:00:01" + rule + "\xC3\xA9 as it came\r\n" +
+                              label + "00:00:02" + rule);
 }
 
 TEST_F(LogTest, NothingOfAnEarlierBatchIsLeft) {

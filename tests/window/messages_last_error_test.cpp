@@ -1,4 +1,5 @@
-// The system's text for a failed call, behind the name of the call. Brought about by a shell that opens nothing.
+// The system's text for a failed call, behind the name of the call. Brought about by a shell that opens
+// nothing.
 #include "tests/window/main_window_fixture.h"
 
 #include <shellapi.h>
@@ -7,8 +8,8 @@ namespace {
 
 using testing::ElementsAre;
 
-// The shell fails with `s_error`. The system's text for any error is `s_description`; without one the call that
-// asks for it fails.
+// The shell fails with `s_error`. The system's text for any error is `s_description`; without one the call
+// that asks for it fails.
 class LastErrorTest : public MainWindowFixture {
 protected:
     LastErrorTest() {
@@ -29,8 +30,8 @@ private:
         ::SetLastError(s_error);
         return FALSE;
     }
-    static DWORD WINAPI Describe(DWORD flags, LPCVOID source, DWORD error, DWORD language, LPWSTR text, DWORD size,
-                                 va_list* arguments) {
+    static DWORD WINAPI Describe(DWORD flags, LPCVOID source, DWORD error, DWORD language, LPWSTR text,
+                                 DWORD size, va_list* arguments) {
         s_asked.Add("flags=" + std::to_string(flags) + " source=" + (source ? "some" : "none") +
                     " error=" + std::to_string(error) + " language=" + std::to_string(language) +
                     " size=" + std::to_string(size) + " arguments=" + (arguments ? "some" : "none"));
@@ -91,7 +92,8 @@ TEST_F(LastErrorTest, AMissingNameLeavesTheGeneralOne) {
     OpenLog();
     s_findsStrings = true;
     ASSERT_EQ(calls.Calls().size(), 1u);
-    EXPECT_TRUE(calls.Calls()[0].starts_with("MessageBoxW owner=main text=Err : Rien ne va plus.\r\n caption="));
+    EXPECT_TRUE(
+        calls.Calls()[0].starts_with("MessageBoxW owner=main text=Err : Rien ne va plus.\r\n caption="));
 }
 
 }  // namespace

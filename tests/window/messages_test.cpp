@@ -131,7 +131,8 @@ INSTANTIATE_TEST_SUITE_P(
                     LengthCase{"MightHaveBeenCut", 255, {"LoadStringW 900 256", "LoadStringW 900 512"}},
                     LengthCase{"Longer", 256, {"LoadStringW 900 256", "LoadStringW 900 512"}},
                     LengthCase{"FitsTwice", 510, {"LoadStringW 900 256", "LoadStringW 900 512"}},
-                    LengthCase{"Long", 2000,
+                    LengthCase{"Long",
+                               2000,
                                {"LoadStringW 900 256", "LoadStringW 900 512", "LoadStringW 900 1024",
                                 "LoadStringW 900 2048"}}),
     [](const auto& row) { return std::string(row.param.name); });

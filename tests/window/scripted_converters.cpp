@@ -46,9 +46,9 @@ std::vector<Start> ScriptedConverters::Starts() const {
 
 BOOL WINAPI ScriptedConverters::Create(LPCWSTR interpreter, LPWSTR arguments,
                                        LPSECURITY_ATTRIBUTES processSecurity,
-                                       LPSECURITY_ATTRIBUTES threadSecurity, BOOL inheritsHandles, DWORD flags,
-                                       LPVOID environment, LPCWSTR folder, LPSTARTUPINFOW startup,
-                                       LPPROCESS_INFORMATION process) {
+                                       LPSECURITY_ATTRIBUTES threadSecurity, BOOL inheritsHandles,
+                                       DWORD flags, LPVOID environment, LPCWSTR folder,
+                                       LPSTARTUPINFOW startup, LPPROCESS_INFORMATION process) {
     ScriptedConverters& self = *s_current;
     self.m_calls.Note("CreateProcessW");
     Start start;
@@ -126,7 +126,8 @@ BOOL WINAPI ScriptedConverters::ExitCode(HANDLE process, LPDWORD code) {
         return self.m_exitCode.Original<decltype(::GetExitCodeProcess)>()(process, code);
     }
     self.m_calls.Note("GetExitCodeProcess " + self.m_calls.HandleName(process));
-    *code = ::WaitForSingleObject(converter.released, 0) == WAIT_OBJECT_0 ? converter.plan.exitCode : STILL_ACTIVE;
+    *code = ::WaitForSingleObject(converter.released, 0) == WAIT_OBJECT_0 ? converter.plan.exitCode
+                                                                          : STILL_ACTIVE;
     return TRUE;
 }
 

@@ -1,5 +1,5 @@
-// Converters that run only on paper: what CreateProcessW is given is kept, and each converter takes the time and
-// ends with the code that the test has planned for it.
+// Converters that run only on paper: what CreateProcessW is given is kept, and each converter takes the time
+// and ends with the code that the test has planned for it.
 #pragma once
 
 #include "tests/support/replaced_imports.h"
@@ -37,8 +37,8 @@ struct Start {
 };
 
 // While one lives, no process is started. Records "CreateProcessW", "WaitForSingleObject process 1 INFINITE",
-// "GetExitCodeProcess process 1", "CloseHandle process 1", "CloseHandle thread 1", counted from 1 in the order
-// of the starts, and "GetTickCount", which gives `tick`.
+// "GetExitCodeProcess process 1", "CloseHandle process 1", "CloseHandle thread 1", counted from 1 in the
+// order of the starts, and "GetTickCount", which gives `tick`.
 class ScriptedConverters {
 public:
     explicit ScriptedConverters(WorkerCalls& calls);

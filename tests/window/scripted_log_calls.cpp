@@ -54,10 +54,9 @@ HANDLE WINAPI ScriptedLogCalls::Open(LPCWSTR path, DWORD access, DWORD share, LP
 }
 
 DWORD WINAPI ScriptedLogCalls::Seek(HANDLE file, LONG distance, PLONG high, DWORD method) {
-    const bool onWorker =
-        s_current->m_calls.Note("SetFilePointer " + s_current->m_calls.HandleName(file) + ' ' +
-                                std::to_string(distance) + " high=" + Presence(high) +
-                                " method=" + std::to_string(method));
+    const bool onWorker = s_current->m_calls.Note("SetFilePointer " + s_current->m_calls.HandleName(file) +
+                                                  ' ' + std::to_string(distance) + " high=" + Presence(high) +
+                                                  " method=" + std::to_string(method));
     if (onWorker && !s_current->seeks) return INVALID_SET_FILE_POINTER;
     return s_current->m_seek.Original<decltype(::SetFilePointer)>()(file, distance, high, method);
 }
@@ -66,8 +65,8 @@ int WINAPI ScriptedLogCalls::Convert(UINT codePage, DWORD flags, LPCWCH text, in
                                      int size, LPCCH defaultCharacter, LPBOOL usedDefault) {
     if (codePage != CP_UTF8) {
         s_current->m_calls.Note("WideCharToMultiByte page=" + std::to_string(codePage) +
-                                " flags=" + std::to_string(flags) +
-                                " default=" + Presence(defaultCharacter) + " used=" + Presence(usedDefault));
+                                " flags=" + std::to_string(flags) + " default=" + Presence(defaultCharacter) +
+                                " used=" + Presence(usedDefault));
     }
     return s_current->m_convert.Original<decltype(::WideCharToMultiByte)>()(
         codePage, flags, text, length, bytes, size, defaultCharacter, usedDefault);

@@ -13,10 +13,9 @@
 // Records, of workers:
 //   GetLocaleInfoW locale=0x400 type=0x20000021 size=2
 //   GetLocalTime
-//   CreateFileW C:\...\TalvenorLog.txt access=0x40000000 share=0 security=none disposition=4 flags=0 template=none
-//   SetFilePointer log 0 high=none method=2
-//   WideCharToMultiByte page=0 flags=0 default=none used=none     (not of UTF-8)
-//   WriteFile log 176 bytes
+//   CreateFileW C:\...\TalvenorLog.txt access=0x40000000 share=0 security=none disposition=4 flags=0
+//   template=none SetFilePointer log 0 high=none method=2 WideCharToMultiByte page=0 flags=0 default=none
+//   used=none     (not of UTF-8) WriteFile log 176 bytes
 // The handle's name is "log", as in "CloseHandle log".
 class ScriptedLogCalls {
 public:
@@ -25,8 +24,14 @@ public:
     ScriptedLogCalls& operator=(const ScriptedLogCalls&) = delete;
 
     std::optional<DWORD> ordering = 1;  // of the user's short dates; nothing: the call fails
-    SYSTEMTIME time = {.wYear = 2026, .wMonth = 11, .wDayOfWeek = 1, .wDay = 16, .wHour = 14, .wMinute = 5,
-                       .wSecond = 9, .wMilliseconds = 999};
+    SYSTEMTIME time = {.wYear = 2026,
+                       .wMonth = 11,
+                       .wDayOfWeek = 1,
+                       .wDay = 16,
+                       .wHour = 14,
+                       .wMinute = 5,
+                       .wSecond = 9,
+                       .wMilliseconds = 999};
     std::atomic<bool> opens{true};
     std::atomic<bool> seeks{true};
     std::atomic<bool> writes{true};
@@ -39,7 +44,8 @@ private:
     static DWORD WINAPI Seek(HANDLE file, LONG distance, PLONG high, DWORD method);
     static int WINAPI Convert(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int size,
                               LPCCH defaultCharacter, LPBOOL usedDefault);
-    static BOOL WINAPI Write(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED overlapped);
+    static BOOL WINAPI Write(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written,
+                             LPOVERLAPPED overlapped);
 
     static inline ScriptedLogCalls* s_current = nullptr;
 

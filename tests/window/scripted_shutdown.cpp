@@ -46,18 +46,17 @@ BOOL WINAPI ScriptedShutdown::LookUp(LPCWSTR system, LPCWSTR name, PLUID luid) {
 BOOL WINAPI ScriptedShutdown::Adjust(HANDLE token, BOOL disableAll, PTOKEN_PRIVILEGES privileges,
                                      DWORD /*size*/, PTOKEN_PRIVILEGES previous, PDWORD /*needed*/) {
     const LUID_AND_ATTRIBUTES& entry = privileges->Privileges[0];
-    s_current->m_record.Add(std::string("AdjustTokenPrivileges ") + (token == kToken ? "token" : "other token") +
-                            " all=" + std::to_string(disableAll) +
-                            " count=" + std::to_string(privileges->PrivilegeCount) +
-                            " luid=" + std::to_string(entry.Luid.HighPart) + ':' +
-                            std::to_string(entry.Luid.LowPart) +
-                            " attributes=" + std::to_string(entry.Attributes) +
-                            " previous=" + (previous ? "asked" : "none"));
+    s_current->m_record.Add(
+        std::string("AdjustTokenPrivileges ") + (token == kToken ? "token" : "other token") +
+        " all=" + std::to_string(disableAll) + " count=" + std::to_string(privileges->PrivilegeCount) +
+        " luid=" + std::to_string(entry.Luid.HighPart) + ':' + std::to_string(entry.Luid.LowPart) +
+        " attributes=" + std::to_string(entry.Attributes) + " previous=" + (previous ? "asked" : "none"));
     ::SetLastError(s_current->adjustError);
     return s_current->adjustSucceeds;
 }
 
-BOOL WINAPI ScriptedShutdown::Initiate(LPWSTR machine, LPWSTR message, DWORD seconds, BOOL force, BOOL reboot) {
+BOOL WINAPI ScriptedShutdown::Initiate(LPWSTR machine, LPWSTR message, DWORD seconds, BOOL force,
+                                       BOOL reboot) {
     s_current->m_record.Add("InitiateSystemShutdownW machine=" + Name(machine, "none") +
                             " message=" + Name(message, "none") + " seconds=" + std::to_string(seconds) +
                             " force=" + std::to_string(force) + " reboot=" + std::to_string(reboot));

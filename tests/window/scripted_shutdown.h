@@ -1,5 +1,5 @@
-// The calls that ask the system to shut down. While one lives none of them reaches the system: they are written
-// down and answered as the test says.
+// The calls that ask the system to shut down. While one lives none of them reaches the system: they are
+// written down and answered as the test says.
 #pragma once
 
 #include "tests/support/call_record.h"

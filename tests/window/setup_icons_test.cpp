@@ -100,6 +100,27 @@ TEST_F(SetUpIconsTest, EachButtonGetsItsOwnPictureWhichIsThenReleased) {
     }
 }
 
+std::vector<HANDLE> g_windowIcons;
+HANDLE WINAPI NoteWindowIcons(HINSTANCE module, LPCWSTR name, UINT type, int width, int height, UINT flags) {
+    const HANDLE loaded = original<&NoteWindowIcons>(module, name, type, width, height, flags);
+    if (name == MAKEINTRESOURCEW(128)) g_windowIcons.push_back(loaded);
+    return loaded;
+}
+BOOL WINAPI ForgetIcon(HICON icon) {
+    std::erase(g_windowIcons, icon);
+    return original<&ForgetIcon>(icon);
+}
+
+TEST_F(SetUpIconsTest, TheWindowsIconsLastAsLongAsTheDialogAndNoLonger) {
+    g_windowIcons.clear();
+    const auto load = ReplaceAndForward<&NoteWindowIcons>("LoadImageW");
+    const auto destroy = ReplaceAndForward<&ForgetIcon>("DestroyIcon");
+    Create();
+    EXPECT_EQ(g_windowIcons.size(), 2u);
+    Destroy();
+    EXPECT_THAT(g_windowIcons, IsEmpty());
+}
+
 TEST_F(SetUpIconsTest, IconsThatCannotBeLoadedAreMissedInSilence) {
     SetUpCalls::iconsFail = true;
     const auto failing = CreateRecorded();

@@ -14,8 +14,7 @@ using testing::IsEmpty;
 constexpr char kOpen[] = "OpenProcessToken self access=0x28";
 constexpr char kLookUp[] = "LookupPrivilegeValueW local SeShutdownPrivilege";
 constexpr char kEnable[] = "AdjustTokenPrivileges token all=0 count=1 luid=5:19 attributes=2 previous=none";
-constexpr char kInitiate[] =
-    "InitiateSystemShutdownW machine=none message=none seconds=0 force=0 reboot=0";
+constexpr char kInitiate[] = "InitiateSystemShutdownW machine=none message=none seconds=0 force=0 reboot=0";
 constexpr char kDisable[] = "AdjustTokenPrivileges token all=0 count=1 luid=5:19 attributes=0 previous=none";
 
 class ShutdownTest : public testing::Test {

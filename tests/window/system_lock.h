@@ -1,5 +1,5 @@
-// A lock that takes nothing from the import table. The library's mutex waits by WaitForSingleObject, which tests
-// replace by functions that need a lock themselves.
+// A lock that takes nothing from the import table. The library's mutex waits by WaitForSingleObject, which
+// tests replace by functions that need a lock themselves.
 #pragma once
 
 #include <windows.h>

@@ -58,7 +58,9 @@ std::vector<std::string> WorkerCalls::OfWorker(DWORD threadId,
     return texts;
 }
 
-int WorkerCalls::Count(const std::string& beginning) const { return static_cast<int>(Of({beginning}).size()); }
+int WorkerCalls::Count(const std::string& beginning) const {
+    return static_cast<int>(Of({beginning}).size());
+}
 
 std::vector<std::string> WorkerCalls::Between(std::string_view first, std::string_view last) const {
     const std::vector<std::string> calls = All();

@@ -35,8 +35,8 @@ public:
     [[nodiscard]] std::vector<std::string> OfWorker(DWORD threadId,
                                                     const std::vector<std::string>& beginnings) const;
     [[nodiscard]] int Count(const std::string& beginning) const;
-    // The calls from the first that begins with `first` up to the first after it that begins with `last`, both
-    // included; nothing when one of them is missing.
+    // The calls from the first that begins with `first` up to the first after it that begins with `last`,
+    // both included; nothing when one of them is missing.
     [[nodiscard]] std::vector<std::string> Between(std::string_view first, std::string_view last) const;
 
     // How records call a handle while it is open. Empty for one that has no name.

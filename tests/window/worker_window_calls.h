@@ -1,5 +1,5 @@
-// Writes down what the workers of a batch do to windows. While one lives, these calls of a worker are recorded
-// and, unless it says otherwise, go on to the system:
+// Writes down what the workers of a batch do to windows. While one lives, these calls of a worker are
+// recorded and, unless it says otherwise, go on to the system:
 //
 //   IsDlgButtonChecked 1019                 EnableWindow 1024 0          ShowWindow 1024 0
 //   SetWindowTextW 1004 "..."               UpdateWindow 1040            LVM_GETITEMCOUNT

@@ -2,22 +2,12 @@
 
 #include "tests/faults/harness/call_label.h"
 #include "tests/faults/harness/failure_table.h"
+#include "tests/faults/harness/lock_hold.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace {
-
-class SharedLock {
-public:
-    explicit SharedLock(SRWLOCK& lock) : m_lock(lock) { ::AcquireSRWLockExclusive(&m_lock); }
-    SharedLock(const SharedLock&) = delete;
-    SharedLock& operator=(const SharedLock&) = delete;
-    ~SharedLock() { ::ReleaseSRWLockExclusive(&m_lock); }
-
-private:
-    SRWLOCK& m_lock;
-};
 
 // The failure of the one call of a run that fails. What the called function gives is all that is known of it
 // here: its arguments stay where they are, which the calling convention allows.
@@ -39,7 +29,7 @@ CallWatch::CallWatch() = default;
 CallWatch::~CallWatch() = default;
 
 void CallWatch::Begin() {
-    const SharedLock lock(m_lock);
+    const SystemLockHold lock(m_lock);
     m_counts.clear();
     m_calls.clear();
     m_failed = false;
@@ -47,12 +37,12 @@ void CallWatch::Begin() {
 }
 
 std::vector<CallKey> CallWatch::Counted() const {
-    const SharedLock lock(m_lock);
+    const SystemLockHold lock(m_lock);
     return m_calls;
 }
 
 void CallWatch::At(std::string label, int nth, std::function<void()> action) {
-    const SharedLock lock(m_lock);
+    const SystemLockHold lock(m_lock);
     m_actions.push_back({std::move(label), nth, std::move(action)});
     m_hasActions = true;
 }
@@ -75,7 +65,7 @@ void* CallWatch::Route(const std::string& function, const CallArguments& argumen
 }
 
 bool CallWatch::Count(std::string label) {
-    const SharedLock lock(m_lock);
+    const SystemLockHold lock(m_lock);
     const int nth = ++m_counts[label];
     m_calls.push_back({std::move(label), nth});
     if (!m_failAt || m_failed || m_calls.back() != *m_failAt) return false;
@@ -86,7 +76,7 @@ bool CallWatch::Count(std::string label) {
 void CallWatch::RunAction(const std::string& role, const std::string& label) {
     std::function<void()> run;
     {
-        const SharedLock lock(m_lock);
+        const SystemLockHold lock(m_lock);
         const auto due = std::find_if(m_actions.begin(), m_actions.end(), [&](const Action& action) {
             return action.label == label || action.label == role + label;
         });

@@ -38,6 +38,8 @@ public:
     // Calls are counted, and fail, only between Begin and End.
     void Begin();
     void End() { m_counting = false; }
+    // Goes on counting after End.
+    void Resume() { m_counting = true; }
 
     // Chosen before Begin: this call fails, and is the only one that does.
     void FailAt(CallKey key) { m_failAt = std::move(key); }

@@ -42,14 +42,16 @@ ImportThunks::~ImportThunks() {
     ::VirtualFree(m_code, 0, MEM_RELEASE);
 }
 
-void ImportThunks::Redirect(HMODULE module, bool (*wanted)(const std::string& name)) {
+void ImportThunks::Redirect(HMODULE module, void* (*choose)(const std::string& name, void* real)) {
     for (const ImportSlot& slot : ImportSlots(module)) {
-        if (wanted(slot.name)) WriteImportSlot(slot.address, Wrap(slot.library, slot.name, *slot.address));
+        if (void* const target = choose(slot.name, *slot.address)) {
+            WriteImportSlot(slot.address, Wrap(slot.name, target));
+        }
     }
 }
 
-void* ImportThunks::Wrap(const std::string& library, const std::string& name, void* real) {
-    m_thunks.push_back({m_route, {library, name, real}});
+void* ImportThunks::Wrap(const std::string& name, void* target) {
+    m_thunks.push_back({m_route, {name, target}});
     return WriteCode(m_thunks.back());
 }
 

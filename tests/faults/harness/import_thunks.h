@@ -9,11 +9,10 @@
 #include <string>
 #include <vector>
 
-// One imported function, as the calling module knows it.
+// One imported function and where its calls go unless a call is sent elsewhere.
 struct ImportedFunction {
-    std::string library;
     std::string name;
-    void* real = nullptr;
+    void* target = nullptr;
 };
 
 // The arguments of a call in their order. Only those that the function has may be read.
@@ -46,11 +45,12 @@ public:
     ImportThunks& operator=(const ImportThunks&) = delete;
     ~ImportThunks();
 
-    // Redirects every function that `module` imports by name and `wanted` accepts.
-    void Redirect(HMODULE module, bool (*wanted)(const std::string& name));
+    // Redirects the functions that `module` imports by name. `choose` gives the target of each, usually `real`;
+    // null leaves the function alone.
+    void Redirect(HMODULE module, void* (*choose)(const std::string& name, void* real));
 
-    // A function that was found at run time, redirected in the same way.
-    [[nodiscard]] void* Wrap(const std::string& library, const std::string& name, void* real);
+    // The same for a function that was found at run time.
+    [[nodiscard]] void* Wrap(const std::string& name, void* target);
 
 private:
     struct Thunk {

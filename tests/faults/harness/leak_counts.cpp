@@ -1,8 +1,6 @@
 #include "tests/faults/harness/leak_counts.h"
 
 #include <windows.h>
-#include <psapi.h>
-#include <winternl.h>
 
 #include <vector>
 
@@ -34,6 +32,12 @@ struct GdiEntry {
 constexpr int kGdiEntries = 16384;
 constexpr std::size_t kGdiTableInProcessBlock = 0xF8;
 
+template <class Function>
+Function FromNtdll(const char* name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), name)));
+}
+
 BOOL CALLBACK CountOne(HWND /*window*/, LPARAM count) {
     ++*reinterpret_cast<int*>(count);
     return TRUE;
@@ -52,8 +56,7 @@ BOOL CALLBACK CountWithChildren(HWND window, LPARAM count) {
 
 int HandleCount() {
     using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
-    static const auto query = reinterpret_cast<Query>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll"), "NtQuerySystemInformation")));
+    static const auto query = FromNtdll<Query>("NtQuerySystemInformation");
     std::vector<char> buffer(std::size_t{1} << 16);
     ULONG needed = 0;
     while (query(kSystemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) ==
@@ -70,7 +73,7 @@ int HandleCount() {
 
 int GdiObjectCount() {
     static_assert(sizeof(GdiEntry) == 24);
-    const auto* const block = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
+    const BYTE* const block = FromNtdll<const BYTE*(WINAPI*)()>("RtlGetCurrentPeb")();
     const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);
     int count = 0;
     for (int i = 0; table && i < kGdiEntries; ++i) {
@@ -86,8 +89,12 @@ int WindowCount() {
 }
 
 std::size_t PrivateBytes() {
-    PROCESS_MEMORY_COUNTERS_EX counters = {};
-    ::K32GetProcessMemoryInfo(::GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
-                              sizeof counters);
-    return counters.PrivateUsage;
+    std::size_t bytes = 0;
+    MEMORY_BASIC_INFORMATION region = {};
+    const BYTE* address = nullptr;
+    while (::VirtualQuery(address, &region, sizeof region) == sizeof region) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+        address = static_cast<const BYTE*>(region.BaseAddress) + region.RegionSize;
+    }
+    return bytes;
 }

@@ -1,11 +1,9 @@
 // The system as the program under test meets it: real, but for what would disturb the desktop, take time, reach
 // the machine's power switch or tell nothing. Those calls are written down and answered as a test plans them.
 //
-// The program runs as <Folder()>\Talvenor.exe. The clock stands still but for the seconds that conversions
-// take, timers never tick by themselves, converters run on paper, and no call ever asks for a shutdown.
+// The program runs as <Folder()>\Talvenor.exe. The clock moves only by the seconds that a conversion takes,
+// timers never tick by themselves, converters run on paper, and no call ever asks for a shutdown.
 #pragma once
-
-#include "tests/support/temporary_folder.h"
 
 #include <windows.h>
 
@@ -24,6 +22,15 @@ struct ConverterPlan {
 
 class Platform {
 public:
+    // What the program asks for, one text a request:
+    //   Box       "error main Erreur CreateProcess :  File not found."  (picture, owner, text)
+    //   Beep      "440 100"
+    //   Start     "hidden a.pdf /C "pdf2djvu.exe ...""                   (window, title, arguments)
+    //   Shell     "explorer.exe C:\out"
+    //   Shutdown  "open token", "look up privilege", "enable", "request", "disable"
+    //   Close     "console": a converter was asked to close
+    enum class Request { Box, Beep, Start, Shell, Shutdown, Close };
+
     Platform();
     Platform(const Platform&) = delete;
     Platform& operator=(const Platform&) = delete;
@@ -35,60 +42,47 @@ public:
     // The program's folder, with a converter in it. Its name has the same length in every process.
     [[nodiscard]] const std::wstring& Folder() const { return m_folder; }
     [[nodiscard]] std::wstring File(const wchar_t* name) const { return m_folder + L"\\" + name; }
-    void RemoveConverter() const { ::DeleteFileW(File(L"pdf2djvu.exe").c_str()); }
 
-    // Written before the program starts, or while it is known to do nothing.
+    // Plans: made before the program starts, or while it does nothing.
     std::vector<ConverterPlan> converters{ConverterPlan{}};
-    std::vector<std::wstring> chosenFiles;  // by the open dialog: a folder and names, or one path, or Cancel
-    std::wstring chosenFolder;              // in the folder browser; empty: Cancel
-    DWORD shellError = 0;                   // not 0: nothing can be opened
+    std::wstring chosenFiles;   // what the open dialog leaves in its buffer, without the last null; "": Cancel
+    std::wstring chosenFolder;  // in the folder browser; empty: Cancel
+    DWORD shellError = 0;       // not 0: nothing can be opened
     bool anotherCopyRuns = false;
-    bool realBoxes = false;  // message boxes are shown
+    bool realBoxes = false;  // message boxes are shown and wait for the user
     std::atomic<int> answerToQuestions{IDYES};
 
     // Lets every converter that runs end with `exitCode`.
     void EndConverters(DWORD exitCode);
-    // How many have been started, and how many of them run.
-    [[nodiscard]] int Started() const { return m_started; }
-    [[nodiscard]] int RunningConverters() const;
+
+    [[nodiscard]] int ConvertersStarted() const { return m_started; }
     // Worker threads that have been started and have not ended.
     [[nodiscard]] int Workers() const { return m_workers; }
     // Blocks of memory and icons of the program that it has not given back.
     [[nodiscard]] int Blocks() const;
     [[nodiscard]] int Icons() const;
-    // The timers that are set, as "2" or "1,2".
+    // The timers that are set, as "2".
     [[nodiscard]] std::string Timers() const;
-
-    // What the program asked for, in order, one text a request:
-    //   boxes      "main error: Erreur CreateProcess :  File not found."   (owner, picture, text)
-    //   beeps      "440"
-    //   starts     "hidden a.pdf: /C "pdf2djvu.exe ..."" with ~ for the program's folder
-    //   shell      "open explorer.exe C:\out"
-    //   shutdowns  "token", "privilege", "enable", "request", "disable"
-    //   closing    "close" for each request to a converter's console
-    enum class Request { Box, Beep, Start, Shell, Shutdown, Close };
     [[nodiscard]] std::vector<std::string> Requests(Request kind) const;
 
-    // The texts of the real log file, "" when there is none.
-    [[nodiscard]] std::string Log() const;
-    void WriteLog() const;
+    // Paths below the program's folder with "~" in its place.
+    [[nodiscard]] std::string Shortened(std::string text) const;
 
 private:
     friend struct PlatformDoubles;
 
     struct Converter {
-        DWORD exitCode;
-        HANDLE ended;  // ours; the batch has its own
+        DWORD exitCode = 0;
+        HANDLE ended = nullptr;  // ours; the batch owns and closes another to the same
     };
 
-    void Note(Request kind, std::string text);
-    [[nodiscard]] std::string WithoutFolder(std::string text) const;
+    void Note(Request kind, const std::string& text);
+    void MakeFolder();
 
-    TemporaryFolder m_unusedName;
     std::wstring m_folder;
     mutable SRWLOCK m_lock = SRWLOCK_INIT;
     std::map<Request, std::vector<std::string>> m_requests;
-    std::map<HANDLE, Converter> m_converters;
+    std::map<HANDLE, Converter> m_running;  // by the handle that the batch has
     std::set<void*> m_blocks;
     std::set<HANDLE> m_icons;
     std::set<UINT_PTR> m_timers;

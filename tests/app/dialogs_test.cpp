@@ -1,0 +1,160 @@
+// The dialogs that the window opens: the one that adds files, the folder browser, the About box; and what
+// happens to a log that is gone.
+#include "tests/app/app_fixture.h"
+
+#include "tests/equipment/file_bytes.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class AddDialog : public AppTest {
+protected:
+    // Names files in the open dialog as a person types them, and accepts.
+    void TypeAndAccept(const std::wstring& names) {
+        constexpr int kNameCombo = 0x047C;
+        driver::Click(Control(id::kAdd));
+        const HWND dialog = WaitForBox();
+        const HWND open = driver::Control(dialog, IDOK);
+        ASSERT_TRUE(Comes([&] { return driver::IsVisible(open) && driver::IsEnabled(open); }));
+        driver::SetText(driver::Control(dialog, kNameCombo), names);
+        driver::Click(open);
+        ASSERT_TRUE(Comes([&] { return !::IsWindow(dialog) && driver::IsEnabled(Window().Window()); }));
+        driver::Ask(Window().Window(), WM_NULL);
+    }
+};
+
+TEST_F(AddDialog, AddsOneFileAndEnablesConvert) {
+    const auto a = installed.MakePdf(L"Été & hiver.pdf");
+    Start();
+    TypeAndAccept(a);
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a));
+    EXPECT_TRUE(IsEnabled(id::kConvert));
+}
+
+TEST_F(AddDialog, AddsSeveralFilesOfAFolder) {
+    const auto a = installed.MakePdf(L"a.pdf");
+    const auto b = installed.MakePdf(L"b b.pdf");
+    const auto c = installed.MakePdf(L"c.pdf");
+    startOptions.directory = installed.PdfFolder();
+    Start();
+    TypeAndAccept(L"\"c.pdf\" \"a.pdf\" \"b b.pdf\"");
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), testing::UnorderedElementsAre(a, b, c));
+    EXPECT_TRUE(IsEnabled(id::kConvert));
+}
+
+TEST_F(AddDialog, TakesAFileOfAnotherKind) {
+    const auto other = installed.MakePdf(L"notes.txt");
+    Start();
+    TypeAndAccept(other);
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(other));
+}
+
+TEST_F(AddDialog, LeavesOutWhatTheListHas) {
+    const auto a = installed.MakePdf(L"a.pdf");
+    Start();
+    Window().DropPdfs({a});
+    TypeAndAccept(a);
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a));
+    EXPECT_TRUE(IsEnabled(id::kConvert));
+}
+
+TEST_F(AddDialog, CancelledOverAnEmptyListChangesNothing) {
+    Start();
+    Window().OpenAndCancelAddDialog();
+    EXPECT_EQ(driver::RowCount(List()), 0);
+    EXPECT_FALSE(IsEnabled(id::kConvert));
+}
+
+class Dialogs : public AppTest {};
+
+TEST_F(Dialogs, DroppedFoldersAndOtherFilesAreLeftOut) {
+    const auto upper = installed.MakePdf(L"A.PDF");
+    const auto lower = installed.MakePdf(L"b.pdf");
+    const auto named = installed.MakeFolder(L"dossier.pdf");
+    Start();
+    driver::DropFiles(List(), {upper, installed.MakePdf(L"c.txt"), installed.MakeFolder(L"d"),
+                               installed.MakePdf(L"e.pdf.bak"), lower, named});
+    EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 3; }));
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(upper, lower, named))
+        << "in the order of the drop";
+}
+
+TEST_F(Dialogs, CancelledFolderBrowserLeavesTheFolderAlone) {
+    Start();
+    Window().Tick(id::kOutputFolderBox);
+    Window().Type(id::kOutputFolder, installed.PdfFolder());
+    driver::Click(Control(id::kBrowse));
+    AnswerBox(IDCANCEL);
+    EXPECT_EQ(Text(id::kOutputFolder), installed.PdfFolder());
+    EXPECT_TRUE(IsChecked(id::kOutputFolderBox));
+}
+
+TEST_F(Dialogs, AboutTellsNameAndVersion) {
+    Start();
+    driver::Click(Control(id::kAbout));
+    const HWND about = WaitForBox();
+    EXPECT_EQ(driver::Text(about), L"À propos...");
+    EXPECT_EQ(::GetWindow(about, GW_OWNER), Window().Window());
+    const std::wstring text = driver::AllText(about) + L"\n";
+    EXPECT_THAT(text, HasSubstr(L"\nTalvenor \n"));
+    EXPECT_THAT(text, HasSubstr(L"\nVersion 1.2 (64-bit)\n"));
+    EXPECT_THAT(text, HasSubstr(L"\nUne interface graphique pour pdf2djvu Win32\nUtilisation libre\n"));
+    AnswerBox(IDOK);
+    EXPECT_TRUE(driver::IsEnabled(Window().Window()));
+}
+
+TEST_F(Dialogs, AboutClosesByEscapeWithoutLeavingTheProgram) {
+    Start();
+    driver::Click(Control(id::kAbout));
+    const HWND about = WaitForBox();
+    driver::PressKey(driver::Control(about, IDOK), VK_ESCAPE);
+    EXPECT_TRUE(Comes([&] { return !::IsWindow(about); }));
+    EXPECT_FALSE(Process().HasEnded());
+    EXPECT_EQ(Window().Quit(), 2u);
+}
+
+TEST_F(Dialogs, AboutShowsTheProgramsIconWhole) {
+    Start();
+    driver::Click(Control(id::kAbout));
+    const HWND about = WaitForBox();
+    for (HWND child = nullptr; (child = ::FindWindowExW(about, child, L"Static", nullptr)) != nullptr;) {
+        if ((::GetWindowLongPtrW(child, GWL_STYLE) & SS_TYPEMASK) != SS_ICON) continue;
+        RECT area = {};
+        ::GetClientRect(child, &area);
+        EXPECT_GE(area.right, ::GetSystemMetrics(SM_CXICON));
+        EXPECT_GE(area.bottom, ::GetSystemMetrics(SM_CYICON));
+        return;
+    }
+    FAIL() << "the box has no icon";
+}
+
+TEST_F(Dialogs, LogThatIsGoneIsAnError) {
+    driver::WriteFileBytes(installed.Log(), "left by an earlier run");
+    Start();
+    ASSERT_TRUE(::DeleteFileW(installed.Log().c_str()));
+    driver::Click(Control(id::kOpenLog));
+    // The shell tells it in its own words first, then the program does.
+    if (driver::Text(WaitForBox()) != L"Talvenor") AnswerBox(IDOK);
+    const HWND box = WaitForBox();
+    EXPECT_EQ(driver::Text(box), L"Talvenor");
+    EXPECT_THAT(driver::AllText(box), HasSubstr(L"\nErreur ShellExecute : "));
+    AnswerBox(IDOK);
+    EXPECT_FALSE(Process().HasEnded());
+}
+
+TEST_F(Dialogs, ClearedListDisablesConvertAndEmptiesTheStatusLine) {
+    Start();
+    AddForConversion({installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b.pdf")});
+    driver::PressKey(List(), VK_HOME);
+    ASSERT_TRUE(Comes([&] { return !Text(id::kStatus).empty(); }));
+    driver::Click(Control(id::kClear));
+    EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 0; }));
+    EXPECT_TRUE(Comes([&] { return Text(id::kStatus).empty(); }));
+    EXPECT_FALSE(IsEnabled(id::kConvert));
+    EXPECT_TRUE(IsEnabled(id::kOpenDestination)) << "keeps its state";
+}
+
+}  // namespace

@@ -1,0 +1,118 @@
+#include "tests/faults/harness/program_host.h"
+
+#include "tests/faults/harness/failure_table.h"
+
+#include "res/resource.h"
+
+#include <stdexcept>
+
+namespace {
+
+ProgramHost* g_current = nullptr;
+
+constexpr wchar_t kLibrary[] = L"fault_product.dll";
+
+// Keeps what the program's library brings along: a system library that comes and goes with it may leave handles
+// behind each time (comdlg32 does, by way of the printing library), which are not the program's.
+void KeepSystemLibraries() {
+    static const bool s_kept = [] {
+        for (const wchar_t* const name : {L"comctl32.dll", L"comdlg32.dll", L"ole32.dll", L"shell32.dll"}) {
+            ::LoadLibraryW(name);
+        }
+        return true;
+    }();
+    static_cast<void>(s_kept);
+}
+
+BOOL CALLBACK FindMainWindow(HWND window, LPARAM found) {
+    if (!::GetDlgItem(window, IDC_FILE_LIST)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+void* ChooseTarget(const std::string& name, void* real) {
+    if (void* const answer = Platform::FindDouble(name)) return answer;
+    return FindFailure(name) ? real : nullptr;
+}
+
+}  // namespace
+
+ProgramHost& CurrentHost() {
+    return *g_current;
+}
+
+// Called by the library while it is being loaded.
+extern "C" __declspec(dllexport) void TakeOverImports(HMODULE library) {
+    CurrentHost().TakeOver(library);
+}
+
+ProgramHost::ProgramHost(Platform& platform, CallWatch& watch) : m_platform(platform), m_watch(watch) {
+    if (g_current) throw std::logic_error("one program at a time");
+    g_current = this;
+    KeepSystemLibraries();
+}
+
+ProgramHost::~ProgramHost() {
+    if (m_thread) ::CloseHandle(m_thread);
+    if (m_ended) ::CloseHandle(m_ended);
+    g_current = nullptr;
+}
+
+void ProgramHost::Start(int showCommand) {
+    m_showCommand = showCommand;
+    m_ended = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    m_thread = ::CreateThread(nullptr, 0, &RunThread, this, 0, &m_threadId);
+    if (!m_thread) throw std::runtime_error("no thread for the program");
+}
+
+bool ProgramHost::WaitForEnd(std::chrono::milliseconds limit) const {
+    const auto milliseconds = static_cast<DWORD>(limit.count());
+    if (::WaitForSingleObject(m_ended, milliseconds) != WAIT_OBJECT_0) return false;
+    // The system takes back what a thread had only when it is really gone.
+    return m_life != Life::Ended || ::WaitForSingleObject(m_thread, milliseconds) == WAIT_OBJECT_0;
+}
+
+HWND ProgramHost::MainWindow() const {
+    HWND window = nullptr;
+    ::EnumThreadWindows(m_threadId, &FindMainWindow, reinterpret_cast<LPARAM>(&window));
+    return window;
+}
+
+void* ProgramHost::WrapFoundFunction(const std::string& name, void* real) {
+    return m_thunks.Wrap(name, ChooseTarget(name, real));
+}
+
+void ProgramHost::ProcessEnds(UINT exitCode) {
+    m_exitCode = static_cast<int>(exitCode);
+    m_life = Life::EndedByExitProcess;
+    ::SetEvent(m_ended);
+    for (;;) ::SuspendThread(::GetCurrentThread());
+}
+
+void ProgramHost::TakeOver(HMODULE library) {
+    m_thunks.Redirect(library, &ChooseTarget);
+}
+
+void* ProgramHost::Route(const ImportedFunction& function, const CallArguments& arguments) {
+    void* const sentElsewhere = CurrentHost().m_watch.Route(function.name, arguments);
+    return sentElsewhere ? sentElsewhere : function.target;
+}
+
+DWORD WINAPI ProgramHost::RunThread(void* host) {
+    auto& self = *static_cast<ProgramHost*>(host);
+    self.Run();
+    ::SetEvent(self.m_ended);
+    return 0;
+}
+
+void ProgramHost::Run() {
+    m_watch.SetUiThread(::GetCurrentThreadId());
+    const HMODULE library = ::LoadLibraryW(kLibrary);
+    if (!library) throw std::runtime_error("the program's library cannot be loaded");
+    using RunProgram = int (*)(int);
+    const auto run =
+        reinterpret_cast<RunProgram>(reinterpret_cast<void*>(::GetProcAddress(library, "RunProgram")));
+    m_exitCode = run(m_showCommand);
+    ::FreeLibrary(library);
+    m_life = Life::Ended;
+}

@@ -1,0 +1,67 @@
+// One life of the program inside the test process: loaded, run from its entry on a thread of its own, unloaded.
+// Its calls to the system go through a CallWatch and, where a Platform answers in the system's place, to that.
+#pragma once
+
+#include "tests/faults/harness/call_watch.h"
+#include "tests/faults/harness/import_thunks.h"
+#include "tests/faults/harness/platform.h"
+
+#include <windows.h>
+
+#include <atomic>
+#include <chrono>
+#include <string>
+
+class ProgramHost {
+public:
+    // What becomes of the program's thread.
+    enum class Life { Running, Ended, EndedByExitProcess };
+
+    // One at a time. `platform` and `watch` must live longer.
+    ProgramHost(Platform& platform, CallWatch& watch);
+    ProgramHost(const ProgramHost&) = delete;
+    ProgramHost& operator=(const ProgramHost&) = delete;
+    // The program must have ended.
+    ~ProgramHost();
+
+    // Comes back at once. The window, once there, is shown with `showCommand`.
+    void Start(int showCommand = SW_HIDE);
+
+    [[nodiscard]] Life State() const { return m_life; }
+    // False when it does not end in time. After Life::Ended nothing of it is left, the library unloaded.
+    [[nodiscard]] bool WaitForEnd(std::chrono::milliseconds limit) const;
+    // Valid once it has ended.
+    [[nodiscard]] int ExitCode() const { return m_exitCode; }
+    [[nodiscard]] DWORD ThreadId() const { return m_threadId; }
+    // Its main window; null before it is created and when it is gone.
+    [[nodiscard]] HWND MainWindow() const;
+
+    [[nodiscard]] Platform& ThePlatform() const { return m_platform; }
+    [[nodiscard]] CallWatch& Watch() const { return m_watch; }
+
+    // For the doubles: a function found at run time, seen by the watch from now on.
+    [[nodiscard]] void* WrapFoundFunction(const std::string& name, void* real);
+    // For the doubles: keeps the calling thread for good, as the end of a process does.
+    [[noreturn]] void ProcessEnds(UINT exitCode);
+
+    // For the library, before its own code runs.
+    void TakeOver(HMODULE library);
+
+private:
+    static void* Route(const ImportedFunction& function, const CallArguments& arguments);
+    static DWORD WINAPI RunThread(void* host);
+    void Run();
+
+    Platform& m_platform;
+    CallWatch& m_watch;
+    ImportThunks m_thunks{&Route};
+    HANDLE m_thread = nullptr;
+    HANDLE m_ended = nullptr;  // set when the thread has ended or stays for good
+    DWORD m_threadId = 0;
+    int m_showCommand = SW_HIDE;
+    std::atomic<Life> m_life{Life::Running};
+    std::atomic<int> m_exitCode{-1};
+};
+
+// The one that lives.
+[[nodiscard]] ProgramHost& CurrentHost();

@@ -1,0 +1,73 @@
+// What a person does with the program's windows: presses, ticks, types, drops, waits. Works from another thread
+// than the program's, as a person does, and gives up at a deadline instead of waiting for ever.
+#pragma once
+
+#include "tests/faults/harness/program_host.h"
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+// The program did not do what it must in any case: it hangs.
+class Hang : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+class User {
+public:
+    explicit User(ProgramHost& program);
+    User(const User&) = delete;
+    User& operator=(const User&) = delete;
+    ~User();
+
+    // Waits until the window is there and serves messages, or the program has ended. Null then.
+    HWND WaitForWindow() const;
+    [[nodiscard]] HWND Window() const { return m_program.MainWindow(); }
+    [[nodiscard]] HWND Control(int id) const { return ::GetDlgItem(Window(), id); }
+    [[nodiscard]] bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
+    // Sends one message. 0 when the window is gone.
+    static LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
+    // Presses a button or ticks a box, which does nothing while it is disabled. Comes back when all that it
+    // sets off on the program's own thread is done.
+    void Press(int id) const;
+    void SetText(int id, const wchar_t* text) const;
+    // What the window is told when `control` is left, changed or pressed.
+    void Notify(int id, int code) const;
+    void Drop(const std::vector<std::wstring>& paths) const;
+    void SelectRow(int row) const;
+    void PressListKey(WORD key) const;
+
+    // Presses a button that opens a dialog. Gives the dialog, or null when none comes.
+    HWND PressForDialog(int id, int controlOfDialog);
+    // Waits for the dialog with this control as long as a worker could still open it. Null when none comes.
+    [[nodiscard]] HWND WaitForWorkersDialog(int controlOfDialog) const;
+    // Presses a button of a dialog until it is gone: a person does not give up at the first try.
+    void CloseDialog(HWND dialog, int buttonId);
+
+    // Waits until `number` converters have been started, or no worker is left that could start one.
+    void WaitForConverter(int number) const;
+    // Waits until no worker is left and the window has served what they left for it.
+    void WaitForWorkers() const;
+
+    // Presses Esc until the program ends, a few times at most.
+    void PressEscape() const;
+    // Presses "Quitter" until the program ends. Answers the question about a batch by Yes.
+    void Quit() const;
+
+    [[nodiscard]] ProgramHost& Program() const { return m_program; }
+
+private:
+    class LongPress;
+
+    ProgramHost& m_program;
+    std::unique_ptr<LongPress> m_longPress;  // the one that a dialog keeps from ending
+};
+
+// Waits for a condition; throws Hang, naming what was missing, when it does not come.
+void WaitUntil(const char* what, const std::function<bool()>& condition);

@@ -1,0 +1,175 @@
+#include "tests/faults/harness/window_facts.h"
+
+#include "tests/support/utf8.h"
+
+#include "res/resource.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace {
+
+constexpr int kControls[] = {IDOK,
+                             IDCANCEL,
+                             IDC_ADD,
+                             IDC_STATUS,
+                             IDC_CLEAR,
+                             IDC_PAGES,
+                             IDC_NO_TEXT,
+                             IDC_LINES,
+                             IDC_NO_METADATA,
+                             IDC_EXTRA_OPTIONS,
+                             IDC_HIDE_OUTPUT,
+                             IDC_OPEN_DESTINATION,
+                             IDC_OPEN_LOG,
+                             IDC_OUTPUT_FOLDER_CHECK,
+                             IDC_OUTPUT_FOLDER,
+                             IDC_BROWSE,
+                             IDC_MONOCHROME,
+                             IDC_RESOLUTION,
+                             IDC_RESOLUTION_CHECK,
+                             IDC_PAGES_CHECK,
+                             IDC_NO_OUTLINE,
+                             IDC_NO_HYPERLINKS,
+                             IDC_SHUT_DOWN,
+                             IDC_FILE_LIST,
+                             IDC_ABOUT};
+constexpr int kWithText[] = {IDCANCEL,          IDC_STATUS,        IDC_PAGES,
+                             IDC_EXTRA_OPTIONS, IDC_OUTPUT_FOLDER, IDC_RESOLUTION};
+constexpr int kWithPicture[] = {IDOK, IDC_ADD, IDC_CLEAR, IDC_BROWSE};
+constexpr int kLongestText = 2000;
+
+template <std::size_t size>
+bool Contains(const int (&ids)[size], int id) {
+    return std::find(std::begin(ids), std::end(ids), id) != std::end(ids);
+}
+
+std::string TextOf(HWND window) {
+    std::wstring text(kLongestText, L'\0');
+    text.resize(static_cast<std::size_t>(
+        User::Send(window, WM_GETTEXT, kLongestText, reinterpret_cast<LPARAM>(text.data()))));
+    return Utf8(text);
+}
+
+LRESULT AskList(const User& user, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    return User::Send(user.Control(IDC_FILE_LIST), message, wParam, lParam);
+}
+
+std::string Cell(const User& user, int row, int column) {
+    std::wstring text(kLongestText, L'\0');
+    LVITEMW item = {};
+    item.iSubItem = column;
+    item.pszText = text.data();
+    item.cchTextMax = kLongestText;
+    text.resize(static_cast<std::size_t>(
+        AskList(user, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item))));
+    return Utf8(text);
+}
+
+std::string ColumnTitle(const User& user, int column) {
+    std::array<wchar_t, 100> text{};
+    LVCOLUMNW question = {};
+    question.mask = LVCF_TEXT;
+    question.pszText = text.data();
+    question.cchTextMax = static_cast<int>(text.size());
+    if (!AskList(user, LVM_GETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&question))) {
+        return "none";
+    }
+    return Utf8(text.data());
+}
+
+// Whether the window stands in the middle of its monitor's work area, to the pixel that rounding costs.
+bool IsCentred(HWND window) {
+    RECT place = {};
+    ::GetWindowRect(window, &place);
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& work = monitor.rcWork;
+    return std::abs(place.left + place.right - work.left - work.right) <= 2 &&
+           std::abs(place.top + place.bottom - work.top - work.bottom) <= 2;
+}
+
+struct ToolTips {
+    LRESULT tools = 0;
+    LRESULT widestTip = -1;
+};
+
+// Of all tool tip windows the one with most tools: the list has one of its own.
+BOOL CALLBACK CompareToolTips(HWND window, LPARAM most) {
+    auto& found = *reinterpret_cast<ToolTips*>(most);
+    std::array<wchar_t, 64> name{};
+    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    if (std::wstring(name.data()) != TOOLTIPS_CLASSW) return TRUE;
+    const LRESULT tools = User::Send(window, TTM_GETTOOLCOUNT);
+    if (tools > found.tools) found = {tools, User::Send(window, TTM_GETMAXTIPWIDTH)};
+    return TRUE;
+}
+
+std::string DescribeToolTips(const User& user) {
+    ToolTips tips;
+    ::EnumThreadWindows(user.Program().ThreadId(), &CompareToolTips, reinterpret_cast<LPARAM>(&tips));
+    return std::to_string(tips.tools) + (tips.widestTip > 0 ? " wrapped" : "");
+}
+
+}  // namespace
+
+void AddControlFacts(const User& user, const std::string& moment, Facts& facts) {
+    for (const int id : kControls) {
+        const HWND control = user.Control(id);
+        std::string state = ::IsWindowEnabled(control) ? "E" : "-";
+        state += (::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) ? "S" : "h";
+        if (User::Send(control, BM_GETCHECK) == BST_CHECKED) state += " C";
+        if (Contains(kWithText, id)) {
+            if (const std::string text = user.Program().ThePlatform().Shortened(TextOf(control));
+                !text.empty()) {
+                state += ' ' + text;
+            }
+        }
+        facts[moment + '.' + std::to_string(id)] = state;
+    }
+}
+
+void AddListFacts(const User& user, const std::string& moment, Facts& facts) {
+    const auto rows = static_cast<int>(AskList(user, LVM_GETITEMCOUNT));
+    std::vector<std::string> paths;
+    std::vector<std::string> durations;
+    for (int row = 0; row < rows; ++row) {
+        paths.push_back(Cell(user, row, 0));
+        durations.push_back(Cell(user, row, 1));
+    }
+    facts[moment + ".rows"] = Lines(paths);
+    facts[moment + ".durations"] = Lines(durations);
+    facts[moment + ".selected"] =
+        std::to_string(AskList(user, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    const LRESULT first = AskList(user, LVM_GETCOLUMNWIDTH, 0);
+    const LRESULT second = AskList(user, LVM_GETCOLUMNWIDTH, 1);
+    RECT client = {};
+    ::GetClientRect(user.Control(IDC_FILE_LIST), &client);
+    std::string columns = first + second == client.right ? "fit" : "do not fit";
+    if (second > 0) columns += " with durations";
+    facts[moment + ".columns"] = columns;
+}
+
+void AddSetUpFacts(const User& user, Facts& facts) {
+    facts["start.title"] = TextOf(user.Window());
+    facts["start.centred"] = IsCentred(user.Window()) ? "yes" : "no";
+    std::string icons;
+    if (User::Send(user.Window(), WM_GETICON, ICON_BIG)) icons += "big ";
+    if (User::Send(user.Window(), WM_GETICON, ICON_SMALL)) icons += "small";
+    facts["start.icons"] = icons;
+    std::string pictures;
+    for (const int id : kWithPicture) {
+        if (User::Send(user.Control(id), BM_GETIMAGE, IMAGE_ICON)) pictures += std::to_string(id) + ' ';
+    }
+    facts["start.pictures"] = pictures;
+    facts["start.titles"] = ColumnTitle(user, 0) + '|' + ColumnTitle(user, 1);
+    facts["start.list"] =
+        std::to_string(AskList(user, LVM_GETEXTENDEDLISTVIEWSTYLE)) +
+        (AskList(user, LVM_GETIMAGELIST, LVSIL_SMALL) ? " images" : "") +
+        (::GetWindowLongPtrW(user.Control(IDC_FILE_LIST), GWL_EXSTYLE) & WS_EX_ACCEPTFILES ? " drops" : "");
+    facts["start.tips"] = DescribeToolTips(user);
+}

@@ -1,0 +1,80 @@
+// The countdown after a batch: to its end, and past it by "Annuler"; and cut short by "Éteindre immédiatement".
+#include "tests/faults/scenarios/scenarios.h"
+#include "tests/faults/scenarios/usual.h"
+
+#include "tests/faults/harness/window_facts.h"
+#include "tests/support/utf8.h"
+
+#include "res/resource.h"
+
+#include <array>
+
+namespace {
+
+std::string Seconds(HWND countdown) {
+    std::array<wchar_t, 20> text{};
+    User::Send(::GetDlgItem(countdown, IDC_SECONDS), WM_GETTEXT, text.size(),
+               reinterpret_cast<LPARAM>(text.data()));
+    return Utf8(text.data());
+}
+
+// A batch whose countdown has opened. The calls count from the moment when it is due.
+HWND ConvertUntilCountdown(User& user, CallWatch& watch) {
+    OpenWithFiles(user, {L"C:\\in\\a.pdf"});
+    user.Press(IDC_SHUT_DOWN);
+    watch.At("IsDlgButtonChecked main 1038", 1, [&] { watch.Begin(); });
+    user.Press(IDOK);
+    return user.WaitForWorkersDialog(IDC_SECONDS);
+}
+
+void AddFactsOfTheEnd(User& user, CallWatch& watch, Facts& facts) {
+    user.WaitForWorkers();
+    watch.End();
+    AddControlFacts(user, "done", facts);
+    AddListFacts(user, "done", facts);
+}
+
+void LetItEnd(User& user, CallWatch& watch, Facts& facts) {
+    const HWND countdown = ConvertUntilCountdown(user, watch);
+    facts["count.first"] = Seconds(countdown);
+    for (int tick = 0; tick < 29; ++tick) User::Send(countdown, WM_TIMER, 1);
+    facts["count.last"] = Seconds(countdown);
+    User::Send(countdown, WM_TIMER, 1);
+    facts["count.over"] = Seconds(countdown);
+    facts["count.timers"] = user.Program().ThePlatform().Timers();
+    user.CloseDialog(countdown, IDCANCEL);
+    AddFactsOfTheEnd(user, watch, facts);
+}
+
+void ShutDownNow(User& user, CallWatch& watch, Facts& facts) {
+    const HWND countdown = ConvertUntilCountdown(user, watch);
+    User::Send(countdown, WM_TIMER, 1);
+    facts["count.first"] = Seconds(countdown);
+    user.CloseDialog(countdown, IDOK);
+    AddFactsOfTheEnd(user, watch, facts);
+}
+
+Facts UsualEnd() {
+    return Together({QuietRun(),
+                     ControlsAfterBatch("done"),
+                     {{"done.1038", "ES C"}},
+                     List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
+                     {{"starts", "visible a.pdf /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
+                      {"boxes", "information main Conversion terminée !"},
+                      {"shutdowns", "open token\nlook up SeShutdownPrivilege\nenable\nrequest\ndisable"}}});
+}
+
+}  // namespace
+
+Scenario CountdownScenario() {
+    return {"countdown",
+            [](Platform&) {},
+            &LetItEnd,
+            Together({UsualEnd(),
+                      {{"count.first", "30"}, {"count.last", "1"}, {"count.over", "1"}, {"count.timers", ""}}}),
+            {}};
+}
+
+Scenario ShutDownNowScenario() {
+    return {"shut_down_now", [](Platform&) {}, &ShutDownNow, Together({UsualEnd(), {{"count.first", "29"}}}), {}};
+}

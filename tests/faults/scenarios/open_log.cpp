@@ -1,0 +1,41 @@
+// The log of an earlier batch is opened; the second time no program opens it.
+#include "tests/faults/scenarios/scenarios.h"
+#include "tests/faults/scenarios/usual.h"
+
+#include "tests/faults/harness/window_facts.h"
+
+#include "res/resource.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+void Use(User& user, CallWatch& watch, Facts& facts) {
+    Open(user);
+    watch.Begin();
+    user.Press(IDC_OPEN_LOG);
+    user.Program().ThePlatform().shellError = ERROR_NO_ASSOCIATION;
+    user.Press(IDC_OPEN_LOG);
+    watch.End();
+    AddControlFacts(user, "opened", facts);
+}
+
+void Prepare(Platform& platform) {
+    std::ofstream(std::filesystem::path(platform.File(L"TalvenorLog.txt"))) << "earlier";
+}
+
+}  // namespace
+
+Scenario OpenLogScenario() {
+    return {"open_log",
+            &Prepare,
+            &Use,
+            Together({QuietRun(),
+                      IdleControls("opened"),
+                      {{"opened.1024", "ES"},
+                       {"log", "earlier"},
+                       {"shell", "~\\TalvenorLog.txt \n~\\TalvenorLog.txt "},
+                       {"boxes", "error main Erreur ShellExecute : No association.\r\n"}}}),
+            {}};
+}

@@ -1,0 +1,28 @@
+// The ways of using the program that the sweep goes through. One file each, named after it.
+#pragma once
+
+#include "tests/faults/harness/scenario.h"
+
+#include <vector>
+
+[[nodiscard]] Scenario StartScenario();
+[[nodiscard]] Scenario MissingConverterScenario();
+[[nodiscard]] Scenario SecondCopyScenario();
+[[nodiscard]] Scenario AddScenario();
+[[nodiscard]] Scenario DropScenario();
+[[nodiscard]] Scenario ListKeysScenario();
+[[nodiscard]] Scenario OptionsScenario();
+[[nodiscard]] Scenario HiddenBatchScenario();
+[[nodiscard]] Scenario VisibleBatchScenario();
+[[nodiscard]] Scenario StopScenario();
+[[nodiscard]] Scenario FailingConverterScenario();
+[[nodiscard]] Scenario ConverterNotStartedScenario();
+[[nodiscard]] Scenario OutputFolderScenario();
+[[nodiscard]] Scenario OpenFolderScenario();
+[[nodiscard]] Scenario OpenLogScenario();
+[[nodiscard]] Scenario CountdownScenario();
+[[nodiscard]] Scenario ShutDownNowScenario();
+[[nodiscard]] Scenario AboutScenario();
+[[nodiscard]] Scenario QuitScenario();
+
+[[nodiscard]] const std::vector<Scenario>& AllScenarios();

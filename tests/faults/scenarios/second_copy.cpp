@@ -1,0 +1,20 @@
+#include "tests/faults/scenarios/scenarios.h"
+#include "tests/faults/scenarios/usual.h"
+
+namespace {
+
+void Use(User& user, CallWatch& watch, Facts& /*facts*/) {
+    watch.Begin();
+    user.Program().Start();
+    user.WaitForWindow();
+}
+
+}  // namespace
+
+Scenario SecondCopyScenario() {
+    return {"second_copy",
+            [](Platform& platform) { platform.anotherCopyRuns = true; },
+            &Use,
+            Together({QuietRun(), {{"exit", "0"}}}),
+            {}};
+}

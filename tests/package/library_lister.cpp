@@ -1,0 +1,80 @@
+// Says which libraries a run of Talvenor loads, one path a line:
+//
+//   library_lister Talvenor.exe [NAME]
+//
+// The run opens the main window and the About box, which must tell the program's version. With a name, the running
+// program also loads the library of that name, as any part of it or of the system might, by the bare name.
+#include <windows.h>
+#include <fcntl.h>
+#include <io.h>
+#include <psapi.h>
+
+#include <cstdio>
+#include <vector>
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/main_window.h"
+#include "tests/equipment/remote_memory.h"
+#include "tests/equipment/text.h"
+#include "tests/equipment/window_driver.h"
+
+namespace {
+
+constexpr driver::Milliseconds kLimit{20'000};
+constexpr int kVersion = 1021;  // of the About box
+
+void LoadByBareName(const driver::Program& program, HWND window, const std::wstring& name) {
+    driver::RemoteMemory memory(window, (name.size() + 1) * sizeof(wchar_t));
+    memory.Write(0, name.c_str(), (name.size() + 1) * sizeof(wchar_t));
+    // At the same place in every process, like all of this library.
+    const auto load = reinterpret_cast<LPTHREAD_START_ROUTINE>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "LoadLibraryW")));
+    const driver::UniqueHandle thread(
+        ::CreateRemoteThread(program.Process(), nullptr, 0, load, memory.Address(), 0, nullptr));
+    if (!thread) driver::FailCall("CreateRemoteThread", ::GetLastError());
+    if (::WaitForSingleObject(thread.Get(), static_cast<DWORD>(kLimit.count())) != WAIT_OBJECT_0)
+        throw driver::Failure("the library is not loaded and not refused");
+}
+
+void PrintLibraries(const driver::Program& program) {
+    std::vector<HMODULE> modules(1024);
+    DWORD bytes = 0;
+    const auto room = static_cast<DWORD>(modules.size() * sizeof(HMODULE));
+    if (!::EnumProcessModules(program.Process(), modules.data(), room, &bytes) || bytes > room)
+        driver::FailCall("EnumProcessModules", ::GetLastError());
+    modules.resize(bytes / sizeof(HMODULE));
+    for (const HMODULE module : modules) {
+        wchar_t path[MAX_PATH] = {};
+        ::GetModuleFileNameExW(program.Process(), module, path, MAX_PATH);
+        std::puts(driver::ToUtf8(path).c_str());
+    }
+}
+
+void Run(const std::wstring& path, const std::wstring& libraryName) {
+    const driver::Program program(path);
+    const driver::MainWindow window(program);
+    driver::Click(window.Control(driver::id::kAbout));
+    const HWND about = driver::WaitForDialog(program, window.Window(), kLimit);
+    const std::wstring version = driver::Text(driver::Control(about, kVersion));
+    if (version != L"Version 1.2 (64-bit)") throw driver::Failure(L"not the program's version: " + version);
+    if (!libraryName.empty()) LoadByBareName(program, window.Window(), libraryName);
+    PrintLibraries(program);
+    driver::PressDialogButton(about, IDOK);
+    const auto closed = [&] { return !::IsWindow(about) && driver::IsEnabled(window.Window()); };
+    if (!driver::WaitUntil(closed, kLimit)) throw driver::Failure("the About box stays open");
+    if (window.Quit() != driver::kExitCodeOfQuit) throw driver::Failure("Quitter ended with another code");
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    _setmode(_fileno(stdout), _O_BINARY);
+    try {
+        if (argc < 2) throw driver::Failure("library_lister Talvenor.exe [NAME]");
+        Run(argv[1], argc > 2 ? argv[2] : L"");
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "library_lister: %s\n", failure.what());
+        return 1;
+    }
+    return 0;
+}
