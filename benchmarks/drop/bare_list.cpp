@@ -26,6 +26,9 @@ void BareList::Drop(HDROP drop, Rows rows) {
         if (rows == Rows::All || index % 2 == 1) Insert(path);
     }
     ::SendMessageW(m_list, WM_SETREDRAW, TRUE, 0);
+}
+
+void BareList::Paint() const {
     ::UpdateWindow(m_list);
 }
 

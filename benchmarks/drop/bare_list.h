@@ -15,8 +15,8 @@ public:
     // already. It is told so; it does not look.
     enum class Rows { All, Odd };
 
-    // Until the list has been painted.
     void Drop(HDROP drop, Rows rows = Rows::All);
+    void Paint() const;
     [[nodiscard]] int RowCount() const noexcept { return m_rowCount; }
 
 private:

@@ -46,23 +46,27 @@ struct Drops {
     const DroppedFiles measured;
 };
 
-double MeasureTalvenor(const Drops& drops) {
+double MeasureTalvenor(const Drops& drops, Until until) {
     const TalvenorList list;
     list.Drop(drops.before.Get());
+    list.Paint();
     g_beeps = 0;
     const Stopwatch stopwatch;
     list.Drop(drops.measured.Get());
+    if (until == Until::Painted) list.Paint();
     const double milliseconds = stopwatch.Milliseconds();
     Require(list.RowCount() == drops.count, "every path has its row in Talvenor");
     Require(g_beeps == drops.known, "every path that is there already beeps");
     return milliseconds;
 }
 
-double MeasureBare(const Drops& drops) {
+double MeasureBare(const Drops& drops, Until until) {
     BareList list;
     list.Drop(drops.before.Get());
+    list.Paint();
     const Stopwatch stopwatch;
     list.Drop(drops.measured.Get(), drops.known == 0 ? BareList::Rows::All : BareList::Rows::Odd);
+    if (until == Until::Painted) list.Paint();
     const double milliseconds = stopwatch.Milliseconds();
     Require(list.RowCount() == drops.count, "every path has its row in the bare list");
     return milliseconds;
@@ -70,12 +74,13 @@ double MeasureBare(const Drops& drops) {
 
 }  // namespace
 
-ComparedDrops CompareDrops(const std::vector<std::wstring>& paths, Before before, int rounds) {
+ComparedDrops CompareDrops(const std::vector<std::wstring>& paths, Before before, Until until,
+                           int rounds) {
     const Drops drops(paths, before);
     ComparedDrops compared;
     for (int round = 0; round < rounds; ++round) {
-        compared.talvenor.Add(MeasureTalvenor(drops));
-        compared.bare.Add(MeasureBare(drops));
+        compared.talvenor.Add(MeasureTalvenor(drops, until));
+        compared.bare.Add(MeasureBare(drops, until));
     }
     return compared;
 }

@@ -16,7 +16,10 @@ struct ComparedDrops {
 // What is in the lists before.
 enum class Before { Nothing, EveryOtherPath };
 
-ComparedDrops CompareDrops(const std::vector<std::wstring>& paths, Before before, int rounds);
+// What is waited for: the end of the action, or also the picture of it.
+enum class Until { Taken, Painted };
+
+ComparedDrops CompareDrops(const std::vector<std::wstring>& paths, Before before, Until until, int rounds);
 
 // RunBenchmark for a program that has Talvenor's window in its own process.
 int RunDropBenchmark(int count, char** values, void (*benchmark)(const Arguments&));

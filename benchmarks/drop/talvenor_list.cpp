@@ -22,6 +22,9 @@ TalvenorList::~TalvenorList() {
 
 void TalvenorList::Drop(HDROP drop) const {
     ::SendMessageW(m_list, WM_DROPFILES, reinterpret_cast<WPARAM>(drop), 0);
+}
+
+void TalvenorList::Paint() const {
     ::UpdateWindow(m_list);
 }
 

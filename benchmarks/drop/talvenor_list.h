@@ -15,8 +15,10 @@ public:
     TalvenorList(const TalvenorList&) = delete;
     TalvenorList& operator=(const TalvenorList&) = delete;
 
-    // Takes a drop as the shell sends it, until the list has been painted.
+    // Takes a drop as the shell sends it.
     void Drop(HDROP drop) const;
+    // Draws what the drop has changed.
+    void Paint() const;
     [[nodiscard]] int RowCount() const;
 
 private:

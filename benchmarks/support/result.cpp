@@ -21,7 +21,7 @@ std::string Number(double value, int decimals) {
 }
 
 std::string WithUnit(double value, const char* unit, int decimals) {
-    return Number(value, decimals) + ' ' + unit;
+    return Number(value, decimals) + (*unit ? " " : "") + unit;
 }
 
 std::string Times(double ratio) {

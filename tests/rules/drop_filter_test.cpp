@@ -51,7 +51,7 @@ TEST(IsPdfExtension, RefusesCharactersThatOnlyResembleTheLetters) {
 TEST(IsPdfExtension, LooksAtTheTextItIsGivenAndNothingBehindIt) {
     EXPECT_TRUE(IsPdfExtension(std::wstring_view(L".pdfx", 4)));
     EXPECT_FALSE(IsPdfExtension(std::wstring_view(L".pdf", 3)));
-    EXPECT_FALSE(IsPdfExtension(std::wstring_view(L".pdf", 5)));  // with its null
+    EXPECT_FALSE(IsPdfExtension(std::wstring_view(L".pdf\0", 5)));  // with its null
     EXPECT_FALSE(IsPdfExtension(std::wstring_view()));
 }
 

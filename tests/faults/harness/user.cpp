@@ -97,6 +97,11 @@ void User::Press(int id) const {
     if (IsEnabled(id)) Send(Control(id), BM_CLICK);
 }
 
+void User::ClickInto(int id) const {
+    Send(Control(id), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+    Send(Control(id), WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
+}
+
 void User::SetText(int id, const wchar_t* text) const {
     Send(Control(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
 }

@@ -36,6 +36,8 @@ public:
     // Presses a button or ticks a box, which does nothing while it is disabled. Comes back when all that it
     // sets off on the program's own thread is done.
     void Press(int id) const;
+    // Gives an edit the keyboard by a click.
+    void ClickInto(int id) const;
     void SetText(int id, const wchar_t* text) const;
     // What the window is told when `control` is left, changed or pressed.
     void Notify(int id, int code) const;

@@ -39,6 +39,6 @@ Scenario OpenFolderScenario() {
                        {"opened.1027", "ES ~"},
                        {"opened.1028", "ES"},
                        {"shell", "explorer.exe C:\\in, out\nexplorer.exe ~"},
-                       {"boxes", "error main Erreur ShellExecute : File not found.\r\n"}}}),
+                       {"boxes", "error main Erreur ShellExecute : " + SystemText(ERROR_FILE_NOT_FOUND)}}}),
             {}};
 }

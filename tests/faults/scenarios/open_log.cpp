@@ -36,6 +36,6 @@ Scenario OpenLogScenario() {
                       {{"opened.1024", "ES"},
                        {"log", "earlier"},
                        {"shell", "~\\TalvenorLog.txt \n~\\TalvenorLog.txt "},
-                       {"boxes", "error main Erreur ShellExecute : No association.\r\n"}}}),
+                       {"boxes", "error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION)}}}),
             {}};
 }

@@ -20,9 +20,9 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     platform.chosenFolder = platform.Folder();
     user.Press(IDC_BROWSE);
     AddControlFacts(user, "chosen", facts);
+    user.ClickInto(IDC_OUTPUT_FOLDER);
     user.SetText(IDC_OUTPUT_FOLDER, L"");
-    ::SetLastError(0);
-    user.Notify(IDC_OUTPUT_FOLDER, EN_KILLFOCUS);
+    user.Press(IDC_MONOCHROME);
     AddControlFacts(user, "left", facts);
     user.Press(IDC_OUTPUT_FOLDER_CHECK);
     user.Press(IDC_OUTPUT_FOLDER_CHECK);
@@ -52,9 +52,10 @@ Scenario OutputFolderScenario() {
                        {"chosen.1027", "ES ~"},
                        {"chosen.1028", "ES"}},
                       IdleControls("left"),
-                      {{"left.1", "ES"}},
+                      {{"left.1", "ES"}, {"left.1030", "ES C"}},
                       IdleControls("unticked"),
                       {{"unticked.1", "ES"},
+                       {"unticked.1030", "ES C"},
                        {"boxes", "error main Le dossier de destination est incorrect !"}}}),
             {}};
 }

@@ -1,6 +1,10 @@
 #include "tests/faults/scenarios/usual.h"
 
+#include "tests/support/utf8.h"
+
 #include "res/resource.h"
+
+#include <array>
 
 namespace {
 
@@ -90,4 +94,11 @@ Facts Together(std::initializer_list<Facts> parts) {
 std::string LogRecord(const std::string& duration, std::size_t rule) {
     return "\r\nTerminé le : 16/11, 2026 - 14:05:09\r\n*** Durée de conversion (hh:mm:ss) : " + duration +
            "\r\n" + std::string(rule, '*') + "\r\n\r\n";
+}
+
+std::string SystemText(DWORD error) {
+    std::array<wchar_t, 260> text{};
+    ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, error, LANG_USER_DEFAULT, text.data(),
+                     static_cast<DWORD>(text.size()), nullptr);
+    return Utf8(text.data());
 }

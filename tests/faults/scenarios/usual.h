@@ -36,3 +36,6 @@ struct ListContents {
 
 // The record that the log gets for a file that took `duration`, with a rule of `rule` asterisks.
 [[nodiscard]] std::string LogRecord(const std::string& duration, std::size_t rule);
+
+// What this system says about an error, with its line break.
+[[nodiscard]] std::string SystemText(DWORD error);

@@ -1,0 +1,40 @@
+// What the process that sweeps and the one that started it tell each other, by way of two files in a folder.
+#pragma once
+
+#include "tests/faults/harness/call_watch.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+// The calls of a scenario that are to fail, in order.
+void WriteCalls(const std::filesystem::path& file, const std::vector<CallKey>& calls);
+[[nodiscard]] std::vector<CallKey> ReadCalls(const std::filesystem::path& file);
+
+// How the run in which a call failed ended, as far as the sweeping process could tell.
+struct Verdict {
+    enum class Kind { Good, NotReached, Wrong };
+    Kind kind = Kind::Good;
+    std::string text;  // of what is wrong
+};
+
+// The sweeping process writes down each run before it begins and its verdict after it, so that a run without
+// verdict is one that the process did not survive.
+class VerdictWriter {
+public:
+    explicit VerdictWriter(std::filesystem::path file) : m_file(std::move(file)) {}
+    void Begin(std::size_t call) const;
+    void End(std::size_t call, const Verdict& verdict) const;
+
+private:
+    void Append(const std::string& line) const;
+
+    std::filesystem::path m_file;
+};
+
+struct Verdicts {
+    std::map<std::size_t, Verdict> given;
+    std::size_t begun = 0;  // the call of the last run that began
+};
+[[nodiscard]] Verdicts ReadVerdicts(const std::filesystem::path& file);

@@ -1,0 +1,184 @@
+#!/usr/bin/env python3
+"""Libraries that somebody has planted beside the program, as in a download folder, are not loaded.
+
+The planted ones are witnesses: they leave a file beside themselves when they are loaded. Every "is not loaded" here
+has its counterpart, in which the same witness is.
+
+On Windows the libraries that Talvenor imports are never looked for in its folder: those of KNOWN are mapped by name
+from the system's folder, and comctl32 comes by the manifest. Wine knows no such list, but prefers its own libraries
+to any others unless told not to; here it is told not to for all that Windows, too, would look for.
+"""
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
+import packaged
+import pe
+
+EQUIPMENT = Path(os.environ["TALVENOR_EQUIPMENT"])
+SYSTEM = Path(os.environ["WINEPREFIX"]) / "drive_c" / "windows" / "system32"
+
+KNOWN = {"advapi32.dll", "comdlg32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "shell32.dll", "shlwapi.dll",
+         "user32.dll"}
+BY_MANIFEST = "comctl32.dll"
+
+# Nobody but us has a library of this name.
+WITNESS = "witness.dll"
+
+LIMIT_SECONDS = 120
+
+
+def windows_path(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
+def run_wine(*command, prefer_planted=(), check=True):
+    overrides = [os.environ.get("WINEDLLOVERRIDES", "")]
+    overrides += [f"{name.removesuffix('.dll')}=n,b" for name in prefer_planted]
+    result = subprocess.run(["wine", *(str(word) for word in command)], text=True, capture_output=True,
+                            timeout=LIMIT_SECONDS, env={**os.environ, "WINEDLLOVERRIDES": ";".join(overrides)})
+    if check and result.returncode:
+        raise AssertionError(f"{command[0]} failed: {result.stderr}")
+    return result.stdout.splitlines()
+
+
+def system_imports(names):
+    """The system's libraries of these names and all that those import, and so on: loaded before a program begins."""
+    found, waiting = set(), {name.lower() for name in names}
+    while waiting:
+        name = waiting.pop()
+        found.add(name)
+        if (SYSTEM / name).exists():
+            waiting |= {imported.lower() for imported in pe.Program(SYSTEM / name).imports()} - found
+    return found
+
+
+class Planted(packaged.PackageTest):
+    def setUp(self):
+        super().setUp()
+        self.program = self.folder / "Talvenor.exe"
+        shutil.copy(packaged.program_under_test, self.program)
+        shutil.copy(EQUIPMENT / "stand_in_converter.exe", self.folder / "pdf2djvu.exe")
+
+    def plant(self, *names, folder=None):
+        for name in names:
+            shutil.copy(EQUIPMENT / "witness.dll", (folder or self.folder) / name)
+
+    def loaded(self, folder=None):
+        return sorted(file.name.removesuffix(".loaded").lower() for file in (folder or self.folder).glob("*.loaded"))
+
+    def replace(self, old, new):
+        """In the copy of the program; text of the same length."""
+        content = self.program.read_bytes()
+        self.assertEqual(content.count(old), 1)
+        self.assertEqual(len(old), len(new))
+        self.program.write_bytes(content.replace(old, new))
+
+    def run_program(self, bare_name=(), **options):
+        """Starts it, opens its About box; returns what that tells, and the libraries by name."""
+        version, *paths = run_wine(EQUIPMENT / "library_lister.exe", windows_path(self.program), *bare_name, **options)
+        return version, {path.split("\\")[-1].lower(): path for path in paths}
+
+    def libraries_of_a_run(self):
+        _, libraries = self.run_program()
+        self.assertEqual(libraries.pop("talvenor.exe"), windows_path(self.program))
+        return set(libraries)
+
+
+class EveryName(Planted):
+    def setUp(self):
+        super().setUp()
+        imported = {name.lower() for name in pe.Program(self.program).imports()}
+        self.assertEqual(imported - KNOWN, {BY_MANIFEST}, "Windows would look for these in the program's folder")
+        seen = self.libraries_of_a_run()
+        self.late = seen - system_imports(imported | {"ntdll.dll"})
+        self.assertTrue(self.late, "nothing is loaded late: nothing can be shown")
+        self.plant(*(seen | imported | {"version.dll"}))
+        self.preferred = self.late | {BY_MANIFEST}
+
+    def test_none_is_loaded(self):
+        version, _ = self.run_program(prefer_planted=self.preferred)
+        self.assertEqual(version, "Version 1.2 (64-bit)")
+        self.assertEqual(self.loaded(), [])
+
+    def test_late_ones_would_be_were_it_not_for_the_search_order_that_the_program_sets(self):
+        self.replace(b"SetDefaultDllDirectories", b"NetDefaultDllDirectories")
+        run_wine(EQUIPMENT / "library_lister.exe", windows_path(self.program), prefer_planted=self.preferred,
+                 check=False)
+        self.assertNotEqual(self.loaded(), [])
+        self.assertLessEqual(set(self.loaded()), self.late)
+
+    def test_common_controls_would_be_without_the_manifest(self):
+        self.replace(b"Microsoft.Windows.Common-Controls", b"Microsoft.Windows.Other--Controls")
+        run_wine(EQUIPMENT / "library_lister.exe", windows_path(self.program), prefer_planted=self.preferred,
+                 check=False)
+        self.assertIn(BY_MANIFEST, self.loaded())
+
+
+class VersionLibrary(Planted):
+    """Under Wine user32 itself imports version.dll, which is therefore always loaded before Talvenor asks for it. So
+    the name is replaced, in a copy of the program, by one that nobody else loads."""
+
+    def setUp(self):
+        super().setUp()
+        self.replace("version.dll".encode("utf-16-le"), WITNESS.encode("utf-16-le"))
+
+    def test_is_not_loaded_from_the_programs_folder(self):
+        self.plant(WITNESS)
+        version, libraries = self.run_program()
+        self.assertEqual(self.loaded(), [])
+        self.assertNotIn(WITNESS, libraries)
+        self.assertEqual(version, "Version 0.0 (64-bit)", "looked for and not found")
+
+    def test_nor_without_the_search_order_that_old_systems_do_not_know(self):
+        self.replace(b"SetDefaultDllDirectories", b"NetDefaultDllDirectories")
+        self.plant(WITNESS)
+        version, _ = self.run_program()
+        self.assertEqual(self.loaded(), [])
+        self.assertEqual(version, "Version 0.0 (64-bit)")
+
+    def test_is_loaded_from_the_systems_folder(self):
+        for name in (WITNESS, WITNESS + ".loaded"):
+            self.addCleanup((SYSTEM / name).unlink, missing_ok=True)
+        self.plant(WITNESS, folder=SYSTEM)
+        self.run_program()
+        self.assertEqual(self.loaded(SYSTEM), [WITNESS])
+
+
+class BareName(Planted):
+    def test_finds_nothing_beside_the_program(self):
+        self.plant(WITNESS)
+        _, libraries = self.run_program(bare_name=[WITNESS])
+        self.assertEqual(self.loaded(), [])
+        self.assertNotIn(WITNESS, libraries)
+
+    def test_finds_what_lies_in_the_systems_folder(self):
+        """The load is really tried."""
+        _, libraries = self.run_program(bare_name=["winmm.dll"])
+        self.assertIn("winmm.dll", libraries)
+        _, libraries = self.run_program()
+        self.assertNotIn("winmm.dll", libraries)
+
+
+class OrdinaryProgram(Planted):
+    """One that takes no care: the witness is found in both ways."""
+
+    def setUp(self):
+        super().setUp()
+        self.program = self.folder / "unguarded.exe"
+        shutil.copy(EQUIPMENT / "unguarded.exe", self.program)
+
+    def test_loads_a_planted_version_library_with_its_imports(self):
+        self.plant("version.dll")
+        run_wine(self.program, prefer_planted=["version.dll"])
+        self.assertEqual(self.loaded(), ["version.dll"])
+
+    def test_loads_a_planted_library_by_its_bare_name(self):
+        self.plant(WITNESS)
+        run_wine(self.program, WITNESS)
+        self.assertEqual(self.loaded(), [WITNESS])
+
+
+if __name__ == "__main__":
+    packaged.main()
