@@ -83,3 +83,7 @@ void AppTest::AnswerBox(int buttonId) const {
 bool AppTest::BecomesIdle(driver::Milliseconds limit) const {
     return Comes([&] { return !m_window->IsRunning() && m_window->OpenBox() == nullptr; }, limit);
 }
+
+void AppTest::ReplaceInterpreter(const std::wstring& replacement) {
+    m_interpreter = std::make_unique<driver::InterpreterSwap>(replacement);
+}

@@ -12,6 +12,7 @@
 
 #include "tests/app/installed_program.h"
 #include "tests/app/recorded_run.h"
+#include "tests/equipment/interpreter_swap.h"
 #include "tests/equipment/list_reader.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/program.h"
@@ -63,10 +64,15 @@ protected:
         return driver::WaitUntil(condition, limit);
     }
 
+    // Puts another program, or none, in the command interpreter's place until the program has ended. Under
+    // Wine only.
+    void ReplaceInterpreter(const std::wstring& replacement);
+
     InstalledProgram installed;
     driver::StartOptions startOptions;  // for Start
 
 private:
+    std::unique_ptr<driver::InterpreterSwap> m_interpreter;  // in use as long as the program
     std::unique_ptr<driver::Program> m_program;
     std::optional<driver::MainWindow> m_window;
 };

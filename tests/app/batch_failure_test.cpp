@@ -4,7 +4,6 @@
 
 #include "tests/equipment/file_bytes.h"
 #include "tests/app/wine.h"
-#include "tests/equipment/interpreter_swap.h"
 
 namespace {
 
@@ -55,7 +54,7 @@ TEST_F(BatchFailure, NextBatchAfterAFailedOneConvertsEverything) {
 
 TEST_F(BatchFailure, WithoutInterpreterSaysSoAndYetCountsAsDone) {
     if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
-    const driver::InterpreterSwap none(L"");
+    ReplaceInterpreter(L"");
     Start();
     AddForConversion({installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b.pdf")});
     Window().StartBatch();

@@ -3,7 +3,6 @@
 
 #include "tests/app/wine.h"
 #include "tests/equipment/file_bytes.h"
-#include "tests/equipment/interpreter_swap.h"
 
 namespace {
 
@@ -68,7 +67,7 @@ TEST_F(BatchStop, GoesOnConvertingWhileTheQuestionStands) {
 
 TEST_F(BatchStop, YesAsksTheInterpreterToCloseAndConvertsNothingMore) {
     if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
-    const driver::InterpreterSwap standIn(Equipment(L"stand_in_interpreter.exe"));
+    ReplaceInterpreter(Equipment(L"stand_in_interpreter.exe"));
     startOptions.environment[L"TALVENOR_INTERPRETER_MS"] = L"60000";
     StartBatchOf({installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b.pdf"), installed.MakePdf(L"c.pdf")});
     Stop();
@@ -86,7 +85,7 @@ TEST_F(BatchStop, YesAsksTheInterpreterToCloseAndConvertsNothingMore) {
 
 TEST_F(BatchStop, InterpreterIsStartedAsPromised) {
     if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
-    const driver::InterpreterSwap standIn(Equipment(L"stand_in_interpreter.exe"));
+    ReplaceInterpreter(Equipment(L"stand_in_interpreter.exe"));
     const auto a = installed.MakePdf(L"Rapport (1).pdf");
     const auto djvu = installed.PdfFolder() + L"\\Rapport (1).djvu";
     Start();

@@ -70,18 +70,6 @@ TEST_F(AddDialog, CancelledOverAnEmptyListChangesNothing) {
 
 class Dialogs : public AppTest {};
 
-TEST_F(Dialogs, DroppedFoldersAndOtherFilesAreLeftOut) {
-    const auto upper = installed.MakePdf(L"A.PDF");
-    const auto lower = installed.MakePdf(L"b.pdf");
-    const auto named = installed.MakeFolder(L"dossier.pdf");
-    Start();
-    driver::DropFiles(List(), {upper, installed.MakePdf(L"c.txt"), installed.MakeFolder(L"d"),
-                               installed.MakePdf(L"e.pdf.bak"), lower, named});
-    EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 3; }));
-    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(upper, lower, named))
-        << "in the order of the drop";
-}
-
 TEST_F(Dialogs, CancelledFolderBrowserLeavesTheFolderAlone) {
     Start();
     Window().Tick(id::kOutputFolderBox);
@@ -143,18 +131,6 @@ TEST_F(Dialogs, LogThatIsGoneIsAnError) {
     EXPECT_THAT(driver::AllText(box), HasSubstr(L"\nErreur ShellExecute : "));
     AnswerBox(IDOK);
     EXPECT_FALSE(Process().HasEnded());
-}
-
-TEST_F(Dialogs, ClearedListDisablesConvertAndEmptiesTheStatusLine) {
-    Start();
-    AddForConversion({installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b.pdf")});
-    driver::PressKey(List(), VK_HOME);
-    ASSERT_TRUE(Comes([&] { return !Text(id::kStatus).empty(); }));
-    driver::Click(Control(id::kClear));
-    EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 0; }));
-    EXPECT_TRUE(Comes([&] { return Text(id::kStatus).empty(); }));
-    EXPECT_FALSE(IsEnabled(id::kConvert));
-    EXPECT_TRUE(IsEnabled(id::kOpenDestination)) << "keeps its state";
 }
 
 }  // namespace

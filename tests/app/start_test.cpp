@@ -121,6 +121,41 @@ TEST_F(Start, SecondCopyEndsWith0AndShowsNothing) {
     EXPECT_EQ(Window().Quit(), 2u) << "the first copy is not what it was";
 }
 
+// A window of the test's own, to be in front of the program's.
+class OtherWindow {
+public:
+    OtherWindow()
+        : m_window(::CreateWindowExW(0, L"Static", L"Autre", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300,
+                                     200, nullptr, nullptr, nullptr, nullptr)) {}
+    ~OtherWindow() { ::DestroyWindow(m_window); }
+    OtherWindow(const OtherWindow&) = delete;
+    OtherWindow& operator=(const OtherWindow&) = delete;
+
+    [[nodiscard]] bool IsInFront() const {
+        MSG message;
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+        return ::GetForegroundWindow() == m_window;
+    }
+    void BringToFront() const { ::SetForegroundWindow(m_window); }
+
+private:
+    HWND m_window;
+};
+
+TEST_F(Start, SecondCopyDoesNotBringTheFirstForward) {
+    AppTest::Start();
+    const OtherWindow other;
+    const auto broughtToFront = [&] {
+        other.BringToFront();
+        return other.IsInFront();
+    };
+    ASSERT_TRUE(Comes(broughtToFront));
+    const driver::Program second(installed.Program());
+    ASSERT_TRUE(Comes([&] { return !other.IsInFront() || second.HasEnded(); }));
+    EXPECT_EQ(second.WaitForExit(kSoon), 0u);
+    EXPECT_TRUE(other.IsInFront());
+}
+
 TEST_F(Start, SecondCopyLeavesAMinimisedFirstCopyMinimised) {
     AppTest::Start();
     ::ShowWindow(Window().Window(), SW_MINIMIZE);

@@ -105,11 +105,13 @@ TEST_F(ControlStateBatchTest, EveryControlHasItsStateWhileABatchRunsAndAfterIt) 
                                          {"FileList", 1040, false, true}};
     EXPECT_FALSE(IsEnabled(IDOK));
     StartEmptyBatch();
-    for (const BatchRow& row : kRows)
+    for (const BatchRow& row : kRows) {
         EXPECT_EQ(IsEnabled(row.id), row.whileRunning) << row.name << " while running";
+    }
     StopBatch();
-    for (const BatchRow& row : kRows)
+    for (const BatchRow& row : kRows) {
         EXPECT_EQ(IsEnabled(row.id), row.afterwards) << row.name << " afterwards";
+    }
 }
 
 TEST_F(ControlStateBatchTest, TheQuitButtonReadsStopWhileABatchRuns) {

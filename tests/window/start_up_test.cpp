@@ -2,6 +2,7 @@
 #include "tests/support/replaced_imports.h"
 #include "tests/support/utf8.h"
 #include "tests/window/forwarding_import.h"
+#include "tests/window/scripted_mutex.h"
 
 #include "ui/application.h"
 #include "ui/framework/app_module.h"
@@ -14,7 +15,6 @@
 #include <commctrl.h>
 #include <objbase.h>
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,27 +25,12 @@ using testing::ElementsAre;
 
 std::vector<std::string> g_calls;
 
-// How CreateMutexW is answered.
-struct MutexAnswer {
-    bool created;
-    DWORD error;
-};
-MutexAnswer g_mutexAnswer = {};
-
-HANDLE WINAPI CreateScriptedMutex(LPSECURITY_ATTRIBUTES security, BOOL owned, LPCWSTR name) {
-    g_calls.push_back(std::string("CreateMutexW ") + (security ? "secured" : "default") +
-                      (owned ? " owned " : " unowned ") + Utf8(name));
-    const HANDLE handle = g_mutexAnswer.created ? ::CreateEventW(nullptr, TRUE, FALSE, nullptr) : nullptr;
-    ::SetLastError(g_mutexAnswer.error);
-    return handle;
-}
-
 // Set before all other objects of this file, among them those of the program's entry.
 [[gnu::init_priority(101)]] std::optional<ReplacedImport> g_createMutex(std::in_place, "CreateMutexW",
-                                                                        &CreateScriptedMutex);
+                                                                        &ScriptedMutex::Create);
 
-bool AnswerMutex(MutexAnswer answer) {
-    g_mutexAnswer = answer;
+bool AnswerMutex(ScriptedMutex::Answer answer) {
+    ScriptedMutex::answer = answer;
     return true;
 }
 
@@ -218,51 +203,6 @@ TEST_F(StartUpTest, ASecondCopyThatFindsNoWindowEndsTheSame) {
     EXPECT_EQ(Run(second_copy::wWinMain), 0);
     EXPECT_THAT(g_calls, ElementsAre("FindWindowW class {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}",
                                      "SetForegroundWindow", "IsIconic"));
-}
-
-// A mutex of the program, its creation answered like this. In a function of its own, so that the import is
-// read when it has been replaced.
-[[gnu::noinline]] std::unique_ptr<InstanceMutex> MakeMutex(MutexAnswer answer) {
-    AnswerMutex(answer);
-    return std::make_unique<InstanceMutex>();
-}
-
-class StartUpMutexTest : public testing::Test {
-protected:
-    StartUpMutexTest() { g_calls.clear(); }
-
-private:
-    ReplacedImport m_createMutex{"CreateMutexW", &CreateScriptedMutex};
-};
-
-TEST_F(StartUpMutexTest, IsMadeWithDefaultSecurityUnownedUnderItsName) {
-    const auto mutex = MakeMutex({true, ERROR_SUCCESS});
-    EXPECT_THAT(g_calls, ElementsAre("CreateMutexW default unowned {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
-}
-
-TEST_F(StartUpMutexTest, OnlyItsOwnErrorMeansAnotherCopy) {
-    for (const DWORD error : {0ul, 5ul, 6ul, 182ul, 183ul, 184ul}) {
-        const auto mutex = MakeMutex({true, error});
-        ::SetLastError(error == 183 ? ERROR_SUCCESS
-                                    : ERROR_ALREADY_EXISTS);  // what comes later does not count
-        EXPECT_EQ(mutex->AnotherCopyRuns(), error == 183) << error;
-    }
-}
-
-std::vector<HANDLE> g_closed;
-BOOL WINAPI NoteClosing(HANDLE object) {
-    g_closed.push_back(object);
-    return original<&NoteClosing>(object);
-}
-
-TEST_F(StartUpMutexTest, IsClosedOnceAtItsEndWhenItWasMade) {
-    for (const bool created : {true, false}) {
-        auto mutex = MakeMutex({created, ERROR_SUCCESS});
-        g_closed.clear();
-        const auto close = ReplaceAndForward<&NoteClosing>("CloseHandle");
-        mutex.reset();
-        EXPECT_EQ(g_closed.size(), created ? 1u : 0u);
-    }
 }
 
 }  // namespace

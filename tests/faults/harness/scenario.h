@@ -30,9 +30,9 @@ struct Change {
 
 // What the failure of certain calls comes to. Facts that are not named stay as usual.
 struct Rule {
-    std::string call;  // pattern for CallKey::Text(): "worker CreateProcessW #1"
-    std::string why;
-    std::vector<Change> changes;
+    std::string call = {};  // pattern for CallKey::Text(): "worker CreateProcessW #1"
+    std::string why = {};
+    std::vector<Change> changes = {};
     bool endsAtOnce = false;      // the program ends before anything of the scenario happens
     DWORD endsWithException = 0;  // the process ends with this code
 };
@@ -43,7 +43,8 @@ struct Scenario {
     // Starts the program and uses it until just before it is quit, or beyond. Says which calls count.
     void (*use)(User& user, CallWatch& watch, Facts& facts);
     Facts usual;
-    std::vector<Rule> rules;  // the first that matches holds; then those of all scenarios; then no change
+    std::vector<Rule> rules = {};  // the first that matches holds; then those of all scenarios; then no change
+    bool spendsItsProcess = false;  // ends it by ExitProcess: what it holds then is not counted
 };
 
 // What holds in every scenario unless it says otherwise.

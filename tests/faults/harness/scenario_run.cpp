@@ -75,9 +75,9 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& 
     AddFactsOfTheRun(stage->platform, stage->program, run.facts);
     if (run.processIsSpent) {
         static_cast<void>(stage.release());
-    } else {
-        stage.reset();
+        return run;
     }
+    stage.reset();
     run.facts["handles"] = std::to_string(HandleCount() - handlesBefore);
     run.facts["gdi"] = std::to_string(GdiObjectCount() - gdiBefore);
     run.facts["windows"] = std::to_string(WindowCount() - windowsBefore);

@@ -15,6 +15,19 @@ std::string WithReplaced(std::string text, char from, char to) {
 
 }  // namespace
 
+void WriteLines(const std::filesystem::path& file, const std::vector<std::string>& lines) {
+    std::ofstream out(file, std::ios::binary);
+    for (const std::string& line : lines) out << WithReplaced(line, '\n', kLineBreakInText) << '\n';
+}
+
+std::vector<std::string> ReadLines(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    if (!in) throw std::runtime_error("no file of lines");
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);) lines.push_back(WithReplaced(line, kLineBreakInText, '\n'));
+    return lines;
+}
+
 void WriteCalls(const std::filesystem::path& file, const std::vector<CallKey>& calls) {
     std::ofstream out(file, std::ios::binary);
     for (const CallKey& call : calls) out << call.nth << ' ' << call.label << '\n';

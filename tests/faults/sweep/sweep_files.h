@@ -5,10 +5,19 @@
 
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
-// The calls of a scenario that are to fail, in order.
+inline constexpr char kCallsFile[] = "calls";
+inline constexpr char kDifferencesFile[] = "differences";
+inline constexpr char kVerdictsFile[] = "verdicts";
+
+// Texts, each on a line of its own whatever it holds.
+void WriteLines(const std::filesystem::path& file, const std::vector<std::string>& lines);
+[[nodiscard]] std::vector<std::string> ReadLines(const std::filesystem::path& file);
+
+// The calls of a scenario that were recorded or are to fail, in order.
 void WriteCalls(const std::filesystem::path& file, const std::vector<CallKey>& calls);
 [[nodiscard]] std::vector<CallKey> ReadCalls(const std::filesystem::path& file);
 
@@ -35,6 +44,6 @@ private:
 
 struct Verdicts {
     std::map<std::size_t, Verdict> given;
-    std::size_t begun = 0;  // the call of the last run that began
+    std::optional<std::size_t> begun;  // the call of the last run that began
 };
 [[nodiscard]] Verdicts ReadVerdicts(const std::filesystem::path& file);

@@ -1,0 +1,92 @@
+// Does one thing that the library would throw for, in a program that is built as the real one is and has its
+// handlers: fatal_probe THING. Ends with 0 when it is still there afterwards, 1 when it does not know the thing.
+
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace {
+
+// What the optimiser must not see through.
+volatile std::size_t g_zero = 0;
+
+std::size_t Opaque(std::size_t value) {
+    return value + g_zero;
+}
+
+constexpr std::size_t kHuge = std::numeric_limits<std::size_t>::max();
+
+// Keeps what was made from being optimised away.
+volatile const void* g_sink = nullptr;
+
+void AllocateTooMuch() {
+    const std::unique_ptr<char, void (*)(char*)> block(
+        static_cast<char*>(operator new(Opaque(kHuge / 2))), [](char* made) { operator delete(made); });
+    g_sink = block.get();
+}
+
+void AllocateTooMuchForAnArray() {
+    const std::unique_ptr<char[]> block(new char[Opaque(kHuge / 4)]);
+    g_sink = block.get();
+}
+
+void AllocateTooMuchQuietly() {
+    const std::unique_ptr<char[]> block(new (std::nothrow) char[Opaque(kHuge / 4)]);
+    g_sink = block.get();
+    if (block) std::abort();
+}
+
+void MakeTooLongAText() {
+    std::wstring text(L"a");
+    text.append(Opaque(kHuge / 4), L'b');
+    g_sink = text.data();
+}
+
+void ReserveTooLongAVector() {
+    std::vector<long long> numbers;
+    numbers.reserve(Opaque(kHuge / 4));
+    g_sink = numbers.data();
+}
+
+void TakeTextFromBehindTheEnd() {
+    const std::wstring text(L"abc");
+    const std::wstring part = text.substr(Opaque(4));
+    g_sink = part.data();
+}
+
+void MakeATextFromNothing() {
+    const auto* const nothing = reinterpret_cast<const wchar_t*>(Opaque(0));
+    const std::wstring text(nothing);
+    g_sink = text.data();
+}
+
+struct Thing {
+    const char* name;
+    void (*run)();
+};
+
+constexpr Thing kThings[] = {
+    {"nothing", [] {}},
+    {"new", &AllocateTooMuch},
+    {"new-array", &AllocateTooMuchForAnArray},
+    {"new-nothrow", &AllocateTooMuchQuietly},
+    {"text-length", &MakeTooLongAText},
+    {"vector-length", &ReserveTooLongAVector},
+    {"text-range", &TakeTextFromBehindTheEnd},
+    {"text-from-null", &MakeATextFromNothing},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    for (const Thing& thing : kThings) {
+        if (argc != 2 || std::strcmp(argv[1], thing.name) != 0) continue;
+        thing.run();
+        return 0;
+    }
+    return 1;
+}
