@@ -1,17 +1,18 @@
 // A batch with nothing around it: starts the interpreter with each line of a file and waits for it. With
-// "window" the bare dialog is shown meanwhile, and another thread runs the batch, as in Talvenor; a process
-// with windows costs more to start others from.
+// "window" that is the work of a second thread, and the bare dialog shows what a person is to see of it: the
+// file's row selected and in sight, its path in the status line, a duration when it is done.
 //
 //   bare_batch LINES hidden|visible alone|window RESULT
 //
-// LINES is UTF-16: for each file the interpreter's arguments, then its window's title, a line each. The result
-// is the wall time and this program's own processor time, in milliseconds.
+// LINES is UTF-16, three lines for each file: the interpreter's arguments, its window's title, the file's path.
+// The result is the wall time and this program's own processor time, in milliseconds.
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/handle.h"
 
 #include "benchmarks/bare/bare_dialog.h"
 #include "benchmarks/support/stopwatch.h"
+#include "res/resource.h"
 
 #include <windows.h>
 #include <commctrl.h>
@@ -21,16 +22,34 @@
 
 namespace {
 
-std::vector<std::wstring> ReadLines(const std::wstring& path) {
+// Whoever asks the window for an answer has this long to see that the batch is over.
+constexpr DWORD kLastQuestionMs = 500;
+
+struct File {
+    std::wstring arguments;
+    std::wstring title;
+    std::wstring path;
+};
+
+std::vector<File> ReadFiles(const std::wstring& path) {
     const std::string bytes = driver::ReadFileBytes(path);
     const std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
-    std::vector<std::wstring> lines;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = text.find(L'\n', at);
-        lines.push_back(text.substr(at, end - at));
+    std::size_t at = 0;
+    const auto nextLine = [&] {
+        const std::size_t begin = at;
+        const std::size_t end = text.find(L'\n', begin);
         at = end + 1;
+        return text.substr(begin, end - begin);
+    };
+    std::vector<File> files;
+    while (at < text.size()) {
+        File file;
+        file.arguments = nextLine();
+        file.title = nextLine();
+        file.path = nextLine();
+        files.push_back(std::move(file));
     }
-    return lines;
+    return files;
 }
 
 double OwnCpuMilliseconds() {
@@ -42,15 +61,15 @@ double OwnCpuMilliseconds() {
     return (kernel.dwLowDateTime + user.dwLowDateTime) / 10'000.0;
 }
 
-void RunInterpreter(const wchar_t* interpreter, std::wstring arguments, std::wstring title, WORD show) {
+void RunInterpreter(const wchar_t* interpreter, File file, WORD show) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = show;
-    startup.lpTitle = title.data();
+    startup.lpTitle = file.title.data();
     PROCESS_INFORMATION process = {};
-    if (!::CreateProcessW(interpreter, arguments.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                          &process)) {
+    if (!::CreateProcessW(interpreter, file.arguments.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                          &startup, &process)) {
         driver::FailCall("CreateProcessW", ::GetLastError());
     }
     ::WaitForSingleObject(process.hProcess, INFINITE);
@@ -61,48 +80,94 @@ void RunInterpreter(const wchar_t* interpreter, std::wstring arguments, std::wst
     if (exitCode != 0) throw driver::Failure("the interpreter ended with " + std::to_string(exitCode));
 }
 
+// What is shown of a batch, in the rows of the dialog's list.
+class Display {
+public:
+    explicit Display(HWND dialog) : m_dialog(dialog), m_list(::GetDlgItem(dialog, IDC_FILE_LIST)) {}
+
+    void ShowStart(int row, const std::wstring& path) const {
+        LVITEMW item = {};
+        item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+        ::SetDlgItemTextW(m_dialog, IDC_STATUS, path.c_str());
+    }
+    void ShowEnd(int row) const { SetText(LVM_SETITEMW, row, 1, L"00:00:00"); }
+    void AddRow(int row, const std::wstring& path) const { SetText(LVM_INSERTITEMW, row, 0, path); }
+    // As wide as Talvenor has them in a batch.
+    void FitColumns() const {
+        Send(LVM_SETCOLUMNWIDTH, 1, LVSCW_AUTOSIZE_USEHEADER);
+        RECT client = {};
+        ::GetClientRect(m_list, &client);
+        Send(LVM_SETCOLUMNWIDTH, 0, client.right - Send(LVM_GETCOLUMNWIDTH, 1, 0));
+    }
+
+private:
+    LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const {
+        return ::SendMessageW(m_list, message, wParam, lParam);
+    }
+    void SetText(UINT message, int row, int column, const std::wstring& text) const {
+        LVITEMW item = {};
+        item.mask = LVIF_TEXT;
+        item.iItem = row;
+        item.iSubItem = column;
+        item.pszText = const_cast<wchar_t*>(text.c_str());  // the list only reads it
+        Send(message, 0, reinterpret_cast<LPARAM>(&item));
+    }
+
+    HWND m_dialog;
+    HWND m_list;
+};
+
 struct Batch {
-    std::vector<std::wstring> lines;
-    WORD show;
+    std::vector<File> files;
+    WORD show = SW_SHOW;
     std::wstring resultFile;
+    HWND dialog = nullptr;  // null: nothing is shown
 };
 
 void Run(const Batch& batch) {
     wchar_t interpreter[MAX_PATH] = {};
     ::GetSystemDirectoryW(interpreter, MAX_PATH);
     ::lstrcatW(interpreter, L"\\cmd.exe");
+    const Display display(batch.dialog);
     const double cpuBefore = OwnCpuMilliseconds();
     const Stopwatch stopwatch;
-    for (std::size_t i = 0; i + 1 < batch.lines.size(); i += 2) {
-        RunInterpreter(interpreter, batch.lines[i], batch.lines[i + 1], batch.show);
+    int row = 0;
+    for (const File& file : batch.files) {
+        if (batch.dialog) display.ShowStart(row, file.path);
+        RunInterpreter(interpreter, file, batch.show);
+        if (batch.dialog) display.ShowEnd(row);
+        ++row;
     }
     const double wall = stopwatch.Milliseconds();
     const double cpu = OwnCpuMilliseconds() - cpuBefore;
     driver::WriteFileBytes(batch.resultFile, std::to_string(wall) + ' ' + std::to_string(cpu));
 }
 
-struct WindowBatch {
-    Batch batch;
-    HWND dialog;
-};
-
 // A batch that fails leaves no result, and is noticed by that.
 DWORD WINAPI RunBesideWindow(void* parameter) {
-    const auto& [batch, dialog] = *static_cast<const WindowBatch*>(parameter);
+    const auto& batch = *static_cast<const Batch*>(parameter);
     try {
         Run(batch);
     } catch (const std::exception&) {
     }
-    ::PostMessageW(dialog, WM_CLOSE, 0, 0);
+    ::Sleep(kLastQuestionMs);
+    ::PostMessageW(batch.dialog, WM_CLOSE, 0, 0);
     return 0;
 }
 
 void RunWithWindow(Batch batch, HINSTANCE instance) {
     ::InitCommonControls();
-    WindowBatch both{std::move(batch), CreateBareDialog(instance)};
-    ::ShowWindow(both.dialog, SW_SHOW);
-    const driver::UniqueHandle thread(::CreateThread(nullptr, 0, &RunBesideWindow, &both, 0, nullptr));
-    RunBareDialog(both.dialog);
+    batch.dialog = CreateBareDialog(instance);
+    const Display display(batch.dialog);
+    for (std::size_t i = 0; i < batch.files.size(); ++i) {
+        display.AddRow(static_cast<int>(i), batch.files[i].path);
+    }
+    display.FitColumns();
+    ::ShowWindow(batch.dialog, SW_SHOW);
+    const driver::UniqueHandle thread(::CreateThread(nullptr, 0, &RunBesideWindow, &batch, 0, nullptr));
+    RunBareDialog(batch.dialog);
     ::WaitForSingleObject(thread.Get(), INFINITE);
 }
 
@@ -111,8 +176,10 @@ void RunWithWindow(Batch batch, HINSTANCE instance) {
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
     if (__argc != 5) return 2;
     try {
-        const bool hidden = std::wstring(__wargv[2]) == L"hidden";
-        Batch batch{ReadLines(__wargv[1]), static_cast<WORD>(hidden ? SW_HIDE : SW_SHOW), __wargv[4]};
+        Batch batch;
+        batch.files = ReadFiles(__wargv[1]);
+        batch.show = std::wstring(__wargv[2]) == L"hidden" ? SW_HIDE : SW_SHOW;
+        batch.resultFile = __wargv[4];
         if (std::wstring(__wargv[3]) == L"window") {
             RunWithWindow(std::move(batch), instance);
         } else {

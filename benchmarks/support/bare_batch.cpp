@@ -23,7 +23,7 @@ std::wstring InterpreterLines(const std::vector<std::wstring>& paths, Consoles c
         djvu.replace_extension(L".djvu");
         const std::wstring line = BuildConverterCommandLine({}, djvu.wstring(), path.wstring());
         lines += BuildInterpreterArguments(line, consoles == Consoles::Hidden) + L'\n';
-        lines += path.filename().wstring() + L'\n';
+        lines += path.filename().wstring() + L'\n' + path.wstring() + L'\n';
     }
     return lines;
 }
@@ -47,6 +47,10 @@ driver::StartOptions Prepare(const Installation& installation, const std::vector
 BareBatch::BareBatch(const Installation& installation, const std::wstring& program,
                      const std::vector<std::wstring>& paths, Consoles consoles, BareWindow window)
     : m_installation(installation), m_program(program, Prepare(installation, paths, consoles, window)) {}
+
+bool BareBatch::IsFinished() const {
+    return driver::FileExists(m_installation.File(kResult)) || m_program.HasEnded();
+}
 
 BareBatch::Cost BareBatch::Finish() const {
     if (m_program.WaitForExit(kBatchLimit) != 0u) throw driver::Failure("the bare batch failed");

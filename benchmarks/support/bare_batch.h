@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+// With a window, that one shows the files being converted as Talvenor does.
 enum class BareWindow { None, Shown };
 
 class BareBatch {
@@ -18,6 +19,9 @@ public:
               const std::vector<std::wstring>& paths, Consoles consoles, BareWindow window);
 
     [[nodiscard]] const driver::Program& Process() const noexcept { return m_program; }
+
+    // Whether the batch is over, and the window gone.
+    [[nodiscard]] bool IsFinished() const;
 
     struct Cost {
         double wallMs = 0;

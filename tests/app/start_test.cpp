@@ -1,6 +1,7 @@
 // How the program starts and ends: what it needs beside it, one copy at a time, its exit codes.
 #include "tests/app/app_fixture.h"
 
+#include "tests/app/real_input.h"
 #include "tests/equipment/file_bytes.h"
 
 namespace {
@@ -121,39 +122,37 @@ TEST_F(Start, SecondCopyEndsWith0AndShowsNothing) {
     EXPECT_EQ(Window().Quit(), 2u) << "the first copy is not what it was";
 }
 
-// A window of the test's own, to be in front of the program's.
-class OtherWindow {
-public:
-    OtherWindow()
-        : m_window(::CreateWindowExW(0, L"Static", L"Autre", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300,
-                                     200, nullptr, nullptr, nullptr, nullptr)) {}
-    ~OtherWindow() { ::DestroyWindow(m_window); }
-    OtherWindow(const OtherWindow&) = delete;
-    OtherWindow& operator=(const OtherWindow&) = delete;
-
-    [[nodiscard]] bool IsInFront() const {
-        MSG message;
-        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
-        return ::GetForegroundWindow() == m_window;
-    }
-    void BringToFront() const { ::SetForegroundWindow(m_window); }
-
-private:
-    HWND m_window;
-};
+// The window of some other program, which the system has.
+HWND WaitForWindowOf(const driver::Program& program) {
+    struct Search {
+        DWORD process;
+        HWND found;
+    } search = {program.Id(), nullptr};
+    const auto appeared = [&] {
+        ::EnumWindows(
+            [](HWND window, LPARAM parameter) -> BOOL {
+                auto& [process, found] = *reinterpret_cast<Search*>(parameter);
+                DWORD owner = 0;
+                ::GetWindowThreadProcessId(window, &owner);
+                if (owner == process && ::IsWindowVisible(window)) found = window;
+                return TRUE;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        return search.found != nullptr;
+    };
+    EXPECT_TRUE(driver::WaitUntil(appeared, kSoon));
+    return search.found;
+}
 
 TEST_F(Start, SecondCopyDoesNotBringTheFirstForward) {
     AppTest::Start();
-    const OtherWindow other;
-    const auto broughtToFront = [&] {
-        other.BringToFront();
-        return other.IsInFront();
-    };
-    ASSERT_TRUE(Comes(broughtToFront));
+    const driver::Program other(L"C:\\windows\\notepad.exe");
+    const HWND inFront = WaitForWindowOf(other);
+    input::BringToFront(inFront);
     const driver::Program second(installed.Program());
-    ASSERT_TRUE(Comes([&] { return !other.IsInFront() || second.HasEnded(); }));
-    EXPECT_EQ(second.WaitForExit(kSoon), 0u);
-    EXPECT_TRUE(other.IsInFront());
+    ASSERT_TRUE(Comes([&] { return ::GetForegroundWindow() != inFront || second.HasEnded(); }));
+    ASSERT_EQ(second.WaitForExit(kSoon), 0u);
+    EXPECT_EQ(::GetForegroundWindow(), inFront);
 }
 
 TEST_F(Start, SecondCopyLeavesAMinimisedFirstCopyMinimised) {

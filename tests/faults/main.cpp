@@ -1,4 +1,5 @@
 // Runs the fault tests, or, started by one of them, a part of one in a process of its own.
+#include "tests/faults/leaks/held.h"
 #include "tests/faults/options.h"
 #include "tests/faults/sweep/sweep_process.h"
 #include "tests/faults/sweep/sweep_summary.h"
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
     for (int i = 1; i < argc; ++i) g_full = g_full || std::string(argv[i]) == "--full";
     const int result = RUN_ALL_TESTS();
-    PrintSummary();
+    PrintSweepSummary();
+    PrintLeakSummary();
     return result;
 }

@@ -1,10 +1,10 @@
-// Opens Talvenor's main window and its About box, and says what the box tells of the version and then, one path a
-// line, which libraries are loaded:
+// Opens Talvenor's main window and its About box, and says what the box tells of the version and then, one
+// path a line, which libraries are loaded:
 //
 //   library_lister Talvenor.exe [NAME]
 //
-// With a name, the running program also loads the library of that name, as any part of it or of the system might,
-// by the bare name.
+// With a name, the running program also loads the library of that name, as any part of it or of the system
+// might, by the bare name.
 #include <windows.h>
 #include <fcntl.h>
 #include <io.h>

@@ -1,6 +1,6 @@
-// A library that tells on whoever loads it: it leaves a file beside itself, with ".loaded" after its own name.
-// Planted under the names of system libraries; the exports are those of version.dll, so that programs linked with
-// that one start.
+// A library that tells on whoever loads it: it leaves a file beside itself, with ".loaded" after its own
+// name. Planted under the names of system libraries; the exports are those of version.dll, so that programs
+// linked with that one start.
 #include <windows.h>
 
 static void testify(HINSTANCE self) {
@@ -22,7 +22,8 @@ __declspec(dllexport) DWORD WINAPI GetFileVersionInfoSizeW(const wchar_t* file, 
     return 0;
 }
 
-__declspec(dllexport) BOOL WINAPI GetFileVersionInfoW(const wchar_t* file, DWORD ignored, DWORD size, void* block) {
+__declspec(dllexport) BOOL WINAPI
+    GetFileVersionInfoW(const wchar_t* file, DWORD ignored, DWORD size, void* block) {
     (void)file;
     (void)ignored;
     (void)size;
@@ -30,7 +31,8 @@ __declspec(dllexport) BOOL WINAPI GetFileVersionInfoW(const wchar_t* file, DWORD
     return FALSE;
 }
 
-__declspec(dllexport) BOOL WINAPI VerQueryValueW(const void* block, const wchar_t* name, void** value, UINT* size) {
+__declspec(dllexport) BOOL WINAPI
+    VerQueryValueW(const void* block, const wchar_t* name, void** value, UINT* size) {
     (void)block;
     (void)name;
     (void)value;

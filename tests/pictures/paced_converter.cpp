@@ -1,4 +1,5 @@
-// Stands in for the converter while pictures are taken: a PDF of n bytes takes n milliseconds, on every machine.
+// Stands in for the converter while pictures are taken: a PDF of n bytes takes n milliseconds, on every
+// machine.
 #include <windows.h>
 
 #include <cstdio>

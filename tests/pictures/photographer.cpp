@@ -19,7 +19,9 @@ std::uintptr_t DisplayWindow(HWND window) {
     return reinterpret_cast<std::uintptr_t>(number);
 }
 
-BOOL CALLBACK NeedsNoPainting(HWND window, LPARAM) { return !::GetUpdateRect(window, nullptr, FALSE); }
+BOOL CALLBACK NeedsNoPainting(HWND window, LPARAM) {
+    return !::GetUpdateRect(window, nullptr, FALSE);
+}
 
 bool IsPainted(HWND window) {
     return NeedsNoPainting(window, 0) && ::EnumChildWindows(window, NeedsNoPainting, 0);

@@ -1,5 +1,5 @@
-// Has pictures of a program's windows taken by the script that started us: says which window on the output, and
-// waits on the input until the picture is made.
+// Has pictures of a program's windows taken by the script that started us: says which window on the output,
+// and waits on the input until the picture is made.
 #pragma once
 #include <windows.h>
 

@@ -15,7 +15,7 @@ namespace {
 namespace id = driver::id;
 using driver::Milliseconds;
 
-constexpr int kSeconds = 1039;          // of the countdown dialog
+constexpr int kSeconds = 1039;  // of the countdown dialog
 constexpr Milliseconds kSoon{20'000};
 constexpr Milliseconds kBatchLimit{120'000};
 
@@ -51,7 +51,8 @@ driver::StartOptions InFolder(const std::wstring& folder) {
 }
 
 // The box that has just been opened: has it taken and closes it by one of its buttons.
-void ShowBox(const std::string& name, int closeBy, const driver::Program& program, const driver::MainWindow& window) {
+void ShowBox(const std::string& name, int closeBy, const driver::Program& program,
+             const driver::MainWindow& window) {
     const HWND box = driver::WaitForDialog(program, window.Window(), kSoon);
     Photographer(program).Take(name, box);
     driver::PressDialogButton(box, closeBy);
@@ -67,7 +68,8 @@ void SelectRowByKeys(const driver::MainWindow& window) {
 }
 
 // The picture does not depend on when we look: it shows this second.
-void ShowCountdownAt(const wchar_t* second, const driver::Program& program, const driver::MainWindow& window) {
+void ShowCountdownAt(const wchar_t* second, const driver::Program& program,
+                     const driver::MainWindow& window) {
     const HWND countdown = driver::WaitForDialog(program, window.Window(), kBatchLimit);
     Await("the countdown", [&] { return driver::Text(driver::Control(countdown, kSeconds)) == second; });
     Photographer(program).TakeStill("countdown", countdown);

@@ -3,10 +3,10 @@
 #include <string>
 
 struct Stage {
-    std::wstring program;       // Talvenor.exe, with the paced converter beside it
-    std::wstring pdfFolder;     // whose PDF files are converted
+    std::wstring program;    // Talvenor.exe, with the paced converter beside it
+    std::wstring pdfFolder;  // whose PDF files are converted
     std::wstring outputFolder;
-    std::wstring loneProgram;   // Talvenor.exe without a converter
+    std::wstring loneProgram;  // Talvenor.exe without a converter
 };
 
 void ShowMainWindowAndBoxes(const Stage& stage);

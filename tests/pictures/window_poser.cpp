@@ -1,11 +1,11 @@
-// Puts Talvenor's windows into the states that the pictures of the documents show, and has each one taken by the
-// script that started us:
+// Puts Talvenor's windows into the states that the pictures of the documents show, and has each one taken by
+// the script that started us:
 //
 //   window_poser Talvenor.exe PDF-FOLDER OUTPUT-FOLDER LONE-Talvenor.exe
 //
-// A line on the output asks for a picture: its name, "window" or "box" for the kind of its frame, the window's number
-// on the X display and that of a box before it, if there is one. A line on the input says that it is taken. Ends
-// with 0 when all were.
+// A line on the output asks for a picture: its name, "window" or "box" for the kind of its frame, the
+// window's number on the X display and that of a box before it, if there is one. A line on the input says
+// that it is taken. Ends with 0 when all were.
 #include <fcntl.h>
 #include <io.h>
 

@@ -1,6 +1,9 @@
 // What a batch does to the controls, at its start and at its end or stop.
 #include "tests/window/control_calls.h"
+#include "tests/window/forwarding_import.h"
 #include "tests/window/held_batch_fixture.h"
+
+#include <utility>
 
 namespace {
 
@@ -216,6 +219,27 @@ TEST_F(ControlStateBatchTest, EveryDurationIsEmptiedAtABatchsStart) {
                             "LVM_SETITEMW 1040 row=2 column=1 mask=1 \"\""));
     EXPECT_THAT(Column(1), Each(L""));
     EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"));
+}
+
+// A stop that comes in while the worker is still switching the controls.
+HWND g_dialogToStop = nullptr;
+BOOL WINAPI StopAtTheFirstControl(HWND window, BOOL enabled) {
+    if (const HWND dialog = std::exchange(g_dialogToStop, nullptr)) {
+        ::SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    }
+    return original<&StopAtTheFirstControl>(window, enabled);
+}
+
+TEST_F(ControlStateBatchTest, ABatchStoppedBeforeItHasBegunLeavesTheDurationsAsTheyAre) {
+    Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    for (int row = 0; row < 2; ++row) SetDuration(row, L"00:00:09");
+    const auto enable = ReplaceAndForward<&StopAtTheFirstControl>("EnableWindow");
+    boxAnswer = IDYES;
+    g_dialogToStop = Dialog();
+    Command(IDOK, BN_CLICKED);
+    ASSERT_TRUE(WaitFor([&] { return !dialog->HasWorker(); }));
+    EXPECT_EQ(converter.Started(), 0);
+    EXPECT_THAT(Column(1), Each(L"00:00:09"));
 }
 
 TEST_F(ControlStateBatchTest, AStopLeavesTheDurationsAsTheyAre) {

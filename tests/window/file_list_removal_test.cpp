@@ -84,6 +84,23 @@ TEST_F(FileListRemovalTest, F7LeavesTheStatusLine) {
     EXPECT_EQ(Text(IDC_STATUS), L"as it was");
 }
 
+HWND g_list = nullptr;
+int WINAPI ClearSelectionMeanwhile(HWND, LPCWSTR, LPCWSTR, UINT) {
+    LVITEMW item = {};
+    item.stateMask = LVIS_SELECTED;
+    ::SendMessageW(g_list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+    return IDOK;
+}
+
+TEST_F(FileListRemovalTest, F7LooksNoFurtherOnceItHasShownTheCommandLine) {
+    g_list = Control(IDC_FILE_LIST);
+    const ReplacedImport box("MessageBoxW", &ClearSelectionMeanwhile);
+    SelectRow(1);
+    PressListKey(VK_F7);
+    ASSERT_EQ(SelectedRow(), -1);
+    EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\b.pdf") << "a selection that is lost meanwhile does not count";
+}
+
 TEST_F(FileListRemovalTest, AnyKeyWithoutASelectionEmptiesTheStatusLine) {
     for (const WORD key : std::initializer_list<WORD>{VK_SPACE, VK_RETURN, VK_F1, VK_SHIFT}) {
         SetText(IDC_STATUS, L"left over");

@@ -21,7 +21,7 @@ std::size_t Opaque(std::size_t value) {
 constexpr std::size_t kHuge = std::numeric_limits<std::size_t>::max();
 
 // Keeps what was made from being optimised away.
-volatile const void* g_sink = nullptr;
+const void* volatile g_sink = nullptr;
 
 void AllocateTooMuch() {
     const std::unique_ptr<char, void (*)(char*)> block(

@@ -111,6 +111,12 @@ std::string SecondName(const CallArguments& arguments) {
     return reinterpret_cast<const char*>(arguments[1]);
 }
 
+// The texts of message boxes are loaded into blocks of one size that nothing else has.
+std::string SizeOfNote(const CallArguments& arguments) {
+    constexpr std::uint64_t kBoxText = 256 * sizeof(wchar_t);
+    return arguments[0] == kBoxText ? "for a box's text" : "";
+}
+
 // What tells one call of a function from another. Functions that are not here go by their name alone.
 const std::map<std::string, Describe>& Details() {
     static const std::map<std::string, Describe> kDetails = {
@@ -155,6 +161,7 @@ const std::map<std::string, Describe>& Details() {
         {"SetWindowTextW", &Window},
         {"ShowWindow", &WindowAndNumber},
         {"UpdateWindow", &Window},
+        {"malloc", &SizeOfNote},
     };
     return kDetails;
 }
@@ -174,5 +181,6 @@ std::string WindowLabel(HWND window) {
 
 std::string CallLabel(const std::string& function, const CallArguments& arguments) {
     const auto details = Details().find(function);
-    return details != Details().end() ? function + ' ' + details->second(arguments) : function;
+    const std::string detail = details != Details().end() ? details->second(arguments) : std::string();
+    return detail.empty() ? function : function + ' ' + detail;
 }

@@ -40,6 +40,7 @@ public:
     void End() { m_counting = false; }
     // Goes on counting after End.
     void Resume() { m_counting = true; }
+    [[nodiscard]] bool IsCounting() const { return m_counting; }
 
     // Chosen before Begin: this call fails, and is the only one that does.
     void FailAt(CallKey key) { m_failAt = std::move(key); }
@@ -78,4 +79,19 @@ private:
     std::vector<CallKey> m_calls;
     std::vector<Action> m_actions;
     std::atomic<bool> m_hasActions{false};
+};
+
+// What the test itself makes the program do meanwhile does not count.
+class UncountedScope {
+public:
+    explicit UncountedScope(CallWatch& watch) : m_watch(watch), m_counted(watch.IsCounting()) { m_watch.End(); }
+    UncountedScope(const UncountedScope&) = delete;
+    UncountedScope& operator=(const UncountedScope&) = delete;
+    ~UncountedScope() {
+        if (m_counted) m_watch.Resume();
+    }
+
+private:
+    CallWatch& m_watch;
+    const bool m_counted;
 };

@@ -38,23 +38,33 @@ Function FromNtdll(const char* name) {
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), name)));
 }
 
-BOOL CALLBACK CountOne(HWND /*window*/, LPARAM count) {
-    ++*reinterpret_cast<int*>(count);
+struct WindowSearch {
+    bool ofThisProcess;
+    int count;
+};
+
+BOOL CALLBACK CountChild(HWND /*window*/, LPARAM search) {
+    ++reinterpret_cast<WindowSearch*>(search)->count;
     return TRUE;
 }
 
-BOOL CALLBACK CountWithChildren(HWND window, LPARAM count) {
+BOOL CALLBACK CountWithChildren(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
     DWORD owner = 0;
     ::GetWindowThreadProcessId(window, &owner);
-    if (owner != ::GetCurrentProcessId()) return TRUE;
-    ++*reinterpret_cast<int*>(count);
-    ::EnumChildWindows(window, &CountOne, count);
+    if ((owner == ::GetCurrentProcessId()) != search.ofThisProcess) return TRUE;
+    ++search.count;
+    ::EnumChildWindows(window, &CountChild, parameter);
     return TRUE;
 }
 
-}  // namespace
+int CountWindows(bool ofThisProcess) {
+    WindowSearch search = {ofThisProcess, 0};
+    ::EnumWindows(&CountWithChildren, reinterpret_cast<LPARAM>(&search));
+    return search.count;
+}
 
-int HandleCount() {
+int CountHandles(bool ofThisProcess) {
     using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
     static const auto query = FromNtdll<Query>("NtQuerySystemInformation");
     std::vector<char> buffer(std::size_t{1} << 16);
@@ -66,9 +76,19 @@ int HandleCount() {
     const auto* const table = reinterpret_cast<const SystemHandleTable*>(buffer.data());
     int count = 0;
     for (ULONG i = 0; i < table->count; ++i) {
-        if (table->handles[i].processId == ::GetCurrentProcessId()) ++count;
+        if ((table->handles[i].processId == ::GetCurrentProcessId()) == ofThisProcess) ++count;
     }
     return count;
+}
+
+}  // namespace
+
+int HandleCount() {
+    return CountHandles(true);
+}
+
+int HandleCountOfOthers() {
+    return CountHandles(false);
 }
 
 int GdiObjectCount() {
@@ -83,9 +103,11 @@ int GdiObjectCount() {
 }
 
 int WindowCount() {
-    int count = 0;
-    ::EnumWindows(&CountWithChildren, reinterpret_cast<LPARAM>(&count));
-    return count;
+    return CountWindows(true);
+}
+
+int WindowCountOfOthers() {
+    return CountWindows(false);
 }
 
 std::size_t PrivateBytes() {

@@ -1,4 +1,4 @@
-// What the test process holds of the system at this moment. GetProcessHandleCount and GetGuiResources say 0 on
+// What the test process, and all others together, hold of the system at this moment. GetProcessHandleCount and GetGuiResources say 0 on
 // some of the systems that the tests run on; these count by hand.
 #pragma once
 
@@ -10,3 +10,6 @@
 [[nodiscard]] int WindowCount();
 // Memory that no other process has, in bytes.
 [[nodiscard]] std::size_t PrivateBytes();
+
+[[nodiscard]] int HandleCountOfOthers();
+[[nodiscard]] int WindowCountOfOthers();

@@ -3,6 +3,7 @@
 #include "tests/faults/harness/lock_hold.h"
 #include "tests/support/utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +11,8 @@
 #include <stdexcept>
 
 namespace {
+
+constexpr wchar_t kElsewhere[] = L"ailleurs";
 
 std::wstring BuiltProgram() {
     std::array<wchar_t, MAX_PATH> self{};
@@ -25,6 +28,7 @@ Platform::Platform() {
 
 Platform::~Platform() {
     EndConverters(1);
+    ::SetCurrentDirectoryW(m_previousDirectory.c_str());
     std::error_code ignored;  // the next run of this test has another folder
     std::filesystem::remove_all(m_folder, ignored);
 }
@@ -41,17 +45,34 @@ void Platform::MakeFolder() {
     if (!::CopyFileW(BuiltProgram().c_str(), File(L"Talvenor.exe").c_str(), FALSE)) {
         throw std::runtime_error("the built program is not where it should be");
     }
+    m_previousDirectory = std::filesystem::current_path().wstring();
+    std::filesystem::create_directories(path / kElsewhere);
+    ::SetCurrentDirectoryW((path / kElsewhere).c_str());
 }
 
-void Platform::EndConverters(DWORD exitCode) {
+std::vector<std::string> Platform::StrayFiles() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(File(kElsewhere))) {
+        names.push_back(entry.path().filename().string());
+    }
+    return names;
+}
+
+void Platform::EndConverters(DWORD exitCode, int number) {
     const SystemLockHold lock(m_lock);
     for (auto& [process, converter] : m_running) {
-        if (!converter.ended) continue;
+        if (!converter.ended || (number != 0 && converter.number != number)) continue;
         converter.exitCode = exitCode;
         ::SetEvent(converter.ended);
         ::CloseHandle(converter.ended);
         converter.ended = nullptr;
     }
+}
+
+bool Platform::ConverterRuns() const {
+    const SystemLockHold lock(m_lock);
+    return std::any_of(m_running.begin(), m_running.end(),
+                       [](const auto& entry) { return entry.second.ended != nullptr; });
 }
 
 int Platform::Blocks() const {

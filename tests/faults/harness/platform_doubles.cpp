@@ -155,22 +155,37 @@ struct PlatformDoubles {
 
     // Converters
 
-    static BOOL WINAPI CreateProcessW(LPCWSTR /*program*/, LPWSTR arguments, LPSECURITY_ATTRIBUTES,
+    // As the system: what is not there cannot be started, nor in a folder that is not there.
+    static DWORD WhyNotStarted(const ConverterPlan& plan, const wchar_t* program, const wchar_t* folder) {
+        if (plan.startError != 0) return plan.startError;
+        if (!::PathFileExistsW(program)) return ERROR_FILE_NOT_FOUND;
+        return ::PathIsDirectoryW(folder) ? ERROR_SUCCESS : ERROR_DIRECTORY;
+    }
+
+    static BOOL WINAPI CreateProcessW(LPCWSTR program, LPWSTR arguments, LPSECURITY_ATTRIBUTES,
                                      LPSECURITY_ATTRIBUTES, BOOL /*inherit*/, DWORD /*flags*/,
-                                     LPVOID /*environment*/, LPCWSTR /*folder*/, LPSTARTUPINFOW startup,
+                                     LPVOID /*environment*/, LPCWSTR folder, LPSTARTUPINFOW startup,
                                      LPPROCESS_INFORMATION process) {
         Platform& self = Current();
         self.Note(Request::Start, (startup->wShowWindow == SW_HIDE ? "hidden " : "visible ") +
-                                      Text(startup->lpTitle) + ' ' + Text(arguments));
-        const int number = self.m_started++;
+                                      Text(startup->lpTitle) + " in " + Text(folder) + ": " +
+                                      Text(arguments));
+        const int number = self.m_requested++;
         const auto last = static_cast<int>(self.converters.size()) - 1;
         const ConverterPlan plan = self.converters[static_cast<std::size_t>(std::min(number, last))];
-        if (plan.startError != 0) {
-            ::SetLastError(plan.startError);
+        if (const DWORD error = WhyNotStarted(plan, program, folder); error != ERROR_SUCCESS) {
+            ++self.m_started;
+            ::SetLastError(error);
             return FALSE;
         }
+        if (!self.realConverter.empty()) {
+            ++self.m_started;
+            std::wstring line = self.realConverter;
+            return ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, startup,
+                                    process);
+        }
         const HANDLE ended = ::CreateEventW(nullptr, TRUE, !plan.held, nullptr);
-        Platform::Converter converter{plan.exitCode, nullptr};
+        Platform::Converter converter{number + 1, plan.exitCode, nullptr};
         if (plan.held) {
             const HANDLE own = ::GetCurrentProcess();
             ::DuplicateHandle(own, ended, own, &converter.ended, 0, FALSE, DUPLICATE_SAME_ACCESS);
@@ -182,11 +197,13 @@ struct PlatformDoubles {
         self.m_tick += kConversionMs;
         const SystemLockHold lock(self.m_lock);
         self.m_running[ended] = converter;
+        ++self.m_started;  // from here on it can be ended
         return TRUE;
     }
 
     static BOOL WINAPI GetExitCodeProcess(HANDLE process, LPDWORD code) {
         Platform& self = Current();
+        if (!self.realConverter.empty()) return ::GetExitCodeProcess(process, code);
         const SystemLockHold lock(self.m_lock);
         const Platform::Converter& converter = self.m_running[process];
         *code = converter.ended ? STILL_ACTIVE : converter.exitCode;
@@ -194,7 +211,8 @@ struct PlatformDoubles {
     }
 
     static BOOL WINAPI EnumWindows(WNDENUMPROC callback, LPARAM parameter) {
-        return callback(kForeignWindow, parameter) && callback(kConsole, parameter);
+        if (!callback(kForeignWindow, parameter)) return FALSE;
+        return Current().ConverterRuns() ? callback(kConsole, parameter) : TRUE;
     }
 
     static DWORD WINAPI GetWindowThreadProcessId(HWND window, LPDWORD processId) {
@@ -209,7 +227,7 @@ struct PlatformDoubles {
         Platform& self = Current();
         const bool closes = window == kConsole && message == WM_SYSCOMMAND && wParam == SC_CLOSE;
         self.Note(Request::Close, closes ? "console" : "something else");
-        if (closes) self.EndConverters(kClosedByUser);
+        if (closes && !self.consolesIgnoreClosing) self.EndConverters(kClosedByUser);
         return TRUE;
     }
 

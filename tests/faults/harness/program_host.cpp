@@ -42,6 +42,12 @@ ProgramHost& CurrentHost() {
 }
 
 // Called by the library while it is being loaded.
+bool IsInProgram(const void* address) {
+    MEMORY_BASIC_INFORMATION region = {};
+    ::VirtualQuery(address, &region, sizeof region);
+    return region.AllocationBase && region.AllocationBase == ::GetModuleHandleW(kLibrary);
+}
+
 extern "C" __declspec(dllexport) void TakeOverImports(HMODULE library) {
     CurrentHost().TakeOver(library);
 }

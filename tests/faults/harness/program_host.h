@@ -63,5 +63,8 @@ private:
     std::atomic<int> m_exitCode{-1};
 };
 
+// Whether this address lies in the program's code.
+[[nodiscard]] bool IsInProgram(const void* address);
+
 // The one that lives.
 [[nodiscard]] ProgramHost& CurrentHost();

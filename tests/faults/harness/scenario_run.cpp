@@ -35,9 +35,8 @@ void AddFactsOfTheRun(const Platform& platform, const ProgramHost& program, Fact
     facts["shutdowns"] = Lines(platform.Requests(Request::Shutdown));
     facts["closing"] = Lines(platform.Requests(Request::Close));
     facts["log"] = ReadLog(platform);
+    facts["strays"] = Lines(platform.StrayFiles());
     facts["timers"] = platform.Timers();
-    facts["blocks"] = std::to_string(platform.Blocks());
-    facts["icons"] = std::to_string(platform.Icons());
     facts["exit"] = std::to_string(program.ExitCode());
 }
 
@@ -77,6 +76,8 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& 
         static_cast<void>(stage.release());
         return run;
     }
+    run.facts["blocks"] = std::to_string(stage->platform.Blocks());
+    run.facts["icons"] = std::to_string(stage->platform.Icons());
     stage.reset();
     run.facts["handles"] = std::to_string(HandleCount() - handlesBefore);
     run.facts["gdi"] = std::to_string(GdiObjectCount() - gdiBefore);

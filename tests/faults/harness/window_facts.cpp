@@ -95,8 +95,24 @@ bool IsCentred(HWND window) {
 
 struct ToolTips {
     LRESULT tools = 0;
+    int texts = 0;
     LRESULT widestTip = -1;
 };
+
+int CountTexts(HWND tips, LRESULT tools) {
+    int texts = 0;
+    for (LRESULT index = 0; index < tools; ++index) {
+        std::wstring text(kLongestText, L'\0');
+        TTTOOLINFOW tool = {};
+        tool.cbSize = sizeof tool;
+        tool.lpszText = text.data();
+        if (User::Send(tips, TTM_ENUMTOOLSW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&tool)) &&
+            text[0] != L'\0') {
+            ++texts;
+        }
+    }
+    return texts;
+}
 
 // Of all tool tip windows the one with most tools: the list has one of its own.
 BOOL CALLBACK CompareToolTips(HWND window, LPARAM most) {
@@ -105,19 +121,23 @@ BOOL CALLBACK CompareToolTips(HWND window, LPARAM most) {
     ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
     if (std::wstring(name.data()) != TOOLTIPS_CLASSW) return TRUE;
     const LRESULT tools = User::Send(window, TTM_GETTOOLCOUNT);
-    if (tools > found.tools) found = {tools, User::Send(window, TTM_GETMAXTIPWIDTH)};
+    if (tools > found.tools) {
+        found = {tools, CountTexts(window, tools), User::Send(window, TTM_GETMAXTIPWIDTH)};
+    }
     return TRUE;
 }
 
 std::string DescribeToolTips(const User& user) {
     ToolTips tips;
     ::EnumThreadWindows(user.Program().ThreadId(), &CompareToolTips, reinterpret_cast<LPARAM>(&tips));
-    return std::to_string(tips.tools) + (tips.widestTip > 0 ? " wrapped" : "");
+    return std::to_string(tips.tools) + " tools, " + std::to_string(tips.texts) + " texts" +
+           (tips.widestTip > 0 ? ", wrapped" : "");
 }
 
 }  // namespace
 
 void AddControlFacts(const User& user, const std::string& moment, Facts& facts) {
+    const UncountedScope uncounted(user.Program().Watch());
     for (const int id : kControls) {
         const HWND control = user.Control(id);
         std::string state = ::IsWindowEnabled(control) ? "E" : "-";
@@ -134,6 +154,7 @@ void AddControlFacts(const User& user, const std::string& moment, Facts& facts) 
 }
 
 void AddListFacts(const User& user, const std::string& moment, Facts& facts) {
+    const UncountedScope uncounted(user.Program().Watch());
     const auto rows = static_cast<int>(AskList(user, LVM_GETITEMCOUNT));
     std::vector<std::string> paths;
     std::vector<std::string> durations;
@@ -155,6 +176,7 @@ void AddListFacts(const User& user, const std::string& moment, Facts& facts) {
 }
 
 void AddSetUpFacts(const User& user, Facts& facts) {
+    const UncountedScope uncounted(user.Program().Watch());
     facts["start.title"] = TextOf(user.Window());
     facts["start.centred"] = IsCentred(user.Window()) ? "yes" : "no";
     std::string icons;
@@ -167,9 +189,10 @@ void AddSetUpFacts(const User& user, Facts& facts) {
     }
     facts["start.pictures"] = pictures;
     facts["start.titles"] = ColumnTitle(user, 0) + '|' + ColumnTitle(user, 1);
+    const auto images = reinterpret_cast<HIMAGELIST>(AskList(user, LVM_GETIMAGELIST, LVSIL_SMALL));
     facts["start.list"] =
-        std::to_string(AskList(user, LVM_GETEXTENDEDLISTVIEWSTYLE)) +
-        (AskList(user, LVM_GETIMAGELIST, LVSIL_SMALL) ? " images" : "") +
+        std::to_string(AskList(user, LVM_GETEXTENDEDLISTVIEWSTYLE)) + " with " +
+        (images ? std::to_string(::ImageList_GetImageCount(images)) : "no") + " images" +
         (::GetWindowLongPtrW(user.Control(IDC_FILE_LIST), GWL_EXSTYLE) & WS_EX_ACCEPTFILES ? " drops" : "");
     facts["start.tips"] = DescribeToolTips(user);
 }

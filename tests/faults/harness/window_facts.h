@@ -1,4 +1,4 @@
-// What a person sees of the main window, as facts.
+// What a person sees of the main window, as facts. Looking does not count among the program's calls.
 #pragma once
 
 #include "tests/faults/harness/outcome.h"
@@ -14,5 +14,6 @@ void AddControlFacts(const User& user, const std::string& moment, Facts& facts);
 void AddListFacts(const User& user, const std::string& moment, Facts& facts);
 
 // What set-up alone makes: "start.title", "start.icons", "start.pictures" of buttons, "start.list" styles and
-// image list, "start.titles" of the columns, "start.tips" as the number of tools, "start.centred".
+// number of images, "start.titles" of the columns, "start.tips" as the numbers of tools and of their texts,
+// "start.centred".
 void AddSetUpFacts(const User& user, Facts& facts);

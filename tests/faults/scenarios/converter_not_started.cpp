@@ -28,7 +28,7 @@ Scenario ConverterNotStartedScenario() {
             Together({QuietRun(),
                       ControlsAfterBatch("done"),
                       List("done", {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "00:00:00\n", -1, "fit with durations"}),
-                      {{"starts", "visible a.pdf /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
+                      {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
                        {"boxes",
                         "error main Erreur CreateProcess :  " + SystemText(ERROR_FILE_NOT_FOUND) +
                             "\ninformation main Conversion terminée !"}}}),

@@ -59,7 +59,7 @@ Facts UsualEnd() {
                      ControlsAfterBatch("done"),
                      {{"done.1038", "ES C"}},
                      List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
-                     {{"starts", "visible a.pdf /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
+                     {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
                       {"boxes", "information main Conversion terminée !"},
                       {"shutdowns", "open token\nlook up SeShutdownPrivilege\nenable\nrequest\ndisable"}}});
 }

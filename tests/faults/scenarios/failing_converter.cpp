@@ -34,7 +34,7 @@ Scenario FailingConverterScenario() {
                       List("done",
                            {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "*** Annulé !\n", -1, "fit with durations"}),
                       {{"starts",
-                        "hidden a.pdf /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
+                        "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
                         "2>>TalvenorLog.txt"},
                        {"log", LogRecord("*** Annulé !", 90)}}}),
             {}};

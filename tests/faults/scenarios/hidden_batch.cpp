@@ -43,7 +43,7 @@ Facts Options(const std::string& moment, const std::string& enabled) {
 }
 
 std::string Start(const std::string& name) {
-    return "hidden " + name + ".pdf /C \"pdf2djvu.exe -o \"C:\\in\\" + name +
+    return "hidden " + name + ".pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\" + name +
            ".djvu\" -v -d 300 --no-metadata --no-outline --no-hyperlinks --lines --monochrome --x -p \"1-3\" "
            "\"C:\\in\\" +
            name + ".pdf\"\" 2>>TalvenorLog.txt";
@@ -54,7 +54,10 @@ std::string Start(const std::string& name) {
 Scenario HiddenBatchScenario() {
     const std::string rows = "C:\\in\\a.pdf\nC:\\in\\b.pdf";
     return {"hidden_batch",
-            [](Platform& platform) { platform.converters = {{.held = true}, {}}; },
+            [](Platform& platform) {
+                LeaveEarlierLog(platform);
+                platform.converters = {{.held = true}, {}};
+            },
             &Use,
             Together({QuietRun(),
                       RunningControls("running"),

@@ -6,9 +6,6 @@
 
 #include "res/resource.h"
 
-#include <filesystem>
-#include <fstream>
-
 namespace {
 
 void Use(User& user, CallWatch& watch, Facts& facts) {
@@ -21,15 +18,11 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddControlFacts(user, "opened", facts);
 }
 
-void Prepare(Platform& platform) {
-    std::ofstream(std::filesystem::path(platform.File(L"TalvenorLog.txt"))) << "earlier";
-}
-
 }  // namespace
 
 Scenario OpenLogScenario() {
     return {"open_log",
-            &Prepare,
+            &LeaveEarlierLog,
             &Use,
             Together({QuietRun(),
                       IdleControls("opened"),

@@ -8,7 +8,7 @@ const std::vector<Scenario>& AllScenarios() {
         StopScenario(),         FailingConverterScenario(), ConverterNotStartedScenario(),
         OutputFolderScenario(), OpenFolderScenario(),       OpenLogScenario(),
         CountdownScenario(),    ShutDownNowScenario(),      AboutScenario(),
-        QuitScenario(),
+        QuitScenario(),         QuitWhileWaitingScenario(),
     };
     return kScenarios;
 }

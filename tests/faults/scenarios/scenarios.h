@@ -24,5 +24,6 @@
 [[nodiscard]] Scenario ShutDownNowScenario();
 [[nodiscard]] Scenario AboutScenario();
 [[nodiscard]] Scenario QuitScenario();
+[[nodiscard]] Scenario QuitWhileWaitingScenario();
 
 [[nodiscard]] const std::vector<Scenario>& AllScenarios();

@@ -26,19 +26,21 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 
 Scenario StartScenario() {
     return {"start",
-            [](Platform&) {},
+            &LeaveEarlierLog,
             &Use,
             Together({QuietRun(), IdleControls("start"), List("start", {}),
                       List("dropped", {.rows = "C:\\in\\a.pdf"}),
                       {
                           {"beeps", "400 100"},
+                          {"log", "earlier"},
+                          {"start.1024", "ES"},
                           {"start.title", "Talvenor"},
                           {"start.centred", "yes"},
                           {"start.icons", "big small"},
                           {"start.pictures", "1 1003 1005 1028 "},
                           {"start.titles", "Fichiers PDF|Durée de conversion"},
-                          {"start.list", "1057 images drops"},
-                          {"start.tips", "6 wrapped"},
+                          {"start.list", "1057 with 1 images drops"},
+                          {"start.tips", "6 tools, 6 texts, wrapped"},
                       }}),
             {}};
 }

@@ -40,7 +40,7 @@ Scenario StopScenario() {
                       ControlsAfterBatch("stopped"),
                       List("stopped",
                            {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "*** Annulé !\n", -1, "fit with durations"}),
-                      {{"starts", "visible a.pdf /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
+                      {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
                        {"closing", "console"},
                        {"boxes", std::string(kQuestion) + '\n' + kQuestion}}}),
             {}};

@@ -5,6 +5,8 @@
 #include "res/resource.h"
 
 #include <array>
+#include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -15,6 +17,10 @@ Facts AtMoment(const std::string& moment, const Facts& states) {
 }
 
 }  // namespace
+
+void LeaveEarlierLog(Platform& platform) {
+    std::ofstream(std::filesystem::path(platform.File(L"TalvenorLog.txt"))) << "earlier";
+}
 
 void Open(User& user) {
     user.Program().Start();
@@ -78,9 +84,15 @@ Facts List(const std::string& moment, const ListContents& contents) {
 Facts QuietRun() {
     return {
         {"boxes", ""},   {"beeps", ""},   {"starts", ""},  {"shell", ""}, {"shutdowns", ""},
-        {"closing", ""}, {"log", "none"}, {"timers", ""},  {"exit", "2"}, {"blocks", "0"},
+        {"closing", ""}, {"log", "none"}, {"strays", ""}, {"timers", ""},  {"exit", "2"}, {"blocks", "0"},
         {"icons", "0"},  {"handles", "0"}, {"gdi", "0"},   {"windows", "0"},
     };
+}
+
+Facts QuietRunToTheEndOfTheProcess() {
+    Facts facts = QuietRun();
+    for (const char* const left : {"blocks", "icons", "handles", "gdi", "windows"}) facts.erase(left);
+    return facts;
 }
 
 Facts Together(std::initializer_list<Facts> parts) {

@@ -8,6 +8,9 @@
 #include <string>
 #include <utility>
 
+// Prepares a log that an earlier batch has left: "earlier".
+void LeaveEarlierLog(Platform& platform);
+
 // The window open and idle, nothing counted yet.
 void Open(User& user);
 // The same with these files in the list and "Convertir" enabled.
@@ -30,6 +33,9 @@ struct ListContents {
 
 // A run in which nothing is asked of the user or of the system, and nothing is left behind.
 [[nodiscard]] Facts QuietRun();
+
+// The same of a run that ends its process, after which nothing can be counted.
+[[nodiscard]] Facts QuietRunToTheEndOfTheProcess();
 
 // Later ones win.
 [[nodiscard]] Facts Together(std::initializer_list<Facts> parts);

@@ -35,7 +35,7 @@ Scenario VisibleBatchScenario() {
                       ControlsAfterBatch("done"),
                       {{"done.1026", "ES C"}, {"done.1027", "ES ~"}},
                       List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
-                      {{"starts", "visible a.pdf /C \"pdf2djvu.exe -o \"~\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
+                      {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"~\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
                        {"boxes", "information main Conversion terminée !"}}}),
             {}};
 }

@@ -37,12 +37,12 @@ void JudgeEnd(const Scenario& scenario, const CallKey& call, DWORD code, SweepRe
 
 void TakeVerdict(const Scenario& scenario, const CallKey& call, const Verdict& verdict, SweepResult& result) {
     const Rule* const rule = FindRule(scenario, call);
-    switch (verdict.kind) {
-    case Verdict::Kind::NotReached: result.notReached.push_back(call); return;
-    case Verdict::Kind::Wrong: result.findings.push_back({call, verdict.text}); return;
-    case Verdict::Kind::Good:
-        if (rule && rule->endsWithException != 0) result.findings.push_back({call, "the program goes on"});
-        return;
+    if (verdict.kind == Verdict::Kind::NotReached) {
+        result.notReached.push_back(call);
+    } else if (rule && rule->endsWithException != 0) {
+        result.findings.push_back({call, "the program goes on\n" + verdict.text});
+    } else if (verdict.kind == Verdict::Kind::Wrong) {
+        result.findings.push_back({call, verdict.text});
     }
 }
 

@@ -30,6 +30,15 @@ DWORD WINAPI Watchdog(void* /*unused*/) {
     }
 }
 
+// A crash inside a window procedure may be swallowed on its way out by the system, which called the procedure:
+// it is seen here before anybody can.
+LONG CALLBACK EndAtCrash(EXCEPTION_POINTERS* exception) {
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    const bool crashed = record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && IsInProgram(record.ExceptionAddress);
+    if (crashed) ::TerminateProcess(::GetCurrentProcess(), record.ExceptionCode);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
 const Scenario& ScenarioOf(const std::string& name) {
     const auto& all = AllScenarios();
     const auto found =
@@ -63,15 +72,10 @@ ScenarioRun RunUntilSettled(const Scenario& scenario, const CallKey& call) {
     return run;
 }
 
-// What the system takes once in a process for all windows to come is not a run's. No process is left for such
-// a run where each run spends one; there nothing is counted.
-void WarmUp(const Scenario& scenario) {
-    if (!scenario.spendsItsProcess) static_cast<void>(RunScenario(scenario, std::nullopt).calls);
-}
-
 int Record(const Scenario& scenario, const std::filesystem::path& folder) {
-    WarmUp(scenario);
-    const ScenarioRun run = RunScenario(scenario, std::nullopt);
+    ScenarioRun run = RunScenario(scenario, std::nullopt);
+    // The second run: what the system takes once in a process for all windows to come is not a run's.
+    if (!run.processIsSpent) run = RunScenario(scenario, std::nullopt);
     WriteCalls(folder / kCallsFile, run.calls);
     WriteLines(folder / kDifferencesFile, Judge(scenario, std::nullopt, run.facts));
     return kDone;
@@ -80,7 +84,8 @@ int Record(const Scenario& scenario, const std::filesystem::path& folder) {
 int Sweep(const Scenario& scenario, const std::filesystem::path& folder, std::size_t first) {
     const std::vector<CallKey> calls = ReadCalls(folder / kCallsFile);
     const VerdictWriter verdicts(folder / kVerdictsFile);
-    WarmUp(scenario);
+    // First a run that does not count, unless each spends its process; in such nothing is counted anyway.
+    if (!scenario.spendsItsProcess && RunScenario(scenario, std::nullopt).processIsSpent) return kProcessSpent;
     for (std::size_t i = first; i < calls.size(); ++i) {
         g_runBegan = ::GetTickCount64();
         verdicts.Begin(i);
@@ -99,6 +104,7 @@ std::optional<int> RunAsSweepProcess(int argc, char** argv) {
     if (!records && (task != kSweepArgument || argc != 5)) return std::nullopt;
     g_runBegan = ::GetTickCount64();
     ::CloseHandle(::CreateThread(nullptr, 0, &Watchdog, nullptr, 0, nullptr));
+    ::AddVectoredExceptionHandler(1, &EndAtCrash);
     const Scenario& scenario = ScenarioOf(argv[2]);
     const int result = records ? Record(scenario, argv[3])
                                : Sweep(scenario, argv[3], std::strtoul(argv[4], nullptr, 10));

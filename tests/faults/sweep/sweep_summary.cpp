@@ -29,7 +29,7 @@ void AddToSummary(const std::string& scenario, std::size_t recorded, const Sweep
                       result.notReached.size(), result.findings.size()});
 }
 
-void PrintSummary() {
+void PrintSweepSummary() {
     if (g_rows.empty()) return;
     std::printf("%-22s %8s %8s %8s %14s %11s %9s\n", "Scenario", "calls", "failed", "runs", "out of memory",
                 "not reached", "findings");

@@ -6,4 +6,4 @@
 #include <string>
 
 void AddToSummary(const std::string& scenario, std::size_t recorded, const SweepResult& result);
-void PrintSummary();
+void PrintSweepSummary();

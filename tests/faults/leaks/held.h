@@ -1,0 +1,27 @@
+// What the process, and the program in it, hold at one moment, and the figures of what came of many repetitions.
+#pragma once
+
+#include "tests/faults/harness/platform.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+struct Held {
+    int handles = 0;
+    int gdiObjects = 0;
+    int windows = 0;
+    int icons = 0;   // loaded by the program and not destroyed
+    int blocks = 0;  // of memory, allocated by the program and not freed
+    std::size_t privateBytes = 0;
+};
+
+[[nodiscard]] Held MeasureHeld(const Platform& platform);
+
+// Does `once` a few times, so that everything is there that the system keeps for good, then `times` more, and
+// expects that nothing has been added. The figures go into the summary under `name`.
+void ExpectFlat(const std::string& name, int times, const Platform& platform, const std::function<void()>& once);
+
+// A line of the summary made by other means.
+void AddLeakFigures(const std::string& name, int times, const Held& before, const Held& after);
+void PrintLeakSummary();

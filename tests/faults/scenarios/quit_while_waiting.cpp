@@ -1,0 +1,46 @@
+// The program is left while a stopped worker still waits for its converter. The end of the process is held up
+// here until that worker has woken and gone home: it must find all it touches.
+#include "tests/faults/scenarios/scenarios.h"
+#include "tests/faults/scenarios/usual.h"
+
+#include "res/resource.h"
+
+namespace {
+
+void Use(User& user, CallWatch& watch, Facts& facts) {
+    OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    user.Press(IDC_HIDE_OUTPUT);
+    user.Press(IDOK);
+    user.WaitForConverter(1);
+    user.Press(IDCANCEL);  // stops the batch
+    watch.Begin();
+    user.Quit();
+    const ProgramHost& program = user.Program();
+    facts["processEnds"] = program.State() == ProgramHost::Life::EndedByExitProcess ? "yes" : "no";
+    facts["window"] = user.Window() ? "still there" : "gone";
+    user.Program().ThePlatform().EndConverters(0);
+    user.WaitForWorkers();
+}
+
+}  // namespace
+
+Scenario QuitWhileWaitingScenario() {
+    Facts usual = Together(
+        {QuietRunToTheEndOfTheProcess(),
+         {{"processEnds", "yes"},
+          {"window", "gone"},
+          {"starts",
+           "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" 2>>TalvenorLog.txt"},
+          {"boxes",
+           "question main Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"},
+          {"closing", "console"}}});
+    return {.name = "quit_while_waiting",
+            .prepare =
+                [](Platform& platform) {
+                    platform.converters = {{.held = true}, {}};
+                    platform.consolesIgnoreClosing = true;
+                },
+            .use = &Use,
+            .usual = usual,
+            .spendsItsProcess = true};
+}
