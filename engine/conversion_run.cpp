@@ -90,8 +90,8 @@ void CMainDlg::ConvertRows(const std::wstring& programFolder) {
         GetListItemText(row, 0, pdfPath);
         SelectListItem(row);
         SetStatusText(LoadText(IDS_CONVERTING) + pdfPath);
-        const std::wstring arguments =
-            BuildInterpreterArguments(BuildCommandLine(pdfPath), IsChecked(IDC_HIDE_OUTPUT));
+        const std::wstring converter = BuildCommandLine(pdfPath);  // its boxes are read before the next
+        const std::wstring arguments = BuildInterpreterArguments(converter, IsChecked(IDC_HIDE_OUTPUT));
         if (!RunConverter(arguments, programFolder, pdfPath)) return;
         ++row;
     } while (row < RowCount());
@@ -123,8 +123,8 @@ bool CMainDlg::RunConverter(const std::wstring& arguments, const std::wstring& w
                             const std::wstring& pdfPath) {
     // The handles stay with this call: after a stop a second batch may run beside the first, and neither may
     // wait for or close what is the other's.
-    UniqueHandle process;
     UniqueHandle thread;
+    UniqueHandle process;  // the first to be closed
     bool converted = false;
     PROCESS_INFORMATION started = {};
     if (RunInterpreter(arguments, workingFolder, LastComponent(pdfPath), started)) {
@@ -136,9 +136,6 @@ bool CMainDlg::RunConverter(const std::wstring& arguments, const std::wstring& w
         ::GetExitCodeProcess(process.Get(), &exitCode);
         converted = exitCode == 0;
         if (!converted) m_running = false;
-    } else {
-        // Deliberate: the batch ends but still counts as running, so that this row gets a duration.
-        ShowLastError(IDS_CREATE_PROCESS_FAILED);
     }
     m_endTick = ::GetTickCount();
     ::KillTimer(m_hWnd, kElapsedTimerId);
@@ -160,8 +157,14 @@ bool CMainDlg::RunInterpreter(const std::wstring& arguments, const std::wstring&
     const std::wstring interpreter = InterpreterPath();
     m_startTick = ::GetTickCount();
     ::SetTimer(m_hWnd, kElapsedTimerId, kElapsedPeriodMs, nullptr);
-    return ::CreateProcessW(interpreter.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                            workingFolder.c_str(), &startup, &process) != FALSE;
+    if (::CreateProcessW(interpreter.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                         workingFolder.c_str(), &startup, &process)) {
+        return true;
+    }
+    // At once: even freeing a text may change the last error. Deliberate: the batch ends but still counts as
+    // running, so that this row gets a duration.
+    ShowLastError(IDS_CREATE_PROCESS_FAILED);
+    return false;
 }
 
 void CMainDlg::RequestConverterClose() const {

@@ -130,6 +130,7 @@ private:
     void EndBatch();
     bool RunConverter(const std::wstring& arguments, const std::wstring& workingFolder,
                       const std::wstring& pdfPath);
+    // Starts the interpreter; reports it and gives false when that fails.
     [[nodiscard]] bool RunInterpreter(const std::wstring& arguments, const std::wstring& workingFolder,
                                       const std::wstring& windowTitle, PROCESS_INFORMATION& process);
     void RequestConverterClose() const;

@@ -94,6 +94,5 @@ std::uint64_t LinuxProcess::CpuTicks() const {
 
 std::uint64_t LinuxProcess::PrivateKilobytes() const {
     const std::string memory = MustReadProcFile(m_folder + L"\\smaps_rollup");
-    return NumberAfter(memory, "Private_Dirty:") + NumberAfter(memory, "Private_Clean:") +
-           NumberAfter(memory, "\nSwap:");
+    return NumberAfter(memory, "Private_Dirty:") + NumberAfter(memory, "\nSwap:");
 }

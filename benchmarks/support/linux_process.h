@@ -19,7 +19,8 @@ public:
     [[nodiscard]] std::uint64_t CpuTicks() const;
     [[nodiscard]] double CpuMilliseconds() const { return static_cast<double>(CpuTicks()) * kTickMs; }
 
-    // Memory that is this process's alone, in kilobytes: what would be free again if it ended.
+    // Memory that this process has written to and no other shares, in kilobytes: what it has of its own. Code
+    // is not among it, which counts as private or shared according to who else runs at the moment.
     [[nodiscard]] std::uint64_t PrivateKilobytes() const;
 
 private:

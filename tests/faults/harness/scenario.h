@@ -9,33 +9,55 @@
 #include <string>
 #include <vector>
 
-// A fact that is not as usual. Patterns are regular expressions for the whole text; in `fact`, $1 and so on
-// stand for what the call's pattern caught.
+// How a fact may differ from what it usually is. Facts are named by a regular expression, in which $1 and so on
+// stand for what the expression of the call caught.
 struct Change {
-    enum class Kind { Must, May };
+    enum class Kind { Value, Replacement };
 
-    Kind kind;
-    std::string fact;
-    std::string value;
+    Kind kind = Kind::Value;
+    bool must = false;         // else the fact may also be as usual: which depends on the call's place
+    std::string fact = {};
+    std::string value = {};    // regular expression for the whole, or the replacement
+    std::string part = {};     // of the usual value: what is replaced, once or everywhere
 };
 
-// The fact has this value.
-[[nodiscard]] inline Change Becomes(std::string fact, std::string value) {
-    return {Change::Kind::Must, std::move(fact), std::move(value)};
+[[nodiscard]] inline Change Becomes(std::string fact, std::string pattern) {
+    return {.must = true, .fact = std::move(fact), .value = std::move(pattern)};
 }
-// The fact has this value, or the usual one: which depends on the call's place among its like.
-[[nodiscard]] inline Change MayBecome(std::string fact, std::string value) {
-    return {Change::Kind::May, std::move(fact), std::move(value)};
+[[nodiscard]] inline Change MayBecome(std::string fact, std::string pattern) {
+    return {.fact = std::move(fact), .value = std::move(pattern)};
 }
+[[nodiscard]] inline Change MayRead(std::string fact, std::string replacement, std::string inPlaceOf) {
+    return {Change::Kind::Replacement, false, std::move(fact), std::move(replacement), std::move(inPlaceOf)};
+}
+[[nodiscard]] inline Change MayLose(std::string fact, std::string part) {
+    return MayRead(std::move(fact), {}, std::move(part));
+}
+[[nodiscard]] inline Change Reads(std::string fact, std::string replacement, std::string inPlaceOf) {
+    return {Change::Kind::Replacement, true, std::move(fact), std::move(replacement), std::move(inPlaceOf)};
+}
+[[nodiscard]] inline Change Loses(std::string fact, std::string part) {
+    return Reads(std::move(fact), {}, std::move(part));
+}
+
+// Anything at all, line breaks included.
+inline constexpr char kAnything[] = "[^]*";
+// A regular expression for exactly this text.
+[[nodiscard]] std::string Exactly(const std::string& text);
 
 // What the failure of certain calls comes to. Facts that are not named stay as usual.
 struct Rule {
     std::string call = {};  // pattern for CallKey::Text(): "worker CreateProcessW #1"
     std::string why = {};
     std::vector<Change> changes = {};
-    bool endsAtOnce = false;      // the program ends before anything of the scenario happens
-    DWORD endsWithException = 0;  // the process ends with this code
+    bool endsAtOnce = false;        // the program ends before anything of the scenario happens
+    bool onlyTheEndCounts = false;  // see FactsOfTheEnd
+    DWORD endsWithException = 0;    // the process ends with this code
 };
+
+// The facts that stay as usual even when a message of the user, or one between two windows, is lost: that the
+// program can be left, and leaves nothing behind.
+[[nodiscard]] const std::vector<std::string>& FactsOfTheEnd();
 
 struct Scenario {
     std::string name;

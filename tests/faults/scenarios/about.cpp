@@ -22,6 +22,21 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddControlFacts(user, "closed", facts);
 }
 
+std::vector<Rule> Rules() {
+    return {
+        {.call = "ui DialogBoxParamW 100 #1",
+         .why = "no box, no more",
+         .changes = {Becomes("about.version", "")}},
+        {.call = "ui (GetModuleFileNameW|GetSystemDirectoryW|LoadLibraryW version.dll|GetProcAddress \\w+|"
+                 "GetFileVersionInfoSizeW|GetFileVersionInfoW|VerQueryValueW|HeapAlloc) #1",
+         .why = "a version that cannot be read is 0",
+         .changes = {Becomes("about.version", Exactly("Version 0.0 (64-bit)"))}},
+        {.call = "ui (GetDlgItem about 1021|SetWindowTextW 1021) #1",
+         .why = "the text of the template stays",
+         .changes = {Becomes("about.version", "Static")}},
+    };
+}
+
 }  // namespace
 
 Scenario AboutScenario() {
@@ -29,5 +44,5 @@ Scenario AboutScenario() {
             [](Platform&) {},
             &Use,
             Together({QuietRun(), IdleControls("closed"), {{"about.version", "Version 1.2 (64-bit)"}}}),
-            {}};
+            Rules()};
 }

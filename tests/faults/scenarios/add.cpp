@@ -18,6 +18,37 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddListFacts(user, "added", facts);
 }
 
+std::vector<Rule> Rules() {
+    return {
+        {.call = "ui GetOpenFileNameW #1",
+         .why = "a dialog that fails is one that is cancelled",
+         .changes = {Becomes("added.rows", ""), Becomes("added.durations", ""), Becomes("added.1", "-S"),
+                     Becomes("beeps", "")}},
+        {.call = "ui PathAppendW a.pdf #1",
+         .why = "what cannot be joined is what the system leaves: nothing",
+         .changes = {Becomes("added.rows", Exactly("\nC:\\in\\b.pdf\nC:\\in\\a.pdf")),
+                     Becomes("added.durations", "\n\n"), Becomes("beeps", "")}},
+        {.call = "ui PathAppendW b.pdf #1",
+         .why = "what cannot be joined is what the system leaves: nothing",
+         .changes = {Becomes("added.rows", Exactly("C:\\in\\a.pdf\n"))}},
+        {.call = "ui PathAppendW a.pdf #2",
+         .why = "what cannot be joined is what the system leaves: nothing",
+         .changes = {Becomes("added.rows", Exactly("C:\\in\\a.pdf\nC:\\in\\b.pdf\n")),
+                     Becomes("added.durations", "\n\n"), Becomes("beeps", "")}},
+        {.call = "ui SendMessageW 1040 LVM_INSERTITEMW #1",
+         .why = "a row that was refused is not there, so that the same path is new when it comes again",
+         .changes = {Becomes("added.rows", Exactly("C:\\in\\b.pdf\nC:\\in\\a.pdf")), Becomes("beeps", "")}},
+        {.call = "ui SendMessageW 1040 LVM_INSERTITEMW #2",
+         .why = "a row that was refused is not there",
+         .changes = {Becomes("added.rows", Exactly("C:\\in\\a.pdf")), Becomes("added.durations", "")}},
+        {.call = "ui SendMessageW 1040 LVM_GETITEMCOUNT #.*",
+         .why = "a list that does not tell its count gets the row in front, and leaves the button as it is",
+         .changes = {MayBecome("added.rows", Exactly("C:\\in\\b.pdf\nC:\\in\\a.pdf")),
+                     MayBecome("added.1", "-S")}},
+        {.call = "ui Beep #1", .why = "a beep that fails is not heard", .changes = {Becomes("beeps", "")}},
+    };
+}
+
 }  // namespace
 
 Scenario AddScenario() {
@@ -26,5 +57,5 @@ Scenario AddScenario() {
             &Use,
             Together({QuietRun(), IdleControls("added"), List("added", {.rows = "C:\\in\\a.pdf\nC:\\in\\b.pdf", .durations = "\n"}),
                       {{"added.1", "ES"}, {"beeps", "440 100"}}}),
-            {}};
+            Rules()};
 }

@@ -1,4 +1,5 @@
 // The interpreter cannot be started for the first of two files.
+#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -19,6 +20,27 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddListFacts(user, "done", facts);
 }
 
+std::vector<Rule> Rules() {
+    const std::string description = SystemText(ERROR_FILE_NOT_FOUND);
+    const std::string box = "error main Erreur CreateProcess :  " + description;
+    return {
+        {.call = "worker (FindResourceExW 9|LoadResource|LockResource) #1",
+         .why = "without its own the message has the usual prefix",
+         .changes = {Reads("boxes", "Err : ", "Erreur CreateProcess :  ")}},
+        {.call = "worker FormatMessageW #1",
+         .why = "without the system's description the prefix stands alone",
+         .changes = {Loses("boxes", description)}},
+        {.call = "worker CreateProcessW #1", .why = "it fails anyway", .changes = {Becomes("starts", "")}},
+        {.call = "worker MessageBoxW #1", .why = "the failure is not told", .changes = {Loses("boxes", box + '\n')}},
+        {.call = "worker MessageBoxW #2",
+         .why = "the end is not told",
+         .changes = {Loses("boxes", "\ninformation main Conversion terminée !")}},
+        {.call = "worker malloc for a box's text #.",
+         .why = "one of the two is not told",
+         .changes = {MayLose("boxes", box + '\n'), MayLose("boxes", "\ninformation main Conversion terminée !")}},
+    };
+}
+
 }  // namespace
 
 Scenario ConverterNotStartedScenario() {
@@ -32,5 +54,5 @@ Scenario ConverterNotStartedScenario() {
                        {"boxes",
                         "error main Erreur CreateProcess :  " + SystemText(ERROR_FILE_NOT_FOUND) +
                             "\ninformation main Conversion terminée !"}}}),
-            {}};
+            Joined({Rules(), BatchRules()})};
 }

@@ -1,4 +1,5 @@
 // The countdown after a batch: to its end, and past it by "Annuler"; and cut short by "Éteindre immédiatement".
+#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -54,6 +55,35 @@ void ShutDownNow(User& user, CallWatch& watch, Facts& facts) {
     AddFactsOfTheEnd(user, watch, facts);
 }
 
+std::vector<Rule> Rules() {
+    return {
+        {.call = "worker (IsDlgButtonChecked main 1038|DialogBoxParamW 101) #1",
+         .why = "no countdown, no shutdown; the batch ends as any other",
+         .changes = {Becomes("shutdowns", ""), Becomes("count\\..*", "")}},
+        {.call = "worker OpenProcessToken #1",
+         .why = "a request that is not granted is not told, and the dialog stays",
+         .changes = {Becomes("shutdowns", "")}},
+        {.call = "worker LookupPrivilegeValueW #1",
+         .why = "without its identifier the privilege cannot be had",
+         .changes = {Becomes("shutdowns", "open token\nenable")}},
+        {.call = "worker AdjustTokenPrivileges #1",
+         .why = "without the privilege there is no request",
+         .changes = {Becomes("shutdowns", "open token\nlook up SeShutdownPrivilege")}},
+        {.call = "worker InitiateSystemShutdownW #1",
+         .why = "a request that is not granted is not told, and the dialog stays",
+         .changes = {Loses("shutdowns", "\nrequest\ndisable")}},
+        {.call = "worker AdjustTokenPrivileges #2",
+         .why = "a privilege that cannot be given back is kept",
+         .changes = {Loses("shutdowns", "\ndisable")}},
+        {.call = "worker (GetDlgItem countdown 1039|SetWindowTextW 1039) #.*",
+         .why = "one second is not shown",
+         .changes = {MayBecome("count\\.(first|last|over)", "30|2")}},
+        {.call = "worker (MessageBoxW|malloc for a box's text) #.",
+         .why = "the end is not told",
+         .changes = {Becomes("boxes", "")}},
+    };
+}
+
 Facts UsualEnd() {
     return Together({QuietRun(),
                      ControlsAfterBatch("done"),
@@ -72,9 +102,10 @@ Scenario CountdownScenario() {
             &LetItEnd,
             Together({UsualEnd(),
                       {{"count.first", "30"}, {"count.last", "1"}, {"count.over", "1"}, {"count.timers", ""}}}),
-            {}};
+            Joined({Rules(), BatchRules()})};
 }
 
 Scenario ShutDownNowScenario() {
-    return {"shut_down_now", [](Platform&) {}, &ShutDownNow, Together({UsualEnd(), {{"count.first", "29"}}}), {}};
+    return {"shut_down_now", [](Platform&) {}, &ShutDownNow, Together({UsualEnd(), {{"count.first", "29"}}}),
+            Joined({Rules(), BatchRules()})};
 }

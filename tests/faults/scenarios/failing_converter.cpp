@@ -1,4 +1,5 @@
 // The first of two files cannot be converted. Consoles are hidden.
+#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -22,6 +23,31 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddListFacts(user, "done", facts);
 }
 
+std::vector<Rule> Rules() {
+    return {
+        {.call = "worker (PathRemoveFileSpecW|PathAppendW TalvenorLog.txt|CreateFileW TalvenorLog.txt|"
+                 "IsDlgButtonChecked main 1019) #1",
+         .why = "a record that cannot be written is lost without a word",
+         .changes = {Becomes("log", "none")}},
+        {.call = "worker GetModuleFileNameW #1",
+         .why = "the log lands where its path points: without a folder, in the current directory",
+         .changes = {Becomes("log", "none"), Becomes("strays", "TalvenorLog.txt")}},
+        {.call = "worker (WideCharToMultiByte|lstrlenA|WriteFile) #.",
+         .why = "a record that cannot be written is lost without a word",
+         .changes = {Becomes("log", "")}},
+        {.call = "worker GetLocaleInfoW #1",
+         .why = "a locale that does not tell its ordering has year, month, day",
+         .changes = {Reads("log", "2026/11, 16", "16/11, 2026")}},
+        {.call = "worker CloseHandle #1",
+         .why = "the log stays open to nobody else",
+         .changes = {MayBecome("log", kAnything), Becomes("handles", "1")}},
+        {.call = "worker IsDlgButtonChecked main 1019 #2",
+         .why = "the log has no button",
+         .changes = {Becomes("done.1024", "-h")}},
+        {.call = "worker (GetExitCodeProcess|WaitForSingleObject) #1", .why = "the batch has failed anyway"},
+    };
+}
+
 }  // namespace
 
 Scenario FailingConverterScenario() {
@@ -37,5 +63,5 @@ Scenario FailingConverterScenario() {
                         "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
                         "2>>TalvenorLog.txt"},
                        {"log", LogRecord("*** Annulé !", 90)}}}),
-            {}};
+            Joined({Rules(), BatchRules()})};
 }

@@ -1,4 +1,5 @@
 // Two files with consoles hidden and every option that is read for them.
+#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -42,11 +43,103 @@ Facts Options(const std::string& moment, const std::string& enabled) {
             {moment + ".1030", enabled + "S C"}};
 }
 
-std::string Start(const std::string& name) {
-    return "hidden " + name + ".pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\" + name +
+std::string Start(const std::string& name, const std::string& folder = "~") {
+    return "hidden " + name + ".pdf in " + folder + ": /C \"pdf2djvu.exe -o \"C:\\in\\" + name +
            ".djvu\" -v -d 300 --no-metadata --no-outline --no-hyperlinks --lines --monochrome --x -p \"1-3\" "
            "\"C:\\in\\" +
            name + ".pdf\"\" 2>>TalvenorLog.txt";
+}
+
+constexpr char kFinished[] = "information main Conversion terminée !";
+
+// What a control stands for on the command line: without an answer it is left out for that file.
+Rule Option(const std::string& ids, const std::string& option) {
+    return {.call = "worker .* (" + ids + ") #.*",
+            .why = "an option that cannot be read is left out, a control that is not reached stays as it was",
+            .changes = {MayLose("starts", option), MayBecome("\\w+\\.(" + ids + ")", "[E-]S.*")}};
+}
+
+// A converter that does not start, the first or the second: a message, and the batch ends as if it were done.
+Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::string& starts) {
+    const std::string durations = isFirst ? "00:00:00\n" : "00:00:07\n00:00:00";
+    const std::string log = (isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("00:00:00", 86);
+    std::vector<Change> changes = {
+        Becomes("boxes", Exactly("error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished)),
+        Becomes("done.durations", Exactly(durations)), Becomes("log", Exactly(log)),
+        Becomes("starts", Exactly(starts))};
+    // There was no converter to look on at.
+    if (isFirst) changes.push_back(MayBecome("(running|ticked)\\..*", kAnything));
+    return {.call = call, .why = "a converter that cannot be started is told, and ends the batch", .changes = changes};
+}
+
+// A converter of which it is not known how it ended counts as failed.
+Rule EndUnknown(const std::string& call, bool isFirst) {
+    std::vector<Change> changes = {
+        Becomes("boxes", ""),
+        Becomes("done.durations", Exactly(isFirst ? "*** Annulé !\n" : "00:00:07\n*** Annulé !")),
+        Becomes("log", Exactly((isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("*** Annulé !", 90)))};
+    if (isFirst) {
+        changes.push_back(Becomes("starts", Exactly(Start("a"))));
+        changes.push_back(MayBecome("(running|ticked)\\..*", kAnything));
+    }
+    return {.call = call, .why = "what is not known to have gone well has not", .changes = changes};
+}
+
+std::vector<Rule> Rules() {
+    const std::string oneRecord = Exactly(LogRecord("00:00:07", 86));
+    const std::string bothRecords = Exactly(LogRecord("00:00:07", 86) + LogRecord("00:00:07", 86));
+    return {
+        NotStarted("worker CreateProcessW #1", ERROR_FILE_NOT_FOUND, true, ""),
+        NotStarted("worker CreateProcessW #2", ERROR_FILE_NOT_FOUND, false, Start("a")),
+        NotStarted("worker SHGetFolderPathW #1", ERROR_FILE_NOT_FOUND, true, Start("a")),
+        NotStarted("worker SHGetFolderPathW #2", ERROR_FILE_NOT_FOUND, false, Start("a") + '\n' + Start("b")),
+        NotStarted("worker GetModuleFileNameW #1", ERROR_DIRECTORY, true, Start("a", "")),
+        NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, true, Start("a", "~\\Talvenor.exe")),
+        EndUnknown("worker (WaitForSingleObject|GetExitCodeProcess) #1", true),
+        EndUnknown("worker (WaitForSingleObject|GetExitCodeProcess) #2", false),
+        {.call = "worker (DeleteFileW TalvenorLog.txt #1|GetModuleFileNameW #2|PathRemoveFileSpecW #2|"
+                 "PathAppendW TalvenorLog.txt #1)",
+         .why = "a log that cannot be deleted, or found, is added to",
+         .changes = {Becomes("log", "earlier" + bothRecords)}},
+        {.call = "worker GetModuleFileNameW #[34]",
+         .why = "the log lands where its path points: without a folder, in the current directory",
+         .changes = {Becomes("log", oneRecord), Becomes("strays", "TalvenorLog.txt")}},
+        {.call = "worker (PathRemoveFileSpecW #[34]|PathAppendW TalvenorLog.txt #[23]|CreateFileW TalvenorLog.txt #.|"
+                 "WideCharToMultiByte #.|lstrlenA #.|WriteFile #.)",
+         .why = "a record that cannot be written is lost without a word",
+         .changes = {Becomes("log", oneRecord)}},
+        {.call = "worker SetFilePointer #1", .why = "the log is empty: its end is its beginning"},
+        {.call = "worker SetFilePointer #2",
+         .why = "the record goes wherever the pointer stands: over the first",
+         .changes = {Becomes("log", oneRecord)}},
+        {.call = "worker GetLocaleInfoW #.",
+         .why = "a locale that does not tell its ordering has year, month, day",
+         .changes = {Reads("log", "2026/11, 16", "16/11, 2026")}},
+        {.call = "worker CloseHandle #[14]",
+         .why = "the log stays open to nobody else",
+         .changes = {MayBecome("log", kAnything), Becomes("handles", "1")}},
+        {.call = "worker MessageBoxW #1", .why = "the end is not told", .changes = {Becomes("boxes", "")}},
+        {.call = "worker malloc for a box's text #.",
+         .why = "the end is not told",
+         .changes = {Becomes("boxes", "")}},
+        {.call = "worker .* 1019 #.*",
+         .why = "the box is read afresh at each place: redirection, window, record and button are on their own",
+         .changes = {MayLose("starts", " 2>>TalvenorLog.txt"), MayRead("starts", "visible", "hidden"),
+                     MayBecome("log", oneRecord), MayBecome("done.1024", "-h"),
+                     MayBecome("\\w+\\.1019", "[E-]S C")}},
+        {.call = "worker PathRenameExtensionW #.",
+         .why = "a path that the system refuses stays as it is",
+         .changes = {MayRead("starts", "-o \"C:\\in\\a.pdf\"", "-o \"C:\\in\\a.djvu\""),
+                     MayRead("starts", "-o \"C:\\in\\b.pdf\"", "-o \"C:\\in\\b.djvu\"")}},
+        Option("1034|1014", " -p \"1-3\""),
+        Option("1033|1032", "-d 300"),
+        Option("1017", " --no-metadata"),
+        Option("1036", " --no-outline"),
+        Option("1037", " --no-hyperlinks"),
+        Option("1016", " --lines"),
+        Option("1030", " --monochrome"),
+        Option("1018", " --x"),
+    };
 }
 
 }  // namespace
@@ -71,5 +164,5 @@ Scenario HiddenBatchScenario() {
                       {{"starts", Start("a") + '\n' + Start("b")},
                        {"boxes", "information main Conversion terminée !"},
                        {"log", LogRecord("00:00:07", 86) + LogRecord("00:00:07", 86)}}}),
-            {}};
+            Joined({Rules(), BatchRules()})};
 }

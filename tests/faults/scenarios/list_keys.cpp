@@ -24,6 +24,43 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     watch.End();
 }
 
+constexpr char kBox[] = "information main pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  \"C:\\in\\b.pdf\"";
+
+std::vector<Rule> Rules() {
+    return {
+        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #1",
+         .why = "the status line has no path to show",
+         .changes = {Becomes("selected.1004", "ES")}},
+        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #2",
+         .why = "the command line of a path that cannot be read",
+         .changes = {Becomes("boxes", Exactly("information main pdf2djvu.exe -o \".djvu\" -v  \"\""))}},
+        {.call = "ui SendMessageW 1040 LVM_GETNEXTITEM #.*",
+         .why = "a list that does not tell which row is selected means the first",
+         .changes = {MayBecome("boxes", "information main [^]*a\\.pdf\""),
+                     MayBecome("deleted.rows", Exactly("C:\\in\\b.pdf")), MayBecome("deleted.selected", "0"),
+                     MayBecome("deleted.1004", Exactly("ES C:\\in\\b.pdf"))}},
+        {.call = "ui SendMessageW 1040 LVM_SETITEMSTATE #.*",
+         .why = "the row is selected all the same, by the list itself"},
+        {.call = "ui PathRenameExtensionW #1",
+         .why = "a path that the system refuses stays as it is",
+         .changes = {Reads("boxes", "b.pdf\" -v", "b.djvu\" -v")}},
+        {.call = "ui (MessageBoxW #1|malloc for a box's text #\\d)",
+         .why = "no box, no more",
+         .changes = {Becomes("boxes", "")}},
+        {.call = "ui SendMessageW 1040 LVM_DELETEITEM #1",
+         .why = "the row stays, and is selected",
+         .changes = {Becomes("deleted.rows", Exactly("C:\\in\\a.pdf\nC:\\in\\b.pdf")),
+                     Becomes("deleted.durations", "\n"), Becomes("deleted.selected", "1"),
+                     Becomes("deleted.1004", Exactly("ES C:\\in\\b.pdf"))}},
+        {.call = "ui SendMessageW 1040 LVM_DELETEALLITEMS #1",
+         .why = "the rows stay",
+         .changes = {Becomes("cleared.rows", Exactly("C:\\in\\a.pdf"))}},
+        {.call = "ui (GetClientRect 1040|SendMessageW 1040 LVM_SETCOLUMNWIDTH) #.*",
+         .why = "the columns do not get their widths",
+         .changes = {MayBecome("cleared.columns", "do not fit")}},
+    };
+}
+
 }  // namespace
 
 Scenario ListKeysScenario() {
@@ -40,6 +77,6 @@ Scenario ListKeysScenario() {
                       List("cleared", {}),
                       IdleControls("cleared"),
                       {{"cleared.1022", "ES"},
-                       {"boxes", "information main pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  \"C:\\in\\b.pdf\""}}}),
-            {}};
+                       {"boxes", kBox}}}),
+            Rules()};
 }

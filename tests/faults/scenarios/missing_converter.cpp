@@ -13,6 +13,19 @@ constexpr char kMessage[] =
     "error none pdf2djvu.exe est absent !\r\n\r\n"
     "(Talvenor.exe doit se trouver dans le\r\nmême dossier que \"pdf2djvu.exe\")";
 
+std::vector<Rule> Rules() {
+    return {
+        {.call = "ui (CreateDialogParamW 102 #1|SetWindowLongPtrW main DWLP_USER #1|"
+                 "GetWindowLongPtrW main DWLP_USER #2)",
+         .why = "a window that cannot be made ends the program, with 0",
+         .changes = {Becomes("exit", "0"), Becomes("boxes", "")}},
+        {.call = "ui (MessageBoxW #1|malloc for a box's text #\\d)",
+         .why = "the program ends all the same",
+         .changes = {Becomes("boxes", "")}},
+        {.call = "ui LoadStringW 130 #1", .why = "the box is empty", .changes = {Becomes("boxes", "error none ")}},
+    };
+}
+
 }  // namespace
 
 Scenario MissingConverterScenario() {
@@ -20,5 +33,5 @@ Scenario MissingConverterScenario() {
             [](Platform& platform) { ::DeleteFileW(platform.File(L"pdf2djvu.exe").c_str()); },
             &Use,
             Together({QuietRun(), {{"boxes", kMessage}}}),
-            {}};
+            Rules()};
 }

@@ -24,6 +24,46 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddControlFacts(user, "opened", facts);
 }
 
+std::vector<Rule> Rules() {
+    const std::string description = SystemText(ERROR_FILE_NOT_FOUND);
+    const std::string firstOnly = Exactly("explorer.exe C:\\in, out");
+    return {
+        {.call = "ui ShellExecuteExW #1",
+         .why = "the shell's refusal is told",
+         .changes = {Becomes("shell", Exactly("explorer.exe ~")),
+                     Becomes("boxes", Exactly("error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION) +
+                                              "\nerror main Erreur ShellExecute : " + description))}},
+        {.call = "ui ShellExecuteExW #2",
+         .why = "the shell's refusal is told, whichever it is",
+         .changes = {Becomes("shell", firstOnly),
+                     Becomes("boxes",
+                             Exactly("error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION)))}},
+        {.call = "ui SendMessageW 1040 LVM_GETNEXTITEM #1",
+         .why = "a list that does not tell which row is selected means the first, which it is"},
+        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #1",
+         .why = "without a path there is no folder, and nothing to open",
+         .changes = {Becomes("shell", Exactly("explorer.exe ~"))}},
+        {.call = "ui PathRemoveFileSpecW #1",
+         .why = "what the system leaves of the path is handed on",
+         .changes = {Becomes("shell", Exactly("explorer.exe C:\\in, out\\a.b\nexplorer.exe ~"))}},
+        {.call = "ui IsDlgButtonChecked main 1026 #2",
+         .why = "the folder of the row is opened instead",
+         .changes = {Becomes("shell", Exactly("explorer.exe C:\\in, out\nexplorer.exe C:\\in, out"))}},
+        {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #1",
+         .why = "without a text there is nothing to open, and nothing to tell",
+         .changes = {Becomes("shell", firstOnly), Becomes("boxes", "")}},
+        {.call = "ui (FindResourceExW 9|LoadResource|LockResource) #1",
+         .why = "without its own the message has the usual prefix",
+         .changes = {Reads("boxes", "Err : ", "Erreur ShellExecute : ")}},
+        {.call = "ui FormatMessageW #1",
+         .why = "without the system's description the prefix stands alone",
+         .changes = {Loses("boxes", description)}},
+        {.call = "ui (MessageBoxW #1|malloc for a box's text #.)",
+         .why = "the failure is not told",
+         .changes = {Becomes("boxes", "")}},
+    };
+}
+
 }  // namespace
 
 Scenario OpenFolderScenario() {
@@ -40,5 +80,5 @@ Scenario OpenFolderScenario() {
                        {"opened.1028", "ES"},
                        {"shell", "explorer.exe C:\\in, out\nexplorer.exe ~"},
                        {"boxes", "error main Erreur ShellExecute : " + SystemText(ERROR_FILE_NOT_FOUND)}}}),
-            {}};
+            Rules()};
 }

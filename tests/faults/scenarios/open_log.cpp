@@ -18,6 +18,37 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddControlFacts(user, "opened", facts);
 }
 
+std::vector<Rule> Rules() {
+    const std::string description = SystemText(ERROR_NO_ASSOCIATION);
+    const std::string failure = "error main Erreur ShellExecute : " + description;
+    return {
+        {.call = "ui ShellExecuteExW #1",
+         .why = "the shell's refusal is told",
+         .changes = {Becomes("shell", Exactly("~\\TalvenorLog.txt ")), Becomes("boxes", Exactly(failure + '\n' + failure))}},
+        {.call = "ui ShellExecuteExW #2",
+         .why = "the shell's refusal is told, whichever it is",
+         .changes = {Becomes("shell", Exactly("~\\TalvenorLog.txt "))}},
+        {.call = "ui GetModuleFileNameW #.",
+         .why = "the log is looked for where its path points",
+         .changes = {Reads("shell", "TalvenorLog.txt", "~\\TalvenorLog.txt")}},
+        {.call = "ui PathRemoveFileSpecW #.",
+         .why = "the log is looked for where its path points",
+         .changes = {Reads("shell", "~\\Talvenor\\TalvenorLog.txt", "~\\TalvenorLog.txt")}},
+        {.call = "ui PathAppendW TalvenorLog.txt #.",
+         .why = "the log is looked for where its path points",
+         .changes = {Loses("shell", "~\\TalvenorLog.txt")}},
+        {.call = "ui (FindResourceExW 9|LoadResource|LockResource) #1",
+         .why = "without its own the message has the usual prefix",
+         .changes = {Reads("boxes", "Err : ", "Erreur ShellExecute : ")}},
+        {.call = "ui FormatMessageW #1",
+         .why = "without the system's description the prefix stands alone",
+         .changes = {Loses("boxes", description)}},
+        {.call = "ui (MessageBoxW #1|malloc for a box's text #.)",
+         .why = "the failure is not told",
+         .changes = {Becomes("boxes", "")}},
+    };
+}
+
 }  // namespace
 
 Scenario OpenLogScenario() {
@@ -30,5 +61,5 @@ Scenario OpenLogScenario() {
                        {"log", "earlier"},
                        {"shell", "~\\TalvenorLog.txt \n~\\TalvenorLog.txt "},
                        {"boxes", "error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION)}}}),
-            {}};
+            Rules()};
 }

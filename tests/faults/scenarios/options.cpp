@@ -42,6 +42,27 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     watch.End();
 }
 
+// A box and its edit, as far as one depends on the other.
+Rule Pair(const std::string& ids) {
+    return {.call = "ui .* (" + ids + ") #.*",
+            .why = "a box and its edit stay as they were, or lose what is read from one for the other",
+            .changes = {MayBecome("\\w+\\.(" + ids + ")", "[E-]S.*")}};
+}
+
+std::vector<Rule> Rules() {
+    return {
+        {.call = ".* GetWindowLongPtrW .*", .why = "as in all scenarios: a message is lost", .onlyTheEndCounts = true},
+        Pair("1014|1034"),
+        Pair("1032|1033"),
+        Pair("1015|1016"),
+        Pair("1026|1027|1028"),
+        {.call = "ui ScreenToClient main #.*",
+         .why = "the click is taken for one beside the edit",
+         .changes = {MayBecome("clicked\\.(1014|1034|1032|1033|1026|1027|1028)", "[E-]S.*")}},
+        {.call = "ui Beep #1", .why = "a beep that fails is not heard", .changes = {Becomes("beeps", "")}},
+    };
+}
+
 }  // namespace
 
 Scenario OptionsScenario() {
@@ -74,5 +95,5 @@ Scenario OptionsScenario() {
                        {"clicked.1026", "ES C"},
                        {"clicked.1027", "ES"},
                        {"clicked.1028", "ES"}}}),
-            {}};
+            Rules()};
 }

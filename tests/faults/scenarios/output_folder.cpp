@@ -31,6 +31,26 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     user.WaitForWorkers();
 }
 
+// Controls of the option, and the button of the destination.
+constexpr char kItsControls[] = "\\w+\\.(1022|1026|1027|1028)";
+
+std::vector<Rule> Rules() {
+    return {
+        {.call = "ui (IsDlgButtonChecked main 1026|.* 1027|.* 1028|.* 1022|PathIsDirectoryW|GetFocus|"
+                 "SHGetPathFromIDListW|SHBrowseForFolderW|CheckDlgButton main 1026) #.*",
+         .why = "a folder that is not read, found or chosen is none; controls that are not reached stay as they were. "
+                "A batch that the bad folder would have stopped goes on",
+         .changes = {MayBecome(kItsControls, "[E-]S.*"), MayBecome("boxes", kAnything),
+                     MayBecome("starts", kAnything), MayBecome("\\w+\\.(2|1004|1)", kAnything)}},
+        {.call = "ui LoadStringW 142 #1",
+         .why = "the box is empty",
+         .changes = {Loses("boxes", "Le dossier de destination est incorrect !")}},
+        {.call = "ui (MessageBoxW #1|malloc for a box's text #.)",
+         .why = "no box, and no batch either",
+         .changes = {Becomes("boxes", "")}},
+    };
+}
+
 }  // namespace
 
 Scenario OutputFolderScenario() {
@@ -57,5 +77,5 @@ Scenario OutputFolderScenario() {
                       {{"unticked.1", "ES"},
                        {"unticked.1030", "ES C"},
                        {"boxes", "error main Le dossier de destination est incorrect !"}}}),
-            {}};
+            Rules()};
 }

@@ -12,12 +12,3 @@ const std::vector<Scenario>& AllScenarios() {
     };
     return kScenarios;
 }
-
-const std::vector<Rule>& RulesOfAllScenarios() {
-    static const std::vector<Rule> kRules = {
-        {.call = ".* malloc #.*",
-         .why = "a program without memory ends at once",
-         .endsWithException = 0xC0000017},
-    };
-    return kRules;
-}

@@ -16,5 +16,7 @@ Scenario SecondCopyScenario() {
             [](Platform& platform) { platform.anotherCopyRuns = true; },
             &Use,
             Together({QuietRun(), {{"exit", "0"}}}),
-            {}};
+            {{.call = "ui CreateMutexW #1",
+              .why = "better two copies than none",
+              .changes = {Becomes("exit", "2")}}}};
 }

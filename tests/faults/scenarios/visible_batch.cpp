@@ -1,4 +1,5 @@
 // One file with its console shown, converted into an output folder.
+#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -23,6 +24,62 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddListFacts(user, "done", facts);
 }
 
+constexpr char kFinished[] = "information main Conversion terminée !";
+
+// What the converter is told of the output folder, which is the program's own here.
+std::string Start(const std::string& output, const std::string& folder = "~") {
+    return "visible a.pdf in " + folder + ": /C \"pdf2djvu.exe -o \"" + output + "\" -v  \"C:\\in\\a.pdf\"\"";
+}
+
+Rule NotStarted(const std::string& call, DWORD error, const std::string& starts) {
+    return {.call = call,
+            .why = "a converter that cannot be started is told, and ends the batch",
+            .changes = {Becomes("boxes", Exactly("error main Erreur CreateProcess :  " + SystemText(error) + '\n' +
+                                                 kFinished)),
+                        Becomes("done.durations", "00:00:00"), Becomes("starts", Exactly(starts)),
+                        MayBecome("running\\..*", kAnything)}};
+}
+
+std::vector<Rule> Rules() {
+    return {
+        NotStarted("worker CreateProcessW #1", ERROR_FILE_NOT_FOUND, ""),
+        NotStarted("worker SHGetFolderPathW #1", ERROR_FILE_NOT_FOUND, Start("~\\a.djvu")),
+        NotStarted("worker GetModuleFileNameW #1", ERROR_DIRECTORY, Start("~\\a.djvu", "")),
+        NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, Start("~\\a.djvu", "~\\Talvenor.exe")),
+        {.call = "worker (WaitForSingleObject|GetExitCodeProcess) #1",
+         .why = "what is not known to have gone well has not",
+         .changes = {Becomes("boxes", ""), Becomes("done.durations", Exactly("*** Annulé !")),
+                     MayBecome("running\\..*", kAnything)}},
+        {.call = "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) #1",
+         .why = "the edit that is left seems empty, which turns the option off",
+         .changes = {Becomes("starts", Exactly(Start("C:\\in\\a.djvu"))), MayBecome("\\w+\\.1026", "[E-]S")}},
+        {.call = "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027|PathIsDirectoryW) #.",
+         .why = "a folder that is none starts no batch",
+         .changes = {Becomes("boxes", "error main Le dossier de destination est incorrect !"),
+                     Becomes("starts", ""), Becomes("done.durations", ""),
+                     MayBecome("(running|done)\\..*", kAnything)}},
+        {.call = "ui IsDlgButtonChecked main 1026 #1",
+         .why = "the folder is not looked at before the batch, which is what would have found it bad"},
+        {.call = "worker IsDlgButtonChecked main 1026 #1",
+         .why = "the file goes beside its PDF",
+         .changes = {Becomes("starts", Exactly(Start("C:\\in\\a.djvu")))}},
+        {.call = "worker (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #.",
+         .why = "a folder that cannot be read is empty; an edit that is not reached stays as it was",
+         .changes = {MayRead("starts", "-o \"a.djvu\"", "-o \"~\\a.djvu\""),
+                     MayBecome("\\w+\\.1027", "[E-]S ~")}},
+        {.call = "worker PathRenameExtensionW #1",
+         .why = "a path that the system refuses stays as it is",
+         .changes = {Becomes("starts", Exactly(Start("~\\a.pdf")))}},
+        {.call = "worker PathAppendW a.djvu #1",
+         .why = "what cannot be joined is what the system leaves: nothing",
+         .changes = {Becomes("starts", Exactly(Start("")))}},
+        {.call = "worker IsDlgButtonChecked main 1019 #.", .why = "it is not ticked"},
+        {.call = "worker (MessageBoxW|malloc for a box's text) #.",
+         .why = "the end is not told",
+         .changes = {Becomes("boxes", "")}},
+    };
+}
+
 }  // namespace
 
 Scenario VisibleBatchScenario() {
@@ -35,7 +92,6 @@ Scenario VisibleBatchScenario() {
                       ControlsAfterBatch("done"),
                       {{"done.1026", "ES C"}, {"done.1027", "ES ~"}},
                       List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
-                      {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"~\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
-                       {"boxes", "information main Conversion terminée !"}}}),
-            {}};
+                      {{"starts", Start("~\\a.djvu")}, {"boxes", kFinished}}}),
+            Joined({Rules(), BatchRules()})};
 }

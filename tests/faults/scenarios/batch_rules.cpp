@@ -1,0 +1,60 @@
+// The rules of a batch. What its scenarios have of their own, for example which option a control stands for, comes
+// before these.
+#include "tests/faults/scenarios/rules.h"
+
+namespace {
+
+constexpr char kColumns[] = "(do not )?fit( with durations)?";
+
+// The list could not tell how many rows it has, which reads as none.
+const Rule kRowsUnknown = {
+    .call = "worker SendMessageW 1040 LVM_GETITEMCOUNT #.*",
+    .why = "a list that does not answer has no rows: the batch ends there, or waits for its stop as on an empty "
+           "list",
+    .changes = {MayBecome("\\w+\\..*", kAnything), MayBecome("starts", kAnything), MayBecome("log", kAnything),
+                MayBecome("boxes", "(information main Conversion terminée !)?|question main [^]*")}};
+
+}  // namespace
+
+std::vector<Rule> BatchRules() {
+    return {
+        kRowsUnknown,
+        {.call = "ui _beginthread #1",
+         .why = "without a thread nothing happens, and nothing is said",
+         .changes = {Becomes("starts", ""), Becomes("boxes", ""), MayBecome("log", "earlier"),
+                     MayBecome("\\w+\\..*", kAnything)}},
+        {.call = "(worker|ui) SendMessageW (1040|header) (LVM_SETCOLUMNWIDTH|LVM_GETCOLUMNWIDTH|LVM_GETHEADER|"
+                 "LVM_GETSTRINGWIDTHW|HDM_GETBITMAPMARGIN) #.*",
+         .why = "the columns do not get their widths",
+         .changes = {MayBecome("\\w+\\.columns", kColumns)}},
+        {.call = "worker GetClientRect 1040 #.*",
+         .why = "the columns do not get their widths",
+         .changes = {MayBecome("\\w+\\.columns", kColumns)}},
+        {.call = "(worker|ui) SendMessageW 1040 LVM_SETITEMSTATE #.*",
+         .why = "a row that is not selected gets no duration and does not enable the destination's button; one "
+                "that stays selected keeps both",
+         .changes = {MayBecome("\\w+\\.selected", "-1|0|1"), MayBecome("\\w+\\.durations", kAnything),
+                     MayBecome("\\w+\\.1022", "[E-]S"), MayBecome("\\w+\\.1004", "ES.*")}},
+        {.call = "(worker|ui) SendMessageW 1040 (LVM_GETNEXTITEM|LVM_SETITEMW) #.*",
+         .why = "a duration is not written, or into the first row",
+         .changes = {MayBecome("\\w+\\.durations", kAnything)}},
+        {.call = "worker SendMessageW 1040 LVM_GETITEMTEXTW #.*",
+         .why = "a row that cannot be read has an empty path, with which the converter does what it does",
+         .changes = {MayBecome("\\w+\\.1004", "ES Conversion en cours : "),
+                     MayBecome("starts", "[^]*(hidden|visible)  in ~: [^]* -v [^]*\"\"\"[^]*")}},
+        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #.*",
+         .why = "the status line does not show the path",
+         .changes = {MayBecome("\\w+\\.1004", "ES.*")}},
+        {.call = "ui IsDlgButtonChecked main 1026 #.*",
+         .why = "the destination's button follows the row instead of the folder",
+         .changes = {MayBecome("\\w+\\.1022", "[E-]S")}},
+        {.call = "worker (FindResourceExW|LoadResource|LockResource).* #.*",
+         .why = "a text that is not there is empty",
+         .changes = {MayBecome("\\w+\\.2", "ES"), MayBecome("\\w+\\.1004", "ES .*"),
+                     MayBecome("\\w+\\.columns", kColumns), MayLose("\\w+\\.durations", "*** Annulé !"),
+                     MayBecome("log", "(\\r\\n.*\\r\\n.*\\r\\n\\*+\\r\\n\\r\\n)+")}},
+        {.call = "worker LoadStringW 131 #1",
+         .why = "the box is empty",
+         .changes = {Loses("boxes", "Conversion terminée !")}},
+    };
+}

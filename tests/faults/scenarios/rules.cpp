@@ -1,0 +1,53 @@
+#include "tests/faults/scenarios/rules.h"
+
+namespace {
+
+constexpr DWORD kNoMemory = 0xC0000017;
+
+}  // namespace
+
+std::vector<Rule> Joined(std::initializer_list<std::vector<Rule>> parts) {
+    std::vector<Rule> all;
+    for (const std::vector<Rule>& part : parts) all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+const std::vector<Rule>& RulesOfAllScenarios() {
+    static const std::vector<Rule> kRules = {
+        {.call = ".* malloc for a box's text #.*",
+         .why = "a message box that cannot be had is not shown, and the program goes on",
+         .changes = {MayBecome("boxes", kAnything), MayBecome("closing", "(console)?")}},
+        {.call = ".* malloc #.*",
+         .why = "a program without memory ends at once",
+         .endsWithException = kNoMemory},
+        {.call = ".* GetWindowLongPtrW \\S+ (GWLP_USERDATA|DWLP_USER) #.*",
+         .why = "the message that was on its way is lost; which one is up to the system",
+         .onlyTheEndCounts = true},
+        {.call = ".* SetWindowLongPtrW \\S+ (GWLP_USERDATA|GWLP_WNDPROC|DWLP_USER) #.*",
+         .why = "a window that goes keeps a mark which nobody reads any more"},
+        {.call = ".* CloseHandle #.*", .why = "what is not closed stays", .changes = {MayBecome("handles", "1")}},
+        {.call = ".* HeapFree #.*",
+         .why = "what is not freed stays",
+         .changes = {MayBecome("blocks", "1")}},
+        {.call = ".* FreeLibrary #.*",
+         .why = "the library stays, with what it holds",
+         .changes = {MayBecome("handles", "[0-9]+")}},
+        {.call = ".* DestroyIcon #.*",
+         .why = "what is not destroyed stays",
+         .changes = {MayBecome("icons", "1"), MayBecome("gdi", "[0-9]+")}},
+        {.call = ".* KillTimer \\S+ (\\d) #.*",
+         .why = "the timer goes on",
+         .changes = {MayBecome("timers", "$1|[12]"), MayBecome("count.timers", "1")}},
+        {.call = ".* MessageBoxW #.*",
+         .why = "a box that cannot be shown is as good as answered by no",
+         .changes = {MayBecome("boxes", kAnything), MayBecome("closing", "(console)?")}},
+        {.call = ".* LoadStringW 128 #.*",
+         .why = "a caption that is not there is empty",
+         .changes = {MayBecome("boxes", "[^]* caption=[^]*")}},
+        {.call = ".* (?:GetDlgItem main|EnableWindow|ShowWindow|CheckDlgButton main|IsDlgButtonChecked main|"
+                 "SetWindowTextW|GetWindowTextW|GetWindowTextLengthW|SetFocus|IsWindowEnabled) (\\d+).*",
+         .why = "one control stays as it was",
+         .changes = {MayBecome("\\w+\\.$1", "[E-][Sh].*")}},
+    };
+    return kRules;
+}

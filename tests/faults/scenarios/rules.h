@@ -1,0 +1,12 @@
+// What the failure of a call comes to, wherever it is made. Scenarios put rules of their own before these.
+#pragma once
+
+#include "tests/faults/harness/scenario.h"
+
+#include <initializer_list>
+#include <vector>
+
+[[nodiscard]] std::vector<Rule> Joined(std::initializer_list<std::vector<Rule>> parts);
+
+// A batch whose consoles may be hidden: the worker's calls, and those that its messages set off.
+[[nodiscard]] std::vector<Rule> BatchRules();
