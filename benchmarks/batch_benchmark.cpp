@@ -1,7 +1,7 @@
 // What a batch costs beyond the converters: 200 conversions that take no time, against a loop that starts the
 // interpreter with the same lines. Both start the same console programs, which is nearly all there is to wait
-// for. A third loop has a window that shows as much of it as Talvenor's: painting it is not free, and starting a
-// process costs more from one that has windows.
+// for. A third loop has a window that shows as much of it as Talvenor's: painting it is not free, and
+// starting a process costs more from one that has windows.
 
 #include "benchmarks/support/arguments.h"
 #include "benchmarks/support/bare_batch.h"

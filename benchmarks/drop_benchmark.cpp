@@ -32,7 +32,8 @@ double OwnShare(int paths, int rounds) {
     const IndexedDrop indexed;
     const ComparedDrops drops = CompareDrops(PdfPaths(paths), Before::Nothing, Until::Taken, rounds);
     const double own = (drops.talvenor.Median() - drops.bare.Median()) * 1000 / paths;
-    Print({.what = "the same with " + std::to_string(paths) + " paths, read for nothing and before the list is drawn",
+    Print({.what = "the same with " + std::to_string(paths) +
+                   " paths, read for nothing and before the list is drawn",
            .limit = "the same",
            .talvenor = WithUnit(drops.talvenor.Median() * 1000 / paths, "µs a row", 2),
            .bare = WithUnit(drops.bare.Median() * 1000 / paths, "µs a row", 2),

@@ -1,5 +1,5 @@
-// What the process holds: memory of its own, kernel handles and graphic objects, after its start and after each
-// of ten batches. The bare program has the same window, COM, a mutex and the tool tips.
+// What the process holds: memory of its own, kernel handles and graphic objects, after its start and after
+// each of ten batches. The bare program has the same window, COM, a mutex and the tool tips.
 
 #include "benchmarks/support/arguments.h"
 #include "benchmarks/support/batch_window.h"
@@ -75,7 +75,8 @@ void CompareBatches(const Held (&held)[kBatches]) {
         const auto after = [&](int batch) { return (held[batch - 1].*which).Median(); };
         Print({.what = std::string(what) + " after a second, a third and a tenth batch",
                .limit = "after the first batch",
-               .talvenor = Number(after(2), 0) + ", " + Number(after(3), 0) + ", " + WithUnit(after(10), unit, 0),
+               .talvenor =
+                   Number(after(2), 0) + ", " + Number(after(3), 0) + ", " + WithUnit(after(10), unit, 0),
                .bare = WithUnit(after(1), unit, 0),
                .ratio = Times(after(3) / after(1)),
                .goal = "no more",

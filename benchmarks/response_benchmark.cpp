@@ -1,6 +1,6 @@
-// How long the window lets a person wait: a message every 50 ms during a batch, and during a drop. The same is
-// asked of a bare dialog that shows the same batch: a window waits for its system, too, while consoles come and
-// go above it.
+// How long the window lets a person wait: a message every 50 ms during a batch, and during a drop. The same
+// is asked of a bare dialog that shows the same batch: a window waits for its system, too, while consoles
+// come and go above it.
 
 #include "benchmarks/support/arguments.h"
 #include "benchmarks/support/bare_batch.h"
@@ -63,8 +63,8 @@ void CompareBatches(Consoles consoles, int files, int rounds) {
         MeasureBare(installation, bareBatch, files, consoles, bare);
     }
     const auto text = [](const Samples& samples) {
-        return "worst " + WithUnit(samples.Worst(), "ms") + ", median " + WithUnit(samples.Median(), "ms", 2) +
-               ", of " + std::to_string(samples.Count());
+        return "worst " + WithUnit(samples.Worst(), "ms") + ", median " +
+               WithUnit(samples.Median(), "ms", 2) + ", of " + std::to_string(samples.Count());
     };
     const char* const how = consoles == Consoles::Hidden ? "hidden" : "visible";
     Print({.what = std::string("window round trip every 50 ms in a batch, ") + how,

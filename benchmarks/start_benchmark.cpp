@@ -1,5 +1,5 @@
-// How long a start takes until the window is there, painted, and answers. Measured from outside: from the call
-// that creates the process to the answer, Talvenor and the bare dialog by turns.
+// How long a start takes until the window is there, painted, and answers. Measured from outside: from the
+// call that creates the process to the answer, Talvenor and the bare dialog by turns.
 
 #include "benchmarks/support/arguments.h"
 #include "benchmarks/support/installation.h"

@@ -114,10 +114,12 @@ create_prefix() {
     local finished=$WINEPREFIX
     unfinished_prefix=$WINEPREFIX.new
     rm -rf "$unfinished_prefix"
-    mkdir -p "$unfinished_prefix/home"
+    # A home of its own, which stays where it is: the prefix links "Documents" and the like to it, and without
+    # them the open dialog has nowhere to begin.
+    local home=$finished.home
+    mkdir -p "$home"
     export WINEPREFIX=$unfinished_prefix
-    # A home of its own: the prefix links "Documents" and the like to it.
-    HOME=$unfinished_prefix/home wineboot -i >"$build/wineboot.log" 2>&1 ||
+    HOME=$home wineboot -i >"$build/wineboot.log" 2>&1 ||
         fail "Wine cannot make a prefix; see $build/wineboot.log"
     give_fonts
     wineserver -k || true # it may have ended by itself

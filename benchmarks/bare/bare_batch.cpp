@@ -4,15 +4,15 @@
 //
 //   bare_batch LINES hidden|visible alone|window RESULT
 //
-// LINES is UTF-16, three lines for each file: the interpreter's arguments, its window's title, the file's path.
-// The result is the wall time and this program's own processor time, in milliseconds.
+// LINES is UTF-16, three lines for each file: the interpreter's arguments, its window's title, the file's
+// path. The result is the wall time and this program's own processor time, in milliseconds.
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/handle.h"
 
 #include "benchmarks/bare/bare_dialog.h"
+#include "benchmarks/bare/batch_display.h"
 #include "benchmarks/support/stopwatch.h"
-#include "res/resource.h"
 
 #include <windows.h>
 #include <commctrl.h>
@@ -80,45 +80,6 @@ void RunInterpreter(const wchar_t* interpreter, File file, WORD show) {
     if (exitCode != 0) throw driver::Failure("the interpreter ended with " + std::to_string(exitCode));
 }
 
-// What is shown of a batch, in the rows of the dialog's list.
-class Display {
-public:
-    explicit Display(HWND dialog) : m_dialog(dialog), m_list(::GetDlgItem(dialog, IDC_FILE_LIST)) {}
-
-    void ShowStart(int row, const std::wstring& path) const {
-        LVITEMW item = {};
-        item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-        Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
-        ::SetDlgItemTextW(m_dialog, IDC_STATUS, path.c_str());
-    }
-    void ShowEnd(int row) const { SetText(LVM_SETITEMW, row, 1, L"00:00:00"); }
-    void AddRow(int row, const std::wstring& path) const { SetText(LVM_INSERTITEMW, row, 0, path); }
-    // As wide as Talvenor has them in a batch.
-    void FitColumns() const {
-        Send(LVM_SETCOLUMNWIDTH, 1, LVSCW_AUTOSIZE_USEHEADER);
-        RECT client = {};
-        ::GetClientRect(m_list, &client);
-        Send(LVM_SETCOLUMNWIDTH, 0, client.right - Send(LVM_GETCOLUMNWIDTH, 1, 0));
-    }
-
-private:
-    LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const {
-        return ::SendMessageW(m_list, message, wParam, lParam);
-    }
-    void SetText(UINT message, int row, int column, const std::wstring& text) const {
-        LVITEMW item = {};
-        item.mask = LVIF_TEXT;
-        item.iItem = row;
-        item.iSubItem = column;
-        item.pszText = const_cast<wchar_t*>(text.c_str());  // the list only reads it
-        Send(message, 0, reinterpret_cast<LPARAM>(&item));
-    }
-
-    HWND m_dialog;
-    HWND m_list;
-};
-
 struct Batch {
     std::vector<File> files;
     WORD show = SW_SHOW;
@@ -130,7 +91,7 @@ void Run(const Batch& batch) {
     wchar_t interpreter[MAX_PATH] = {};
     ::GetSystemDirectoryW(interpreter, MAX_PATH);
     ::lstrcatW(interpreter, L"\\cmd.exe");
-    const Display display(batch.dialog);
+    const BatchDisplay display(batch.dialog);
     const double cpuBefore = OwnCpuMilliseconds();
     const Stopwatch stopwatch;
     int row = 0;
@@ -160,7 +121,7 @@ DWORD WINAPI RunBesideWindow(void* parameter) {
 void RunWithWindow(Batch batch, HINSTANCE instance) {
     ::InitCommonControls();
     batch.dialog = CreateBareDialog(instance);
-    const Display display(batch.dialog);
+    const BatchDisplay display(batch.dialog);
     for (std::size_t i = 0; i < batch.files.size(); ++i) {
         display.AddRow(static_cast<int>(i), batch.files[i].path);
     }

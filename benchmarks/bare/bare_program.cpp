@@ -1,5 +1,5 @@
-// The bare dialog with what any program of Talvenor's kind has besides: COM, a mutex against second copies and
-// the tool tips. What the memory and the handles of Talvenor are measured against.
+// The bare dialog with what any program of Talvenor's kind has besides: COM, a mutex against second copies
+// and the tool tips. What the memory and the handles of Talvenor are measured against.
 
 #include "benchmarks/bare/bare_dialog.h"
 
@@ -22,9 +22,9 @@ void AddToolTips(HWND dialog, HINSTANCE instance) {
         {IDC_OUTPUT_FOLDER_CHECK, IDS_TIP_OUTPUT_FOLDER},
         {IDC_SHUT_DOWN, IDS_TIP_SHUT_DOWN},
     };
-    const HWND toolTips = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                            WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, dialog,
-                                            nullptr, instance, nullptr);
+    const HWND toolTips =
+        ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
+                          0, 0, 0, dialog, nullptr, instance, nullptr);
     for (const auto& tip : kTips) {
         TTTOOLINFOW tool = {};
         tool.cbSize = sizeof tool;

@@ -74,8 +74,7 @@ double MeasureBare(const Drops& drops, Until until) {
 
 }  // namespace
 
-ComparedDrops CompareDrops(const std::vector<std::wstring>& paths, Before before, Until until,
-                           int rounds) {
+ComparedDrops CompareDrops(const std::vector<std::wstring>& paths, Before before, Until until, int rounds) {
     const Drops drops(paths, before);
     ComparedDrops compared;
     for (int round = 0; round < rounds; ++round) {

@@ -1,5 +1,6 @@
 // Answers DragQueryFileW from an index, in the same time for every file. The system's may walk over all files
-// before the one asked for (Wine's does), and what Talvenor itself takes for a drop would be lost beside that.
+// before the one asked for (Wine's does), and what Talvenor itself takes for a drop would be lost beside
+// that.
 #pragma once
 
 #include "tests/support/replaced_imports.h"

@@ -26,7 +26,8 @@ void BatchWindow::Convert() const {
 void BatchWindow::WaitUntilFinished() const {
     const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(kBatchLimit.count());
     while (!IsFinished()) {
-        if (m_program.HasEnded() || ::GetTickCount64() >= end) throw driver::Failure("the batch does not end");
+        if (m_program.HasEnded() || ::GetTickCount64() >= end)
+            throw driver::Failure("the batch does not end");
         ::Sleep(kProbeIntervalMs);
     }
 }
@@ -34,7 +35,8 @@ void BatchWindow::WaitUntilFinished() const {
 void BatchWindow::Dismiss() const {
     m_window.CloseCompletion(m_window.WaitForCompletion(kBatchLimit));
     for (const std::wstring& duration : driver::ColumnTexts(m_window.Control(driver::id::kFileList), 1)) {
-        if (duration.size() != std::size("hh:mm:ss") - 1) throw driver::Failure(L"not a duration: " + duration);
+        if (duration.size() != std::size("hh:mm:ss") - 1)
+            throw driver::Failure(L"not a duration: " + duration);
     }
 }
 

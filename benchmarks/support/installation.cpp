@@ -65,8 +65,8 @@ std::vector<std::wstring> PdfPaths(int count) {
     std::vector<std::wstring> paths;
     for (int i = 0; i < count; ++i) {
         const std::wstring number = std::to_wstring(100'000 + i).substr(1);
-        paths.push_back(L"C:\\Users\\Marie\\Documents\\Rayon " + number.substr(0, 2) + L"\\Document " + number +
-                        L".pdf");
+        paths.push_back(L"C:\\Users\\Marie\\Documents\\Rayon " + number.substr(0, 2) + L"\\Document " +
+                        number + L".pdf");
     }
     return paths;
 }

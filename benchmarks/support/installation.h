@@ -31,5 +31,6 @@ private:
     const std::wstring m_folder;
 };
 
-// Paths such as a shelf of documents has. The files need not be there: nothing looks before the converter does.
+// Paths such as a shelf of documents has. The files need not be there: nothing looks before the converter
+// does.
 [[nodiscard]] std::vector<std::wstring> PdfPaths(int count);

@@ -126,7 +126,8 @@ void PressKey(HWND window, WORD virtualKey) {
     const LPARAM down = static_cast<LPARAM>(1u | scanCode << 16);
     constexpr LPARAM kWasDownAndIsReleased = static_cast<LPARAM>(0xC000'0000u);
     Post(window, WM_KEYDOWN, virtualKey, down);
-    Post(window, WM_KEYUP, virtualKey, down | kWasDownAndIsReleased);
+    // Not checked: the key may have closed the window already.
+    ::PostMessageW(window, WM_KEYUP, virtualKey, down | kWasDownAndIsReleased);
 }
 
 void TypeText(HWND edit, const std::wstring& text) {

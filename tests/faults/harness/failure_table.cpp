@@ -1,6 +1,7 @@
 #include "tests/faults/harness/failure_table.h"
 
 #include <windows.h>
+#include <commctrl.h>
 #include <shlobj.h>
 
 #include <algorithm>
@@ -33,6 +34,14 @@ void* __cdecl NoMemory(std::size_t /*size*/) {
 std::uintptr_t __cdecl NoThread(void (*/*start*/)(void*), unsigned /*stack*/, void* /*argument*/) {
     errno = EAGAIN;
     return static_cast<std::uintptr_t>(-1);
+}
+
+// A message that a control cannot serve, or that does not arrive. Some have a value of their own for that.
+LRESULT WINAPI NoAnswer(HWND /*window*/, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    ::SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+    const bool givesAnIndex =
+        message == LVM_INSERTITEMW || message == LVM_INSERTCOLUMNW || message == LVM_GETNEXTITEM;
+    return givesAnIndex ? -1 : 0;
 }
 
 template <class Function>
@@ -135,7 +144,7 @@ const Failure kFailures[] = {
     {"MonitorFromWindow", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"PeekMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"ScreenToClient", kNothing, ERROR_INVALID_WINDOW_HANDLE},
-    {"SendMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
+    {"SendMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE, Address(&NoAnswer)},
     {"SendNotifyMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"SetCursor", kNothing, ERROR_INVALID_CURSOR_HANDLE},
     {"SetFocus", kNothing, ERROR_INVALID_WINDOW_HANDLE},
@@ -157,12 +166,15 @@ constexpr char kStartUp[] = "called by the run-time library only, before or afte
 constexpr char kMemory[] = "works on memory of the caller, asks the system for nothing";
 constexpr char kLock[] = "has no failure: gives nothing back and needs no memory on any supported system";
 constexpr char kOwnValue[] = "gives a value of the process or thread that is always there";
+constexpr char kGivesUpFirst[] = "is called only while the program is being ended, which goes on without it";
 constexpr char kGivesUp[] = "ends the program and does not come back";
 
 const Reason kReasons[] = {
+    {"AddVectoredExceptionHandler", kGivesUpFirst},
     {"CallWindowProcW", "gives what the called window procedure gives; there is no failure of its own"},
     {"CoTaskMemFree", "gives nothing back: a block that is freed is gone"},
     {"CoUninitialize", "gives nothing back: undoes CoInitialize"},
+    {"DefWindowProcW", "gives what the message has as its result; there is no failure of its own"},
     {"DeleteCriticalSection", kLock},
     {"DispatchMessageW", "gives what the called window procedure gives; there is no failure of its own"},
     {"EnterCriticalSection", kLock},
@@ -184,6 +196,7 @@ const Reason kReasons[] = {
     {"RaiseException", kGivesUp},
     {"SetUnhandledExceptionFilter", kStartUp},
     {"Sleep", kStartUp},
+    {"TerminateProcess", kGivesUp},
     {"TlsGetValue", kStartUp},
     {"TranslateMessage", "says whether a character message was posted, which is no failure"},
     {"VerSetConditionMask", "computes a value from its arguments"},

@@ -38,6 +38,8 @@ void Platform::MakeFolder() {
     std::array<wchar_t, 64> name{};
     ::wsprintfW(name.data(), L"talvenor-faults-%08x-%04x", ::GetCurrentProcessId(), ++count);
     const auto path = std::filesystem::temp_directory_path() / name.data();
+    // A process of the same number may have been ended before it could remove its own.
+    std::filesystem::remove_all(path);
     std::filesystem::create_directories(path);
     m_folder = path.wstring();
     std::ofstream(path / "pdf2djvu.exe") << "stand-in";

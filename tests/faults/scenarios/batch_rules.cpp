@@ -36,7 +36,7 @@ std::vector<Rule> BatchRules() {
          .changes = {MayBecome("\\w+\\.selected", "-1|0|1"), MayBecome("\\w+\\.durations", kAnything),
                      MayBecome("\\w+\\.1022", "[E-]S"), MayBecome("\\w+\\.1004", "ES.*")}},
         {.call = "(worker|ui) SendMessageW 1040 (LVM_GETNEXTITEM|LVM_SETITEMW) #.*",
-         .why = "a duration is not written, or into the first row",
+         .why = "a duration is not written",
          .changes = {MayBecome("\\w+\\.durations", kAnything)}},
         {.call = "worker SendMessageW 1040 LVM_GETITEMTEXTW #.*",
          .why = "a row that cannot be read has an empty path, with which the converter does what it does",

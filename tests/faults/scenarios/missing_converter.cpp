@@ -22,6 +22,9 @@ std::vector<Rule> Rules() {
         {.call = "ui (MessageBoxW #1|malloc for a box's text #\\d)",
          .why = "the program ends all the same",
          .changes = {Becomes("boxes", "")}},
+        {.call = "ui PeekMessageW #1",
+         .why = "the code of a quit that cannot be looked for is 0",
+         .changes = {Becomes("exit", "0")}},
         {.call = "ui LoadStringW 130 #1", .why = "the box is empty", .changes = {Becomes("boxes", "error none ")}},
     };
 }
