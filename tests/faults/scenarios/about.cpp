@@ -24,7 +24,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 
 std::vector<Rule> Rules() {
     return {
-        {.call = "ui DialogBoxParamW 100 #1",
+        {.call = "ui (DialogBoxParamW 100 #1|SetWindowLongPtrW about DWLP_USER #1)",
          .why = "no box, no more",
          .changes = {Becomes("about.version", "")}},
         {.call = "ui (GetModuleFileNameW|GetSystemDirectoryW|LoadLibraryW version.dll|GetProcAddress \\w+|"
