@@ -3,6 +3,7 @@
 #include "tests/window/held_batch_fixture.h"
 
 #include <map>
+#include <ostream>
 
 namespace {
 
@@ -17,6 +18,8 @@ constexpr char kQuestion[] =
 struct Way {
     const char* name;
     void (*ask)(HWND dialog, CMessageLoop& loop);
+
+    friend void PrintTo(const Way& way, std::ostream* out) { *out << way.name; }
 };
 const Way kWays[] = {
     {"Button",

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <ostream>
 #include <string>
 
 namespace {
@@ -130,6 +131,8 @@ struct CenterCase {
     Desktop::OwnerState ownerState;
     RECT owner;
     POINT expected;
+
+    friend void PrintTo(const CenterCase& row, std::ostream* out) { *out << row.name; }
 };
 
 class FrameworkWindowCenterTest : public testing::TestWithParam<CenterCase> {};

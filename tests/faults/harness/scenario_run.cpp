@@ -60,7 +60,7 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& 
     scenario.prepare(stage->platform);
     try {
         scenario.use(stage->user, stage->watch, run.facts);
-        stage->user.WaitForWorkers();
+        if (!scenario.spendsItsProcess) stage->user.WaitForWorkers();
         stage->user.Quit();
         if (!stage->program.WaitForEnd(kEndLimit)) throw Hang("the program does not end");
         stage->watch.End();

@@ -59,10 +59,10 @@ void AddLeakFigures(const std::string& name, int times, const Held& before, cons
 
 void PrintLeakSummary() {
     if (g_figures.empty()) return;
-    std::printf("%-34s %6s %14s %14s %12s %10s %12s %16s\n", "Repeated", "times", "handles", "GDI objects",
+    std::printf("[ figures  ] %-38s %6s %14s %14s %12s %10s %12s %16s\n", "Repeated", "times", "handles", "GDI objects",
                 "windows", "icons", "blocks", "private KB");
     for (const Figures& one : g_figures) {
-        std::printf("%-34s %6d %14s %14s %12s %10s %12s %16s\n", one.name.c_str(), one.times,
+        std::printf("[ figures  ] %-38s %6d %14s %14s %12s %10s %12s %16s\n", one.name.c_str(), one.times,
                     Change(one.before.handles, one.after.handles).c_str(),
                     Change(one.before.gdiObjects, one.after.gdiObjects).c_str(),
                     Change(one.before.windows, one.after.windows).c_str(),

@@ -2,6 +2,7 @@
 // worker wakes while the process is ending, or just before.
 #include "tests/faults/options.h"
 
+#include "tests/app/wine.h"
 #include "tests/equipment/interpreter_swap.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/program.h"
@@ -68,6 +69,7 @@ protected:
 
 // The interpreter ends at the close request of the stop, so the worker wakes about when the user presses again.
 TEST_F(QuitRace, ConverterEndsAtTheStop) {
+    if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
     const driver::InterpreterSwap interpreter(Equipment(L"stand_in_interpreter.exe"));
     options.environment[L"TALVENOR_INTERPRETER_MS"] = L"60000";
     std::uniform_int_distribution<DWORD> delay(0, 40);
