@@ -44,7 +44,7 @@ double OwnShare(int paths, int rounds) {
 }
 
 void CompareFewWithMany(int rounds) {
-    const double few = OwnShare(kFewPaths, rounds * 10);
+    const double few = OwnShare(kFewPaths, rounds * 4);
     const double many = OwnShare(kManyPaths, rounds);
     Print({.what = "Talvenor's own share of it, a row of 20,000",
            .limit = "a row of 1,000",

@@ -7,7 +7,7 @@ cmake_minimum_required(VERSION 3.25)
 # On every Windows from 7 on, and none of them is looked for in the program's own folder: all but comctl32 are
 # among the libraries that the system maps from its own folder by name, and comctl32 comes by the manifest.
 set(allowed_libraries
-  advapi32.dll comctl32.dll comdlg32.dll kernel32.dll msvcrt.dll ole32.dll shell32.dll shlwapi.dll user32.dll)
+  advapi32.dll comctl32.dll kernel32.dll msvcrt.dll ole32.dll shell32.dll shlwapi.dll user32.dll)
 # High-entropy addresses, may be moved, data does not run, aware of terminal servers.
 set(wanted_flags 00008160)
 set(wanted_subsystem 00000002)  # with windows

@@ -171,12 +171,13 @@ void CMainDlg::RequestConverterClose() const {
     ::EnumWindows(&CloseWindowOfProcess, static_cast<LPARAM>(m_converterProcessId.load()));
 }
 
+// Every question is a message to the other thread: what an unchecked box makes meaningless is not asked.
 ConversionOptions CMainDlg::ReadOptions() const {
     ConversionOptions options;
     options.pagesEnabled = IsChecked(IDC_PAGES_CHECK);
-    options.pages = Item(IDC_PAGES).Text();
+    if (options.pagesEnabled) options.pages = Item(IDC_PAGES).Text();
     options.resolutionEnabled = IsChecked(IDC_RESOLUTION_CHECK);
-    options.resolution = Item(IDC_RESOLUTION).Text();
+    if (options.resolutionEnabled) options.resolution = Item(IDC_RESOLUTION).Text();
     options.noMetadata = IsChecked(IDC_NO_METADATA);
     options.noOutline = IsChecked(IDC_NO_OUTLINE);
     options.noHyperlinks = IsChecked(IDC_NO_HYPERLINKS);
@@ -185,7 +186,7 @@ ConversionOptions CMainDlg::ReadOptions() const {
     options.monochrome = IsChecked(IDC_MONOCHROME);
     options.extraOptions = Item(IDC_EXTRA_OPTIONS).Text();
     options.outputFolderEnabled = IsChecked(IDC_OUTPUT_FOLDER_CHECK);
-    options.outputFolder = Item(IDC_OUTPUT_FOLDER).Text();
+    if (options.outputFolderEnabled) options.outputFolder = Item(IDC_OUTPUT_FOLDER).Text();
     return options;
 }
 

@@ -8,6 +8,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 void CMainDlg::SetRunningState(bool running) {
     const bool enabled = !running;
     const auto enable = [&](int id) { Item(id).Enable(enabled); };
@@ -26,7 +28,9 @@ void CMainDlg::SetRunningState(bool running) {
                          IDC_OUTPUT_FOLDER, IDC_BROWSE, IDC_SHUT_DOWN, IDOK}) {
         enable(id);
     }
-    Item(IDCANCEL).SetText(LoadText(running ? IDS_STOP : IDS_QUIT).c_str());
+    // A button whose text is not to be had keeps the one it has.
+    std::wstring text;
+    if (LoadStringResource(running ? IDS_STOP : IDS_QUIT, text)) Item(IDCANCEL).SetText(text.c_str());
     // The flag, not the argument: durations are emptied at a batch's start only, where the flag is set first.
     if (m_running) {
         for (int row = 0; row < RowCount(); ++row) SetDurationText(row, L"");

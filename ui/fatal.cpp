@@ -9,9 +9,11 @@
 
 namespace {
 
+// Not by an exception: most of our code is called by the system, from a window's procedure, and some systems
+// swallow what leaves one.
 [[noreturn]] void Die() {
-    constexpr DWORD kStatusNoMemory = 0xC0000017;
-    ::RaiseException(kStatusNoMemory, EXCEPTION_NONCONTINUABLE, 0, nullptr);
+    constexpr UINT kStatusNoMemory = 0xC0000017;
+    ::TerminateProcess(::GetCurrentProcess(), kStatusNoMemory);
     __builtin_trap();
 }
 

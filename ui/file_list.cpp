@@ -5,6 +5,7 @@
 
 #include "log/path_buffer.h"
 #include "ui/drop_filter.h"
+#include "ui/framework/system_library.h"
 #include "ui/open_file_selection.h"
 
 #include <windows.h>
@@ -21,6 +22,14 @@ namespace {
 // Present because the flags of the dialog name a hook.
 UINT_PTR CALLBACK OpenDialogHook(HWND, UINT, WPARAM, LPARAM) {
     return 0;
+}
+
+// Its library is loaded for the first dialog and kept. It brings the system's printing along, which would be
+// a tenth of the memory that every start takes. What cannot be had counts as a dialog that was cancelled.
+bool RunOpenDialog(OPENFILENAMEW& dialog) {
+    decltype(&::GetOpenFileNameW) run = nullptr;
+    FindFunction(LoadSystemLibrary(L"comdlg32.dll"), "GetOpenFileNameW", run);
+    return run && run(&dialog);
 }
 
 }  // namespace
@@ -88,7 +97,7 @@ void CMainDlg::OnAddPdfs() {
     dialog.lpfnHook = &OpenDialogHook;
     dialog.Flags = OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
                    OFN_EXPLORER | OFN_ENABLEHOOK | OFN_ENABLESIZING;
-    if (::GetOpenFileNameW(&dialog)) {
+    if (RunOpenDialog(dialog)) {
         const OpenFileSelection selection = ParseOpenFileBuffer(names);
         AddAction action(*this);
         for (const std::wstring_view file : selection.files) {

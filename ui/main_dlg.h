@@ -50,6 +50,10 @@ public:
     // Whether a worker thread may still touch this object, running or stopped.
     [[nodiscard]] bool HasWorker() const noexcept { return m_workers != 0; }
 
+    // Shows the system's text for the calling thread's last error behind a prefix: `prefixText`, else string
+    // `prefixId`, else "Err : ". Any thread; comes back when the box is closed.
+    void ShowLastError(UINT prefixId, const wchar_t* prefixText = nullptr);
+
 private:
     static constexpr DWORD kSectionDialog = 0;
     static constexpr DWORD kSectionPageEdit = 1;
@@ -142,8 +146,6 @@ private:
     void WriteLogRecord();
     // The text of the duration column at tick `now`, or at the end of the file when `now` is 0.
     [[nodiscard]] std::wstring FormatElapsed(DWORD now) const;
-    // Shows the system's text for the last error behind a prefix: `prefixText`, else string `prefixId`.
-    void ShowLastError(UINT prefixId, const wchar_t* prefixText = nullptr);
 
     CContainedWindow m_pageEdit{*this, kSectionPageEdit};
     CContainedWindow m_fileList{*this, kSectionFileList};

@@ -134,10 +134,11 @@ void CMainDlg::OnClearList() {
 }
 
 void CMainDlg::OnListItemChanged(const NMLISTVIEW& change) {
-    // Only a row that gains the focus becomes the selected one: a row being deselected still has it, and
-    // selecting that one again would leave two rows selected.
-    const bool gainsFocus = (change.uNewState & LVIS_FOCUSED) != 0 && (change.uOldState & LVIS_FOCUSED) == 0;
-    if (gainsFocus) SelectListItem(change.iItem);
+    // The row with the focus is the selected one. But one that is just being deselected still has it on some
+    // systems, and selecting that one again would leave two rows selected, or one after a batch.
+    const bool isDeselected =
+        (change.uOldState & LVIS_SELECTED) != 0 && (change.uNewState & LVIS_SELECTED) == 0;
+    if ((change.uNewState & LVIS_FOCUSED) != 0 && !isDeselected) SelectListItem(change.iItem);
 
     if (change.iItem == -1) {
         SetStatusText(L"");

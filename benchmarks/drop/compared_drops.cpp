@@ -1,10 +1,10 @@
 #include "benchmarks/drop/compared_drops.h"
 
 #include "benchmarks/drop/bare_list.h"
-#include "benchmarks/drop/dropped_files.h"
 #include "benchmarks/drop/talvenor_list.h"
 #include "benchmarks/support/stopwatch.h"
 #include "tests/equipment/failure.h"
+#include "tests/support/dropped_files.h"
 #include "tests/support/replaced_imports.h"
 #include "ui/framework/app_module.h"
 

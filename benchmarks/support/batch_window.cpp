@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr driver::Milliseconds kBatchLimit{600'000};
+constexpr driver::Milliseconds kBatchLimit{180'000};
 constexpr DWORD kProbeIntervalMs = 20;
 
 }  // namespace
@@ -26,8 +26,11 @@ void BatchWindow::Convert() const {
 void BatchWindow::WaitUntilFinished() const {
     const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(kBatchLimit.count());
     while (!IsFinished()) {
-        if (m_program.HasEnded() || ::GetTickCount64() >= end)
-            throw driver::Failure("the batch does not end");
+        if (m_program.HasEnded()) throw driver::Failure("Talvenor has ended");
+        if (::GetTickCount64() >= end) {
+            const HWND box = m_window.OpenBox();
+            throw driver::Failure(L"the batch does not end: " + (box ? driver::AllText(box) : L"no message"));
+        }
         ::Sleep(kProbeIntervalMs);
     }
 }

@@ -1,6 +1,8 @@
 // Stopping a batch, and leaving while one still winds down.
 #include "tests/app/app_fixture.h"
 
+#include <chrono>
+
 #include "tests/app/wine.h"
 #include "tests/equipment/file_bytes.h"
 

@@ -94,6 +94,20 @@ TEST_F(Dialogs, AboutTellsNameAndVersion) {
     EXPECT_TRUE(driver::IsEnabled(Window().Window()));
 }
 
+TEST_F(Dialogs, AboutStandsInTheMiddleOfTheWindow) {
+    Start();
+    driver::Click(Control(id::kAbout));
+    RECT about = {};
+    RECT window = {};
+    ::GetWindowRect(WaitForBox(), &about);
+    ::GetWindowRect(Window().Window(), &window);
+    // Where a window manager adds a frame of its own, a window moves by part of that frame.
+    constexpr LONG kFrame = 32;
+    EXPECT_NEAR(about.left + about.right, window.left + window.right, kFrame);
+    EXPECT_NEAR(about.top + about.bottom, window.top + window.bottom, kFrame);
+    AnswerBox(IDOK);
+}
+
 TEST_F(Dialogs, AboutClosesByEscapeWithoutLeavingTheProgram) {
     Start();
     driver::Click(Control(id::kAbout));

@@ -1,14 +1,14 @@
 // Thousands of files dropped at once: all of them, in order, without duplicates, in a time that grows with
 // their number and not with its square.
 #include "tests/app/app_fixture.h"
+#include "tests/support/dropped_files.h"
 
 #include <windows.h>
 
 #include <shellapi.h>
-#include <shlobj.h>
 
+#include <chrono>
 #include <cstdio>
-#include <cstring>
 
 namespace {
 
@@ -25,23 +25,13 @@ std::vector<std::wstring> Paths(int count) {
 // What the system itself takes to hand out the paths of such a drop, one by one. Wine's walks through all
 // that come before, each time, so that its share grows with the square.
 Seconds EnumerationTime(const std::vector<std::wstring>& paths) {
-    std::wstring names;
-    for (const std::wstring& path : paths) names += path + L'\0';
-    names += L'\0';
-    const HGLOBAL block = ::GlobalAlloc(GHND, sizeof(DROPFILES) + names.size() * sizeof(wchar_t));
-    auto* const header = static_cast<DROPFILES*>(::GlobalLock(block));
-    header->pFiles = sizeof *header;
-    header->fWide = TRUE;
-    std::memcpy(header + 1, names.data(), names.size() * sizeof(wchar_t));
-    ::GlobalUnlock(block);
-
+    const DroppedFiles drop(paths);
     const auto begin = Clock::now();
     wchar_t path[MAX_PATH] = {};
     UINT index = 0;
-    while (::DragQueryFileW(reinterpret_cast<HDROP>(block), index, path, MAX_PATH) != 0) ++index;
+    while (::DragQueryFileW(drop.Get(), index, path, MAX_PATH) != 0) ++index;
     const Seconds time = Clock::now() - begin;
     EXPECT_EQ(index, paths.size());
-    ::GlobalFree(block);
     return time;
 }
 

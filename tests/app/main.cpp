@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/app/watchdog.h"
+#include "tests/support/watchdog.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
-    testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);
+    testing::UnitTest::GetInstance()->listeners().Append(new Watchdog(180'000));
     return RUN_ALL_TESTS();
 }

@@ -1,6 +1,8 @@
 // The window answers at any moment of a batch: people move it, read it and press "Arrêter" while it works.
 #include "tests/app/app_fixture.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 
 #include "tests/equipment/failure.h"

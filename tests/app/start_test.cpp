@@ -4,6 +4,11 @@
 #include "tests/app/real_input.h"
 #include "tests/equipment/file_bytes.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
 namespace {
 
 class Start : public AppTest {
@@ -120,6 +125,58 @@ TEST_F(Start, SecondCopyEndsWith0AndShowsNothing) {
     EXPECT_FALSE(shown);
     EXPECT_EQ(second.WaitForExit(kSoon), 0u);
     EXPECT_EQ(Window().Quit(), 2u) << "the first copy is not what it was";
+}
+
+// In an order in which none of them undoes another: "--no-text" disables "--lines", and the output folder's
+// edit must not be left empty.
+constexpr int kBoxes[] = {id::kPagesBox,     id::kResolutionBox, id::kNoMetadata,     id::kNoOutline,
+                          id::kNoHyperlinks, id::kLines,         id::kNoText,         id::kMonochrome,
+                          id::kHideOutput,   id::kShutdown,      id::kOutputFolderBox};
+constexpr int kEdits[] = {id::kPages, id::kResolution, id::kExtraOptions, id::kOutputFolder};
+
+std::vector<std::wstring> KeysOfTheUser() {
+    std::vector<std::wstring> names;
+    HKEY software = nullptr;
+    EXPECT_EQ(::RegOpenKeyExW(HKEY_CURRENT_USER, L"Software", 0, KEY_READ, &software), ERROR_SUCCESS);
+    wchar_t name[256] = {};
+    for (DWORD index = 0; ::RegEnumKeyW(software, index, name, 256) == ERROR_SUCCESS; ++index)
+        names.push_back(name);
+    ::RegCloseKey(software);
+    return names;
+}
+
+std::vector<std::wstring> FilesIn(const std::wstring& folder) {
+    std::vector<std::wstring> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().wstring());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST_F(Start, KeepsNothingFromOneRunToTheNext) {
+    const auto pdf = installed.MakePdf(L"a.pdf");
+    const auto files = FilesIn(installed.Folder());
+    const auto keys = KeysOfTheUser();
+    {
+        const driver::Program program(installed.Program());
+        const driver::MainWindow window(program);
+        window.DropPdfs({pdf});
+        for (const int box : kBoxes) window.Tick(box);
+        window.Type(id::kOutputFolder, installed.PdfFolder());
+        window.Type(id::kPages, L"1-3");
+        window.Type(id::kResolution, L"600");
+        window.Type(id::kExtraOptions, L"--verbose");
+        ASSERT_EQ(window.Quit(), 2u);
+    }
+    EXPECT_EQ(FilesIn(installed.Folder()), files);
+    EXPECT_EQ(KeysOfTheUser(), keys);
+
+    const driver::Program program(installed.Program());
+    const driver::MainWindow window(program);
+    EXPECT_EQ(driver::RowCount(window.Control(id::kFileList)), 0);
+    for (const int box : kBoxes) EXPECT_FALSE(driver::IsChecked(window.Control(box))) << box;
+    for (const int edit : kEdits) EXPECT_EQ(driver::Text(window.Control(edit)), L"") << edit;
+    EXPECT_EQ(window.Quit(), 2u);
 }
 
 // The window of some other program, which the system has.

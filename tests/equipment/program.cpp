@@ -66,9 +66,14 @@ Program::Program(const std::wstring& path, const StartOptions& options) : m_job(
     PROCESS_INFORMATION started = {};
     // Detached: with a console to inherit, every converter would write into ours instead of opening its own.
     constexpr DWORD kFlags = DETACHED_PROCESS | CREATE_SUSPENDED | CREATE_UNICODE_ENVIRONMENT;
-    if (!::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, kFlags,
-                          environment.data(), options.directory.empty() ? nullptr : options.directory.c_str(),
-                          &startup, &started)) {
+    const wchar_t* const directory = options.directory.empty() ? nullptr : options.directory.c_str();
+    const auto start = [&] {
+        return ::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, kFlags,
+                                environment.data(), directory, &startup, &started);
+    };
+    // Once in some thousand starts Wine's loader loses the new process on its way; nothing of ours has run
+    // then.
+    if (!start() && (::GetLastError() != ERROR_INTERNAL_ERROR || !start())) {
         const DWORD error = ::GetLastError();
         FailCall("CreateProcessW(" + ToUtf8(path) + ")", error);
     }

@@ -3,6 +3,7 @@
 
 #include "tests/model/user_actions.h"
 #include "tests/model/window_model.h"
+#include "tests/support/replaced_late_import.h"
 #include "tests/window/held_converter.h"
 #include "tests/window/main_window_fixture.h"
 
@@ -54,7 +55,7 @@ private:
     static inline int s_countdowns = 0;
 
     std::wstring m_goodFolder;
-    ReplacedImport m_open{"GetOpenFileNameW", &ChooseFiles};
+    ReplacedLateImport m_open{"GetOpenFileNameW", &ChooseFiles};
     ReplacedImport m_browse{"SHBrowseForFolderW", &BrowseFolder};
     ReplacedImport m_path{"SHGetPathFromIDListW", &PathOfFolder};
     ReplacedImport m_free{"CoTaskMemFree", &FreeFolder};

@@ -26,8 +26,30 @@ NEAREST = [
     (r"ui/application", "*Application*:*StartUp*"),
     (r"log/", "*Log*:*Message*:*String*"),
 ]
+# The programs of tests, in the build.
+PROGRAMS = {
+    "rules_test": "tests/rules/rules_test.exe",
+    "path_and_bytes_test": "tests/rules/path_and_bytes_test.exe",
+    "window_test": "tests/window/window_test.exe",
+    "model_test": "tests/model/model_test.exe",
+}
 RULES = re.compile(r"command_line|elapsed_time|log_record|decimal|version_text|drop_filter|open_file|page_edit|clamp")
 LONGEST_RUN_S = 150
+
+
+def steps(file):
+    """The programs that could notice a mutant of the file, in turn, each with its arguments."""
+    if RULES.search(file):
+        yield "rules_test", []
+    if re.search(r"output_path|path_buffer|ansi_text", file):
+        yield "path_and_bytes_test", []
+    nearest = [suites for pattern, suites in NEAREST if re.search(pattern, file)]
+    if nearest:
+        yield "window_test", [f"--gtest_filter={nearest[0]}"]
+        yield "window_test", [f"--gtest_filter=-{nearest[0]}"]
+    else:
+        yield "window_test", []
+    yield "model_test", []
 
 
 class Job:
@@ -37,14 +59,9 @@ class Job:
         self.folder = work / f"job{number}"
         self.source = self.folder / "src"
         self.build = self.folder / "build"
-        shutil.rmtree(self.source, ignore_errors=True)
-        self.source.mkdir(parents=True)
         files = subprocess.run(["git", "-C", root, "ls-files", "-z"], check=True, capture_output=True).stdout
         for name in filter(None, files.decode().split("\0")):
-            if (root / name).is_file():
-                target = self.source / name
-                target.parent.mkdir(parents=True, exist_ok=True)
-                shutil.copy2(root / name, target)
+            self.copy(root / name, self.source / name)
         self.environment = dict(os.environ, WINEPREFIX=str(self.folder / "prefix"))
         read, write = os.pipe()
         self.display = subprocess.Popen(
@@ -55,6 +72,14 @@ class Job:
         os.close(read)
         self.holder = None
 
+    @staticmethod
+    def copy(original, target):
+        """What is the same stays untouched, with what was built from it; a mutant that was left goes."""
+        if not original.is_file() or target.is_file() and target.read_bytes() == original.read_bytes():
+            return
+        target.parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(original, target)
+
     def run(self, *command, limit=LONGEST_RUN_S, cwd=None):
         try:
             done = subprocess.run(command, env=self.environment, cwd=cwd or self.source, timeout=limit,
@@ -62,45 +87,43 @@ class Job:
             return done.returncode, (done.stdout + done.stderr).decode("utf-8", "replace")
         except subprocess.TimeoutExpired:
             subprocess.run(["wineserver", "-k"], env=self.environment, check=False)
+            if self.holder:
+                self.hold_desktop()
             return -1, "timeout"
+
+    def hold_desktop(self):
+        """Without this a window takes a second to open, and tests that pass would take too long."""
+        if self.holder:
+            self.holder.kill()
+            self.holder.wait()
+        self.holder = subprocess.Popen(["wine", str(self.build / "equipment/desktop_holder.exe")],
+                                       env=self.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                       stderr=subprocess.DEVNULL)
+        if b"ready" not in self.holder.stdout.readline():
+            raise RuntimeError("Wine opens no window")
+
+    def passes(self, program, *arguments):
+        """Whether its tests come to their end, all of them well. A program that ends early, with whatever code, does
+        not pass."""
+        code, output = self.run("wine", str(self.build / PROGRAMS[program]), *arguments)
+        return code == 0 and "[  PASSED  ]" in output, output
 
     def prepare(self):
         if not (self.folder / "prefix" / "drive_c").is_dir():
             self.must("wineboot", "-i")
         self.must("wine", "reg", "add", r"HKCU\Software\Wine\X11 Driver", "/v", "Managed", "/d", "N", "/f")
         self.must("cmake", "--preset", "mingw", "-B", str(self.build))
-        self.must(*self.ninja(), limit=1200)
-        self.holder = subprocess.Popen(["wine", str(self.build / "equipment/desktop_holder.exe")],
-                                       env=self.environment, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                                       stderr=subprocess.DEVNULL)
-        for step in self.steps("engine/command_line.cpp"):
-            code, output = self.run(*step)
-            if code != 0:
-                sys.exit(f"the tests fail without a mutant: {' '.join(step)}\n{output[-3000:]}")
+        self.must("ninja", "-C", str(self.build), *PROGRAMS, "desktop_holder", limit=1200)
+        self.hold_desktop()
+        for program in PROGRAMS:
+            good, output = self.passes(program)
+            if not good:
+                raise RuntimeError(f"{program} fails without a mutant:\n{output[-3000:]}")
 
     def must(self, *command, limit=300):
         code, output = self.run(*command, limit=limit)
         if code != 0:
-            sys.exit(f"failed: {' '.join(command)}\n{output[-3000:]}")
-
-    def ninja(self):
-        return ["ninja", "-C", str(self.build), "rules_test", "path_and_bytes_test", "window_test", "model_test",
-                "desktop_holder"]
-
-    def steps(self, file):
-        tests = self.build / "tests"
-        window = ["wine", str(tests / "window/window_test.exe"), "--gtest_fail_fast"]
-        if RULES.search(file):
-            yield ["wine", str(tests / "rules/rules_test.exe"), "--gtest_fail_fast"]
-        if re.search(r"output_path|path_buffer|ansi_text", file):
-            yield ["wine", str(tests / "rules/path_and_bytes_test.exe"), "--gtest_fail_fast"]
-        nearest = [suites for pattern, suites in NEAREST if re.search(pattern, file)]
-        if nearest:
-            yield [*window, f"--gtest_filter={nearest[0]}"]
-            yield [*window, f"--gtest_filter=-{nearest[0]}"]
-        else:
-            yield window
-        yield ["wine", str(tests / "model/model_test.exe")]
+            raise RuntimeError(f"failed: {' '.join(command)}\n{output[-3000:]}")
 
     def judge(self, mutant):
         path = self.source / mutant.file
@@ -109,11 +132,13 @@ class Job:
         lines[mutant.line - 1] = mutant.text + "\n"
         path.write_text("".join(lines), encoding="utf-8")
         try:
-            code, _ = self.run(*self.ninja(), limit=600)
-            if code != 0:
-                return "does not compile"
-            for step in self.steps(mutant.file):
-                if self.run(*step)[0] != 0:
+            built = set()
+            for program, suites in steps(mutant.file):
+                # A program is linked when its turn comes: most mutants die in the first.
+                if program not in built and self.run("ninja", "-C", str(self.build), program, limit=600)[0] != 0:
+                    return "does not compile"
+                built.add(program)
+                if not self.passes(program, "--gtest_fail_fast", *suites)[0]:
                     return "killed"
             return "survived"
         finally:

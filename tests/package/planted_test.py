@@ -20,8 +20,7 @@ import pe
 EQUIPMENT = Path(os.environ["TALVENOR_EQUIPMENT"])
 SYSTEM = Path(os.environ["WINEPREFIX"]) / "drive_c" / "windows" / "system32"
 
-KNOWN = {"advapi32.dll", "comdlg32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "shell32.dll", "shlwapi.dll",
-         "user32.dll"}
+KNOWN = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "shell32.dll", "shlwapi.dll", "user32.dll"}
 BY_MANIFEST = "comctl32.dll"
 
 # Nobody but us has a library of this name.
@@ -80,7 +79,7 @@ class EveryName(Planted):
         super().setUp()
         imported = {name.lower() for name in pe.Program(self.program).imports()}
         self.assertEqual(imported - KNOWN, {BY_MANIFEST}, "Windows would look for these in the program's folder")
-        self.plant(*imported, "version.dll")
+        self.plant(*imported, "comdlg32.dll", "version.dll")
 
     def test_none_is_loaded(self):
         version, _ = self.run_program(prefer_planted=[BY_MANIFEST])

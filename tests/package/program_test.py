@@ -9,8 +9,8 @@ import pe
 
 # Found in the system's folder whatever lies beside the program: Windows maps these by name from there, and
 # comctl32 comes by the manifest.
-LIBRARIES = ["advapi32.dll", "comctl32.dll", "comdlg32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
-             "shell32.dll", "shlwapi.dll", "user32.dll"]
+LIBRARIES = ["advapi32.dll", "comctl32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "shell32.dll",
+             "shlwapi.dll", "user32.dll"]
 
 HIGH_ENTROPY_ADDRESSES, MOVABLE, DATA_DOES_NOT_RUN, TERMINAL_SERVER_AWARE = 0x20, 0x40, 0x100, 0x8000
 FLAGS = HIGH_ENTROPY_ADDRESSES | MOVABLE | DATA_DOES_NOT_RUN | TERMINAL_SERVER_AWARE

@@ -156,7 +156,7 @@ TEST(BuildConverterCommandLine, WritesAllOptionsInTheFixedOrder) {
               LR"( --monochrome --x=1 -p "2,5" "a.pdf")");
 }
 
-TEST(BuildConverterCommandLine, LeavesNoTraceOfWhatIsNotTickedOrEmpty) {
+TEST(BuildConverterCommandLine, LeavesOutWhatIsNotTickedOrEmpty) {
     const ConversionOptions cases[] = {
         OptionsBuilder().Resolution(L""),
         OptionsBuilder().UntickedResolution(L"300"),

@@ -1,7 +1,7 @@
 // Replaces functions that this program imports from the system, for the life of a ReplacedImport. The product
-// is linked into the test program, so its calls go through the same table and need no seam of their own. Calls
-// made inside the system's libraries are not affected. Optimised code may read a slot once per function:
-// replace before the call.
+// is linked into the test program, so its calls go through the same table and need no seam of their own.
+// Calls made inside the system's libraries are not affected. Optimised code may read a slot once per
+// function: replace before the call.
 #pragma once
 
 #include <windows.h>

@@ -62,6 +62,14 @@ INSTANTIATE_TEST_SUITE_P(All, ProgramVersionFailureTest,
                              return name;
                          });
 
+// A path that begins with a backslash would be looked for in the root of whatever drive is current.
+TEST_F(ProgramVersionTest, WithoutTheSystemsFolderNoLibraryIsLookedFor) {
+    const ReplacedImport systemFolder(
+        "GetSystemDirectoryW", +[](LPWSTR, UINT) WINAPI -> UINT { return 0; });
+    EXPECT_EQ(FormatVersion(ReadProgramVersion()), L"Version 0.0 (64-bit)");
+    EXPECT_THAT(version.calls.Calls(), ElementsAre("GetModuleFileNameW 259"));
+}
+
 TEST_F(ProgramVersionTest, AFixedPartThatIsTooShortIsVersionZero) {
     version.fixedSize = sizeof(VS_FIXEDFILEINFO) - 4;
     EXPECT_EQ(FormatVersion(ReadProgramVersion()), L"Version 0.0 (64-bit)");

@@ -14,8 +14,9 @@ BatchFixture::BatchFixture() {
 BatchFixture::~BatchFixture() {
     converters.ReleaseAll();
     TakeQuitMessage();  // nothing is waited for while there is one
-    // The window may be gone already, and a worker still be on its way.
-    EXPECT_TRUE(WaitFor([&] { return !dialog->HasWorker() || dialog->Handle(); }));
+    // Before the window is: a worker that ends between the look at the flag and the stop would make a quit of
+    // it.
+    EXPECT_TRUE(WaitFor([&] { return !dialog->HasWorker(); })) << "a worker did not end";
     stopAnswer = IDYES;
     Destroy();
 }

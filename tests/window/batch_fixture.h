@@ -2,6 +2,7 @@
 // converters behave, presses "Convertir" and looks at what the window shows and what the worker did.
 #pragma once
 
+#include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
 #include "tests/window/scripted_converters.h"
 #include "tests/window/scripted_shutdown.h"
@@ -68,7 +69,7 @@ private:
     static inline BatchFixture* s_current = nullptr;
 
     ReplacedImport m_box{"MessageBoxW", &AnswerBox};
-    ReplacedImport m_openDialog{"GetOpenFileNameW", &CancelOpenDialog};
+    ReplacedLateImport m_openDialog{"GetOpenFileNameW", &CancelOpenDialog};
     ReplacedImport m_enumeration{"EnumWindows", &RecordEnumeration};
     ReplacedImport m_delete{"DeleteFileW", &RecordDelete};
     ReplacedImport m_strip{"PathStripPathW", &RecordStrip};

@@ -91,17 +91,18 @@ const char* MessageName(UINT message) {
 
 std::string Arguments(UINT message, WPARAM wParam, LPARAM lParam) {
     const auto row = [&] { return "row=" + Number(static_cast<int>(wParam)); };
-    const auto& item = *reinterpret_cast<const LVITEMW*>(lParam);
+    const auto* const item = reinterpret_cast<const LVITEMW*>(lParam);  // of some messages
     const auto cell = [&] {
-        return "row=" + Number(item.iItem) + " column=" + Number(item.iSubItem) +
-               " mask=" + Number(item.mask) + ' ' + Quoted(item.pszText);
+        return "row=" + Number(item->iItem) + " column=" + Number(item->iSubItem) +
+               " mask=" + Number(item->mask) + ' ' + Quoted(item->pszText);
     };
     switch (message) {
-    case LVM_SETITEMSTATE: return row() + " state=" + Number(item.state) + " mask=" + Number(item.stateMask);
+    case LVM_SETITEMSTATE:
+        return row() + " state=" + Number(item->state) + " mask=" + Number(item->stateMask);
     case LVM_SETITEMW:
     case LVM_INSERTITEMW: return cell();
     case LVM_GETITEMTEXTW:
-        return row() + " column=" + Number(item.iSubItem) + " size=" + Number(item.cchTextMax);
+        return row() + " column=" + Number(item->iSubItem) + " size=" + Number(item->cchTextMax);
     case LVM_INSERTCOLUMNW: return Number(static_cast<int>(wParam));
     case LVM_SETCOLUMNWIDTH:
         return Number(static_cast<int>(wParam)) + ' ' + Number(static_cast<short>(lParam));

@@ -1,4 +1,5 @@
 // The main window's message map: what each section handles, and what it leaves to the default.
+#include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
 
 #include <commdlg.h>
@@ -104,7 +105,7 @@ private:
     ReplacedImport m_dialogBox{"DialogBoxParamW", &Actions::RunDialog};
     ReplacedImport m_activeWindow{"GetActiveWindow", &Actions::ActiveWindow};
     ReplacedImport m_thread{"_beginthread", &Actions::StartThread};
-    ReplacedImport m_openFile{"GetOpenFileNameW", &Actions::OpenFile};
+    ReplacedLateImport m_openFile{"GetOpenFileNameW", &Actions::OpenFile};
     ReplacedImport m_browse{"SHBrowseForFolderW", &Actions::Browse};
     ReplacedImport m_execute{"ShellExecuteExW", &Actions::Execute};
 };
@@ -152,7 +153,7 @@ TEST_F(DispatchMapTest, OnlyTwoNotificationsOfTheListAreHandled) {
 }
 
 TEST_F(DispatchMapTest, NotificationsOfOtherSendersAreNotHandled) {
-    for (const UINT_PTR sender : {0, 1, 1004, 1014, 1039, 1041}) {
+    for (const UINT_PTR sender : std::initializer_list<UINT_PTR>{0, 1, 1004, 1014, 1039, 1041}) {
         EXPECT_FALSE(HandlesNotification(sender, -101)) << sender;
         EXPECT_FALSE(HandlesNotification(sender, -155)) << sender;
     }
@@ -163,7 +164,7 @@ TEST_F(DispatchMapTest, BesidesCommandsAndNotificationsTheDialogHandlesDestructi
     EXPECT_THAT(Handled(kDialog, {WM_INITDIALOG, WM_NOTIFY}),
                 ElementsAre(WM_DESTROY, WM_TIMER, WM_LBUTTONDOWN))
         << "a command of id 0 is unknown";
-    for (const UINT message : {WM_DESTROY, WM_TIMER, WM_LBUTTONDOWN}) {
+    for (const UINT message : std::initializer_list<UINT>{WM_DESTROY, WM_TIMER, WM_LBUTTONDOWN}) {
         EXPECT_EQ(Dispatch(kDialog, message).result, 0) << message;
     }
 }
@@ -181,7 +182,8 @@ TEST_F(DispatchMapTest, TheFileListHandlesDrops) {
 
 TEST_F(DispatchMapTest, ThereAreThreeSectionsOnly) {
     for (const DWORD section : {3u, 4u, 0xFFFFFFFFu}) {
-        for (const UINT message : {WM_COMMAND, WM_TIMER, WM_CHAR, WM_KEYDOWN, WM_DROPFILES}) {
+        for (const UINT message :
+             std::initializer_list<UINT>{WM_COMMAND, WM_TIMER, WM_CHAR, WM_KEYDOWN, WM_DROPFILES}) {
             EXPECT_FALSE(Dispatch(section, message).handled) << section;
         }
     }

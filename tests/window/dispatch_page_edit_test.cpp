@@ -107,7 +107,8 @@ TEST_F(DispatchPageEditTest, ArrowsAndDeleteEdit) {
 }
 
 TEST_F(DispatchPageEditTest, HomeEndAndVerticalArrowsDoNothing) {
-    for (const WPARAM key : {VK_HOME, VK_END, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT}) {
+    for (const WPARAM key :
+         std::initializer_list<WPARAM>{VK_HOME, VK_END, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT}) {
         SetTextWithCaretAt(L"123", 2);
         Press(key);
         EXPECT_EQ(Caret(), 2) << key;
@@ -134,7 +135,7 @@ private:
 TEST_F(DispatchPageEditTest, SwallowedKeysStillGiveTheirCharacters) {
     // The keys of the numeric pad and of the minus are refused, but the loop makes their characters before.
     const NumberLock locked;
-    for (const WPARAM key : {VK_NUMPAD5, VK_OEM_MINUS, static_cast<int>(L'8')}) {
+    for (const WPARAM key : std::initializer_list<WPARAM>{VK_NUMPAD5, VK_OEM_MINUS, static_cast<int>(L'8')}) {
         ::PostMessageW(Edit(), WM_KEYDOWN, key, 1);
     }
     EXPECT_TRUE(PumpUntil([&] { return Text(IDC_PAGES).size() == 3; }, std::chrono::seconds(5), Dialog()));

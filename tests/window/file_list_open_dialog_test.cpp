@@ -1,4 +1,5 @@
 // The button that adds PDFs: what the open dialog is asked for, and what its answers add.
+#include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
 
 #include <commdlg.h>
@@ -58,7 +59,7 @@ protected:
     }
 
 private:
-    ReplacedImport m_dialog{"GetOpenFileNameW", &OpenDialog::Run};
+    ReplacedLateImport m_dialog{"GetOpenFileNameW", &OpenDialog::Run};
 };
 
 constexpr BOOL kCancelled = FALSE;
@@ -87,7 +88,7 @@ TEST_F(FileListOpenDialogTest, TheDialogIsAskedForSeveralPdfsThatExist) {
 TEST_F(FileListOpenDialogTest, TheHookDoesNothing) {
     Add({}, kCancelled);
     ASSERT_NE(OpenDialog::asked.lpfnHook, nullptr);
-    for (const UINT message : {WM_INITDIALOG, WM_NOTIFY, WM_COMMAND, WM_DESTROY}) {
+    for (const UINT message : std::initializer_list<UINT>{WM_INITDIALOG, WM_NOTIFY, WM_COMMAND, WM_DESTROY}) {
         EXPECT_EQ(OpenDialog::asked.lpfnHook(nullptr, message, 0, 0), 0u);
     }
 }

@@ -35,7 +35,7 @@ TEST_F(FileListRemovalTest, DeleteOfSeveralSelectedRowsRemovesTheFirst) {
     ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
     LVITEMW item = {};
     item.state = item.stateMask = LVIS_SELECTED;
-    for (const WPARAM row : {2, 1})
+    for (const WPARAM row : std::initializer_list<WPARAM>{2, 1})
         ::SendMessageW(list, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
     PressListKey(VK_DELETE);
     EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\a.pdf", L"C:\\in\\c.pdf"));
@@ -68,6 +68,25 @@ TEST_F(FileListRemovalTest, F7ShowsTheCommandLineOfTheSelectedFile) {
                 ElementsAre("MessageBoxW owner=main text=pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  "
                             "\"C:\\in\\b.pdf\" caption=Talvenor type=0x40"));
     EXPECT_EQ(RowCount(), 3);
+}
+
+// No click brings a box of two states there, but another program may.
+UINT WINAPI BetweenOnAndOff(HWND, int) {
+    return BST_INDETERMINATE;
+}
+
+TEST_F(FileListRemovalTest, ABoxThatIsNotQuiteOffIsOn) {
+    SelectRow(1);
+    SetText(IDC_PAGES, L"1, 3");
+    SetText(IDC_RESOLUTION, L"300");
+    SetText(IDC_OUTPUT_FOLDER, L"D:\\out");
+    const ReplacedImport isChecked("IsDlgButtonChecked", &BetweenOnAndOff);
+    PressListKey(VK_F7);
+    EXPECT_THAT(
+        calls.Calls(),
+        ElementsAre("MessageBoxW owner=main text=pdf2djvu.exe -o \"D:\\out\\b.djvu\" -v -d 300 --no-metadata "
+                    "--no-outline --no-hyperlinks --no-text --monochrome -p \"1,3\" \"C:\\in\\b.pdf\" "
+                    "caption=Talvenor type=0x40"));
 }
 
 TEST_F(FileListRemovalTest, F7WithoutASelectionShowsNothing) {

@@ -114,17 +114,27 @@ TEST_F(FileListSelectionTest, SelectingTakesItsStepsInOrder) {
                             "LVM_ENSUREVISIBLE 1040 1 0"));
 }
 
-TEST_F(FileListSelectionTest, OnlyARowThatGainsTheFocusIsSelected) {
-    for (const auto& [oldState, newState] : {std::pair<UINT, UINT>{0, 0},
-                                             {0, LVIS_SELECTED},
-                                             {LVIS_FOCUSED, LVIS_FOCUSED},
-                                             {LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED},
-                                             {LVIS_FOCUSED, 0},
-                                             {LVIS_SELECTED, 0}}) {
+using Change = std::pair<UINT, UINT>;  // old state, new state
+
+TEST_F(FileListSelectionTest, ARowWithoutTheFocusIsNotSelected) {
+    for (const auto& [oldState, newState] :
+         {Change{0, 0}, {0, LVIS_SELECTED}, {LVIS_FOCUSED, 0}, {LVIS_SELECTED, 0}}) {
         EXPECT_THAT(ReportRecorded(1, oldState, newState), IsEmpty()) << oldState << " to " << newState;
     }
-    EXPECT_THAT(ReportRecorded(1, LVIS_SELECTED, LVIS_SELECTED | LVIS_FOCUSED),
-                Contains("LVM_ENSUREVISIBLE 1040 1 0"));
+}
+
+TEST_F(FileListSelectionTest, ARowWithTheFocusIsSelectedWhateverItWas) {
+    for (const auto& [oldState, newState] : {Change{0, LVIS_FOCUSED},
+                                             {LVIS_FOCUSED, LVIS_FOCUSED},
+                                             {LVIS_SELECTED, LVIS_SELECTED | LVIS_FOCUSED},
+                                             {LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED}}) {
+        EXPECT_THAT(ReportRecorded(1, oldState, newState), Contains("LVM_ENSUREVISIBLE 1040 1 0"))
+            << oldState << " to " << newState;
+    }
+}
+
+TEST_F(FileListSelectionTest, ARowThatIsJustBeingDeselectedIsNotSelectedAgain) {
+    EXPECT_THAT(ReportRecorded(1, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED), IsEmpty());
 }
 
 TEST_F(FileListSelectionTest, MarkAndScrollingNeedTheSelectionToSucceed) {

@@ -52,6 +52,16 @@ TEST_F(FrameworkAppModuleTest, AThreadHasNoLoopUntilItAddsOne) {
     EXPECT_EQ(m_module.MessageLoop(), nullptr);
 }
 
+TEST_F(FrameworkAppModuleTest, ASecondLoopOfAThreadReplacesTheFirst) {
+    CMessageLoop first;
+    CMessageLoop second;
+    m_module.AddMessageLoop(first);
+    m_module.AddMessageLoop(second);
+    EXPECT_EQ(m_module.MessageLoop(), &second);
+    m_module.RemoveMessageLoop();
+    EXPECT_EQ(m_module.MessageLoop(), nullptr);
+}
+
 TEST_F(FrameworkAppModuleTest, EachThreadHasItsOwnLoop) {
     CMessageLoop mainLoop;
     m_module.AddMessageLoop(mainLoop);

@@ -208,7 +208,7 @@ TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
     const int before = CountWindowsOfThisThread();
     const ReplacedImport setLong(
         "SetWindowLongPtrW", +[](HWND, int, LONG_PTR) WINAPI -> LONG_PTR { return 0; });
-    m_dialog.Create(nullptr);
+    EXPECT_EQ(m_dialog.Create(nullptr), nullptr);
     EXPECT_EQ(m_dialog.Handle(), nullptr);
     EXPECT_EQ(CountWindowsOfThisThread(), before);
     m_dialog.DoModal(nullptr);  // returns: nobody could close it

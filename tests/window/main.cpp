@@ -1,5 +1,8 @@
-// Runs the window tests. A test that hangs is named and ends the program: a window that waits for a click would
-// otherwise wait for ever.
+// Runs the window tests. A test that hangs is named and ends the program: a window that waits for a click
+// would otherwise wait for ever.
+#include "tests/support/replaced_imports.h"
+#include "tests/support/watchdog.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -7,42 +10,26 @@
 #include <commctrl.h>
 #include <objbase.h>
 
-#include <atomic>
+#include <algorithm>
 #include <cstdio>
+#include <optional>
+#include <vector>
 
 namespace {
 
-constexpr DWORD kLongestTestMs = 60'000;
+// Where the product ends the process unasked, the tests end with it, and must not seem to have passed.
+void WINAPI RefuseToEnd(UINT code) {
+    std::printf("[  ENDING  ] ExitProcess(%u)\n", code);
+    std::fflush(stdout);
+    ::TerminateProcess(::GetCurrentProcess(), 125);
+}
 
-// Ends the program when one test takes longer than any may.
-class Watchdog : public testing::EmptyTestEventListener {
-public:
-    Watchdog() { ::CloseHandle(::CreateThread(nullptr, 0, &Watch, this, 0, nullptr)); }
-
-    void OnTestStart(const testing::TestInfo& test) override {
-        m_suite = test.test_suite_name();
-        m_name = test.name();
-        m_startedAt = ::GetTickCount64();
-    }
-    void OnTestEnd(const testing::TestInfo& /*test*/) override { m_startedAt = 0; }
-
-private:
-    static DWORD WINAPI Watch(void* self) {
-        const auto& watchdog = *static_cast<const Watchdog*>(self);
-        for (;;) {
-            ::Sleep(1000);  // how often the watch is looked at; nothing waits for it
-            const ULONGLONG startedAt = watchdog.m_startedAt;
-            if (startedAt == 0 || ::GetTickCount64() - startedAt < kLongestTestMs) continue;
-            std::printf("[  HANGING ] %s.%s\n", watchdog.m_suite.load(), watchdog.m_name.load());
-            std::fflush(stdout);
-            ::TerminateProcess(::GetCurrentProcess(), 124);
-        }
-    }
-
-    std::atomic<const char*> m_suite{""};
-    std::atomic<const char*> m_name{""};
-    std::atomic<ULONGLONG> m_startedAt{0};  // 0: no test is running
-};
+// Not every program that is made with this file has product code that ends the process.
+bool CanEndTheProcess() {
+    const std::vector<ImportSlot> slots = ImportSlots();
+    return std::any_of(slots.begin(), slots.end(),
+                       [](const ImportSlot& slot) { return slot.name == "ExitProcess"; });
+}
 
 }  // namespace
 
@@ -51,7 +38,9 @@ int main(int argc, char** argv) {
     static_cast<void>(::CoInitialize(nullptr));
     const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_BAR_CLASSES};
     ::InitCommonControlsEx(&controls);
-    testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);
+    testing::UnitTest::GetInstance()->listeners().Append(new Watchdog(TALVENOR_LONGEST_TEST_MS));
+    std::optional<ReplacedImport> exitProcess;
+    if (CanEndTheProcess()) exitProcess.emplace("ExitProcess", &RefuseToEnd);
     const int result = RUN_ALL_TESTS();
     ::CoUninitialize();
     return result;

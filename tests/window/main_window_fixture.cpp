@@ -1,9 +1,7 @@
 #include "tests/window/main_window_fixture.h"
 
-#include <shellapi.h>
-#include <shlobj.h>
+#include "tests/support/dropped_files.h"
 
-#include <cstring>
 #include <fstream>
 
 MainWindowFixture::MainWindowFixture() {
@@ -47,8 +45,8 @@ void MainWindowFixture::Destroy() {
 
 std::wstring MainWindowFixture::Text(int id) const {
     std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(Control(id))) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        ::GetWindowTextW(Control(id), text.data(), static_cast<int>(text.size()))));
+    text.resize(
+        static_cast<std::size_t>(::GetWindowTextW(Control(id), text.data(), static_cast<int>(text.size()))));
     return text;
 }
 
@@ -101,18 +99,8 @@ void MainWindowFixture::PressListKey(WORD key) {
 }
 
 void MainWindowFixture::Drop(const std::vector<std::wstring>& paths) {
-    std::wstring names;
-    for (const std::wstring& path : paths) names.append(path).append(1, L'\0');
-    names.append(1, L'\0');
-    const std::size_t nameBytes = names.size() * sizeof(wchar_t);
-    const HGLOBAL block = ::GlobalAlloc(GHND, sizeof(DROPFILES) + nameBytes);
-    auto* const header = static_cast<DROPFILES*>(::GlobalLock(block));
-    header->pFiles = sizeof(DROPFILES);
-    header->fWide = TRUE;
-    std::memcpy(header + 1, names.data(), nameBytes);
-    ::GlobalUnlock(block);
-    ::SendMessageW(Control(IDC_FILE_LIST), WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
-    ::GlobalFree(block);
+    const DroppedFiles drop(paths);
+    ::SendMessageW(Control(IDC_FILE_LIST), WM_DROPFILES, reinterpret_cast<WPARAM>(drop.Get()), 0);
 }
 
 DWORD WINAPI MainWindowFixture::AnswerModuleFileName(HMODULE /*module*/, LPWSTR path, DWORD size) {
@@ -124,7 +112,10 @@ DWORD WINAPI MainWindowFixture::AnswerModuleFileName(HMODULE /*module*/, LPWSTR 
 int WINAPI MainWindowFixture::AnswerMessageBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
     char hexType[16];
     ::wsprintfA(hexType, "0x%X", type);
-    calls.Add(std::string("MessageBoxW owner=") + (owner == nullptr ? "none" : owner == s_dialog ? "main" : "other") +
+    calls.Add(std::string("MessageBoxW owner=") +
+              (owner == nullptr    ? "none"
+               : owner == s_dialog ? "main"
+                                   : "other") +
               " text=" + (text ? Utf8(text) : "(null)") + " caption=" + (caption ? Utf8(caption) : "(null)") +
               " type=" + hexType);
     return boxAnswer;

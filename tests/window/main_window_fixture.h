@@ -23,9 +23,9 @@
 #include <string>
 #include <vector>
 
-// A program folder with a stand-in for the converter, a module, a loop and the dialog in it. The program's path
-// is `folder`\Talvenor.exe for all that asks. Message boxes are answered by `boxAnswer` and recorded in `calls`
-// as "MessageBoxW owner=main|none text=... caption=... type=0x..", beeps as "Beep 440 100".
+// A program folder with a stand-in for the converter, a module, a loop and the dialog in it. The program's
+// path is `folder`\Talvenor.exe for all that asks. Message boxes are answered by `boxAnswer` and recorded in
+// `calls` as "MessageBoxW owner=main|none text=... caption=... type=0x..", beeps as "Beep 440 100".
 class MainWindowFixture : public testing::Test {
 protected:
     MainWindowFixture();

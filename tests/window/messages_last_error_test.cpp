@@ -96,4 +96,22 @@ TEST_F(LastErrorTest, AMissingNameLeavesTheGeneralOne) {
         calls.Calls()[0].starts_with("MessageBoxW owner=main text=Err : Rien ne va plus.\r\n caption="));
 }
 
+std::string BoxWith(const std::string& text) {
+    return "MessageBoxW owner=main text=" + text + " caption=Talvenor type=0x10";
+}
+
+TEST_F(LastErrorTest, WithoutANameStandsBehindTheGeneralOne) {
+    ::SetLastError(ERROR_DISK_FULL);
+    dialog->ShowLastError(CMainDlg::kNoPrefix);
+    EXPECT_THAT(calls.Calls(), ElementsAre(BoxWith("Err : Rien ne va plus.\r\n")));
+    EXPECT_NE(s_asked.Calls().at(0).find(" error=112 "), std::string::npos);
+}
+
+TEST_F(LastErrorTest, ATextWinsOverAName) {
+    dialog->ShowLastError(IDS_SHELL_EXECUTE_FAILED, L"Impression : ");
+    dialog->ShowLastError(CMainDlg::kNoPrefix, L"");
+    EXPECT_THAT(calls.Calls(),
+                ElementsAre(BoxWith("Impression : Rien ne va plus.\r\n"), BoxWith("Rien ne va plus.\r\n")));
+}
+
 }  // namespace

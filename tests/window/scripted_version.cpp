@@ -45,7 +45,7 @@ LPVOID WINAPI ScriptedVersion::Allocate(HANDLE heap, DWORD flags, SIZE_T size) {
 
 BOOL WINAPI ScriptedVersion::Free(HANDLE heap, DWORD flags, LPVOID block) {
     if (block && block == s_current->m_block) {
-        s_current->calls.Add("HeapFree");
+        s_current->calls.Add(flags == 0 ? "HeapFree" : "HeapFree with flags");
         s_current->m_block = nullptr;
     }
     return s_current->m_free.Original<decltype(::HeapFree)>()(heap, flags, block);
@@ -64,7 +64,7 @@ DWORD WINAPI ScriptedVersion::GetSize(LPCWSTR path, LPDWORD /*handle*/) {
 
 BOOL WINAPI ScriptedVersion::GetInfo(LPCWSTR path, DWORD /*handle*/, DWORD size, LPVOID block) {
     s_current->calls.Add("GetFileVersionInfoW " + Utf8(path) + ' ' + std::to_string(size));
-    if (!block || size == 0) return FALSE;
+    if (!block) return FALSE;  // reading nothing into a block succeeds
     // The block is zeroed when it comes here.
     const auto* const bytes = static_cast<const char*>(block);
     if (!std::all_of(bytes, bytes + size, [](char byte) { return byte == 0; })) {

@@ -57,7 +57,8 @@ TEST_F(SetUpColumnsTest, AColumnThatIsJustWideEnoughStays) {
 
 TEST_F(SetUpColumnsTest, AColumnTooNarrowForItsTitleGetsRoomForTitlePictureAndTheControlsMargins) {
     const auto header = reinterpret_cast<HWND>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETHEADER, 0, 0));
-    const int wide = TitleWidth() + 16 + 4 * static_cast<int>(::SendMessageW(header, HDM_GETBITMAPMARGIN, 0, 0));
+    const int wide =
+        TitleWidth() + 16 + 4 * static_cast<int>(::SendMessageW(header, HDM_GETBITMAPMARGIN, 0, 0));
     EXPECT_THAT(StartBatchRecorded(DurationWidth(TitleWidth() - 1)),
                 ElementsAre("LVM_SETCOLUMNWIDTH 1040 1 -2", "LVM_GETCOLUMNWIDTH 1040 1 0",
                             "LVM_SETCOLUMNWIDTH 1040 1 " + std::to_string(wide),

@@ -23,18 +23,19 @@ std::string Quoted(const wchar_t* text) {
 // A message to the file list as it stands in the record; empty for one that is not written down.
 std::string ListMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const std::string row = Number(static_cast<int>(wParam));
-    const auto& item = *reinterpret_cast<const LVITEMW*>(lParam);
+    const auto* const item = reinterpret_cast<const LVITEMW*>(lParam);  // of some messages
     switch (message) {
     case LVM_GETITEMCOUNT: return "LVM_GETITEMCOUNT";
-    case LVM_GETITEMTEXTW: return "LVM_GETITEMTEXTW " + row + ',' + Number(item.iSubItem);
+    case LVM_GETITEMTEXTW: return "LVM_GETITEMTEXTW " + row + ',' + Number(item->iSubItem);
     case LVM_SETITEMSTATE:
-        return "LVM_SETITEMSTATE " + row + " state=" + Number(item.state) + " mask=" + Number(item.stateMask);
+        return "LVM_SETITEMSTATE " + row + " state=" + Number(item->state) +
+               " mask=" + Number(item->stateMask);
     case LVM_SETSELECTIONMARK: return "LVM_SETSELECTIONMARK " + Number(lParam);
     case LVM_ENSUREVISIBLE: return "LVM_ENSUREVISIBLE " + row + " partial=" + Number(lParam);
     case LVM_GETNEXTITEM: return "LVM_GETNEXTITEM " + row + " flags=" + Number(lParam);
     case LVM_SETITEMW:
-        return "LVM_SETITEMW " + Number(item.iItem) + ',' + Number(item.iSubItem) +
-               " mask=" + Number(item.mask) + ' ' + Quoted(item.pszText);
+        return "LVM_SETITEMW " + Number(item->iItem) + ',' + Number(item->iSubItem) +
+               " mask=" + Number(item->mask) + ' ' + Quoted(item->pszText);
     case LVM_SETCOLUMNWIDTH: return "LVM_SETCOLUMNWIDTH " + row + ' ' + Number(static_cast<short>(lParam));
     default: return {};
     }

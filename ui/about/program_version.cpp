@@ -1,27 +1,20 @@
 #include "ui/about/program_version.h"
 
 #include "ui/framework/app_module.h"
+#include "ui/framework/system_library.h"
 
 #include <windows.h>
-#include <shlobj.h>
-
-#include <string>
 
 namespace {
 
-// The three calls on version resources, from the system's own library. Linked in the ordinary way, that
-// library alone of all we use would be taken from the program's folder, where anybody may have put a file of
-// its name.
+// The three calls on version resources. Linked in the ordinary way, their library alone of all we use would
+// be taken from the program's folder, where anybody may have put a file of its name.
 class VersionLibrary {
 public:
-    VersionLibrary() {
-        wchar_t systemFolder[MAX_PATH] = {};
-        if (::GetSystemDirectoryW(systemFolder, MAX_PATH) == 0) return;
-        m_library = ::LoadLibraryW((std::wstring(systemFolder) + L"\\version.dll").c_str());
-        if (!m_library) return;
-        Find(getSize, "GetFileVersionInfoSizeW");
-        Find(getInfo, "GetFileVersionInfoW");
-        Find(queryValue, "VerQueryValueW");
+    VersionLibrary() : m_library(LoadSystemLibrary(L"version.dll")) {
+        FindFunction(m_library, "GetFileVersionInfoSizeW", getSize);
+        FindFunction(m_library, "GetFileVersionInfoW", getInfo);
+        FindFunction(m_library, "VerQueryValueW", queryValue);
     }
     VersionLibrary(const VersionLibrary&) = delete;
     VersionLibrary& operator=(const VersionLibrary&) = delete;
@@ -36,13 +29,7 @@ public:
     decltype(&::VerQueryValueW) queryValue = nullptr;
 
 private:
-    template <class Function>
-    void Find(Function& function, const char* name) {
-        // By way of void*: the two function types have nothing in common.
-        function = reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(m_library, name)));
-    }
-
-    HMODULE m_library = nullptr;
+    const HMODULE m_library;
 };
 
 class HeapBlock {
@@ -70,6 +57,7 @@ ProductVersion ReadProgramVersion() {
     if (!library.IsComplete()) return version;
     DWORD ignored = 0;
     const DWORD size = library.getSize(path, &ignored);
+    if (size == 0) return version;  // a system may succeed in reading nothing into nothing
     const HeapBlock block(size);
     VS_FIXEDFILEINFO* fixed = nullptr;
     UINT fixedSize = 0;

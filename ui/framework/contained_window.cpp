@@ -2,7 +2,9 @@
 
 bool CContainedWindow::SubclassWindow(HWND control) noexcept {
     m_hWnd = control;
-    ::SetWindowLongPtrW(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    const auto self = reinterpret_cast<LONG_PTR>(this);
+    ::SetWindowLongPtrW(control, GWLP_USERDATA, self);
+    if (::GetWindowLongPtrW(control, GWLP_USERDATA) != self) return false;
     m_replaced = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowProc)));
     return m_replaced != nullptr;
@@ -19,6 +21,7 @@ void CContainedWindow::Unsubclass() noexcept {
 LRESULT CALLBACK CContainedWindow::WindowProc(HWND window, UINT message, WPARAM wParam,
                                               LPARAM lParam) noexcept {
     auto* const contained = reinterpret_cast<CContainedWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!contained) return ::DefWindowProcW(window, message, wParam, lParam);
     const WNDPROC replaced = contained->m_replaced;
     if (message == WM_NCDESTROY) {
         contained->Unsubclass();

@@ -63,9 +63,11 @@ class CDialogImpl : public CDialogImplBase<TBase> {
 public:
     // Creates the dialog without waiting for it. Null when that fails or the dialog closed itself meanwhile.
     HWND Create(HWND parent) {
-        return ::CreateDialogParamW(CAppModule::Instance().ResourceInstance(),
-                                    MAKEINTRESOURCEW(T::kTemplateId), parent, this->GetDialogProc(),
-                                    AsParameter());
+        const HWND window =
+            ::CreateDialogParamW(CAppModule::Instance().ResourceInstance(), MAKEINTRESOURCEW(T::kTemplateId),
+                                 parent, this->GetDialogProc(), AsParameter());
+        // Some systems give the handle of a dialog that is no more.
+        return window == this->Handle() ? window : nullptr;
     }
 
     // Runs the dialog until EndDialog and gives its result; -1 when it could not be created.

@@ -1,5 +1,6 @@
 // Does one thing that the library would throw for, in a program that is built as the real one is and has its
-// handlers: fatal_probe THING. Ends with 0 when it is still there afterwards, 1 when it does not know the thing.
+// handlers: fatal_probe THING. Ends with 0 when it is still there afterwards, 1 when it does not know the
+// thing.
 
 #include <cstdlib>
 #include <cstring>
@@ -24,8 +25,8 @@ constexpr std::size_t kHuge = std::numeric_limits<std::size_t>::max();
 const void* volatile g_sink = nullptr;
 
 void AllocateTooMuch() {
-    const std::unique_ptr<char, void (*)(char*)> block(
-        static_cast<char*>(operator new(Opaque(kHuge / 2))), [](char* made) { operator delete(made); });
+    const std::unique_ptr<char, void (*)(char*)> block(static_cast<char*>(operator new(Opaque(kHuge / 2))),
+                                                       [](char* made) { operator delete(made); });
     g_sink = block.get();
 }
 

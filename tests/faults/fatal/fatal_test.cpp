@@ -1,5 +1,4 @@
-// A program that is out of memory, or handles a text wrongly, ends at once by an exception that nobody can
-// continue, with a code that says why.
+// A program that is out of memory, or handles a text wrongly, ends at once, with a code that says why.
 #include "tests/faults/harness/child_process.h"
 
 #include <gtest/gtest.h>

@@ -66,7 +66,9 @@ private:
         std::function<void()> run;
     };
 
-    [[nodiscard]] const char* Role() const { return ::GetCurrentThreadId() == m_uiThread ? "ui " : "worker "; }
+    [[nodiscard]] const char* Role() const {
+        return ::GetCurrentThreadId() == m_uiThread ? "ui " : "worker ";
+    }
     [[nodiscard]] bool Count(std::string label);
     void RunAction(const std::string& role, const std::string& label);
 
@@ -84,7 +86,9 @@ private:
 // What the test itself makes the program do meanwhile does not count.
 class UncountedScope {
 public:
-    explicit UncountedScope(CallWatch& watch) : m_watch(watch), m_counted(watch.IsCounting()) { m_watch.End(); }
+    explicit UncountedScope(CallWatch& watch) : m_watch(watch), m_counted(watch.IsCounting()) {
+        m_watch.End();
+    }
     UncountedScope(const UncountedScope&) = delete;
     UncountedScope& operator=(const UncountedScope&) = delete;
     ~UncountedScope() {

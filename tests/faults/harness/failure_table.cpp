@@ -31,7 +31,7 @@ void* __cdecl NoMemory(std::size_t /*size*/) {
     return nullptr;
 }
 
-std::uintptr_t __cdecl NoThread(void (*/*start*/)(void*), unsigned /*stack*/, void* /*argument*/) {
+std::uintptr_t __cdecl NoThread(void (* /*start*/)(void*), unsigned /*stack*/, void* /*argument*/) {
     errno = EAGAIN;
     return static_cast<std::uintptr_t>(-1);
 }
@@ -193,7 +193,6 @@ const Reason kReasons[] = {
     {"PathStripPathW", kMemory},
     {"PostQuitMessage", "gives nothing back: sets a mark of the calling thread"},
     {"PtInRect", kMemory},
-    {"RaiseException", kGivesUp},
     {"SetUnhandledExceptionFilter", kStartUp},
     {"Sleep", kStartUp},
     {"TerminateProcess", kGivesUp},

@@ -60,17 +60,17 @@ void* ImportThunks::WriteCode(const Thunk& thunk) {
     std::uint8_t* const start = m_next;
     m_next += kThunkBytes;
     CodeWriter code(start);
-    code.Bytes({0x41, 0x51, 0x41, 0x50, 0x52, 0x51});    // push r9; push r8; push rdx; push rcx
-    code.Bytes({0x48, 0x89, 0xE2});                      // mov rdx, rsp
-    code.Bytes({0x48, 0xB9});                            // mov rcx, thunk
+    code.Bytes({0x41, 0x51, 0x41, 0x50, 0x52, 0x51});  // push r9; push r8; push rdx; push rcx
+    code.Bytes({0x48, 0x89, 0xE2});                    // mov rdx, rsp
+    code.Bytes({0x48, 0xB9});                          // mov rcx, thunk
     code.Address(&thunk);
-    code.Bytes({0x48, 0x83, 0xEC, 0x28});                // sub rsp, 40
-    code.Bytes({0x48, 0xB8});                            // mov rax, Enter
+    code.Bytes({0x48, 0x83, 0xEC, 0x28});  // sub rsp, 40
+    code.Bytes({0x48, 0xB8});              // mov rax, Enter
     code.Address(reinterpret_cast<const void*>(&Enter));
-    code.Bytes({0xFF, 0xD0});                            // call rax
-    code.Bytes({0x48, 0x83, 0xC4, 0x28});                // add rsp, 40
-    code.Bytes({0x59, 0x5A, 0x41, 0x58, 0x41, 0x59});    // pop rcx; pop rdx; pop r8; pop r9
-    code.Bytes({0xFF, 0xE0});                            // jmp rax
+    code.Bytes({0xFF, 0xD0});                          // call rax
+    code.Bytes({0x48, 0x83, 0xC4, 0x28});              // add rsp, 40
+    code.Bytes({0x59, 0x5A, 0x41, 0x58, 0x41, 0x59});  // pop rcx; pop rdx; pop r8; pop r9
+    code.Bytes({0xFF, 0xE0});                          // jmp rax
     return start;
 }
 

@@ -45,8 +45,8 @@ public:
     ImportThunks& operator=(const ImportThunks&) = delete;
     ~ImportThunks();
 
-    // Redirects the functions that `module` imports by name. `choose` gives the target of each, usually `real`;
-    // null leaves the function alone.
+    // Redirects the functions that `module` imports by name. `choose` gives the target of each, usually
+    // `real`; null leaves the function alone.
     void Redirect(HMODULE module, void* (*choose)(const std::string& name, void* real));
 
     // The same for a function that was found at run time.

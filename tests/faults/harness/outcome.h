@@ -1,5 +1,5 @@
-// What a run of the program came to, as facts with a name and a value: "boxes" -> "information main Conversion
-// terminée !".
+// What a run of the program came to, as facts with a name and a value: "boxes" -> "information main
+// Conversion terminée !".
 #pragma once
 
 #include <map>

@@ -1,8 +1,10 @@
-// The system as the program under test meets it: real, but for what would disturb the desktop, take time, reach
-// the machine's power switch or tell nothing. Those calls are written down and answered as a test plans them.
+// The system as the program under test meets it: real, but for what would disturb the desktop, take time,
+// reach the machine's power switch or tell nothing. Those calls are written down and answered as a test plans
+// them.
 //
-// The program runs as <Folder()>\Talvenor.exe, its current directory is another folder. The clock moves only by the seconds that a conversion takes,
-// timers never tick by themselves, converters run on paper, and no call ever asks for a shutdown.
+// The program runs as <Folder()>\Talvenor.exe, its current directory is another folder. The clock moves only
+// by the seconds that a conversion takes, timers never tick by themselves, converters run on paper, and no
+// call ever asks for a shutdown.
 #pragma once
 
 #include <windows.h>
@@ -48,7 +50,7 @@ public:
     // Plans: made before the program starts, or while it does nothing.
     std::vector<ConverterPlan> converters{ConverterPlan{}};
     std::wstring realConverter;  // a command line: converters are real processes, and this is what they run
-    std::wstring chosenFiles;   // what the open dialog leaves in its buffer, without the last null; "": Cancel
+    std::wstring chosenFiles;  // what the open dialog leaves in its buffer, without the last null; "": Cancel
     std::wstring chosenFolder;  // in the folder browser; empty: Cancel
     DWORD shellError = 0;       // not 0: nothing can be opened
     bool anotherCopyRuns = false;
@@ -74,12 +76,15 @@ public:
     [[nodiscard]] std::string Shortened(std::string text) const;
 
 private:
-    friend struct PlatformDoubles;
+    friend struct ConverterDoubles;
+    friend struct DesktopDoubles;
+    friend struct ProcessDoubles;
 
     struct Converter {
         int number = 0;
         DWORD exitCode = 0;
-        HANDLE ended = nullptr;  // ours, null when it has ended; the batch owns and closes another to the same
+        HANDLE ended =
+            nullptr;  // ours, null when it has ended; the batch owns and closes another to the same
     };
 
     [[nodiscard]] bool ConverterRuns() const;

@@ -1,6 +1,6 @@
-// The whole program as a library that the fault tests load, run and unload as often as they like. As a library
-// it has an import table of its own: what is counted, replaced or made to fail there concerns the program's
-// calls and not those of the test.
+// The whole program as a library that the fault tests load, run and unload as often as they like. As a
+// library it has an import table of its own: what is counted, replaced or made to fail there concerns the
+// program's calls and not those of the test.
 
 #include <windows.h>
 

@@ -12,8 +12,8 @@ ProgramHost* g_current = nullptr;
 
 constexpr wchar_t kLibrary[] = L"fault_product.dll";
 
-// Keeps what the program's library brings along: a system library that comes and goes with it may leave handles
-// behind each time (comdlg32 does, by way of the printing library), which are not the program's.
+// Keeps what the program's library brings along: a system library that comes and goes with it may leave
+// handles behind each time (comdlg32 does, by way of the printing library), which are not the program's.
 void KeepSystemLibraries() {
     static const bool s_kept = [] {
         for (const wchar_t* const name : {L"comctl32.dll", L"comdlg32.dll", L"ole32.dll", L"shell32.dll"}) {

@@ -1,5 +1,6 @@
-// One life of the program inside the test process: loaded, run from its entry on a thread of its own, unloaded.
-// Its calls to the system go through a CallWatch and, where a Platform answers in the system's place, to that.
+// One life of the program inside the test process: loaded, run from its entry on a thread of its own,
+// unloaded. Its calls to the system go through a CallWatch and, where a Platform answers in the system's
+// place, to that.
 #pragma once
 
 #include "tests/faults/harness/call_watch.h"

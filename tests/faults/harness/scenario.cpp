@@ -65,7 +65,7 @@ const Rule* FindRule(const Scenario& scenario, const CallKey& call) {
 }
 
 const std::vector<std::string>& FactsOfTheEnd() {
-    static const std::vector<std::string> kFacts = {"exit",    "blocks", "icons", "handles",
+    static const std::vector<std::string> kFacts = {"exit",    "blocks", "icons",    "handles",
                                                     "windows", "strays", "shutdowns"};
     return kFacts;
 }

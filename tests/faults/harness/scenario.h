@@ -9,16 +9,16 @@
 #include <string>
 #include <vector>
 
-// How a fact may differ from what it usually is. Facts are named by a regular expression, in which $1 and so on
-// stand for what the expression of the call caught.
+// How a fact may differ from what it usually is. Facts are named by a regular expression, in which $1 and so
+// on stand for what the expression of the call caught.
 struct Change {
     enum class Kind { Value, Replacement };
 
     Kind kind = Kind::Value;
-    bool must = false;         // else the fact may also be as usual: which depends on the call's place
+    bool must = false;  // else the fact may also be as usual: which depends on the call's place
     std::string fact = {};
-    std::string value = {};    // regular expression for the whole, or the replacement
-    std::string part = {};     // of the usual value: what is replaced, once or everywhere
+    std::string value = {};  // regular expression for the whole, or the replacement
+    std::string part = {};   // of the usual value: what is replaced, once or everywhere
 };
 
 [[nodiscard]] inline Change Becomes(std::string fact, std::string pattern) {
@@ -27,14 +27,14 @@ struct Change {
 [[nodiscard]] inline Change MayBecome(std::string fact, std::string pattern) {
     return {.fact = std::move(fact), .value = std::move(pattern)};
 }
-[[nodiscard]] inline Change MayRead(std::string fact, std::string replacement, std::string inPlaceOf) {
-    return {Change::Kind::Replacement, false, std::move(fact), std::move(replacement), std::move(inPlaceOf)};
+[[nodiscard]] inline Change MayRead(std::string fact, std::string replacement, std::string usualPart) {
+    return {Change::Kind::Replacement, false, std::move(fact), std::move(replacement), std::move(usualPart)};
 }
 [[nodiscard]] inline Change MayLose(std::string fact, std::string part) {
     return MayRead(std::move(fact), {}, std::move(part));
 }
-[[nodiscard]] inline Change Reads(std::string fact, std::string replacement, std::string inPlaceOf) {
-    return {Change::Kind::Replacement, true, std::move(fact), std::move(replacement), std::move(inPlaceOf)};
+[[nodiscard]] inline Change Reads(std::string fact, std::string replacement, std::string usualPart) {
+    return {Change::Kind::Replacement, true, std::move(fact), std::move(replacement), std::move(usualPart)};
 }
 [[nodiscard]] inline Change Loses(std::string fact, std::string part) {
     return Reads(std::move(fact), {}, std::move(part));
@@ -65,7 +65,8 @@ struct Scenario {
     // Starts the program and uses it until just before it is quit, or beyond. Says which calls count.
     void (*use)(User& user, CallWatch& watch, Facts& facts);
     Facts usual;
-    std::vector<Rule> rules = {};  // the first that matches holds; then those of all scenarios; then no change
+    std::vector<Rule> rules =
+        {};  // the first that matches holds; then those of all scenarios; then no change
     bool spendsItsProcess = false;  // ends it by ExitProcess: what it holds then is not counted
 };
 

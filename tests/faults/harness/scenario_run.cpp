@@ -22,8 +22,9 @@ std::string ReadLog(const Platform& platform) {
     std::ifstream file(log, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     std::wstring text(bytes.size(), L'\0');
-    text.resize(static_cast<std::size_t>(::MultiByteToWideChar(
-        CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()), text.data(), static_cast<int>(text.size()))));
+    text.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, bytes.data(),
+                                                               static_cast<int>(bytes.size()), text.data(),
+                                                               static_cast<int>(text.size()))));
     return Utf8(text);
 }
 

@@ -9,9 +9,9 @@
 
 struct ScenarioRun {
     Facts facts;
-    std::vector<CallKey> calls;  // that counted, in their order
-    bool reached = false;        // the call that was to fail was made
-    bool processIsSpent = false; // something of the program is left that no other run should meet
+    std::vector<CallKey> calls;   // that counted, in their order
+    bool reached = false;         // the call that was to fail was made
+    bool processIsSpent = false;  // something of the program is left that no other run should meet
 };
 
 // With `failing`, that call fails. A program that hangs has the fact "hang".

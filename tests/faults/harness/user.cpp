@@ -1,13 +1,11 @@
 #include "tests/faults/harness/user.h"
 
 #include "tests/equipment/wait_until.h"
+#include "tests/support/dropped_files.h"
 
 #include "res/resource.h"
 
 #include <commctrl.h>
-#include <shlobj.h>
-
-#include <cstring>
 
 namespace {
 
@@ -107,22 +105,13 @@ void User::SetText(int id, const wchar_t* text) const {
 }
 
 void User::Notify(int id, int code) const {
-    Send(Window(), WM_COMMAND, static_cast<WPARAM>(MAKELONG(id, code)), reinterpret_cast<LPARAM>(Control(id)));
+    Send(Window(), WM_COMMAND, static_cast<WPARAM>(MAKELONG(id, code)),
+         reinterpret_cast<LPARAM>(Control(id)));
 }
 
 void User::Drop(const std::vector<std::wstring>& paths) const {
-    std::wstring names;
-    for (const std::wstring& path : paths) names.append(path).append(1, L'\0');
-    names.append(1, L'\0');
-    const std::size_t nameBytes = names.size() * sizeof(wchar_t);
-    const HGLOBAL block = ::GlobalAlloc(GHND, sizeof(DROPFILES) + nameBytes);
-    auto* const header = static_cast<DROPFILES*>(::GlobalLock(block));
-    header->pFiles = sizeof(DROPFILES);
-    header->fWide = TRUE;
-    std::memcpy(header + 1, names.data(), nameBytes);
-    ::GlobalUnlock(block);
-    Send(Control(IDC_FILE_LIST), WM_DROPFILES, reinterpret_cast<WPARAM>(block));
-    ::GlobalFree(block);
+    const DroppedFiles drop(paths);
+    Send(Control(IDC_FILE_LIST), WM_DROPFILES, reinterpret_cast<WPARAM>(drop.Get()));
 }
 
 void User::SelectRow(int row) const {

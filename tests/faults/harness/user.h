@@ -1,5 +1,5 @@
-// What a person does with the program's windows: presses, ticks, types, drops, waits. Works from another thread
-// than the program's, as a person does, and gives up at a deadline instead of waiting for ever.
+// What a person does with the program's windows: presses, ticks, types, drops, waits. Works from another
+// thread than the program's, as a person does, and gives up at a deadline instead of waiting for ever.
 #pragma once
 
 #include "tests/faults/harness/program_host.h"

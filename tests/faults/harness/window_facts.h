@@ -6,11 +6,12 @@
 
 #include <string>
 
-// For each control its state: "E" enabled or "-" disabled, "S" shown or "h" hidden, "C" for a checked box, then
-// the text of an edit, of the status line and of button 2. As "<moment>.<id>": "idle.1026" -> "ES C".
+// For each control its state: "E" enabled or "-" disabled, "S" shown or "h" hidden, "C" for a checked box,
+// then the text of an edit, of the status line and of button 2. As "<moment>.<id>": "idle.1026" -> "ES C".
 void AddControlFacts(const User& user, const std::string& moment, Facts& facts);
 
-// "<moment>.rows", "<moment>.durations" and "<moment>.selected"; "<moment>.columns": "paths" or "paths durations".
+// "<moment>.rows", "<moment>.durations" and "<moment>.selected"; "<moment>.columns": "paths" or "paths
+// durations".
 void AddListFacts(const User& user, const std::string& moment, Facts& facts);
 
 // What set-up alone makes: "start.title", "start.icons", "start.pictures" of buttons, "start.list" styles and

@@ -1,4 +1,5 @@
-// What the process, and the program in it, hold at one moment, and the figures of what came of many repetitions.
+// What the process, and the program in it, hold at one moment, and the figures of what came of many
+// repetitions.
 #pragma once
 
 #include "tests/faults/harness/platform.h"
@@ -19,8 +20,9 @@ struct Held {
 [[nodiscard]] Held MeasureHeld(const Platform& platform);
 
 // Does `once` a few times, so that everything is there that the system keeps for good, then `times` more, and
-// expects that nothing has been added. The figures go into the summary under `name`.
-void ExpectFlat(const std::string& name, int times, const Platform& platform, const std::function<void()>& once);
+// expects that nothing has been added. `times` is at least 2. The figures go into the summary under `name`.
+void ExpectFlat(const std::string& name, int times, const Platform& platform,
+                const std::function<void()>& once);
 
 // A line of the summary made by other means.
 void AddLeakFigures(const std::string& name, int times, const Held& before, const Held& after);

@@ -15,7 +15,8 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     watch.Begin();
     const HWND about = user.PressForDialog(IDC_ABOUT, IDC_VERSION);
     std::array<wchar_t, 100> text{};
-    User::Send(::GetDlgItem(about, IDC_VERSION), WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    User::Send(::GetDlgItem(about, IDC_VERSION), WM_GETTEXT, text.size(),
+               reinterpret_cast<LPARAM>(text.data()));
     facts["about.version"] = Utf8(text.data());
     user.CloseDialog(about, IDOK);
     watch.End();
@@ -40,9 +41,7 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario AboutScenario() {
-    return {"about",
-            [](Platform&) {},
-            &Use,
+    return {"about", [](Platform&) {}, &Use,
             Together({QuietRun(), IdleControls("closed"), {{"about.version", "Version 1.2 (64-bit)"}}}),
             Rules()};
 }

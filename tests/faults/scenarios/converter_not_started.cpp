@@ -31,28 +31,31 @@ std::vector<Rule> Rules() {
          .why = "without the system's description the prefix stands alone",
          .changes = {Loses("boxes", description)}},
         {.call = "worker CreateProcessW #1", .why = "it fails anyway", .changes = {Becomes("starts", "")}},
-        {.call = "worker MessageBoxW #1", .why = "the failure is not told", .changes = {Loses("boxes", box + '\n')}},
+        {.call = "worker MessageBoxW #1",
+         .why = "the failure is not told",
+         .changes = {Loses("boxes", box + '\n')}},
         {.call = "worker MessageBoxW #2",
          .why = "the end is not told",
          .changes = {Loses("boxes", "\ninformation main Conversion terminée !")}},
         {.call = "worker malloc for a box's text #.",
          .why = "one of the two is not told",
-         .changes = {MayLose("boxes", box + '\n'), MayLose("boxes", "\ninformation main Conversion terminée !")}},
+         .changes = {MayLose("boxes", box + '\n'),
+                     MayLose("boxes", "\ninformation main Conversion terminée !")}},
     };
 }
 
 }  // namespace
 
 Scenario ConverterNotStartedScenario() {
-    return {"converter_not_started",
-            [](Platform& platform) { platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}}; },
-            &Use,
-            Together({QuietRun(),
-                      ControlsAfterBatch("done"),
-                      List("done", {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "00:00:00\n", -1, "fit with durations"}),
-                      {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
-                       {"boxes",
-                        "error main Erreur CreateProcess :  " + SystemText(ERROR_FILE_NOT_FOUND) +
-                            "\ninformation main Conversion terminée !"}}}),
-            Joined({Rules(), BatchRules()})};
+    return {
+        "converter_not_started",
+        [](Platform& platform) { platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}}; }, &Use,
+        Together({QuietRun(),
+                  ControlsAfterBatch("done"),
+                  List("done", {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "00:00:00\n", -1, "fit with durations"}),
+                  {{"starts",
+                    "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
+                   {"boxes", "error main Erreur CreateProcess :  " + SystemText(ERROR_FILE_NOT_FOUND) +
+                                 "\ninformation main Conversion terminée !"}}}),
+        Joined({Rules(), BatchRules()})};
 }

@@ -1,4 +1,5 @@
-// The countdown after a batch: to its end, and past it by "Annuler"; and cut short by "Éteindre immédiatement".
+// The countdown after a batch: to its end, and past it by "Annuler"; and cut short by "Éteindre
+// immédiatement".
 #include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
@@ -57,9 +58,17 @@ void ShutDownNow(User& user, CallWatch& watch, Facts& facts) {
 
 std::vector<Rule> Rules() {
     return {
-        {.call = "worker (IsDlgButtonChecked main 1038|DialogBoxParamW 101) #1",
+        {.call = "worker (IsDlgButtonChecked main 1038|DialogBoxParamW 101|SetWindowLongPtrW countdown "
+                 "DWLP_USER) "
+                 "#1",
          .why = "no countdown, no shutdown; the batch ends as any other",
          .changes = {Becomes("shutdowns", ""), Becomes("count\\..*", "")}},
+        {.call = "worker GetWindowLongPtrW (countdown|other) DWLP_USER #.*",
+         .why = "a message is lost: with a tick the countdown takes longer, and is cancelled before its end",
+         .changes = {MayBecome("shutdowns", ""), MayBecome("count\\..*", "[0-9]*")}},
+        {.call = "worker EndDialog countdown 1 #1",
+         .why = "a dialog that stays is pressed again, which asks again",
+         .changes = {Becomes("shutdowns", "([a-zA-Z ]+\n){9}[a-zA-Z ]+")}},
         {.call = "worker OpenProcessToken #1",
          .why = "a request that is not granted is not told, and the dialog stays",
          .changes = {Becomes("shutdowns", "")}},
@@ -85,24 +94,24 @@ std::vector<Rule> Rules() {
 }
 
 Facts UsualEnd() {
-    return Together({QuietRun(),
-                     ControlsAfterBatch("done"),
-                     {{"done.1038", "ES C"}},
-                     List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
-                     {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
-                      {"boxes", "information main Conversion terminée !"},
-                      {"shutdowns", "open token\nlook up SeShutdownPrivilege\nenable\nrequest\ndisable"}}});
+    return Together(
+        {QuietRun(),
+         ControlsAfterBatch("done"),
+         {{"done.1038", "ES C"}},
+         List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
+         {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
+          {"boxes", "information main Conversion terminée !"},
+          {"shutdowns", "open token\nlook up SeShutdownPrivilege\nenable\nrequest\ndisable"}}});
 }
 
 }  // namespace
 
 Scenario CountdownScenario() {
-    return {"countdown",
-            [](Platform&) {},
-            &LetItEnd,
-            Together({UsualEnd(),
-                      {{"count.first", "30"}, {"count.last", "1"}, {"count.over", "1"}, {"count.timers", ""}}}),
-            Joined({Rules(), BatchRules()})};
+    return {
+        "countdown", [](Platform&) {}, &LetItEnd,
+        Together({UsualEnd(),
+                  {{"count.first", "30"}, {"count.last", "1"}, {"count.over", "1"}, {"count.timers", ""}}}),
+        Joined({Rules(), BatchRules()})};
 }
 
 Scenario ShutDownNowScenario() {

@@ -17,7 +17,8 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 
 // What is left of the drop when it ends early, or a row is not known, refused or put elsewhere.
 Rule Leaves(const std::string& call, const std::string& why, const std::string& rows, bool beeps) {
-    std::vector<Change> changes = {Becomes("dropped.rows", Exactly(rows)), MayBecome("dropped.durations", "\n*")};
+    std::vector<Change> changes = {Becomes("dropped.rows", Exactly(rows)),
+                                   MayBecome("dropped.durations", "\n*")};
     if (!beeps) changes.push_back(Becomes("beeps", ""));
     return {.call = call, .why = why, .changes = std::move(changes)};
 }
@@ -47,11 +48,11 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario DropScenario() {
-    return {"drop",
-            [](Platform&) {},
-            &Use,
-            Together({QuietRun(), IdleControls("dropped"),
-                      List("dropped", {.rows = "C:\\in\\first.pdf\nC:\\in\\a.pdf\nC:\\in\\B.PDF", .durations = "\n\n"}),
+    return {"drop", [](Platform&) {}, &Use,
+            Together({QuietRun(),
+                      IdleControls("dropped"),
+                      List("dropped",
+                           {.rows = "C:\\in\\first.pdf\nC:\\in\\a.pdf\nC:\\in\\B.PDF", .durations = "\n\n"}),
                       {{"beeps", "440 100"}}}),
             Rules()};
 }

@@ -51,17 +51,19 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario FailingConverterScenario() {
-    return {"failing_converter",
-            [](Platform& platform) { platform.converters = {{.held = true}, {}}; },
-            &Use,
-            Together({QuietRun(),
-                      ControlsAfterBatch("done"),
-                      {{"done.1019", "ES C"}, {"done.1024", "ES"}},
-                      List("done",
-                           {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "*** Annulé !\n", -1, "fit with durations"}),
-                      {{"starts",
-                        "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
-                        "2>>TalvenorLog.txt"},
-                       {"log", LogRecord("*** Annulé !", 90)}}}),
-            Joined({Rules(), BatchRules()})};
+    return {
+        "failing_converter",
+        [](Platform& platform) {
+            platform.converters = {{.held = true}, {}};
+        },
+        &Use,
+        Together({QuietRun(),
+                  ControlsAfterBatch("done"),
+                  {{"done.1019", "ES C"}, {"done.1024", "ES"}},
+                  List("done", {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "*** Annulé !\n", -1, "fit with durations"}),
+                  {{"starts",
+                    "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
+                    "2>>TalvenorLog.txt"},
+                   {"log", LogRecord("*** Annulé !", 90)}}}),
+        Joined({Rules(), BatchRules()})};
 }

@@ -35,11 +35,11 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 
 // Boxes that are ticked and edits that have a text keep both, whatever becomes of their enabling.
 Facts Options(const std::string& moment, const std::string& enabled) {
-    return {{moment + ".1019", enabled + "S C"},     {moment + ".1034", enabled + "S C"},
-            {moment + ".1014", enabled + "S 1-3"},   {moment + ".1033", enabled + "S C"},
-            {moment + ".1032", enabled + "S 300"},   {moment + ".1018", enabled + "S --x"},
-            {moment + ".1017", enabled + "S C"},     {moment + ".1036", enabled + "S C"},
-            {moment + ".1037", enabled + "S C"},     {moment + ".1016", enabled + "S C"},
+    return {{moment + ".1019", enabled + "S C"},   {moment + ".1034", enabled + "S C"},
+            {moment + ".1014", enabled + "S 1-3"}, {moment + ".1033", enabled + "S C"},
+            {moment + ".1032", enabled + "S 300"}, {moment + ".1018", enabled + "S --x"},
+            {moment + ".1017", enabled + "S C"},   {moment + ".1036", enabled + "S C"},
+            {moment + ".1037", enabled + "S C"},   {moment + ".1016", enabled + "S C"},
             {moment + ".1030", enabled + "S C"}};
 }
 
@@ -64,12 +64,15 @@ Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::s
     const std::string durations = isFirst ? "00:00:00\n" : "00:00:07\n00:00:00";
     const std::string log = (isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("00:00:00", 86);
     std::vector<Change> changes = {
-        Becomes("boxes", Exactly("error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished)),
+        Becomes("boxes",
+                Exactly("error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished)),
         Becomes("done.durations", Exactly(durations)), Becomes("log", Exactly(log)),
         Becomes("starts", Exactly(starts))};
     // There was no converter to look on at.
     if (isFirst) changes.push_back(MayBecome("(running|ticked)\\..*", kAnything));
-    return {.call = call, .why = "a converter that cannot be started is told, and ends the batch", .changes = changes};
+    return {.call = call,
+            .why = "a converter that cannot be started is told, and ends the batch",
+            .changes = changes};
 }
 
 // A converter of which it is not known how it ended counts as failed.
@@ -96,7 +99,8 @@ std::vector<Rule> Rules() {
         NotStarted("worker GetModuleFileNameW #1", ERROR_DIRECTORY, true, Start("a", "")),
         NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, true, Start("a", "~\\Talvenor.exe")),
         EndUnknown("worker (WaitForSingleObject|GetExitCodeProcess) #1", true),
-        EndUnknown("worker (WaitForSingleObject|GetExitCodeProcess) #2", false),
+        EndUnknown("worker GetExitCodeProcess #2", false),
+        {.call = "worker WaitForSingleObject #2", .why = "the second converter has ended already"},
         {.call = "worker (DeleteFileW TalvenorLog.txt #1|GetModuleFileNameW #2|PathRemoveFileSpecW #2|"
                  "PathAppendW TalvenorLog.txt #1)",
          .why = "a log that cannot be deleted, or found, is added to",
@@ -104,7 +108,8 @@ std::vector<Rule> Rules() {
         {.call = "worker GetModuleFileNameW #[34]",
          .why = "the log lands where its path points: without a folder, in the current directory",
          .changes = {Becomes("log", oneRecord), Becomes("strays", "TalvenorLog.txt")}},
-        {.call = "worker (PathRemoveFileSpecW #[34]|PathAppendW TalvenorLog.txt #[23]|CreateFileW TalvenorLog.txt #.|"
+        {.call = "worker (PathRemoveFileSpecW #[34]|PathAppendW TalvenorLog.txt #[23]|CreateFileW "
+                 "TalvenorLog.txt #.|"
                  "WideCharToMultiByte #.|lstrlenA #.|WriteFile #.)",
          .why = "a record that cannot be written is lost without a word",
          .changes = {Becomes("log", oneRecord)}},
@@ -123,7 +128,8 @@ std::vector<Rule> Rules() {
          .why = "the end is not told",
          .changes = {Becomes("boxes", "")}},
         {.call = "worker .* 1019 #.*",
-         .why = "the box is read afresh at each place: redirection, window, record and button are on their own",
+         .why =
+             "the box is read afresh at each place: redirection, window, record and button are on their own",
          .changes = {MayLose("starts", " 2>>TalvenorLog.txt"), MayRead("starts", "visible", "hidden"),
                      MayBecome("log", oneRecord), MayBecome("done.1024", "-h"),
                      MayBecome("\\w+\\.1019", "[E-]S C")}},

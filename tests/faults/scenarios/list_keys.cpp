@@ -65,19 +65,17 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario ListKeysScenario() {
-    return {"list_keys",
-            [](Platform&) {},
-            &Use,
-            Together({QuietRun(),
-                      List("selected", {.rows = "C:\\in\\a.pdf\nC:\\in\\b.pdf", .durations = "\n", .selected = 1}),
-                      IdleControls("selected"),
-                      {{"selected.1", "ES"}, {"selected.1004", "ES C:\\in\\b.pdf"}, {"selected.1022", "ES"}},
-                      List("deleted", {.rows = "C:\\in\\a.pdf"}),
-                      IdleControls("deleted"),
-                      {{"deleted.1", "ES"}, {"deleted.1022", "ES"}},
-                      List("cleared", {}),
-                      IdleControls("cleared"),
-                      {{"cleared.1022", "ES"},
-                       {"boxes", kBox}}}),
+    return {"list_keys", [](Platform&) {}, &Use,
+            Together(
+                {QuietRun(),
+                 List("selected", {.rows = "C:\\in\\a.pdf\nC:\\in\\b.pdf", .durations = "\n", .selected = 1}),
+                 IdleControls("selected"),
+                 {{"selected.1", "ES"}, {"selected.1004", "ES C:\\in\\b.pdf"}, {"selected.1022", "ES"}},
+                 List("deleted", {.rows = "C:\\in\\a.pdf"}),
+                 IdleControls("deleted"),
+                 {{"deleted.1", "ES"}, {"deleted.1022", "ES"}},
+                 List("cleared", {}),
+                 IdleControls("cleared"),
+                 {{"cleared.1022", "ES"}, {"boxes", kBox}}}),
             Rules()};
 }

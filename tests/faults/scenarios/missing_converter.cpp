@@ -25,7 +25,9 @@ std::vector<Rule> Rules() {
         {.call = "ui PeekMessageW #1",
          .why = "the code of a quit that cannot be looked for is 0",
          .changes = {Becomes("exit", "0")}},
-        {.call = "ui LoadStringW 130 #1", .why = "the box is empty", .changes = {Becomes("boxes", "error none ")}},
+        {.call = "ui LoadStringW 130 #1",
+         .why = "the box is empty",
+         .changes = {Becomes("boxes", "error none ")}},
     };
 }
 
@@ -33,8 +35,6 @@ std::vector<Rule> Rules() {
 
 Scenario MissingConverterScenario() {
     return {"missing_converter",
-            [](Platform& platform) { ::DeleteFileW(platform.File(L"pdf2djvu.exe").c_str()); },
-            &Use,
-            Together({QuietRun(), {{"boxes", kMessage}}}),
-            Rules()};
+            [](Platform& platform) { ::DeleteFileW(platform.File(L"pdf2djvu.exe").c_str()); }, &Use,
+            Together({QuietRun(), {{"boxes", kMessage}}}), Rules()};
 }

@@ -1,4 +1,5 @@
-// The destination folder is opened: that of the selected PDF, then the output folder, which the shell refuses.
+// The destination folder is opened: that of the selected PDF, then the output folder, which the shell
+// refuses.
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -31,13 +32,14 @@ std::vector<Rule> Rules() {
         {.call = "ui ShellExecuteExW #1",
          .why = "the shell's refusal is told",
          .changes = {Becomes("shell", Exactly("explorer.exe ~")),
-                     Becomes("boxes", Exactly("error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION) +
-                                              "\nerror main Erreur ShellExecute : " + description))}},
+                     Becomes("boxes",
+                             Exactly("error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION) +
+                                     "\nerror main Erreur ShellExecute : " + description))}},
         {.call = "ui ShellExecuteExW #2",
          .why = "the shell's refusal is told, whichever it is",
          .changes = {Becomes("shell", firstOnly),
-                     Becomes("boxes",
-                             Exactly("error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION)))}},
+                     Becomes("boxes", Exactly("error main Erreur ShellExecute : " +
+                                              SystemText(ERROR_NO_ASSOCIATION)))}},
         {.call = "ui SendMessageW 1040 (LVM_GETNEXTITEM|LVM_GETITEMTEXTW) #1",
          .why = "without a path there is no folder, and nothing to open",
          .changes = {Becomes("shell", Exactly("explorer.exe ~"))}},
@@ -48,7 +50,8 @@ std::vector<Rule> Rules() {
          .why = "the folder of the row is opened instead",
          .changes = {Becomes("shell", Exactly("explorer.exe C:\\in, out\nexplorer.exe C:\\in, out"))}},
         {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #1",
-         .why = "the edit that is left seems empty, which turns the option off: the folder of the row is opened",
+         .why =
+             "the edit that is left seems empty, which turns the option off: the folder of the row is opened",
          .changes = {Becomes("shell", Exactly("explorer.exe C:\\in, out\nexplorer.exe C:\\in, out")),
                      MayBecome("opened\\.(1026|1027|1028)", "[E-]S.*")}},
         {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #2",
@@ -69,9 +72,7 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario OpenFolderScenario() {
-    return {"open_folder",
-            [](Platform&) {},
-            &Use,
+    return {"open_folder", [](Platform&) {}, &Use,
             Together({QuietRun(),
                       IdleControls("opened"),
                       {{"opened.1", "ES"},

@@ -24,7 +24,8 @@ std::vector<Rule> Rules() {
     return {
         {.call = "ui ShellExecuteExW #1",
          .why = "the shell's refusal is told",
-         .changes = {Becomes("shell", Exactly("~\\TalvenorLog.txt ")), Becomes("boxes", Exactly(failure + '\n' + failure))}},
+         .changes = {Becomes("shell", Exactly("~\\TalvenorLog.txt ")),
+                     Becomes("boxes", Exactly(failure + '\n' + failure))}},
         {.call = "ui ShellExecuteExW #2",
          .why = "the shell's refusal is told, whichever it is",
          .changes = {Becomes("shell", Exactly("~\\TalvenorLog.txt "))}},
@@ -52,9 +53,7 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario OpenLogScenario() {
-    return {"open_log",
-            &LeaveEarlierLog,
-            &Use,
+    return {"open_log", &LeaveEarlierLog, &Use,
             Together({QuietRun(),
                       IdleControls("opened"),
                       {{"opened.1024", "ES"},

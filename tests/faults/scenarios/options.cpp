@@ -1,5 +1,5 @@
-// The rules that tie boxes to edits, the limits of the resolution, the filter of the page edit, and the click on
-// an edit that is disabled.
+// The rules that tie boxes to edits, the limits of the resolution, the filter of the page edit, and the click
+// on an edit that is disabled.
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -51,7 +51,9 @@ Rule Pair(const std::string& ids) {
 
 std::vector<Rule> Rules() {
     return {
-        {.call = ".* GetWindowLongPtrW .*", .why = "as in all scenarios: a message is lost", .onlyTheEndCounts = true},
+        {.call = ".* GetWindowLongPtrW .*",
+         .why = "as in all scenarios: a message is lost",
+         .onlyTheEndCounts = true},
         Pair("1014|1034"),
         Pair("1032|1033"),
         Pair("1015|1016"),
@@ -66,9 +68,7 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario OptionsScenario() {
-    return {"options",
-            [](Platform&) {},
-            &Use,
+    return {"options", [](Platform&) {}, &Use,
             Together({QuietRun(),
                       IdleControls("ticked"),
                       {{"ticked.1014", "ES 7"},

@@ -38,7 +38,8 @@ std::vector<Rule> Rules() {
     return {
         {.call = "ui (.* 1026|.* 1027|.* 1028|.* 1022|PathIsDirectoryW|GetFocus|SHGetPathFromIDListW|"
                  "SHBrowseForFolderW) #.*",
-         .why = "a folder that is not read, found or chosen is none; controls that are not reached stay as they were. "
+         .why = "a folder that is not read, found or chosen is none; controls that are not reached stay as "
+                "they were. "
                 "A batch that the bad folder would have stopped goes on",
          .changes = {MayBecome(kItsControls, "[E-]S.*"), MayBecome("boxes", kAnything),
                      MayBecome("starts", kAnything)}},
@@ -54,28 +55,27 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario OutputFolderScenario() {
-    return {"output_folder",
-            [](Platform&) {},
-            &Use,
-            Together({QuietRun(),
-                      IdleControls("ticked"),
-                      {{"ticked.1", "ES"}, {"ticked.1026", "ES C"}, {"ticked.1027", "ES"}, {"ticked.1028", "ES"}},
-                      IdleControls("typed"),
-                      {{"typed.1", "ES"},
-                       {"typed.1026", "ES C"},
-                       {"typed.1027", "ES C:\\no such folder"},
-                       {"typed.1028", "ES"}},
-                      IdleControls("chosen"),
-                      {{"chosen.1", "ES"},
-                       {"chosen.1022", "ES"},
-                       {"chosen.1026", "ES C"},
-                       {"chosen.1027", "ES ~"},
-                       {"chosen.1028", "ES"}},
-                      IdleControls("left"),
-                      {{"left.1", "ES"}, {"left.1030", "ES C"}},
-                      IdleControls("unticked"),
-                      {{"unticked.1", "ES"},
-                       {"unticked.1030", "ES C"},
-                       {"boxes", "error main Le dossier de destination est incorrect !"}}}),
-            Rules()};
+    return {
+        "output_folder", [](Platform&) {}, &Use,
+        Together({QuietRun(),
+                  IdleControls("ticked"),
+                  {{"ticked.1", "ES"}, {"ticked.1026", "ES C"}, {"ticked.1027", "ES"}, {"ticked.1028", "ES"}},
+                  IdleControls("typed"),
+                  {{"typed.1", "ES"},
+                   {"typed.1026", "ES C"},
+                   {"typed.1027", "ES C:\\no such folder"},
+                   {"typed.1028", "ES"}},
+                  IdleControls("chosen"),
+                  {{"chosen.1", "ES"},
+                   {"chosen.1022", "ES"},
+                   {"chosen.1026", "ES C"},
+                   {"chosen.1027", "ES ~"},
+                   {"chosen.1028", "ES"}},
+                  IdleControls("left"),
+                  {{"left.1", "ES"}, {"left.1030", "ES C"}},
+                  IdleControls("unticked"),
+                  {{"unticked.1", "ES"},
+                   {"unticked.1030", "ES C"},
+                   {"boxes", "error main Le dossier de destination est incorrect !"}}}),
+        Rules()};
 }

@@ -19,8 +19,8 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     facts["processEnds"] = program.State() == ProgramHost::Life::EndedByExitProcess ? "yes" : "no";
     facts["window"] = user.Window() ? "still there" : "gone";
     user.Program().ThePlatform().EndConverters(0);
-    // With its window still there the worker would wait for the window's thread, which is held up here; the real
-    // end of a process does not hold up anybody.
+    // With its window still there the worker would wait for the window's thread, which is held up here; the
+    // real end of a process does not hold up anybody.
     if (!user.Window()) user.WaitForWorkers();
 }
 
@@ -32,9 +32,9 @@ Scenario QuitWhileWaitingScenario() {
          {{"processEnds", "yes"},
           {"window", "gone"},
           {"starts",
-           "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" 2>>TalvenorLog.txt"},
-          {"boxes",
-           "question main Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"},
+           "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
+           "2>>TalvenorLog.txt"},
+          {"boxes", "question main Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"},
           {"closing", "console"}}});
     return {.name = "quit_while_waiting",
             .prepare =

@@ -2,13 +2,26 @@
 
 const std::vector<Scenario>& AllScenarios() {
     static const std::vector<Scenario> kScenarios = {
-        StartScenario(),        MissingConverterScenario(), SecondCopyScenario(),
-        AddScenario(),          DropScenario(),             ListKeysScenario(),
-        OptionsScenario(),      HiddenBatchScenario(),      VisibleBatchScenario(),
-        StopScenario(),         FailingConverterScenario(), ConverterNotStartedScenario(),
-        OutputFolderScenario(), OpenFolderScenario(),       OpenLogScenario(),
-        CountdownScenario(),    ShutDownNowScenario(),      AboutScenario(),
-        QuitScenario(),         QuitWhileWaitingScenario(),
+        StartScenario(),
+        MissingConverterScenario(),
+        SecondCopyScenario(),
+        AddScenario(),
+        DropScenario(),
+        ListKeysScenario(),
+        OptionsScenario(),
+        HiddenBatchScenario(),
+        VisibleBatchScenario(),
+        StopScenario(),
+        FailingConverterScenario(),
+        ConverterNotStartedScenario(),
+        OutputFolderScenario(),
+        OpenFolderScenario(),
+        OpenLogScenario(),
+        CountdownScenario(),
+        ShutDownNowScenario(),
+        AboutScenario(),
+        QuitScenario(),
+        QuitWhileWaitingScenario(),
     };
     return kScenarios;
 }

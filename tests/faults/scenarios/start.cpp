@@ -114,10 +114,10 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario StartScenario() {
-    return {"start",
-            &LeaveEarlierLog,
-            &Use,
-            Together({QuietRun(), IdleControls("start"), List("start", {}),
+    return {"start", &LeaveEarlierLog, &Use,
+            Together({QuietRun(),
+                      IdleControls("start"),
+                      List("start", {}),
                       List("dropped", {.rows = "C:\\in\\a.pdf"}),
                       {
                           {"beeps", "400 100"},

@@ -16,8 +16,8 @@ void Open(User& user);
 // The same with these files in the list and "Convertir" enabled.
 void OpenWithFiles(User& user, const std::vector<std::wstring>& paths);
 
-// The controls of an idle window as it is after its start, and as it is while a batch runs whose first file is
-// C:\in\a.pdf.
+// The controls of an idle window as it is after its start, and as it is while a batch runs whose first file
+// is C:\in\a.pdf.
 [[nodiscard]] Facts IdleControls(const std::string& moment);
 [[nodiscard]] Facts RunningControls(const std::string& moment);
 // An idle window after a batch: 1027 and 1028 are enabled, and so is the destination's button.

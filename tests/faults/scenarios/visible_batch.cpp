@@ -34,8 +34,8 @@ std::string Start(const std::string& output, const std::string& folder = "~") {
 Rule NotStarted(const std::string& call, DWORD error, const std::string& starts) {
     return {.call = call,
             .why = "a converter that cannot be started is told, and ends the batch",
-            .changes = {Becomes("boxes", Exactly("error main Erreur CreateProcess :  " + SystemText(error) + '\n' +
-                                                 kFinished)),
+            .changes = {Becomes("boxes", Exactly("error main Erreur CreateProcess :  " + SystemText(error) +
+                                                 '\n' + kFinished)),
                         Becomes("done.durations", "00:00:00"), Becomes("starts", Exactly(starts)),
                         MayBecome("running\\..*", kAnything)}};
 }
@@ -53,7 +53,8 @@ std::vector<Rule> Rules() {
         {.call = "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) #1",
          .why = "the edit that is left seems empty, which turns the option off",
          .changes = {Becomes("starts", Exactly(Start("C:\\in\\a.djvu"))), MayBecome("\\w+\\.1026", "[E-]S")}},
-        {.call = "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027|PathIsDirectoryW) #.",
+        {.call =
+             "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027|PathIsDirectoryW) #.",
          .why = "a folder that is none starts no batch",
          .changes = {Becomes("boxes", "error main Le dossier de destination est incorrect !"),
                      Becomes("starts", ""), Becomes("done.durations", ""),
@@ -83,9 +84,7 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario VisibleBatchScenario() {
-    return {"visible_batch",
-            [](Platform& platform) { platform.converters = {{.held = true}}; },
-            &Use,
+    return {"visible_batch", [](Platform& platform) { platform.converters = {{.held = true}}; }, &Use,
             Together({QuietRun(),
                       RunningControls("running"),
                       {{"running.1026", "-S C"}, {"running.1027", "-S ~"}},

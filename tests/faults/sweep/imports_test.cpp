@@ -47,8 +47,8 @@ TEST(FaultSweepImports, AreAllSweptOrHaveAReasonWhyNot) {
 // Found while the program runs, because of where their library must come from.
 TEST(FaultSweepImports, CoverTheFunctionsFoundAtRunTime) {
     const std::set<std::string> called = FunctionsCalledInScenarios();
-    for (const char* const function :
-         {"GetFileVersionInfoSizeW", "GetFileVersionInfoW", "SetDefaultDllDirectories", "VerQueryValueW"}) {
+    for (const char* const function : {"GetFileVersionInfoSizeW", "GetFileVersionInfoW", "GetOpenFileNameW",
+                                       "SetDefaultDllDirectories", "VerQueryValueW"}) {
         EXPECT_TRUE(called.contains(function)) << function;
     }
 }

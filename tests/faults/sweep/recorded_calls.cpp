@@ -14,9 +14,10 @@ constexpr DWORD kLimitMs = 120'000;
 
 RecordedCalls Record(const Scenario& scenario) {
     const TemporaryFolder folder;
-    const DWORD code = RunChildProcess(
-        "fault_test.exe", {kRecordArgument, scenario.name, folder.Path().string()}, kLimitMs);
-    if (code != kDone) throw std::runtime_error(scenario.name + " cannot be recorded: " + std::to_string(code));
+    const DWORD code =
+        RunChildProcess("fault_test.exe", {kRecordArgument, scenario.name, folder.Path().string()}, kLimitMs);
+    if (code != kDone)
+        throw std::runtime_error(scenario.name + " cannot be recorded: " + std::to_string(code));
     return {ReadCalls(folder.Path() / kCallsFile), ReadLines(folder.Path() / kDifferencesFile)};
 }
 

@@ -24,7 +24,8 @@ std::vector<std::string> ReadLines(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     if (!in) throw std::runtime_error("no file of lines");
     std::vector<std::string> lines;
-    for (std::string line; std::getline(in, line);) lines.push_back(WithReplaced(line, kLineBreakInText, '\n'));
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(WithReplaced(line, kLineBreakInText, '\n'));
     return lines;
 }
 

@@ -30,11 +30,12 @@ DWORD WINAPI Watchdog(void* /*unused*/) {
     }
 }
 
-// A crash inside a window procedure may be swallowed on its way out by the system, which called the procedure:
-// it is seen here before anybody can.
+// A crash inside a window procedure may be swallowed on its way out by the system, which called the
+// procedure: it is seen here before anybody can.
 LONG CALLBACK EndAtCrash(EXCEPTION_POINTERS* exception) {
     const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-    const bool crashed = record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && IsInProgram(record.ExceptionAddress);
+    const bool crashed =
+        record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && IsInProgram(record.ExceptionAddress);
     if (crashed) ::TerminateProcess(::GetCurrentProcess(), record.ExceptionCode);
     return EXCEPTION_CONTINUE_SEARCH;
 }
@@ -61,12 +62,12 @@ bool LeavesSomething(const Facts& facts) {
 
 // How many messages a window gets is up to the system, and with it the number of some calls. And the system
 // keeps some things that it needs for the first time; what leaks leaks every time.
-ScenarioRun RunUntilSettled(const Scenario& scenario, const CallKey& call) {
+ScenarioRun RunUntilSettled(const Scenario& scenario, const std::optional<CallKey>& call) {
     constexpr int kTries = 3;
     ScenarioRun run;
     for (int tries = 0; tries < kTries; ++tries) {
         run = RunScenario(scenario, call);
-        const bool settled = run.reached && !LeavesSomething(run.facts);
+        const bool settled = (run.reached || !call) && !LeavesSomething(run.facts);
         if (settled || run.processIsSpent) break;
     }
     return run;
@@ -75,7 +76,7 @@ ScenarioRun RunUntilSettled(const Scenario& scenario, const CallKey& call) {
 int Record(const Scenario& scenario, const std::filesystem::path& folder) {
     ScenarioRun run = RunScenario(scenario, std::nullopt);
     // The second run: what the system takes once in a process for all windows to come is not a run's.
-    if (!run.processIsSpent) run = RunScenario(scenario, std::nullopt);
+    if (!run.processIsSpent) run = RunUntilSettled(scenario, std::nullopt);
     WriteCalls(folder / kCallsFile, run.calls);
     WriteLines(folder / kDifferencesFile, Judge(scenario, std::nullopt, run.facts));
     return kDone;
@@ -85,7 +86,8 @@ int Sweep(const Scenario& scenario, const std::filesystem::path& folder, std::si
     const std::vector<CallKey> calls = ReadCalls(folder / kCallsFile);
     const VerdictWriter verdicts(folder / kVerdictsFile);
     // First a run that does not count, unless each spends its process; in such nothing is counted anyway.
-    if (!scenario.spendsItsProcess && RunScenario(scenario, std::nullopt).processIsSpent) return kProcessSpent;
+    if (!scenario.spendsItsProcess && RunScenario(scenario, std::nullopt).processIsSpent)
+        return kProcessSpent;
     for (std::size_t i = first; i < calls.size(); ++i) {
         g_runBegan = ::GetTickCount64();
         verdicts.Begin(i);
@@ -106,8 +108,8 @@ std::optional<int> RunAsSweepProcess(int argc, char** argv) {
     ::CloseHandle(::CreateThread(nullptr, 0, &Watchdog, nullptr, 0, nullptr));
     ::AddVectoredExceptionHandler(1, &EndAtCrash);
     const Scenario& scenario = ScenarioOf(argv[2]);
-    const int result = records ? Record(scenario, argv[3])
-                               : Sweep(scenario, argv[3], std::strtoul(argv[4], nullptr, 10));
+    const int result =
+        records ? Record(scenario, argv[3]) : Sweep(scenario, argv[3], std::strtoul(argv[4], nullptr, 10));
     // Threads of a program that hangs may still run: no clean-up that they could disturb.
     ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(result));
     return result;

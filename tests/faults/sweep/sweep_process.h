@@ -1,4 +1,5 @@
-// The process in which the program runs, and in which calls of it fail, one run after another. A run may end it.
+// The process in which the program runs, and in which calls of it fail, one run after another. A run may end
+// it.
 //
 //   --record SCENARIO FOLDER          writes the calls and what differs from the usual into the folder
 //   --sweep SCENARIO FOLDER FIRST     fails the folder's calls from number FIRST on, with a verdict on each

@@ -18,8 +18,8 @@ struct Row {
 std::vector<Row> g_rows;
 
 void Print(const Row& row) {
-    std::printf("[ figures  ] %-22s %8zu %8zu %8zu %14zu %11zu %9zu\n", row.scenario.c_str(), row.recorded, row.failed,
-                row.runs, row.endedTheProgram, row.notReached, row.findings);
+    std::printf("[ figures  ] %-22s %8zu %8zu %8zu %14zu %11zu %9zu\n", row.scenario.c_str(), row.recorded,
+                row.failed, row.runs, row.endedTheProgram, row.notReached, row.findings);
 }
 
 }  // namespace
@@ -31,8 +31,8 @@ void AddToSummary(const std::string& scenario, std::size_t recorded, const Sweep
 
 void PrintSweepSummary() {
     if (g_rows.empty()) return;
-    std::printf("[ figures  ] %-22s %8s %8s %8s %14s %11s %9s\n", "Scenario", "calls", "failed", "runs", "out of memory",
-                "not reached", "findings");
+    std::printf("[ figures  ] %-22s %8s %8s %8s %14s %11s %9s\n", "Scenario", "calls", "failed", "runs",
+                "out of memory", "not reached", "findings");
     Row all{.scenario = "all"};
     for (const Row& row : g_rows) {
         Print(row);

@@ -1,5 +1,5 @@
-// Every call that the program makes to the system fails in turn. Without --full, each function fails once: at its
-// first call in the first scenario that has one.
+// Every call that the program makes to the system fails in turn. Without --full, each function fails once: at
+// its first call in the first scenario that has one.
 #include "tests/faults/options.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/sweep/recorded_calls.h"
@@ -12,7 +12,8 @@
 
 namespace {
 
-// Functions whose calls follow the messages that the system happens to send; not every one comes in every run.
+// Functions whose calls follow the messages that the system happens to send; not every one comes in every
+// run.
 const std::set<std::string> kFollowTraffic = {"GetMessageW", "GetWindowLongPtrW", "IsDialogMessageW",
                                               "PeekMessageW"};
 

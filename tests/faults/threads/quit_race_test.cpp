@@ -37,8 +37,8 @@ protected:
         return std::filesystem::path(TestFolder()) / TALVENOR_EQUIPMENT / name;
     }
 
-    // A batch that has been stopped, at the moment when its worker waits, or has just ceased to. `atStop` runs
-    // between the answer to the question and the end.
+    // A batch that has been stopped, at the moment when its worker waits, or has just ceased to. `atStop`
+    // runs between the answer to the question and the end.
     void QuitAfterStop(DWORD delayMs) {
         std::filesystem::remove(Record());
         const driver::Program program(platform.File(L"Talvenor.exe"), options);
@@ -67,7 +67,8 @@ protected:
     std::mt19937 random{20261116};  // NOLINT(cert-msc51-cpp): the same delays in every run
 };
 
-// The interpreter ends at the close request of the stop, so the worker wakes about when the user presses again.
+// The interpreter ends at the close request of the stop, so the worker wakes about when the user presses
+// again.
 TEST_F(QuitRace, ConverterEndsAtTheStop) {
     if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
     const driver::InterpreterSwap interpreter(Equipment(L"stand_in_interpreter.exe"));

@@ -1,4 +1,5 @@
-// Stops that cross a message box or the countdown: these are windows of the worker, and the main window goes on.
+// Stops that cross a message box or the countdown: these are windows of the worker, and the main window goes
+// on.
 #include "tests/faults/threads/message_box.h"
 #include "tests/faults/threads/threads_fixture.h"
 

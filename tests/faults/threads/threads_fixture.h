@@ -1,5 +1,5 @@
-// The program with its threads in the hands of the test: each can be held at any of its calls while the window is
-// asked all the time whether it still answers.
+// The program with its threads in the hands of the test: each can be held at any of its calls while the
+// window is asked all the time whether it still answers.
 #pragma once
 
 #include "tests/faults/harness/leak_counts.h"

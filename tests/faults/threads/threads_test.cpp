@@ -1,5 +1,5 @@
-// The orders in which the two threads of a batch may meet, each brought about on purpose: a worker is held at a
-// call while the user acts.
+// The orders in which the two threads of a batch may meet, each brought about on purpose: a worker is held at
+// a call while the user acts.
 #include "tests/faults/threads/threads_fixture.h"
 
 #include "res/resource.h"

@@ -1,6 +1,7 @@
 // Ends the test program when one test takes longer than any may, and names it. What the test had started ends
 // with it: the job that holds it is closed.
 #pragma once
+
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -10,7 +11,9 @@
 
 class Watchdog : public testing::EmptyTestEventListener {
 public:
-    Watchdog() { ::CloseHandle(::CreateThread(nullptr, 0, &Watch, this, 0, nullptr)); }
+    explicit Watchdog(DWORD longestTestMs) : m_longestTestMs(longestTestMs) {
+        ::CloseHandle(::CreateThread(nullptr, 0, &Watch, this, 0, nullptr));
+    }
 
     void OnTestStart(const testing::TestInfo& test) override {
         m_suite = test.test_suite_name();
@@ -20,20 +23,19 @@ public:
     void OnTestEnd(const testing::TestInfo& /*test*/) override { m_startedAt = 0; }
 
 private:
-    static constexpr DWORD kLongestTestMs = 180'000;
-
     static DWORD WINAPI Watch(void* self) {
         const auto& watchdog = *static_cast<const Watchdog*>(self);
         for (;;) {
             ::Sleep(1000);  // how often the watch is looked at; nothing waits for it
             const ULONGLONG startedAt = watchdog.m_startedAt;
-            if (startedAt == 0 || ::GetTickCount64() - startedAt < kLongestTestMs) continue;
+            if (startedAt == 0 || ::GetTickCount64() - startedAt < watchdog.m_longestTestMs) continue;
             std::printf("[  HANGING ] %s.%s\n", watchdog.m_suite.load(), watchdog.m_name.load());
             std::fflush(stdout);
             ::TerminateProcess(::GetCurrentProcess(), 124);
         }
     }
 
+    const DWORD m_longestTestMs;
     std::atomic<const char*> m_suite{""};
     std::atomic<const char*> m_name{""};
     std::atomic<ULONGLONG> m_startedAt{0};  // 0: no test is running
