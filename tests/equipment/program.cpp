@@ -3,6 +3,8 @@
 #include "tests/equipment/failure.h"
 #include "tests/equipment/text.h"
 
+#include <cstdio>
+
 namespace driver {
 namespace {
 
@@ -71,9 +73,14 @@ Program::Program(const std::wstring& path, const StartOptions& options) : m_job(
         return ::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, kFlags,
                                 environment.data(), directory, &startup, &started);
     };
-    // Once in some thousand starts Wine's loader loses the new process on its way; nothing of ours has run
-    // then.
-    if (!start() && (::GetLastError() != ERROR_INTERNAL_ERROR || !start())) {
+    BOOL isStarted = start();
+    // Wine has been seen to lose a new process on its way, once; nothing of ours has run then.
+    if (!isStarted && ::GetLastError() == ERROR_INTERNAL_ERROR) {
+        std::printf("[ ATTENTION] CreateProcessW(%s) failed with an internal error: trying once more\n",
+                    ToUtf8(path).c_str());
+        isStarted = start();
+    }
+    if (!isStarted) {
         const DWORD error = ::GetLastError();
         FailCall("CreateProcessW(" + ToUtf8(path) + ")", error);
     }

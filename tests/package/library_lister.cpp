@@ -1,16 +1,18 @@
 // Opens Talvenor's main window and its About box, and says what the box tells of the version and then, one
 // path a line, which libraries are loaded:
 //
-//   library_lister Talvenor.exe [NAME]
+//   library_lister Talvenor.exe [--add] [NAME]
 //
-// With a name, the running program also loads the library of that name, as any part of it or of the system
-// might, by the bare name.
+// With --add, "Ajouter" is pressed before; nothing of the dialog that it opens may be there. With a name, the
+// running program also loads the library of that name, as any part of it or of the system might, by the bare
+// name.
 #include <windows.h>
 #include <fcntl.h>
 #include <io.h>
 #include <psapi.h>
 
 #include <cstdio>
+#include <string>
 #include <vector>
 
 #include "tests/equipment/failure.h"
@@ -51,9 +53,10 @@ void PrintLibraries(const driver::Program& program) {
     }
 }
 
-void Run(const std::wstring& path, const std::wstring& libraryName) {
+void Run(const std::wstring& path, bool add, const std::wstring& libraryName) {
     const driver::Program program(path);
     const driver::MainWindow window(program);
+    if (add) driver::Ask(window.Control(driver::id::kAdd), BM_CLICK);
     driver::Click(window.Control(driver::id::kAbout));
     const HWND about = driver::WaitForDialog(program, window.Window(), kLimit);
     std::puts(driver::ToUtf8(driver::Text(driver::Control(about, kVersion))).c_str());
@@ -70,8 +73,11 @@ void Run(const std::wstring& path, const std::wstring& libraryName) {
 int wmain(int argc, wchar_t** argv) {
     _setmode(_fileno(stdout), _O_BINARY);
     try {
-        if (argc < 2) throw driver::Failure("library_lister Talvenor.exe [NAME]");
-        Run(argv[1], argc > 2 ? argv[2] : L"");
+        const std::vector<std::wstring> words(argv + 1, argv + argc);
+        if (words.empty()) throw driver::Failure("library_lister Talvenor.exe [--add] [NAME]");
+        const bool add = words.size() > 1 && words[1] == L"--add";
+        const std::size_t name = add ? 2 : 1;
+        Run(words[0], add, words.size() > name ? words[name] : L"");
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "library_lister: %s\n", failure.what());
         return 1;

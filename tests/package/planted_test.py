@@ -23,8 +23,9 @@ SYSTEM = Path(os.environ["WINEPREFIX"]) / "drive_c" / "windows" / "system32"
 KNOWN = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "shell32.dll", "shlwapi.dll", "user32.dll"}
 BY_MANIFEST = "comctl32.dll"
 
-# Nobody but us has a library of this name.
+# Nobody but us has libraries of these names.
 WITNESS = "witness.dll"
+OTHER_WITNESS = "witness2.dll"
 
 LIMIT_SECONDS = 120
 
@@ -64,9 +65,9 @@ class Planted(packaged.PackageTest):
         self.assertEqual(len(old), len(new))
         self.program.write_bytes(content.replace(old, new))
 
-    def run_program(self, bare_name=(), **options):
+    def run_program(self, *arguments, **options):
         """Starts it, opens its About box; returns what that tells, and the libraries by name."""
-        version, *paths = run_wine(EQUIPMENT / "library_lister.exe", windows_path(self.program), *bare_name, **options)
+        version, *paths = run_wine(EQUIPMENT / "library_lister.exe", windows_path(self.program), *arguments, **options)
         return version, {path.split("\\")[-1].lower(): path for path in paths}
 
     def without_search_order(self):
@@ -79,7 +80,7 @@ class EveryName(Planted):
         super().setUp()
         imported = {name.lower() for name in pe.Program(self.program).imports()}
         self.assertEqual(imported - KNOWN, {BY_MANIFEST}, "Windows would look for these in the program's folder")
-        self.plant(*imported, "comdlg32.dll", "version.dll")
+        self.plant(*imported, "version.dll")
 
     def test_none_is_loaded(self):
         version, _ = self.run_program(prefer_planted=[BY_MANIFEST])
@@ -93,34 +94,54 @@ class EveryName(Planted):
         self.assertEqual(self.loaded(), [BY_MANIFEST])
 
 
-class VersionLibrary(Planted):
-    """Under Wine user32 itself imports version.dll, which is therefore always loaded before Talvenor asks for it. So
-    the name is replaced, in a copy of the program, by one that nobody else loads."""
+class LateLibrary:
+    """One that Talvenor loads when it is first needed. Under Wine it may be loaded before by a library of the system
+    that imports it. So its name is replaced, in a copy of the program, by one that nobody else loads."""
+
+    NAME = None
+    STAND_IN = None  # of the same length
+    NEEDED_BY = []  # arguments of the lister
+    VERSION = None  # as About tells it when the library is not found
 
     def setUp(self):
         super().setUp()
-        self.replace("version.dll".encode("utf-16-le"), WITNESS.encode("utf-16-le"))
+        self.replace(self.NAME.encode("utf-16-le"), self.STAND_IN.encode("utf-16-le"))
 
     def test_is_not_loaded_from_the_programs_folder(self):
-        self.plant(WITNESS)
-        version, libraries = self.run_program()
+        self.plant(self.STAND_IN)
+        version, libraries = self.run_program(*self.NEEDED_BY)
         self.assertEqual(self.loaded(), [])
-        self.assertNotIn(WITNESS, libraries)
-        self.assertEqual(version, "Version 0.0 (64-bit)", "looked for and not found")
+        self.assertNotIn(self.STAND_IN, libraries)
+        self.assertEqual(version, self.VERSION)
 
     def test_nor_on_old_systems(self):
         self.without_search_order()
-        self.plant(WITNESS)
-        version, _ = self.run_program()
+        self.plant(self.STAND_IN)
+        version, _ = self.run_program(*self.NEEDED_BY)
         self.assertEqual(self.loaded(), [])
-        self.assertEqual(version, "Version 0.0 (64-bit)")
+        self.assertEqual(version, self.VERSION)
 
     def test_is_loaded_from_the_systems_folder(self):
-        for name in (WITNESS, WITNESS + ".loaded"):
+        for name in (self.STAND_IN, self.STAND_IN + ".loaded"):
             self.addCleanup((SYSTEM / name).unlink, missing_ok=True)
-        self.plant(WITNESS, folder=SYSTEM)
-        self.run_program()
-        self.assertEqual(self.loaded(SYSTEM), [WITNESS])
+        self.plant(self.STAND_IN, folder=SYSTEM)
+        self.run_program(*self.NEEDED_BY)
+        self.assertEqual(self.loaded(SYSTEM), [self.STAND_IN])
+
+
+class VersionLibrary(LateLibrary, Planted):
+    NAME = "version.dll"
+    STAND_IN = WITNESS
+    VERSION = "Version 0.0 (64-bit)"
+
+
+class OpenDialogLibrary(LateLibrary, Planted):
+    """The witness has no open dialog: "Ajouter" does nothing."""
+
+    NAME = "comdlg32.dll"
+    STAND_IN = OTHER_WITNESS
+    NEEDED_BY = ["--add"]
+    VERSION = "Version 1.2 (64-bit)"
 
 
 class BareName(Planted):
@@ -131,13 +152,13 @@ class BareName(Planted):
         self.plant(WITNESS)
 
     def test_finds_nothing_beside_the_program(self):
-        _, libraries = self.run_program(bare_name=[WITNESS])
+        _, libraries = self.run_program(WITNESS)
         self.assertEqual(self.loaded(), [])
         self.assertNotIn(WITNESS, libraries)
 
     def test_would_without_the_search_order_that_the_program_sets(self):
         self.without_search_order()
-        _, libraries = self.run_program(bare_name=[WITNESS])
+        _, libraries = self.run_program(WITNESS)
         self.assertEqual(self.loaded(), [WITNESS])
         self.assertEqual(libraries[WITNESS], windows_path(self.folder / WITNESS))
 

@@ -6,6 +6,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class FileListRemovalTest : public HeldBatchFixture {
 protected:
@@ -68,6 +69,26 @@ TEST_F(FileListRemovalTest, F7ShowsTheCommandLineOfTheSelectedFile) {
                 ElementsAre("MessageBoxW owner=main text=pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  "
                             "\"C:\\in\\b.pdf\" caption=Talvenor type=0x40"));
     EXPECT_EQ(RowCount(), 3);
+}
+
+TEST_F(FileListRemovalTest, F7ChangesNothingInTheWindow) {
+    SelectRow(1);
+    // What a conversion or a click would put right.
+    for (const int box : {IDC_PAGES_CHECK, IDC_RESOLUTION_CHECK, IDC_OUTPUT_FOLDER_CHECK})
+        ::CheckDlgButton(Dialog(), box, BST_CHECKED);
+    SetText(IDC_PAGES, L",,");
+    SetText(IDC_RESOLUTION, L"9999");
+    SetText(IDC_OUTPUT_FOLDER, L"");
+    SetText(IDC_STATUS, L"as it was");
+    {
+        const ControlCalls recorded(calls);
+        PressListKey(VK_F7);
+    }
+    EXPECT_THAT(Only({"EnableWindow", "ShowWindow", "SetFocus", "CheckDlgButton", "SetWindowTextW",
+                      "SetWindowPos", "LVM_SETITEM", "LVM_SETCOLUMNWIDTH", "LVM_INSERT"},
+                     calls.Calls()),
+                IsEmpty());
+    EXPECT_THAT(Only({"MessageBoxW"}, calls.Calls()), SizeIs(1));
 }
 
 // No click brings a box of two states there, but another program may.

@@ -19,8 +19,8 @@ struct Held {
 
 [[nodiscard]] Held MeasureHeld(const Platform& platform);
 
-// Does `once` a few times, so that everything is there that the system keeps for good, then `times` more, and
-// expects that nothing has been added. `times` is at least 2. The figures go into the summary under `name`.
+// Does `once` a few times, so that what the system keeps for good is there, then `times` more, at least ten,
+// and expects that nothing is added with time. The figures go into the summary under `name`.
 void ExpectFlat(const std::string& name, int times, const Platform& platform,
                 const std::function<void()>& once);
 

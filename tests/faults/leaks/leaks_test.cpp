@@ -51,7 +51,7 @@ constexpr int kFilesInBatch = 25;
 TEST_F(Leaks, NoneInConversions) {
     OpenWith(kFilesInBatch);
     user.Press(IDC_HIDE_OUTPUT);  // with a record in the log for each
-    const int batches = Times(1000, 50) / kFilesInBatch;
+    const int batches = Times(1000, 250) / kFilesInBatch;
     ExpectFlat("batches of 25 conversions on paper", batches, platform, [&] { Convert(); });
     EXPECT_GE(platform.ConvertersStarted(), batches * kFilesInBatch);
 }

@@ -10,10 +10,7 @@
 namespace {
 
 void Use(User& user, CallWatch& watch, Facts& facts) {
-    OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    user.Press(IDC_HIDE_OUTPUT);
-    user.Press(IDOK);
-    user.WaitForConverter(1);
+    BeginHiddenBatchOfTwo(user);
     // What comes before is the same as in a batch that goes well.
     watch.Begin();
     user.Program().ThePlatform().EndConverters(1);

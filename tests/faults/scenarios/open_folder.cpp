@@ -1,5 +1,6 @@
 // The destination folder is opened: that of the selected PDF, then the output folder, which the shell
 // refuses.
+#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -28,7 +29,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 std::vector<Rule> Rules() {
     const std::string description = SystemText(ERROR_FILE_NOT_FOUND);
     const std::string firstOnly = Exactly("explorer.exe C:\\in, out");
-    return {
+    const std::vector<Rule> rules = {
         {.call = "ui ShellExecuteExW #1",
          .why = "the shell's refusal is told",
          .changes = {Becomes("shell", Exactly("explorer.exe ~")),
@@ -57,16 +58,8 @@ std::vector<Rule> Rules() {
         {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #2",
          .why = "without a text there is nothing to open, and nothing to tell",
          .changes = {Becomes("shell", firstOnly), Becomes("boxes", "")}},
-        {.call = "ui (FindResourceExW 9|LoadResource|LockResource) #1",
-         .why = "without its own the message has the usual prefix",
-         .changes = {Reads("boxes", "Err : ", "Erreur ShellExecute : ")}},
-        {.call = "ui FormatMessageW #1",
-         .why = "without the system's description the prefix stands alone",
-         .changes = {Loses("boxes", description)}},
-        {.call = "ui (MessageBoxW #1|malloc for a box's text #.)",
-         .why = "the failure is not told",
-         .changes = {Becomes("boxes", "")}},
     };
+    return Joined({rules, ShellFailureRules(description)});
 }
 
 }  // namespace

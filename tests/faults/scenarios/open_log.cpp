@@ -1,4 +1,5 @@
 // The log of an earlier batch is opened; the second time no program opens it.
+#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
@@ -21,7 +22,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 std::vector<Rule> Rules() {
     const std::string description = SystemText(ERROR_NO_ASSOCIATION);
     const std::string failure = "error main Erreur ShellExecute : " + description;
-    return {
+    const std::vector<Rule> rules = {
         {.call = "ui ShellExecuteExW #1",
          .why = "the shell's refusal is told",
          .changes = {Becomes("shell", Exactly("~\\TalvenorLog.txt ")),
@@ -38,16 +39,8 @@ std::vector<Rule> Rules() {
         {.call = "ui PathAppendW TalvenorLog.txt #.",
          .why = "the log is looked for where its path points",
          .changes = {Loses("shell", "~\\TalvenorLog.txt")}},
-        {.call = "ui (FindResourceExW 9|LoadResource|LockResource) #1",
-         .why = "without its own the message has the usual prefix",
-         .changes = {Reads("boxes", "Err : ", "Erreur ShellExecute : ")}},
-        {.call = "ui FormatMessageW #1",
-         .why = "without the system's description the prefix stands alone",
-         .changes = {Loses("boxes", description)}},
-        {.call = "ui (MessageBoxW #1|malloc for a box's text #.)",
-         .why = "the failure is not told",
-         .changes = {Becomes("boxes", "")}},
     };
+    return Joined({rules, ShellFailureRules(description)});
 }
 
 }  // namespace

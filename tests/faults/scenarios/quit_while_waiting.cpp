@@ -8,10 +8,7 @@
 namespace {
 
 void Use(User& user, CallWatch& watch, Facts& facts) {
-    OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    user.Press(IDC_HIDE_OUTPUT);
-    user.Press(IDOK);
-    user.WaitForConverter(1);
+    BeginHiddenBatchOfTwo(user);
     user.Press(IDCANCEL);  // stops the batch
     watch.Begin();
     user.Quit();

@@ -12,6 +12,20 @@ std::vector<Rule> Joined(std::initializer_list<std::vector<Rule>> parts) {
     return all;
 }
 
+std::vector<Rule> ShellFailureRules(const std::string& description) {
+    return {
+        {.call = "ui (FindResourceExW 9|LoadResource|LockResource) #1",
+         .why = "without its own the message has the usual prefix",
+         .changes = {Reads("boxes", "Err : ", "Erreur ShellExecute : ")}},
+        {.call = "ui FormatMessageW #1",
+         .why = "without the system's description the prefix stands alone",
+         .changes = {Loses("boxes", description)}},
+        {.call = "ui (MessageBoxW #1|malloc for a box's text #.)",
+         .why = "the failure is not told",
+         .changes = {Becomes("boxes", "")}},
+    };
+}
+
 const std::vector<Rule>& RulesOfAllScenarios() {
     static const std::vector<Rule> kRules = {
         {.call = ".* malloc for a box's text #.*",

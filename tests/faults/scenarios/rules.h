@@ -4,9 +4,13 @@
 #include "tests/faults/harness/scenario.h"
 
 #include <initializer_list>
+#include <string>
 #include <vector>
 
 [[nodiscard]] std::vector<Rule> Joined(std::initializer_list<std::vector<Rule>> parts);
 
 // A batch whose consoles may be hidden: the worker's calls, and those that its messages set off.
 [[nodiscard]] std::vector<Rule> BatchRules();
+
+// The message about the first refusal of the shell, whose description by the system is given.
+[[nodiscard]] std::vector<Rule> ShellFailureRules(const std::string& description);

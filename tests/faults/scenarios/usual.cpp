@@ -33,6 +33,13 @@ void OpenWithFiles(User& user, const std::vector<std::wstring>& paths) {
     user.Press(IDC_ADD);  // the open dialog is cancelled
 }
 
+void BeginHiddenBatchOfTwo(User& user) {
+    OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    user.Press(IDC_HIDE_OUTPUT);
+    user.Press(IDOK);
+    user.WaitForConverter(1);
+}
+
 Facts IdleControls(const std::string& moment) {
     return AtMoment(moment,
                     {

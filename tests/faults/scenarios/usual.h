@@ -15,6 +15,8 @@ void LeaveEarlierLog(Platform& platform);
 void Open(User& user);
 // The same with these files in the list and "Convertir" enabled.
 void OpenWithFiles(User& user, const std::vector<std::wstring>& paths);
+// The same with C:\in\a.pdf and b.pdf, consoles hidden and the first converter running.
+void BeginHiddenBatchOfTwo(User& user);
 
 // The controls of an idle window as it is after its start, and as it is while a batch runs whose first file
 // is C:\in\a.pdf.

@@ -42,37 +42,34 @@ class ThreadsAndBoxes : public ThreadsFixture {
 protected:
     ThreadsAndBoxes() { platform.realBoxes = true; }
 
+    // A batch of two files; the question is asked before the first converter starts, which it then fails to
+    // do.
+    void AnswerQuestionWhileTheStartFailureIsTold(int buttonId) {
+        platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}};
+        OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+        const Gate gate(watch, "worker CreateProcessW");
+        user.Press(IDOK);
+        gate.WaitForArrival();
+        const OpenQuestion question(user);
+        gate.Open();
+        const HWND failure = WaitForMessageBox(kFailedText);
+        question.Answer(buttonId);
+        AnswerMessageBox(failure, IDOK);
+    }
+
     static constexpr wchar_t kFinishedText[] = L"Conversion terminée !";
     static constexpr wchar_t kFailedText[] = L"Erreur CreateProcess :";
 };
 
 TEST_F(ThreadsAndBoxes, StopWhileTheStartFailureIsTold) {
-    platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}};
-    OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    const Gate gate(watch, "worker CreateProcessW");
-    user.Press(IDOK);
-    gate.WaitForArrival();
-    const OpenQuestion question(user);
-    gate.Open();
-    const HWND failure = WaitForMessageBox(kFailedText);
-    question.Answer(IDYES);
-    AnswerMessageBox(failure, IDOK);
+    AnswerQuestionWhileTheStartFailureIsTold(IDYES);
     user.WaitForWorkers();
     EXPECT_THAT(Boxes(), SizeIs(2)) << "a stopped batch has no message at its end";
     EXPECT_EQ(Durations(), "*** Annulé !\n");
 }
 
 TEST_F(ThreadsAndBoxes, NoWhileTheStartFailureIsToldLetsTheBatchEndAsItDoes) {
-    platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}};
-    OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    const Gate gate(watch, "worker CreateProcessW");
-    user.Press(IDOK);
-    gate.WaitForArrival();
-    const OpenQuestion question(user);
-    gate.Open();
-    const HWND failure = WaitForMessageBox(kFailedText);
-    question.Answer(IDNO);
-    AnswerMessageBox(failure, IDOK);
+    AnswerQuestionWhileTheStartFailureIsTold(IDNO);
     AnswerMessageBox(WaitForMessageBox(kFinishedText), IDOK);
     user.WaitForWorkers();
     EXPECT_THAT(Boxes(), SizeIs(3));

@@ -1,0 +1,6 @@
+// The system's own store of drawing contexts, which it enlarges when many windows draw at once.
+#pragma once
+
+// Brings the store of this process to its full size, so that how many windows happen to draw at one moment
+// adds nothing to the process's graphics objects any more.
+void FillStoreOfDrawingContexts();
