@@ -16,14 +16,14 @@ std::wstring Appended(PathBuffer folder, const wchar_t* name) {
 
 }  // namespace
 
-std::wstring ProgramPath() {
+ProgramPath GetProgramPath() {
     wchar_t path[MAX_PATH + 1] = {};  // one more: early systems cut without a terminator
-    ::GetModuleFileNameW(CAppModule::Instance().ResourceInstance(), path, MAX_PATH);
-    return path;
+    const DWORD length = ::GetModuleFileNameW(CAppModule::Instance().ResourceInstance(), path, MAX_PATH);
+    return {path, length >= MAX_PATH};
 }
 
 std::wstring ProgramFolder() {
-    PathBuffer folder(ProgramPath());
+    PathBuffer folder(GetProgramPath().text);
     ::PathRemoveFileSpecW(folder.Data());
     return folder.Text();
 }
@@ -32,8 +32,8 @@ std::wstring FileInProgramFolder(const wchar_t* name) {
     return Appended(PathBuffer(ProgramFolder()), name);
 }
 
-std::wstring FileBesideProgram(const wchar_t* name) {
-    PathBuffer folder(ProgramPath());
+std::wstring FileBeside(const ProgramPath& program, const wchar_t* name) {
+    PathBuffer folder(program.text);
     ::PathRemoveExtensionW(folder.Data());
     ::PathRemoveFileSpecW(folder.Data());
     return Appended(std::move(folder), name);

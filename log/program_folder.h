@@ -4,7 +4,11 @@
 #include <string>
 
 // Full path of the running program as the system gives it, cut at 260 characters.
-[[nodiscard]] std::wstring ProgramPath();
+struct ProgramPath {
+    std::wstring text;
+    bool isCut = false;
+};
+[[nodiscard]] ProgramPath GetProgramPath();
 
 // The folder of the running program.
 [[nodiscard]] std::wstring ProgramFolder();
@@ -12,8 +16,8 @@
 // Full path of `name` in the program's folder.
 [[nodiscard]] std::wstring FileInProgramFolder(const wchar_t* name);
 
-// The same, for the callers that take the program's extension off before its name.
-[[nodiscard]] std::wstring FileBesideProgram(const wchar_t* name);
+// Full path of `name` in the folder of `program`, whose extension is taken off before its name.
+[[nodiscard]] std::wstring FileBeside(const ProgramPath& program, const wchar_t* name);
 
 // Full path of the conversion log.
 [[nodiscard]] std::wstring LogPath();

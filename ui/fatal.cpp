@@ -2,46 +2,34 @@
 // without exceptions, and a batch must not go on with half a path. These replace the library's own handlers,
 // which throw and bring half of the exe's former size with them.
 
-#include <windows.h>
+#include "ui/framework/fatal_error.h"
 
 #include <cstdlib>
 #include <new>
 
-namespace {
-
-// Not by an exception: most of our code is called by the system, from a window's procedure, and some systems
-// swallow what leaves one.
-[[noreturn]] void Die() {
-    constexpr UINT kStatusNoMemory = 0xC0000017;
-    ::TerminateProcess(::GetCurrentProcess(), kStatusNoMemory);
-    __builtin_trap();
-}
-
-}  // namespace
-
 // NOLINTBEGIN(bugprone-reserved-identifier): the names are the library's.
 namespace std {
 void __throw_length_error(const char* /*text*/) {
-    Die();
+    EndByFatalError();
 }
 void __throw_logic_error(const char* /*text*/) {
-    Die();
+    EndByFatalError();
 }
 void __throw_out_of_range_fmt(const char* /*format*/, ...) {
-    Die();
+    EndByFatalError();
 }
 void __throw_bad_alloc() {
-    Die();
+    EndByFatalError();
 }
 void __throw_bad_array_new_length() {
-    Die();
+    EndByFatalError();
 }
 }  // namespace std
 // NOLINTEND(bugprone-reserved-identifier)
 
 void* operator new(std::size_t size) {
     if (void* const block = std::malloc(size ? size : 1)) return block;
-    Die();
+    EndByFatalError();
 }
 
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {

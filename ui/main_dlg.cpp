@@ -7,6 +7,7 @@
 #include "log/program_folder.h"
 #include "log/string_table.h"
 #include "ui/framework/app_module.h"
+#include "ui/framework/fatal_error.h"
 
 #include <windows.h>
 #include <commctrl.h>
@@ -71,7 +72,10 @@ bool CMainDlg::OnInitDialog() {
 }
 
 bool CMainDlg::ConverterPresent() const {
-    return ::PathFileExistsW(FileBesideProgram(L"pdf2djvu.exe").c_str()) != FALSE;
+    const ProgramPath program = GetProgramPath();
+    // Deliberate: where the program's own path is too long, nothing works that is beside it.
+    if (program.isCut) EndByFatalError();
+    return ::PathFileExistsW(FileBeside(program, L"pdf2djvu.exe").c_str()) != FALSE;
 }
 
 void CMainDlg::SetWindowIcons() {

@@ -59,7 +59,7 @@ void CMainDlg::OnOpenDestination() {
 }
 
 void CMainDlg::OnOpenLog() {
-    ShellOpen(FileBesideProgram(kLogFileName).c_str(), nullptr);
+    ShellOpen(FileBeside(GetProgramPath(), kLogFileName).c_str(), nullptr);
 }
 
 void CMainDlg::ShellOpen(const wchar_t* file, const wchar_t* parameters) {

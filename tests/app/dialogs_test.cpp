@@ -96,9 +96,19 @@ TEST_F(Dialogs, AboutTellsNameAndVersion) {
 
 TEST_F(Dialogs, AboutStandsInTheMiddleOfTheWindow) {
     Start();
+    // Away from the middle of the screen, where it opens.
+    RECT window = {};
+    ::GetWindowRect(Window().Window(), &window);
+    const LONG before = window.left;
+    constexpr LONG kAway = 150;
+    ::SetWindowPos(Window().Window(), nullptr, window.left - kAway, window.top - kAway, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    ASSERT_TRUE(Comes([&] {
+        ::GetWindowRect(Window().Window(), &window);
+        return before - window.left > kAway / 2;
+    }));
     driver::Click(Control(id::kAbout));
     RECT about = {};
-    RECT window = {};
     ::GetWindowRect(WaitForBox(), &about);
     ::GetWindowRect(Window().Window(), &window);
     // Where a window manager adds a frame of its own, a window moves by part of that frame.

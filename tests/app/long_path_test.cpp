@@ -79,6 +79,30 @@ TEST_F(LongPath, OptionsOfAnyLengthDoNoHarm) {
     EXPECT_EQ(Window().Quit(), 2u);
 }
 
+// A program whose own path has this length, with a converter beside it.
+class LongProgramPath : public LongPath {
+protected:
+    [[nodiscard]] std::wstring MakeProgramOfLength(std::size_t length) const {
+        const std::wstring parent = installed.MakeFolder(std::wstring(100, L'p'));
+        const std::wstring file = L"\\Talvenor.exe";
+        const std::wstring folder =
+            parent + L'\\' + std::wstring(length - parent.size() - 1 - file.size(), L'q');
+        EXPECT_TRUE(::CreateDirectoryW((L"\\\\?\\" + folder).c_str(), nullptr));
+        for (const auto& [from, to] : {std::pair{installed.Program(), file},
+                                       {installed.ConverterPath(), std::wstring(L"\\pdf2djvu.exe")}}) {
+            EXPECT_TRUE(::CopyFileW(from.c_str(), (L"\\\\?\\" + folder + to).c_str(), TRUE));
+        }
+        EXPECT_EQ((folder + file).size(), length);
+        return folder + file;
+    }
+};
+
+TEST_F(LongProgramPath, OpensItsWindowWhileItFits) {
+    const driver::Program program(MakeProgramOfLength(kLongest));
+    const driver::MainWindow window(program);
+    EXPECT_EQ(window.Quit(), 2u);
+}
+
 class LongPathForTheRealConverter : public LongPath {
 protected:
     LongPathForTheRealConverter() : LongPath(Converter::Real) {}

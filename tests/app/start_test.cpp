@@ -237,6 +237,13 @@ TEST_F(Start, StartsAgainAsSoonAsTheFirstCopyHasEnded) {
     EXPECT_EQ(Window().Quit(), 2u);
 }
 
+TEST_F(Start, OpensAsItIsAskedTo) {
+    startOptions.show = SW_SHOWMINNOACTIVE;
+    AppTest::Start();
+    EXPECT_TRUE(Comes([&] { return ::IsIconic(Window().Window()) != FALSE; }));
+    EXPECT_EQ(Window().Quit(), 2u);
+}
+
 TEST_F(Start, IgnoresItsCommandLine) {
     startOptions.arguments = L"/? --help \"" + installed.MakePdf(L"a.pdf") + L"\"";
     AppTest::Start();

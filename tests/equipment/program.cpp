@@ -65,6 +65,10 @@ Program::Program(const std::wstring& path, const StartOptions& options) : m_job(
     std::wstring environment = EnvironmentBlock(options.environment);
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
+    if (options.show) {
+        startup.dwFlags = STARTF_USESHOWWINDOW;
+        startup.wShowWindow = *options.show;
+    }
     PROCESS_INFORMATION started = {};
     // Detached: with a console to inherit, every converter would write into ours instead of opening its own.
     constexpr DWORD kFlags = DETACHED_PROCESS | CREATE_SUSPENDED | CREATE_UNICODE_ENVIRONMENT;

@@ -16,6 +16,7 @@ struct StartOptions {
     std::wstring arguments;                            // as they follow the program's name, quotes included
     std::wstring directory;                            // empty: the directory of the starting process
     std::map<std::wstring, std::wstring> environment;  // added to the inherited one; an empty value removes
+    std::optional<WORD> show;                          // how the program is asked to show its window
 };
 
 class Program {

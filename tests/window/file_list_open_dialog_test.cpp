@@ -1,6 +1,7 @@
 // The button that adds PDFs: what the open dialog is asked for, and what its answers add.
 #include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/watched_window.h"
 
 #include <commdlg.h>
 #include <shlwapi.h>
@@ -88,9 +89,11 @@ TEST_F(FileListOpenDialogTest, TheDialogIsAskedForSeveralPdfsThatExist) {
 TEST_F(FileListOpenDialogTest, TheHookDoesNothing) {
     Add({}, kCancelled);
     ASSERT_NE(OpenDialog::asked.lpfnHook, nullptr);
+    const WatchedWindow openDialog;  // the hook's own window is a child of the dialog's
     for (const UINT message : std::initializer_list<UINT>{WM_INITDIALOG, WM_NOTIFY, WM_COMMAND, WM_DESTROY}) {
-        EXPECT_EQ(OpenDialog::asked.lpfnHook(nullptr, message, 0, 0), 0u);
+        EXPECT_EQ(OpenDialog::asked.lpfnHook(openDialog.Child(), message, 0, 0), 0u);
     }
+    EXPECT_EQ(openDialog.Messages(), 0);
 }
 
 TEST_F(FileListOpenDialogTest, OneFileIsAddedByItsFullPath) {

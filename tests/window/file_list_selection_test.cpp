@@ -15,12 +15,12 @@ protected:
         Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
     }
 
-    // What the list says when the state of a row has changed.
-    void ReportChange(int row, UINT oldState, UINT newState) {
+    // What the list says when something of a row has changed.
+    void ReportChange(int row, UINT oldState, UINT newState, UINT kind = LVIF_STATE) {
         NMLISTVIEW change = {};
         change.hdr = {Control(IDC_FILE_LIST), IDC_FILE_LIST, static_cast<UINT>(LVN_ITEMCHANGED)};
         change.iItem = row;
-        change.uChanged = LVIF_STATE;
+        change.uChanged = kind;
         change.uOldState = oldState;
         change.uNewState = newState;
         ::SendMessageW(Dialog(), WM_NOTIFY, IDC_FILE_LIST, reinterpret_cast<LPARAM>(&change));
@@ -135,6 +135,17 @@ TEST_F(FileListSelectionTest, ARowWithTheFocusIsSelectedWhateverItWas) {
 
 TEST_F(FileListSelectionTest, ARowThatIsJustBeingDeselectedIsNotSelectedAgain) {
     EXPECT_THAT(ReportRecorded(1, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED), IsEmpty());
+}
+
+TEST_F(FileListSelectionTest, AChangeOfAnyKindCounts) {
+    for (const UINT kind : {UINT{LVIF_TEXT}, UINT{LVIF_IMAGE}, 0u}) {
+        SetState(-1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+        SetText(IDC_STATUS, L"as it was");
+        ReportChange(1, LVIS_FOCUSED, LVIS_FOCUSED, kind);
+        ExpectCurrent(1);
+        ReportChange(0, 0, 0, kind);
+        EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf") << kind;
+    }
 }
 
 TEST_F(FileListSelectionTest, MarkAndScrollingNeedTheSelectionToSucceed) {

@@ -164,6 +164,12 @@ TEST_F(FrameworkMessageLoopRunTest, SkipsAFetchThatFails) {
                 ElementsAre("idle 0", "filter 100", "translate 100", "dispatch 100"));
 }
 
+TEST_F(FrameworkMessageLoopRunTest, AFetchThatFailsDoesNotResumeIdleWork) {
+    CountingLoop loop(m_record);
+    EXPECT_THAT(RunWith(loop, {Queue::kEmpty, Queue::kError, Queue::kEmpty, WM_KEYDOWN}),
+                ElementsAre("idle 0", "translate 100", "dispatch 100"));
+}
+
 TEST(FrameworkMessageLoopQueueTest, TheLoopOfARealQueueEndsWithTheCodeOfPostQuitMessage) {
     CMessageLoop loop;
     ::PostQuitMessage(-3);

@@ -67,6 +67,23 @@ TEST(FrameworkMessageLoopTest, RemovingAnIdleHandlerClosesTheGap) {
     EXPECT_THAT(called, ElementsAre("second", "third"));
 }
 
+TEST(FrameworkMessageLoopTest, RemovingWhatWasAddedTwiceLeavesTheOther) {
+    Record record;
+    Filter filter(record, "filter");
+    IdleHandler handler(record, "handler");
+    CMessageLoop loop;
+    for (int i = 0; i < 2; ++i) {
+        loop.AddMessageFilter(filter);
+        loop.AddIdleHandler(handler);
+    }
+    loop.RemoveMessageFilter(filter);
+    loop.RemoveIdleHandler(handler);
+    MSG message = Message(WM_APP);
+    loop.FilterMessage(message);
+    loop.RunIdleHandlers(0);
+    EXPECT_THAT(record, ElementsAre("filter 8000", "handler"));
+}
+
 TEST(FrameworkMessageLoopTest, RemovingAnAbsentEntryIsIgnored) {
     Record record;
     Filter filter(record, "filter"), absentFilter(record, "absent");

@@ -1,5 +1,6 @@
 // The folder browser: how it is opened, and what becomes of the folder that was chosen.
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/watched_window.h"
 
 #include <objbase.h>
 #include <shlobj.h>
@@ -24,10 +25,12 @@ protected:
         s_callbackResults.clear();
         s_freed.clear();
         s_converted.clear();
+        s_watched.emplace();
         Create();
         ::CheckDlgButton(Dialog(), IDC_OUTPUT_FOLDER_CHECK, BST_CHECKED);
         ::EnableWindow(Control(IDC_BROWSE), TRUE);
     }
+    ~OutputFolderBrowseTest() override { s_watched.reset(); }
     void Browse() { Click(IDC_BROWSE); }
     void Choose(const std::wstring& path) {
         s_path = path;
@@ -41,6 +44,8 @@ protected:
     static inline std::vector<int> s_callbackResults;
     static inline std::vector<void*> s_freed;
     static inline std::vector<const void*> s_converted;
+    static inline std::optional<WatchedWindow> s_watched;  // in the browser's place
+    static inline int s_toldBrowser = -1;                  // messages to it
 
 private:
     static PIDLIST_ABSOLUTE WINAPI BrowseForFolder(LPBROWSEINFOW browser) {
@@ -49,10 +54,12 @@ private:
         std::fill_n(browser->pszDisplayName, MAX_PATH - 1, L'n');
         browser->pszDisplayName[MAX_PATH - 1] = L'\0';
         if (browser->lpfn) {
+            const int before = s_watched->Messages();
             for (const UINT event : {BFFM_INITIALIZED, BFFM_SELCHANGED, BFFM_VALIDATEFAILEDA,
                                      BFFM_VALIDATEFAILEDW, BFFM_IUNKNOWN}) {
-                s_callbackResults.push_back(browser->lpfn(nullptr, event, 0, browser->lParam));
+                s_callbackResults.push_back(browser->lpfn(s_watched->Window(), event, 0, browser->lParam));
             }
+            s_toldBrowser = s_watched->Messages() - before;
         }
         return s_chooses ? kItemList : nullptr;
     }
@@ -88,6 +95,19 @@ TEST_F(OutputFolderBrowseTest, OpensForTheWindowOnTheWholeNamespaceWithFoldersOn
 TEST_F(OutputFolderBrowseTest, PreselectsNothing) {
     Browse();
     EXPECT_THAT(s_callbackResults, ElementsAre(0, 0, 0, 0, 0));
+    EXPECT_EQ(s_toldBrowser, 0);
+}
+
+TEST_F(OutputFolderBrowseTest, OpensForTheActiveWindowWhereThereIsNoWindow) {
+    const HWND active = ::GetActiveWindow();
+    ::SetActiveWindow(s_watched->Window());
+    CMainDlg without;
+    LRESULT result = 0;
+    EXPECT_TRUE(
+        without.DispatchDialogMessage(nullptr, WM_COMMAND, MAKEWPARAM(IDC_BROWSE, BN_CLICKED), 0, result, 0));
+    ::SetActiveWindow(active);
+    ASSERT_EQ(s_browsers.size(), 1u);
+    EXPECT_EQ(s_browsers[0].hwndOwner, s_watched->Window());
 }
 
 TEST_F(OutputFolderBrowseTest, TheChosenFolderReplacesTheText) {

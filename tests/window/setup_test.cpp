@@ -87,6 +87,16 @@ TEST_F(SetUpTest, WithoutTheConverterAMessageIsShownAndNoOtherStepRuns) {
     EXPECT_EQ(dialog->Handle(), nullptr);
 }
 
+using SetUpDeathTest = SetUpTest;
+
+TEST_F(SetUpDeathTest, AProgramWhosePathDoesNotFitEndsWithoutAWord) {
+    programPath = folder.Path().wstring() + L'\\' + std::wstring(MAX_PATH, L'a') + L".exe";
+    constexpr auto kNoMemory = static_cast<int>(0xC0000017);
+    EXPECT_EXIT(TryToCreate(), testing::ExitedWithCode(kNoMemory), "");
+    programPath.resize(MAX_PATH - 1);  // fits
+    EXPECT_NE(TryToCreate(), nullptr);
+}
+
 TEST_F(SetUpTest, WmInitDialogAnswersFalseWithoutTheConverter) {
     RemoveConverter();
     CMainDlg without;

@@ -146,6 +146,49 @@ INSTANTIATE_TEST_SUITE_P(
                     PdfCase{"OtherAlphabet", L"C:\\Отчёт\\報告.pdf", L"C:\\Отчёт"}),
     [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(ShellActionTest, TheFolderOfALongPathIsOpenedWhole) {
+    const std::wstring pdfFolder = L"C:\\" + std::wstring(200, L'a') + L'\\' + std::wstring(200, L'b');
+    std::wstring path = pdfFolder + L"\\c.pdf";
+    LVITEMW item = {};
+    item.mask = LVIF_TEXT;
+    item.pszText = path.data();
+    ::SendMessageW(Control(IDC_FILE_LIST), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    SelectRow(0);
+    OpenDestination();
+    EXPECT_THAT(Folders(), ElementsAre(pdfFolder));
+}
+
+struct PathSteps {
+    static inline std::vector<std::string> steps;
+    static void WINAPI RemoveExtension(LPWSTR path) {
+        steps.push_back("PathRemoveExtensionW " + Utf8(path));
+        ::lstrcpyW(path, L"C:\\without\\extension");
+    }
+    static BOOL WINAPI RemoveFileSpec(LPWSTR path) {
+        steps.push_back("PathRemoveFileSpecW " + Utf8(path));
+        ::lstrcpyW(path, L"C:\\folder");
+        return TRUE;
+    }
+};
+
+TEST_F(ShellActionTest, PathsLoseTheirExtensionBeforeTheirLastComponent) {
+    Drop({L"C:\\in\\a.pdf"});
+    SelectRow(0);
+    programPath = L"C:\\Talvenor\\Talvenor.exe";
+    const ReplacedImport extension("PathRemoveExtensionW", &PathSteps::RemoveExtension);
+    const ReplacedImport fileSpec("PathRemoveFileSpecW", &PathSteps::RemoveFileSpec);
+    PathSteps::steps.clear();
+    OpenDestination();
+    EXPECT_THAT(PathSteps::steps, ElementsAre("PathRemoveExtensionW C:\\in\\a.pdf",
+                                              "PathRemoveFileSpecW C:\\without\\extension"));
+    EXPECT_THAT(Folders(), ElementsAre(L"C:\\folder"));
+    PathSteps::steps.clear();
+    OpenLog();
+    EXPECT_THAT(PathSteps::steps, ElementsAre("PathRemoveExtensionW C:\\Talvenor\\Talvenor.exe",
+                                              "PathRemoveFileSpecW C:\\without\\extension"));
+    EXPECT_EQ(s_requests.back().file, L"C:\\folder\\TalvenorLog.txt");
+}
+
 TEST_F(ShellActionTest, WithNeitherAFolderNorASelectedRowItDoesNothing) {
     Drop({L"C:\\in\\a.pdf"});
     SelectRow(0);

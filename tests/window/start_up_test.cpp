@@ -72,6 +72,11 @@ struct System {
     static inline HWND found = nullptr;
     static inline BOOL iconic = FALSE;
 
+    // The module comes after COM and the controls.
+    static std::string ModuleBegun() {
+        return CAppModule::Instance().ResourceInstance() ? " after the module's beginning" : "";
+    }
+
     static BOOL WINAPI Restrict(DWORD directories) {
         g_calls.push_back("SetDefaultDllDirectories " + std::to_string(directories));
         return TRUE;
@@ -81,12 +86,12 @@ struct System {
         return canRestrictLibraries ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Restrict)) : nullptr;
     }
     static HRESULT WINAPI InitializeCom(LPVOID reserved) {
-        g_calls.push_back(reserved ? "CoInitialize with something" : "CoInitialize");
+        g_calls.push_back(reserved ? "CoInitialize with something" : "CoInitialize" + ModuleBegun());
         return comResult;
     }
     static BOOL WINAPI InitializeControls(const INITCOMMONCONTROLSEX* controls) {
         g_calls.push_back("InitCommonControlsEx " + std::to_string(controls->dwSize) + ' ' +
-                          std::to_string(controls->dwICC));
+                          std::to_string(controls->dwICC) + ModuleBegun());
         return TRUE;
     }
     static HWND WINAPI CreateDialogOf(HINSTANCE module, LPCWSTR name, HWND, DLGPROC, LPARAM) {

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <vector>
 
 // Sees every message before it is translated and dispatched.
@@ -41,14 +42,20 @@ public:
     [[nodiscard]] virtual bool ResumesIdle(const MSG& message) const;
 
     void AddMessageFilter(CMessageFilter& filter) { m_filters.push_back(&filter); }
-    void RemoveMessageFilter(CMessageFilter& filter) { std::erase(m_filters, &filter); }
+    void RemoveMessageFilter(CMessageFilter& filter) { RemoveFirst(m_filters, &filter); }
     void AddIdleHandler(CIdleHandler& handler) { m_idleHandlers.push_back(&handler); }
-    void RemoveIdleHandler(CIdleHandler& handler) { std::erase(m_idleHandlers, &handler); }
+    void RemoveIdleHandler(CIdleHandler& handler) { RemoveFirst(m_idleHandlers, &handler); }
 
     // Runs until the quit message and gives its code.
     int Run();
 
 private:
+    template <class Taker>
+    static void RemoveFirst(std::vector<Taker*>& takers, Taker* taker) {
+        const auto found = std::find(takers.begin(), takers.end(), taker);
+        if (found != takers.end()) takers.erase(found);
+    }
+
     std::vector<CMessageFilter*> m_filters;
     std::vector<CIdleHandler*> m_idleHandlers;
     MSG m_message = {};
