@@ -17,8 +17,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// The dialog on its thread. Its timer is written down as "SetTimer 1 1000" and "KillTimer 1" and does not
-// tick unless `s_realTimers`; the end as "EndDialog 1"; requests as "shutdown".
+// The dialog on its thread. Its timer is written down as "SetTimer 1 1000" and "KillTimer 1", with the window
+// when it is not the dialog's, and does not tick unless `s_realTimers`; the end as "EndDialog 1"; requests as
+// "shutdown".
 class CountdownTest : public testing::Test {
 protected:
     CountdownTest() {
@@ -32,8 +33,8 @@ protected:
         CAppModule::Instance().Term();
     }
 
-    void Open() {
-        m_dialog = std::make_unique<ModalThread<CShutMeDownDlg>>(L"Extinction de l'ordinateur");
+    void Open(HWND owner = nullptr) {
+        m_dialog = std::make_unique<ModalThread<CShutMeDownDlg>>(kTitle, owner);
         window = m_dialog->Window();
         ASSERT_NE(window, nullptr);
     }
@@ -66,14 +67,20 @@ protected:
     static inline bool s_realTimers = false;
 
 private:
+    static constexpr wchar_t kTitle[] = L"Extinction de l'ordinateur";
+
+    static std::string Whose(HWND timerWindow) {
+        if (!timerWindow) return " of no window";
+        return timerWindow == FindOwnDialog(kTitle) ? "" : " of another window";
+    }
     static UINT_PTR WINAPI StartTimer(HWND timerWindow, UINT_PTR id, UINT periodMs, TIMERPROC callback) {
         s_calls.Add("SetTimer " + std::to_string(id) + ' ' + std::to_string(periodMs) +
-                    (callback ? " callback" : ""));
+                    (callback ? " callback" : "") + Whose(timerWindow));
         if (!s_realTimers) return id;
         return s_this->m_startTimer.Original<decltype(::SetTimer)>()(timerWindow, id, periodMs, callback);
     }
     static BOOL WINAPI StopTimer(HWND timerWindow, UINT_PTR id) {
-        s_calls.Add("KillTimer " + std::to_string(id));
+        s_calls.Add("KillTimer " + std::to_string(id) + Whose(timerWindow));
         if (!s_realTimers) return TRUE;
         return s_this->m_stopTimer.Original<decltype(::KillTimer)>()(timerWindow, id);
     }
@@ -105,14 +112,32 @@ TEST_F(CountdownTest, HasTheFocusOnItsDefaultButton) {
     EXPECT_EQ(LOWORD(::SendMessageW(window, DM_GETDEFID, 0, 0)), IDOK);
 }
 
+// That the dialog stands in the middle of `area`.
+void ExpectCentered(HWND dialog, const RECT& area) {
+    RECT place = {};
+    ::GetWindowRect(dialog, &place);
+    EXPECT_NEAR((place.left + place.right) / 2, (area.left + area.right) / 2, 1);
+    EXPECT_NEAR((place.top + place.bottom) / 2, (area.top + area.bottom) / 2, 1);
+}
+
 TEST_F(CountdownTest, WithoutAParentStandsInTheMiddleOfTheScreen) {
     Open();
-    RECT area = {};
     RECT work = {};
-    ::GetWindowRect(window, &area);
     ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-    EXPECT_NEAR((area.left + area.right) / 2, (work.left + work.right) / 2, 1);
-    EXPECT_NEAR((area.top + area.bottom) / 2, (work.top + work.bottom) / 2, 1);
+    ExpectCentered(window, work);
+}
+
+TEST_F(CountdownTest, WithAParentStandsInItsMiddle) {
+    RECT area = {};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    area = {area.left + 20, area.top + 20, area.left + 520, area.top + 320};  // in the corner of the screen
+    const HWND parent =
+        ::CreateWindowExW(0, L"Static", L"", WS_POPUP | WS_VISIBLE, area.left, area.top,
+                          area.right - area.left, area.bottom - area.top, nullptr, nullptr, nullptr, nullptr);
+    Open(parent);
+    ExpectCentered(window, area);
+    EXPECT_EQ(Press(IDCANCEL), 2);
+    ::DestroyWindow(parent);
 }
 
 TEST_F(CountdownTest, CountsDownByOneASecond) {
@@ -182,6 +207,12 @@ INSTANTIATE_TEST_SUITE_P(AfterSeconds, CountdownAnswerTest, testing::Values(0, 1
 TEST_F(CountdownTest, AnyNotificationOfItsButtonsCounts) {
     Open();
     EXPECT_EQ(Press(IDCANCEL, BN_SETFOCUS), 2);
+}
+
+TEST_F(CountdownTest, AnyNotificationOfItsDefaultButtonShutsDown) {
+    Open();
+    EXPECT_EQ(Press(IDOK, BN_SETFOCUS), 1);
+    EXPECT_THAT(Calls(), ElementsAre("SetTimer 1 1000", "shutdown", "KillTimer 1", "EndDialog 1"));
 }
 
 TEST_F(CountdownTest, EscCancels) {

@@ -8,16 +8,19 @@
 
 #include <chrono>
 
-// Runs `TDialog` without a parent until it ends. A test must end it before the ModalThread goes.
+// Runs `TDialog`, of `owner` or without a parent, until it ends. A test must end it before the ModalThread
+// goes.
 template <class TDialog>
 class ModalThread {
 public:
-    explicit ModalThread(const wchar_t* title)
-        : m_title(title), m_thread(::CreateThread(nullptr, 0, &Run, this, 0, nullptr)) {}
+    explicit ModalThread(const wchar_t* title, HWND owner = nullptr)
+        : m_title(title), m_owner(owner), m_thread(::CreateThread(nullptr, 0, &Run, this, 0, nullptr)) {}
     ModalThread(const ModalThread&) = delete;
     ModalThread& operator=(const ModalThread&) = delete;
     ~ModalThread() {
         if (!HasEnded()) ::PostMessageW(FindOwnDialog(m_title), WM_COMMAND, IDCANCEL, 0);
+        // An owner of ours is told of the dialog's end.
+        PumpUntil([&] { return HasEnded(); }, std::chrono::seconds(10));
         ::WaitForSingleObject(m_thread, INFINITE);
         ::CloseHandle(m_thread);
     }
@@ -44,12 +47,14 @@ public:
 
 private:
     static DWORD WINAPI Run(void* self) {
+        auto& thread = *static_cast<ModalThread*>(self);
         TDialog dialog;
-        static_cast<ModalThread*>(self)->m_result = dialog.DoModal(nullptr);
+        thread.m_result = dialog.DoModal(thread.m_owner);
         return 0;
     }
 
     const wchar_t* m_title;
+    const HWND m_owner;     // borrowed
     INT_PTR m_result = -3;  // written by the thread, read after its end
     HANDLE m_thread;
 };
