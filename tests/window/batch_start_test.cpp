@@ -73,6 +73,28 @@ TEST_F(BatchStartTest, ASecondCommandBeforeTheThreadRunsStartsASecondThread) {
     WaitForEnd();
 }
 
+TEST_F(BatchStartTest, ACommandWhileABatchRunsStartsASecondThread) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    converters.Plan({{.held = true}, {.held = true}});
+    PressConvert();
+    WaitForConverter(1);
+    ASSERT_TRUE(dialog->IsRunning());
+    Command(IDOK, BN_CLICKED);  // the button itself is disabled
+    EXPECT_THAT(s_threads.Calls(), SizeIs(2));
+    WaitForConverter(2);
+    converters.ReleaseAll();
+    WaitForEnd();
+}
+
+TEST_F(BatchStartTest, AnyNotificationOfTheButtonCounts) {
+    s_starts = false;
+    for (const int code : {BN_CLICKED, BN_PAINT, BN_SETFOCUS, BN_KILLFOCUS, 0x7FFF}) {
+        s_threads.Clear();
+        Command(IDOK, code);
+        EXPECT_THAT(s_threads.Calls(), SizeIs(1)) << code;
+    }
+}
+
 struct FolderCase {
     const char* name;
     const wchar_t* text;  // after the temporary folder, when it begins with a backslash
@@ -159,5 +181,29 @@ TEST_F(BatchWithoutFilesTest, TakesNoOtherStepOfABatch) {
         IsEmpty());
     EXPECT_THAT(calls.Calls(), IsEmpty());
 }
+
+// The rows are counted once more when the batch has made itself ready.
+class BatchEmptiedTest : public BatchFixture, public testing::WithParamInterface<const char*> {};
+
+TEST_P(BatchEmptiedTest, EndsWithoutAConverterAndWithTheMessage) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    worker.At(GetParam(), 1, [&] { ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0); });
+    RunBatch();
+    ASSERT_EQ(RowCount(), 0);
+    EXPECT_THAT(converters.Starts(), IsEmpty());
+    EXPECT_THAT(worker.Of({"LVM_GETITEMTEXTW", "SetTimer"}), IsEmpty());
+    EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !"));
+    EXPECT_FALSE(dialog->IsRunning());
+    EXPECT_EQ(Text(IDC_STATUS), L"");
+    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+    EXPECT_TRUE(IsEnabled(IDOK));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, BatchEmptiedTest,
+                         testing::Values("DeleteFileW", "UpdateWindow 1040", "SetCursor busy"),
+                         [](const auto& row) {
+                             const std::string call = row.param;
+                             return call.substr(0, call.find(' '));
+                         });
 
 }  // namespace

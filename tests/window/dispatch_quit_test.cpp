@@ -14,7 +14,7 @@ constexpr char kQuestion[] =
     "MessageBoxW owner=main text=Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ? "
     "caption=Talvenor type=0x24";
 
-// The four ways to ask for the window's end.
+// The ways to ask for the window's end.
 struct Way {
     const char* name;
     void (*ask)(HWND dialog, CMessageLoop& loop);
@@ -24,6 +24,10 @@ struct Way {
 const Way kWays[] = {
     {"Button",
      [](HWND dialog, CMessageLoop&) { ::SendMessageW(::GetDlgItem(dialog, IDCANCEL), BM_CLICK, 0, 0); }},
+    {"ButtonByAnotherNotification",
+     [](HWND dialog, CMessageLoop&) {
+         ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_SETFOCUS), 0);
+     }},
     {"CloseBox", [](HWND dialog, CMessageLoop&) { ::SendMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0); }},
     {"CloseMessage", [](HWND dialog, CMessageLoop&) { ::SendMessageW(dialog, WM_CLOSE, 0, 0); }},
     {"Escape",
