@@ -39,6 +39,11 @@ TEST_F(BatchInterpreterTest, RunsInTheProgramsFolder) {
     EXPECT_EQ(StartOf(L"C:\\Docs\\a.pdf").folder, folder.Path().wstring());
 }
 
+TEST_F(BatchInterpreterTest, RunsInTheRootOfTheDriveWhenTheProgramLiesThere) {
+    programPath = L"Q:\\Talvenor.exe";
+    EXPECT_EQ(StartOf(L"C:\\Docs\\a.pdf").folder, L"Q:\\");
+}
+
 TEST_F(BatchInterpreterTest, RunsEachFileInTheFolderThatTheProgramHadAtTheStart) {
     AddFiles({L"C:\\Docs\\a.pdf", L"C:\\Docs\\b.pdf"});
     worker.At("WaitForSingleObject process 1", 1, [] { programPath = L"C:\\Ailleurs\\Talvenor.exe"; });

@@ -64,6 +64,19 @@ TEST_F(BatchTimerTest, TheTimeIsThatOfTheFileAndNotOfTheBatch) {
     EndBatch(2);
 }
 
+TEST_F(BatchTimerTest, ATickWhileAConverterIsBeingStartedCountsFromThatStart) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.tick = 1'000'000;
+    converters.Plan({{.durationMs = 60'000}});
+    std::wstring shown;
+    worker.At("CreateProcessW", 2, [&] {
+        Tick(1'064'000);
+        shown = Cell(1, 1);
+    });
+    RunBatch();
+    EXPECT_EQ(shown, L"00:00:04");
+}
+
 TEST_F(BatchTimerTest, ATickAfterTheWrapOfTheCounterIsRight) {
     StartHeld(0xFFFFF000);
     Tick(0x2000);

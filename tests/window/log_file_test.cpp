@@ -2,6 +2,8 @@
 #include "tests/window/batch_fixture.h"
 #include "tests/window/scripted_log_calls.h"
 
+#include <shlwapi.h>
+
 namespace {
 
 using testing::ElementsAre;
@@ -122,6 +124,20 @@ TEST_F(LogFileTest, LiesWhereACutProgramFolderPoints) {
     EXPECT_EQ(worker.Count("CreateFileW Q:\\" + std::string(100, 'a') + "\\TalvenorLog.txt access"), 2);
     ASSERT_THAT(converters.Starts(), SizeIs(2));
     EXPECT_EQ(converters.Starts()[0].folder, L"Q:\\" + std::wstring(100, L'a'));
+}
+
+TEST_F(LogFileTest, LiesWhereTheSystemPutsItWhenTheProgramFolderLeavesNoRoomForItsName) {
+    log.opens = false;
+    const std::wstring programFolder = L"Q:\\" + std::wstring(242, L'd');
+    programPath = programFolder + L"\\Talvenor.exe";
+    wchar_t joined[600] = {};
+    ::lstrcpyW(joined, programFolder.c_str());
+    ASSERT_FALSE(::PathAppendW(joined, L"TalvenorLog.txt"));
+    RunBatch();
+    EXPECT_THAT(worker.Of({"DeleteFileW"}), ElementsAre("DeleteFileW " + Utf8(joined)));
+    EXPECT_EQ(worker.Count("CreateFileW " + Utf8(joined) + " access"), 2);
+    EXPECT_EQ(converters.Starts().at(0).folder, programFolder);
+    ExpectWholeBatch();
 }
 
 }  // namespace
