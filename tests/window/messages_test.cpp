@@ -40,9 +40,12 @@ protected:
 private:
     static int WINAPI Box(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
         s_boxes.Add((owner ? std::to_string(reinterpret_cast<ULONG_PTR>(owner)) : "none") + ' ' +
-                    (text ? Utf8(text) : "(null)") + '|' + (caption ? Utf8(caption) : "(null)") + '|' +
-                    std::to_string(type));
+                    Shown(text) + '|' + Shown(caption) + '|' + std::to_string(type));
         return s_answer;
+    }
+    static std::string Shown(LPCWSTR text) {
+        if (!text) return "(null)";
+        return IS_INTRESOURCE(text) ? "(id)" : Utf8(text);
     }
     static int WINAPI Load(HINSTANCE module, UINT id, LPWSTR buffer, int size) {
         s_loads.Add("LoadStringW " + std::to_string(id) + ' ' + std::to_string(size));
@@ -94,6 +97,16 @@ TEST_F(ShowMessageTest, GivesTheButtonThatWasPressed) {
 TEST_F(ShowMessageTest, AMissingStringIsAnEmptyText) {
     ShowMessage(nullptr, MAKEINTRESOURCEW(901), MAKEINTRESOURCEW(128), MB_OK);
     EXPECT_THAT(s_boxes.Calls(), ElementsAre("none |Talvenor|0"));
+}
+
+TEST_F(ShowMessageTest, EveryValueOfSixteenBitsIsAnId) {
+    ShowMessage(nullptr, MAKEINTRESOURCEW(1024), MAKEINTRESOURCEW(57345), MB_OK);
+    ShowMessage(nullptr, MAKEINTRESOURCEW(57345), MAKEINTRESOURCEW(65535), MB_OK);
+    ShowMessage(nullptr, MAKEINTRESOURCEW(65535), nullptr, MB_OK);
+    EXPECT_THAT(s_boxes.Calls(), ElementsAre("none |Ready|0", "none Ready||0", "none |(null)|0"));
+    EXPECT_THAT(s_loads.Calls(),
+                ElementsAre("LoadStringW 1024 256", "LoadStringW 57345 256", "LoadStringW 57345 256",
+                            "LoadStringW 65535 256", "LoadStringW 65535 256"));
 }
 
 struct LengthCase {
