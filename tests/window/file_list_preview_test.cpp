@@ -1,0 +1,72 @@
+// What F7 shows: the command line of which row, and options as they stand in their controls.
+#include "tests/window/main_window_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+class FileListPreviewTest : public MainWindowFixture {
+protected:
+    FileListPreviewTest() {
+        Create();
+        Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
+    }
+
+    void SetState(int row, UINT state, UINT mask) {
+        LVITEMW item = {};
+        item.state = state;
+        item.stateMask = mask;
+        ::SendMessageW(Control(IDC_FILE_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                       reinterpret_cast<LPARAM>(&item));
+    }
+    [[nodiscard]] int FocusedRow() const {
+        return static_cast<int>(
+            ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
+    }
+    // The box with this command line.
+    static std::string Preview(const std::string& commandLine) {
+        return "MessageBoxW owner=main text=" + commandLine + " caption=Talvenor type=0x40";
+    }
+};
+
+TEST_F(FileListPreviewTest, OfSeveralSelectedRowsTheFirstIsShownWhereverTheFocusIs) {
+    const HWND list = Control(IDC_FILE_LIST);
+    ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
+    SelectRow(0);
+    SetState(0, 0, LVIS_SELECTED);
+    SetState(2, LVIS_SELECTED, LVIS_SELECTED);
+    SetState(1, LVIS_SELECTED, LVIS_SELECTED);
+    ASSERT_EQ(FocusedRow(), 0);
+    ASSERT_EQ(SelectedRow(), 1);
+    PressListKey(VK_F7);
+    EXPECT_THAT(calls.Calls(),
+                ElementsAre(Preview("pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  \"C:\\in\\b.pdf\"")));
+}
+
+TEST_F(FileListPreviewTest, ThePathIsTheRowsAndNotTheStatusLines) {
+    SelectRow(1);
+    SetText(IDC_STATUS, L"C:\\in\\c.pdf");
+    PressListKey(VK_F7);
+    EXPECT_THAT(calls.Calls(),
+                ElementsAre(Preview("pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  \"C:\\in\\b.pdf\"")));
+}
+
+TEST_F(FileListPreviewTest, TheOutputFolderKeepsItsBlanks) {
+    SelectRow(0);
+    ::CheckDlgButton(Dialog(), IDC_OUTPUT_FOLDER_CHECK, BST_CHECKED);
+    SetText(IDC_OUTPUT_FOLDER, L"  D:\\out  ");
+    PressListKey(VK_F7);
+    EXPECT_THAT(calls.Calls(),
+                ElementsAre(Preview("pdf2djvu.exe -o \"  D:\\out  \\a.djvu\" -v  \"C:\\in\\a.pdf\"")));
+}
+
+TEST_F(FileListPreviewTest, TheResolutionKeepsItsZeros) {
+    SelectRow(0);
+    ::CheckDlgButton(Dialog(), IDC_RESOLUTION_CHECK, BST_CHECKED);
+    SetText(IDC_RESOLUTION, L"0300");
+    PressListKey(VK_F7);
+    EXPECT_THAT(calls.Calls(),
+                ElementsAre(Preview("pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v -d 0300 \"C:\\in\\a.pdf\"")));
+}
+
+}  // namespace
