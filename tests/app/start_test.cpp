@@ -1,7 +1,6 @@
-// How the program starts and ends: what it needs beside it, one copy at a time, its exit codes.
+// How the program starts and ends: what it needs beside it, what it keeps, its exit codes.
 #include "tests/app/app_fixture.h"
 
-#include "tests/app/real_input.h"
 #include "tests/equipment/file_bytes.h"
 
 #include <algorithm>
@@ -113,20 +112,6 @@ TEST_F(Start, ShowsAnEmptyWindowInTheMiddleOfTheWorkArea) {
     EXPECT_NEAR(window.top + window.bottom, work.top + work.bottom, kFrame);
 }
 
-TEST_F(Start, SecondCopyEndsWith0AndShowsNothing) {
-    AppTest::Start();
-    const driver::Program second(installed.Program());
-    bool shown = false;
-    const auto over = [&] {
-        shown = shown || !driver::Dialogs(second).empty();
-        return second.HasEnded();
-    };
-    ASSERT_TRUE(Comes(over)) << "the second copy stays";
-    EXPECT_FALSE(shown);
-    EXPECT_EQ(second.WaitForExit(kSoon), 0u);
-    EXPECT_EQ(Window().Quit(), 2u) << "the first copy is not what it was";
-}
-
 // In an order in which none of them undoes another: "--no-text" disables "--lines", and the output folder's
 // edit must not be left empty.
 constexpr int kBoxes[] = {id::kPagesBox,     id::kResolutionBox, id::kNoMetadata,     id::kNoOutline,
@@ -177,64 +162,6 @@ TEST_F(Start, KeepsNothingFromOneRunToTheNext) {
     for (const int box : kBoxes) EXPECT_FALSE(driver::IsChecked(window.Control(box))) << box;
     for (const int edit : kEdits) EXPECT_EQ(driver::Text(window.Control(edit)), L"") << edit;
     EXPECT_EQ(window.Quit(), 2u);
-}
-
-// The window of some other program, which the system has.
-HWND WaitForWindowOf(const driver::Program& program) {
-    struct Search {
-        DWORD process;
-        HWND found;
-    } search = {program.Id(), nullptr};
-    const auto appeared = [&] {
-        ::EnumWindows(
-            [](HWND window, LPARAM parameter) -> BOOL {
-                auto& [process, found] = *reinterpret_cast<Search*>(parameter);
-                DWORD owner = 0;
-                ::GetWindowThreadProcessId(window, &owner);
-                if (owner == process && ::IsWindowVisible(window)) found = window;
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&search));
-        return search.found != nullptr;
-    };
-    EXPECT_TRUE(driver::WaitUntil(appeared, kSoon));
-    return search.found;
-}
-
-TEST_F(Start, SecondCopyDoesNotBringTheFirstForward) {
-    AppTest::Start();
-    const driver::Program other(L"C:\\windows\\notepad.exe");
-    const HWND inFront = WaitForWindowOf(other);
-    input::BringToFront(inFront);
-    const driver::Program second(installed.Program());
-    ASSERT_TRUE(Comes([&] { return ::GetForegroundWindow() != inFront || second.HasEnded(); }));
-    ASSERT_EQ(second.WaitForExit(kSoon), 0u);
-    EXPECT_EQ(::GetForegroundWindow(), inFront);
-}
-
-TEST_F(Start, SecondCopyLeavesAMinimisedFirstCopyMinimised) {
-    AppTest::Start();
-    ::ShowWindow(Window().Window(), SW_MINIMIZE);
-    ASSERT_TRUE(Comes([&] { return ::IsIconic(Window().Window()) != FALSE; }));
-    const HWND inFrontBefore = ::GetForegroundWindow();
-    const driver::Program second(installed.Program());
-    ASSERT_EQ(second.WaitForExit(kSoon), 0u);
-    EXPECT_TRUE(::IsIconic(Window().Window()));
-    EXPECT_EQ(::GetForegroundWindow(), inFrontBefore);
-}
-
-TEST_F(Start, SecondCopyEndsAlsoWithoutAConverterBesideIt) {
-    AppTest::Start();
-    const InstalledProgram bare(Converter::None);
-    const driver::Program second(bare.Program());
-    EXPECT_EQ(second.WaitForExit(kSoon), 0u);
-}
-
-TEST_F(Start, StartsAgainAsSoonAsTheFirstCopyHasEnded) {
-    AppTest::Start();
-    ASSERT_EQ(Window().Quit(), 2u);
-    AppTest::Start();
-    EXPECT_EQ(Window().Quit(), 2u);
 }
 
 TEST_F(Start, OpensAsItIsAskedTo) {
