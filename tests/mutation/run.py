@@ -68,8 +68,8 @@ class Job:
             ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write)
-        self.environment["DISPLAY"] = ":" + os.read(read, 20).decode().strip()
-        os.close(read)
+        with os.fdopen(read) as number:  # the whole line: Xvfb ends when nobody reads to its end
+            self.environment["DISPLAY"] = ":" + number.readline().strip()
         self.holder = None
 
     @staticmethod
