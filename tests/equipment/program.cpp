@@ -1,9 +1,8 @@
 #include "tests/equipment/program.h"
 
 #include "tests/equipment/failure.h"
+#include "tests/equipment/process_start.h"
 #include "tests/equipment/text.h"
-
-#include <cstdio>
 
 namespace driver {
 namespace {
@@ -73,21 +72,10 @@ Program::Program(const std::wstring& path, const StartOptions& options) : m_job(
     // Detached: with a console to inherit, every converter would write into ours instead of opening its own.
     constexpr DWORD kFlags = DETACHED_PROCESS | CREATE_SUSPENDED | CREATE_UNICODE_ENVIRONMENT;
     const wchar_t* const directory = options.directory.empty() ? nullptr : options.directory.c_str();
-    const auto start = [&] {
+    StartProcess(ToUtf8(path), [&] {
         return ::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, kFlags,
                                 environment.data(), directory, &startup, &started);
-    };
-    BOOL isStarted = start();
-    // Wine has been seen to lose a new process on its way, once; nothing of ours has run then.
-    if (!isStarted && ::GetLastError() == ERROR_INTERNAL_ERROR) {
-        std::printf("[ ATTENTION] CreateProcessW(%s) failed with an internal error: trying once more\n",
-                    ToUtf8(path).c_str());
-        isStarted = start();
-    }
-    if (!isStarted) {
-        const DWORD error = ::GetLastError();
-        FailCall("CreateProcessW(" + ToUtf8(path) + ")", error);
-    }
+    });
     m_process = UniqueHandle(started.hProcess);
     const UniqueHandle thread(started.hThread);
     m_processId = started.dwProcessId;

@@ -1,8 +1,9 @@
 #include "tests/faults/harness/child_process.h"
 
+#include "tests/equipment/process_start.h"
+
 #include <array>
 #include <filesystem>
-#include <stdexcept>
 
 std::wstring TestFolder() {
     std::array<wchar_t, MAX_PATH> self{};
@@ -19,10 +20,10 @@ DWORD RunChildProcess(const std::string& program, const std::vector<std::string>
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    if (!::CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                          &process)) {
-        throw std::runtime_error("cannot be started: " + program);
-    }
+    driver::StartProcess(program, [&] {
+        return ::CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                &startup, &process);
+    });
     ::CloseHandle(process.hThread);
     if (::WaitForSingleObject(process.hProcess, limitMs) != WAIT_OBJECT_0) {
         ::TerminateProcess(process.hProcess, kEndedForTime);
