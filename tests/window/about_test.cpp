@@ -73,6 +73,12 @@ TEST_F(AboutTest, OtherCommandsAreLeftAlone) {
     EXPECT_FALSE(about.HasEnded());
 }
 
+TEST_F(AboutTest, OtherCommandsGetDefaultProcessing) {
+    CAboutDlg about;
+    LRESULT result = 0;
+    EXPECT_FALSE(about.ProcessWindowMessage(nullptr, WM_COMMAND, 3, 0, result, 0));
+}
+
 struct VersionCase {
     const char* name;
     DWORD fileVersion;

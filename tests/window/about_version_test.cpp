@@ -32,11 +32,11 @@ TEST_F(ProgramVersionTest, IsReadFromTheProgramsResourceIntoAZeroedBlockThatIsFr
     EXPECT_EQ(read.build, 3u);
     EXPECT_EQ(read.revision, 7u);
     EXPECT_TRUE(read.preRelease);
-    EXPECT_THAT(
-        version.calls.Calls(),
-        ElementsAre("GetModuleFileNameW 259", "LoadLibraryW C:\\windows\\system32\\version.dll",
-                    "GetFileVersionInfoSizeW C:\\Outils\\Talvenor.exe", "HeapAlloc 640 zeroed",
-                    "GetFileVersionInfoW C:\\Outils\\Talvenor.exe 640", "VerQueryValueW \\", "HeapFree"));
+    EXPECT_THAT(version.calls.Calls(),
+                ElementsAre("GetModuleFileNameW 259", "LoadLibraryW C:\\windows\\system32\\version.dll",
+                            "GetFileVersionInfoSizeW C:\\Outils\\Talvenor.exe", "HeapAlloc 640 zeroed",
+                            "GetFileVersionInfoW C:\\Outils\\Talvenor.exe 640", "VerQueryValueW \\",
+                            "HeapFree", "FreeLibrary"));
 }
 
 class ProgramVersionFailureTest : public ProgramVersionTest,
@@ -46,6 +46,9 @@ TEST_P(ProgramVersionFailureTest, IsVersionZero) {
     version.failing = GetParam();
     EXPECT_EQ(FormatVersion(ReadProgramVersion()), L"Version 0.0 (64-bit)");
     const std::vector<std::string> calls = version.calls.Calls();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "FreeLibrary"),
+              version.failing == "LoadLibraryW" ? 0 : 1);
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "FreeLibrary of none"), 0);
     EXPECT_EQ(
         std::count(calls.begin(), calls.end(), "HeapFree"),
         version.failing == "HeapAlloc" ? 0 : std::count(calls.begin(), calls.end(), "HeapAlloc 640 zeroed"));

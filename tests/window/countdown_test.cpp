@@ -243,6 +243,12 @@ TEST_F(CountdownTest, OtherCommandsAreLeftAlone) {
     EXPECT_THAT(Calls(), ElementsAre("SetTimer 1 1000"));
 }
 
+TEST_F(CountdownTest, OtherCommandsGetDefaultProcessing) {
+    CShutMeDownDlg countdown;
+    LRESULT result = 0;
+    EXPECT_FALSE(countdown.ProcessWindowMessage(nullptr, WM_COMMAND, 3, 0, result, 0));
+}
+
 TEST_F(CountdownTest, TheSystemsTimerCountsTheSeconds) {
     s_realTimers = true;
     Open();

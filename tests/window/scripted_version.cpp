@@ -22,7 +22,13 @@ ScriptedVersion::ScriptedVersion() {
 HMODULE WINAPI ScriptedVersion::Load(LPCWSTR path) {
     s_current->calls.Add("LoadLibraryW " + Utf8(path));
     if (s_current->failing == "LoadLibraryW") return nullptr;
-    return s_current->m_load.Original<decltype(::LoadLibraryW)>()(path);
+    return s_current->m_library = s_current->m_load.Original<decltype(::LoadLibraryW)>()(path);
+}
+
+BOOL WINAPI ScriptedVersion::Unload(HMODULE library) {
+    if (library == s_current->m_library)
+        s_current->calls.Add(library ? "FreeLibrary" : "FreeLibrary of none");
+    return s_current->m_unload.Original<decltype(::FreeLibrary)>()(library);
 }
 
 FARPROC WINAPI ScriptedVersion::Find(HMODULE library, LPCSTR name) {

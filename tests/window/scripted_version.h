@@ -15,6 +15,7 @@
 //   HeapAlloc 640 zeroed, HeapFree        (of a block of the resource's size)
 //   GetFileVersionInfoW C:\...\Talvenor.exe 640
 //   VerQueryValueW \                      (of that block)
+//   FreeLibrary                           (of the library that was loaded)
 class ScriptedVersion {
 public:
     // By whatever the product calls: a name here makes that call fail, or that function absent.
@@ -31,6 +32,7 @@ public:
 
 private:
     static HMODULE WINAPI Load(LPCWSTR path);
+    static BOOL WINAPI Unload(HMODULE library);
     static FARPROC WINAPI Find(HMODULE library, LPCSTR name);
     static LPVOID WINAPI Allocate(HANDLE heap, DWORD flags, SIZE_T size);
     static BOOL WINAPI Free(HANDLE heap, DWORD flags, LPVOID block);
@@ -41,8 +43,10 @@ private:
 
     static inline ScriptedVersion* s_current = nullptr;
 
-    LPVOID m_block = nullptr;  // the product's
+    LPVOID m_block = nullptr;     // the product's
+    HMODULE m_library = nullptr;  // the product's
     ReplacedImport m_load{"LoadLibraryW", &Load};
+    ReplacedImport m_unload{"FreeLibrary", &Unload};
     ReplacedImport m_find{"GetProcAddress", &Find};
     ReplacedImport m_allocate{"HeapAlloc", &Allocate};
     ReplacedImport m_free{"HeapFree", &Free};
