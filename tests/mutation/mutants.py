@@ -41,6 +41,8 @@ SKIPPED = re.compile(r"^\s*(#|//|using |static_assert|template|namespace|class |
 CALL = re.compile(r"^(\s+)(?!return\b|const\b|auto\b|if\b|for\b|while\b|case\b|throw\b|else\b|do\b)[\w:.>\-\[\]]+\(.*\);\s*(//.*)?$")
 ASSIGNMENT = re.compile(r"^(\s+)[\w.\->\[\]]+(\.\w+)* [-+|&]?= .*;\s*(//.*)?$")
 SOLE_IF = re.compile(r"^(\s+)(else )?if \((?!const |auto )(.*)\) (\{|return.*;|continue;|break;|[\w:.>\-]+\(.*\);|[\w]+ .?= .*;)$")
+# Names of the value 0: with a 0 in their place nothing is changed.
+ZEROS = {"BN_CLICKED", "LVCFMT_LEFT", "MB_OK", "SW_HIDE"}
 NUMBER = re.compile(r"(?<![\w.\"'])(\d+)(?![\w.\"'])")
 
 
@@ -89,7 +91,7 @@ def mutants_of(path, root):
         for found in re.finditer(r'L"(_+)"', code):
             yield Mutant(name, number, "other text", line[: found.end() - 1] + "x" + line[found.end() - 1:])
         for found in re.finditer(r"\b(SW_|MB_|WM_|OFN_|LVIS_|LVIF_|LVM_|LVSCW_|BIF_|CSIDL_|FILE_|OPEN_|GENERIC_|TOKEN_|TTF_|TTS_|LVCF|LVNI_|BN_|EN_)(\w+)\b", code):
-            if "case " in code:
+            if "case " in code or found.group(0) in ZEROS:
                 continue
             yield Mutant(name, number, f"{found.group(0)} -> 0",
                          line[: found.start()] + "0" + line[found.end():])
