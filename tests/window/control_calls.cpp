@@ -66,6 +66,7 @@ BOOL WINAPI Destroy(HWND window) {
 const char* MessageName(UINT message) {
     static const std::map<UINT, const char*> kNames = {
         {WM_SETICON, "WM_SETICON"},
+        {WM_SETREDRAW, "WM_SETREDRAW"},
         {WM_COMMAND, "WM_COMMAND"},
         {BM_SETIMAGE, "BM_SETIMAGE"},
         {LVM_SETEXTENDEDLISTVIEWSTYLE, "LVM_SETEXTENDEDLISTVIEWSTYLE"},

@@ -117,6 +117,21 @@ TEST_F(FileListTest, ARowThatCannotBeAddedIsLeftOutInSilence) {
         << "only the last one is a duplicate of a row";
 }
 
+TEST_F(FileListTest, TheListIsNotDrawnWhileRowsAreAdded) {
+    const ControlCalls recorded(calls);
+    Drop({L"C:\\in\\a.txt", L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    EXPECT_THAT(
+        Only({"WM_SETREDRAW", "LVM_INSERTITEMW"}, calls.Calls()),
+        ElementsAre("WM_SETREDRAW 1040 0 0", "LVM_INSERTITEMW 1040 row=0 column=0 mask=1 \"C:\\in\\a.pdf\"",
+                    "LVM_INSERTITEMW 1040 row=1 column=0 mask=1 \"C:\\in\\b.pdf\"", "WM_SETREDRAW 1040 1 0"));
+}
+
+TEST_F(FileListTest, ADropThatAddsNothingDrawsNothing) {
+    const ControlCalls recorded(calls);
+    Drop({L"C:\\in\\a.txt"});
+    EXPECT_THAT(calls.Calls(), IsEmpty());
+}
+
 TEST_F(FileListTest, TheListIsDrawnAgainAfterwards) {
     ::ShowWindow(Dialog(), SW_SHOWNA);
     Drop({L"C:\\in\\a.pdf", L"C:\\in\\a.pdf"});
