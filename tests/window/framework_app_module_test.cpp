@@ -38,6 +38,12 @@ TEST_F(FrameworkAppModuleTest, RecordsTheThreadThatInitialisesItAsTheMainThread)
     EXPECT_EQ(m_module.MainThreadId(), ::GetCurrentThreadId());
 }
 
+TEST_F(FrameworkAppModuleTest, KnowsNoThreadAndNoResourcesAfterItsEnd) {
+    Terminate();
+    EXPECT_EQ(m_module.MainThreadId(), 0u);
+    EXPECT_EQ(m_module.ResourceInstance(), nullptr);
+}
+
 TEST_F(FrameworkAppModuleTest, ResourcesComeFromTheModuleItIsGiven) {
     EXPECT_EQ(m_module.ResourceInstance(), ::GetModuleHandleW(nullptr));
     EXPECT_THAT(m_module.ResourceModules(), ElementsAre(::GetModuleHandleW(nullptr)));

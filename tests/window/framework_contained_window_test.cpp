@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,7 @@ public:
                               DWORD section) override {
         last = {window, message, wParam, lParam, section};
         messages.push_back(message);
-        result = answer;
+        if (answer) result = *answer;
         if (during) during(message);
         return handles;
     }
@@ -41,7 +42,7 @@ public:
     };
     Call last = {};
     std::vector<UINT> messages;
-    LRESULT answer = 0;
+    std::optional<LRESULT> answer = 0;
     bool handles = false;
     std::function<void(UINT)> during;
 };
@@ -116,6 +117,14 @@ TEST_F(FrameworkContainedWindowTest, WhatTheOwnerHandlesStaysWithItAndItsResultI
     EXPECT_EQ(::SendMessageW(m_edit, WM_CHAR, L'7', 1), 99);
     m_owner.handles = false;
     EXPECT_EQ(Text(), L"");
+}
+
+TEST_F(FrameworkContainedWindowTest, WhatIsHandledWithoutAResultIsAnsweredWithZero) {
+    m_contained->SubclassWindow(m_edit);
+    m_owner.handles = true;
+    m_owner.answer.reset();
+    EXPECT_EQ(::SendMessageW(m_edit, kAsked, 0, 0), 0);
+    m_owner.handles = false;
 }
 
 TEST_F(FrameworkContainedWindowTest, TheControlMayEndFirst) {

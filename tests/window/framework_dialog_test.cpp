@@ -101,6 +101,14 @@ TEST_F(FrameworkDialogTest, AnUnhandledMessageGetsDefaultProcessing) {
     EXPECT_EQ(Send(kAsked), 0);
 }
 
+TEST_F(FrameworkDialogTest, WhatIsHandledWithoutAResultIsAnsweredWithZero) {
+    m_dialog.handlers[kAsked] = [](LRESULT&) {};
+    m_dialog.Create(nullptr);
+    ::SetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT, 5);
+    EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), TRUE);
+    EXPECT_EQ(::GetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT), 0);
+}
+
 TEST_F(FrameworkDialogTest, SomeMessagesGiveTheirResultDirectly) {
     m_dialog.Create(nullptr);
     ::SetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT, 5);
