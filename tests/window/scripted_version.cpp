@@ -68,8 +68,9 @@ DWORD WINAPI ScriptedVersion::GetSize(LPCWSTR path, LPDWORD /*handle*/) {
     return s_current->failing == "GetFileVersionInfoSizeW" ? 0 : s_current->size;
 }
 
-BOOL WINAPI ScriptedVersion::GetInfo(LPCWSTR path, DWORD /*handle*/, DWORD size, LPVOID block) {
-    s_current->calls.Add("GetFileVersionInfoW " + Utf8(path) + ' ' + std::to_string(size));
+BOOL WINAPI ScriptedVersion::GetInfo(LPCWSTR path, DWORD handle, DWORD size, LPVOID block) {
+    s_current->calls.Add("GetFileVersionInfoW " + Utf8(path) + ' ' + std::to_string(size) +
+                         (handle == 0 ? "" : " with a handle"));
     if (!block) return FALSE;  // reading nothing into a block succeeds
     // The block is zeroed when it comes here.
     const auto* const bytes = static_cast<const char*>(block);
