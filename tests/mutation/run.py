@@ -64,8 +64,9 @@ class Job:
             self.copy(root / name, self.source / name)
         self.environment = dict(os.environ, WINEPREFIX=str(self.folder / "prefix"))
         read, write = os.pipe()
-        self.display = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+        self.display = subprocess.Popen(  # ends with us, however that comes
+            ["setpriv", "--pdeathsig", "TERM", "--",
+             "Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as number:  # the whole line: Xvfb ends when nobody reads to its end

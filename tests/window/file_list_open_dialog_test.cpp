@@ -74,6 +74,7 @@ TEST_F(FileListOpenDialogTest, TheDialogIsAskedForSeveralPdfsThatExist) {
     EXPECT_EQ(OpenDialog::filter, std::wstring(L"Fichiers PDF (*.pdf)\0*.pdf", 26));
     EXPECT_EQ(asked.lpstrCustomFilter, nullptr);
     EXPECT_EQ(asked.nMaxCustFilter, 0u);
+    EXPECT_EQ(asked.nFilterIndex, 1u);
     EXPECT_EQ(OpenDialog::initialName, L"");
     EXPECT_EQ(asked.nMaxFile, 25'740u);
     EXPECT_EQ(asked.lpstrFileTitle, nullptr);
