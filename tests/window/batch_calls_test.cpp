@@ -101,8 +101,7 @@ TEST_F(BatchCallsTest, FromTheLastFileToTheIdleState) {
 
 TEST_F(BatchCallsTest, AListOfManySelectionsIsClearedBeforeARowIsSelected) {
     AddFiles({L"C:\\in\\a.pdf"});
-    const HWND list = Control(IDC_FILE_LIST);
-    ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
+    AllowSeveralSelectedRows();
     RunBatch();
     EXPECT_THAT(worker.Between("LVM_GETITEMTEXTW 0,0", "LVM_ENSUREVISIBLE"),
                 ElementsAre("LVM_GETITEMTEXTW 0,0", "LVM_SETITEMSTATE -1 state=0 mask=2",

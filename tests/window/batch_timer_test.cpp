@@ -15,12 +15,7 @@ protected:
         PressConvert();
         WaitForConverter(1);
     }
-    void Deselect() {
-        LVITEMW item = {};
-        item.stateMask = LVIS_SELECTED;
-        ::SendMessageW(Control(IDC_FILE_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(-1),
-                       reinterpret_cast<LPARAM>(&item));
-    }
+    void Deselect() { SetRowState(-1, 0, LVIS_SELECTED); }
     void EndBatch(int held = 1) {
         converters.Release(held);
         WaitForEnd();

@@ -12,13 +12,6 @@ protected:
         Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
     }
 
-    void SetState(int row, UINT state, UINT mask) {
-        LVITEMW item = {};
-        item.state = state;
-        item.stateMask = mask;
-        ::SendMessageW(Control(IDC_FILE_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                       reinterpret_cast<LPARAM>(&item));
-    }
     [[nodiscard]] int FocusedRow() const {
         return static_cast<int>(
             ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
@@ -30,12 +23,11 @@ protected:
 };
 
 TEST_F(FileListPreviewTest, OfSeveralSelectedRowsTheFirstIsShownWhereverTheFocusIs) {
-    const HWND list = Control(IDC_FILE_LIST);
-    ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
+    AllowSeveralSelectedRows();
     SelectRow(0);
-    SetState(0, 0, LVIS_SELECTED);
-    SetState(2, LVIS_SELECTED, LVIS_SELECTED);
-    SetState(1, LVIS_SELECTED, LVIS_SELECTED);
+    SetRowState(0, 0, LVIS_SELECTED);
+    SetRowState(2, LVIS_SELECTED, LVIS_SELECTED);
+    SetRowState(1, LVIS_SELECTED, LVIS_SELECTED);
     ASSERT_EQ(FocusedRow(), 0);
     ASSERT_EQ(SelectedRow(), 1);
     PressListKey(VK_F7);

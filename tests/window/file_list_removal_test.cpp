@@ -32,12 +32,9 @@ TEST_F(FileListRemovalTest, DeleteWithoutASelectionRemovesNothing) {
 }
 
 TEST_F(FileListRemovalTest, DeleteOfSeveralSelectedRowsRemovesTheFirst) {
-    const HWND list = Control(IDC_FILE_LIST);
-    ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
-    LVITEMW item = {};
-    item.state = item.stateMask = LVIS_SELECTED;
-    for (const WPARAM row : std::initializer_list<WPARAM>{2, 1})
-        ::SendMessageW(list, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+    AllowSeveralSelectedRows();
+    SetRowState(2, LVIS_SELECTED, LVIS_SELECTED);
+    SetRowState(1, LVIS_SELECTED, LVIS_SELECTED);
     PressListKey(VK_DELETE);
     EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\a.pdf", L"C:\\in\\c.pdf"));
 }

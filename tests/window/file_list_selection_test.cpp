@@ -32,13 +32,6 @@ protected:
         ReportChange(row, oldState, newState);
         return Only({"LVM_SETITEMSTATE", "LVM_SETSELECTIONMARK", "LVM_ENSUREVISIBLE"}, calls.Calls());
     }
-    void SetState(int row, UINT state, UINT mask) {
-        LVITEMW item = {};
-        item.state = state;
-        item.stateMask = mask;
-        ::SendMessageW(Control(IDC_FILE_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                       reinterpret_cast<LPARAM>(&item));
-    }
     [[nodiscard]] std::vector<int> RowsWith(UINT state) const {
         std::vector<int> rows;
         for (int row = 0; row < RowCount(); ++row) {
@@ -47,10 +40,6 @@ protected:
             }
         }
         return rows;
-    }
-    void AllowSeveralSelectedRows() {
-        const HWND list = Control(IDC_FILE_LIST);
-        ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
     }
     void ExpectCurrent(int row) {
         EXPECT_THAT(RowsWith(LVIS_SELECTED), ElementsAre(row));
@@ -66,10 +55,10 @@ TEST_F(FileListSelectionTest, NoRowIsSelectedAfterADrop) {
 }
 
 TEST_F(FileListSelectionTest, ARowThatGainsTheFocusBecomesTheSelectedOne) {
-    SetState(1, LVIS_FOCUSED, LVIS_FOCUSED);
+    SetRowState(1, LVIS_FOCUSED, LVIS_FOCUSED);
     ExpectCurrent(1);
     EXPECT_EQ(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETSELECTIONMARK, 0, 0), 1);
-    SetState(2, LVIS_FOCUSED, LVIS_FOCUSED);
+    SetRowState(2, LVIS_FOCUSED, LVIS_FOCUSED);
     ExpectCurrent(2);
 }
 
@@ -91,7 +80,7 @@ TEST_F(FileListSelectionTest, SelectingAnotherRowLeavesOnlyThatOneSelected) {
 
 TEST_F(FileListSelectionTest, ARowThatLosesItsSelectionIsNotSelectedAgain) {
     SelectRow(1);
-    SetState(-1, 0, LVIS_SELECTED);
+    SetRowState(-1, 0, LVIS_SELECTED);
     EXPECT_EQ(SelectedRow(), -1) << "the row still has the focus, but has not gained it";
 }
 
@@ -139,7 +128,7 @@ TEST_F(FileListSelectionTest, ARowThatIsJustBeingDeselectedIsNotSelectedAgain) {
 
 TEST_F(FileListSelectionTest, AChangeOfAnyKindCounts) {
     for (const UINT kind : {UINT{LVIF_TEXT}, UINT{LVIF_IMAGE}, 0u}) {
-        SetState(-1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+        SetRowState(-1, 0, LVIS_SELECTED | LVIS_FOCUSED);
         SetText(IDC_STATUS, L"as it was");
         ReportChange(1, LVIS_FOCUSED, LVIS_FOCUSED, kind);
         ExpectCurrent(1);
@@ -170,7 +159,7 @@ TEST_F(FileListSelectionTest, TheCurrentRowIsScrolledIntoView) {
     for (int number = 0; number < 100; ++number)
         many.push_back(L"C:\\many\\" + std::to_wstring(number) + L".pdf");
     Drop(many);
-    SetState(90, LVIS_FOCUSED, LVIS_FOCUSED);
+    SetRowState(90, LVIS_FOCUSED, LVIS_FOCUSED);
     const auto top = static_cast<int>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETTOPINDEX, 0, 0));
     const auto seen = static_cast<int>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETCOUNTPERPAGE, 0, 0));
     EXPECT_LE(top, 90);

@@ -87,8 +87,18 @@ int MainWindowFixture::ColumnWidth(int column) const {
 }
 
 void MainWindowFixture::SelectRow(int row) {
+    SetRowState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+void MainWindowFixture::AllowSeveralSelectedRows() {
+    const HWND list = Control(IDC_FILE_LIST);
+    ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
+}
+
+void MainWindowFixture::SetRowState(int row, UINT state, UINT mask) {
     LVITEMW item = {};
-    item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = state;
+    item.stateMask = mask;
     ::SendMessageW(Control(IDC_FILE_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
                    reinterpret_cast<LPARAM>(&item));
 }

@@ -59,6 +59,8 @@ protected:
     [[nodiscard]] int SelectedRow() const;
     [[nodiscard]] int ColumnWidth(int column) const;
     void SelectRow(int row);
+    void AllowSeveralSelectedRows();
+    void SetRowState(int row, UINT state, UINT mask);
     void PressListKey(WORD key);
     // Sends the list a drop of these paths.
     void Drop(const std::vector<std::wstring>& paths);

@@ -1,6 +1,7 @@
 // The main window's set-up as a whole: its steps in their order, where the converter is looked for, and what
 // happens without it.
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/path_steps.h"
 #include "tests/window/setup_calls.h"
 
 #include <filesystem>
@@ -154,24 +155,13 @@ TEST_F(SetUpTest, AConverterInTheCurrentFolderDoesNotCount) {
 }
 
 // Which functions make the converter's path.
-struct PathCalls {
-    static inline std::vector<std::string> steps;
-
+struct PathCalls : PathSteps {
     static DWORD WINAPI ModuleFileName(HMODULE module, LPWSTR path, DWORD size) {
         steps.push_back("GetModuleFileNameW " +
                         std::string(module == ::GetModuleHandleW(nullptr) ? "own" : "other") + ' ' +
                         std::to_string(size));
         ::lstrcpyW(path, L"C:\\a.b\\c.d.exe");
         return 14;
-    }
-    static void WINAPI RemoveExtension(LPWSTR path) {
-        steps.push_back("PathRemoveExtensionW " + Utf8(path));
-        ::lstrcpyW(path, L"C:\\without\\extension");
-    }
-    static BOOL WINAPI RemoveFileSpec(LPWSTR path) {
-        steps.push_back("PathRemoveFileSpecW " + Utf8(path));
-        ::lstrcpyW(path, L"C:\\folder");
-        return TRUE;
     }
     static BOOL WINAPI Append(LPWSTR path, LPCWSTR name) {
         steps.push_back("PathAppendW " + Utf8(path) + " + " + Utf8(name));

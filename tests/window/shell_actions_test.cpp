@@ -1,5 +1,6 @@
 // What is handed to the shell: the destination folder and the log.
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/path_steps.h"
 
 #include <shellapi.h>
 
@@ -157,19 +158,6 @@ TEST_F(ShellActionTest, TheFolderOfALongPathIsOpenedWhole) {
     OpenDestination();
     EXPECT_THAT(Folders(), ElementsAre(pdfFolder));
 }
-
-struct PathSteps {
-    static inline std::vector<std::string> steps;
-    static void WINAPI RemoveExtension(LPWSTR path) {
-        steps.push_back("PathRemoveExtensionW " + Utf8(path));
-        ::lstrcpyW(path, L"C:\\without\\extension");
-    }
-    static BOOL WINAPI RemoveFileSpec(LPWSTR path) {
-        steps.push_back("PathRemoveFileSpecW " + Utf8(path));
-        ::lstrcpyW(path, L"C:\\folder");
-        return TRUE;
-    }
-};
 
 TEST_F(ShellActionTest, PathsLoseTheirExtensionBeforeTheirLastComponent) {
     Drop({L"C:\\in\\a.pdf"});
