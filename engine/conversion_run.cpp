@@ -4,7 +4,9 @@
 
 #include "ui/main_dlg.h"
 
+#include "engine/awake_system.h"
 #include "engine/command_line.h"
+#include "engine/console_request.h"
 #include "engine/output_path.h"
 #include "log/messages.h"
 #include "log/path_buffer.h"
@@ -32,16 +34,6 @@ std::wstring InterpreterPath() {
     return std::wstring(systemFolder) + L"\\cmd.exe";
 }
 
-// EnumWindows: asks the first window of the process to close and ends the search there.
-BOOL CALLBACK CloseWindowOfProcess(HWND window, LPARAM processId) {
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(window, &owner);
-    if (owner != static_cast<DWORD>(processId)) return TRUE;
-    // Sent, but without waiting: a console that hangs must not take our window with it.
-    ::SendNotifyMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
-    return FALSE;
-}
-
 }  // namespace
 
 void CMainDlg::StartConversion() {
@@ -50,8 +42,9 @@ void CMainDlg::StartConversion() {
                     MB_OK | MB_ICONERROR);
         return;
     }
-    // Nothing is disabled here: the worker takes the window into the running state. A thread that cannot be
-    // had leaves the window as it is, which is all there is to say.
+    m_taskbarProgress.Prepare(m_hWnd);
+    // Nothing is disabled here: the worker takes the window into the running state. If the thread cannot be
+    // created, the window stays idle and nothing is reported.
     ++m_workers;
     constexpr auto kFailed = static_cast<std::uintptr_t>(-1);
     if (::_beginthread(&ConversionThreadProc, 0, this) == kFailed) --m_workers;
@@ -64,6 +57,8 @@ void CMainDlg::ConversionThreadProc(void* dialog) {
 }
 
 void CMainDlg::ConvertAll() {
+    // First: a stop that finds the batch running then knows its number.
+    const unsigned batch = m_taskbarProgress.BeginBatch();
     m_running = true;
     SetRunningState(true);
     // Deliberate: a batch without files goes on, in the running state, until the user stops it.
@@ -76,17 +71,26 @@ void CMainDlg::ConvertAll() {
     ::DeleteFileW(LogPath().c_str());  // there may be none
     FitColumns(true);
     const HCURSOR previousCursor = ::SetCursor(::LoadCursorW(nullptr, IDC_APPSTARTING));
-    ConvertRows(programFolder);
+    {
+        AwakeSystem awake;
+        ConvertRows(programFolder, batch, awake);
+        OfferShutdown();
+        // Here, before the message that waits for somebody to read it: the machine may sleep until then.
+    }
+    m_taskbarProgress.EndBatch(batch);
     EndBatch();
     ::SetCursor(previousCursor);
 }
 
-void CMainDlg::ConvertRows(const std::wstring& programFolder) {
+void CMainDlg::ConvertRows(const std::wstring& programFolder, unsigned batch, AwakeSystem& awake) {
     int row = 0;
-    if (RowCount() < 1) return;
+    int rows = RowCount();
+    if (rows < 1) return;
     std::wstring pdfPath;
     do {
         if (!m_running) return;
+        awake.Hold();
+        m_taskbarProgress.Report(batch, row, rows);
         GetListItemText(row, 0, pdfPath);
         SelectListItem(row);
         SetStatusText(LoadText(IDS_CONVERTING) + pdfPath);
@@ -94,16 +98,20 @@ void CMainDlg::ConvertRows(const std::wstring& programFolder) {
         const std::wstring arguments = BuildInterpreterArguments(converter, IsChecked(IDC_HIDE_OUTPUT));
         if (!RunConverter(arguments, programFolder, pdfPath)) return;
         ++row;
-    } while (row < RowCount());
+        rows = RowCount();
+    } while (row < rows);
+    m_taskbarProgress.Report(batch, row, rows);
+}
+
+// Deliberate: also after a batch that was stopped or failed. Whoever goes to bed wants the machine off, and
+// whoever is there can cancel.
+void CMainDlg::OfferShutdown() {
+    if (!IsChecked(IDC_SHUT_DOWN)) return;
+    CShutMeDownDlg countdown;
+    countdown.DoModal(::GetActiveWindow());
 }
 
 void CMainDlg::EndBatch() {
-    // Deliberate: also after a batch that was stopped or failed. Whoever goes to bed wants the machine off,
-    // and whoever is there can cancel.
-    if (IsChecked(IDC_SHUT_DOWN)) {
-        CShutMeDownDlg countdown;
-        countdown.DoModal(::GetActiveWindow());
-    }
     ClearListSelection();
     if (m_running) {
         ShowMessage(m_hWnd, MAKEINTRESOURCEW(IDS_CONVERSION_FINISHED), MAKEINTRESOURCEW(IDS_PROGRAM_NAME),
@@ -134,6 +142,10 @@ bool CMainDlg::RunConverter(const std::wstring& arguments, const std::wstring& w
         ::WaitForSingleObject(process.Get(), INFINITE);
         DWORD exitCode = STILL_ACTIVE;  // what cannot be read is no success
         ::GetExitCodeProcess(process.Get(), &exitCode);
+        // No longer to be looked for: once its handle is closed the system may give the id to any program.
+        // Another worker may have written that of its own interpreter meanwhile, which stays.
+        DWORD own = started.dwProcessId;
+        m_converterProcessId.compare_exchange_strong(own, 0);
         converted = exitCode == 0;
         if (!converted) m_running = false;
     }
@@ -159,6 +171,7 @@ bool CMainDlg::RunInterpreter(const std::wstring& arguments, const std::wstring&
     ::SetTimer(m_hWnd, kElapsedTimerId, kElapsedPeriodMs, nullptr);
     if (::CreateProcessW(interpreter.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
                          workingFolder.c_str(), &startup, &process)) {
+        m_converterJob.Add(process.hProcess);
         return true;
     }
     // At once: even freeing a text may change the last error. Deliberate: the batch ends but still counts as
@@ -167,8 +180,18 @@ bool CMainDlg::RunInterpreter(const std::wstring& arguments, const std::wstring&
     return false;
 }
 
+// Asks the console of the interpreter that runs to close, and ends what has none that could be asked. Nothing
+// is sent to anybody when no interpreter runs.
 void CMainDlg::RequestConverterClose() const {
-    ::EnumWindows(&CloseWindowOfProcess, static_cast<LPARAM>(m_converterProcessId.load()));
+    UniqueHandle process;  // as long as it is held, the id is no other program's
+    DWORD processId = 0;
+    do {
+        processId = m_converterProcessId;
+        if (processId == 0) return;
+        process.Reset(::OpenProcess(SYNCHRONIZE, FALSE, processId));
+        // Whoever runs it held it up to now, if it is still the one: what was opened is the interpreter.
+    } while (m_converterProcessId != processId);
+    if (AskConsoleToClose(processId) == ConsoleAnswer::NoWindow) m_converterJob.End();
 }
 
 // Every question is a message to the other thread: what an unchecked box makes meaningless is not asked.

@@ -7,11 +7,15 @@
 namespace {
 
 // The code of a quit message that is already there: a dialog that closed itself while it was being created
-// has posted one. 0 when there is none.
+// has posted one. 0 when there is none. Windows gives it when no posted message is left, whatever is asked
+// for: those before it are served until it comes.
 int PendingQuitCode() {
     MSG message = {};
-    const bool quitting = ::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE;
-    return quitting ? static_cast<int>(message.wParam) : 0;
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) return static_cast<int>(message.wParam);
+        ::DispatchMessageW(&message);
+    }
+    return 0;
 }
 
 }  // namespace

@@ -6,16 +6,15 @@
 #include "log/path_buffer.h"
 #include "ui/drop_filter.h"
 #include "ui/framework/system_library.h"
+#include "ui/open_file_buffer.h"
 #include "ui/open_file_selection.h"
+#include "ui/text_set.h"
 
 #include <windows.h>
 #include <commctrl.h>
 #include <commdlg.h>
 #include <shellapi.h>
 #include <shlwapi.h>
-
-#include <unordered_set>
-#include <vector>
 
 namespace {
 
@@ -43,20 +42,21 @@ public:
     AddAction(const AddAction&) = delete;
     AddAction& operator=(const AddAction&) = delete;
     ~AddAction() {
-        if (m_begun) m_dialog.m_fileList.Send(WM_SETREDRAW, TRUE);
+        if (!m_begun) return;
+        m_dialog.m_fileList.Send(WM_SETREDRAW, TRUE);
+        ::InvalidateRect(m_dialog.m_fileList.Handle(), nullptr, TRUE);  // what was not drawn is due
     }
 
     // Appends a row, unless one has exactly this text. False then.
     bool AppendIfNew(std::wstring path) {
         Begin();
-        const auto [known, isNew] = m_rowTexts.insert(std::move(path));
-        if (!isNew) return false;
+        if (!m_rowTexts.Insert(path)) return false;
         LVITEMW item = {};
         item.mask = LVIF_TEXT;
         item.iItem = m_dialog.RowCount();
-        item.pszText = const_cast<wchar_t*>(known->c_str());  // the list only reads it
+        item.pszText = path.data();
         if (m_dialog.m_fileList.Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)) == -1) {
-            m_rowTexts.erase(known);
+            m_rowTexts.RemoveLast();
         }
         return true;
     }
@@ -68,13 +68,13 @@ private:
         std::wstring text;
         for (int row = 0; row < m_dialog.RowCount(); ++row) {
             m_dialog.GetListItemText(row, 0, text);
-            m_rowTexts.insert(text);
+            m_rowTexts.Insert(text);
         }
         m_dialog.m_fileList.Send(WM_SETREDRAW, FALSE);
     }
 
     const CMainDlg& m_dialog;
-    std::unordered_set<std::wstring> m_rowTexts;
+    TextSet m_rowTexts;
     bool m_begun = false;
 };
 
@@ -83,22 +83,20 @@ void CMainDlg::AddFileToList(AddAction& action, std::wstring path) {
 }
 
 void CMainDlg::OnAddPdfs() {
-    constexpr std::size_t kBufferLength = std::size_t{99} * 260;
-    // The zeros behind the buffer's end keep what is read from it terminated.
-    std::vector<wchar_t> names(kBufferLength + 2);
+    OpenFileBuffer names;
     OPENFILENAMEW dialog = {};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = m_hWnd;
     dialog.hInstance = CAppModule::Instance().ResourceInstance();
     dialog.lpstrFilter = L"Fichiers PDF (*.pdf)\0*.pdf\0";
     dialog.nFilterIndex = 1;
-    dialog.lpstrFile = names.data();
-    dialog.nMaxFile = static_cast<DWORD>(kBufferLength);
+    dialog.lpstrFile = names.Data();
+    dialog.nMaxFile = OpenFileBuffer::kLength;
     dialog.lpfnHook = &OpenDialogHook;
     dialog.Flags = OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
                    OFN_EXPLORER | OFN_ENABLEHOOK | OFN_ENABLESIZING;
-    if (RunOpenDialog(dialog)) {
-        const OpenFileSelection selection = ParseOpenFileBuffer(names);
+    if (RunOpenDialog(dialog) && names.IsWithinLength()) {
+        const OpenFileSelection selection = ParseOpenFileBuffer(names.Names());
         AddAction action(*this);
         for (const std::wstring_view file : selection.files) {
             if (selection.folder.empty()) {

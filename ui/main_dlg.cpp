@@ -38,6 +38,13 @@ void InsertColumn(const CWindow& list, int index, std::wstring title, int width,
     list.Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
 }
 
+bool DrawsPicture(const CWindow& header, int column) {
+    HDITEMW item = {};
+    item.mask = HDI_FORMAT;
+    header.Send(HDM_GETITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
+    return (item.fmt & HDF_IMAGE) != 0;
+}
+
 bool IsVistaOrLater() {
     OSVERSIONINFOEXW wanted = {};
     wanted.dwOSVersionInfoSize = sizeof wanted;
@@ -66,6 +73,7 @@ bool CMainDlg::OnInitDialog() {
     m_pageEdit.SubclassWindow(Item(IDC_PAGES).Handle());
     InitFileList();
     InitToolTips();
+    InitAccessibleNames();
     UpdateLogButton();
     SetButtonIcons();
     return true;
@@ -91,6 +99,8 @@ void CMainDlg::JoinMessageLoop() {
     if (CMessageLoop* const loop = CAppModule::Instance().MessageLoop()) {
         loop->AddMessageFilter(*this);
         loop->AddIdleHandler(*this);
+        m_disabledKeys.SetDialog(m_hWnd);
+        loop->AddMessageFilter(m_disabledKeys);  // behind the dialog's: it is asked before
     }
     UIAddChildWindowContainer(m_hWnd);
 }
@@ -141,8 +151,8 @@ void CMainDlg::InitToolTips() {
     tool.cbSize = IsVistaOrLater() ? static_cast<UINT>(sizeof tool) : TTTOOLINFOW_V2_SIZE;
     tool.uFlags = TTF_SUBCLASS;
     tool.uId = 1;
-    // Deliberate: one rectangle for all tools. It is as wide as the widest control that has a tip, so that a
-    // tip comes up wherever the mouse rests on its control.
+    // Deliberate: one rectangle for all tools, in each control's own coordinates. It is as wide as the widest
+    // control that has a tip; where a control is higher, its lowest part has none.
     tool.rect = area;
     for (const auto& tip : kTips) {
         std::wstring text = LoadText(tip.text);
@@ -151,6 +161,31 @@ void CMainDlg::InitToolTips() {
         toolTips.Send(TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     }
     toolTips.Send(TTM_ACTIVATE, TRUE);
+}
+
+// The texts are those that are beside the controls for those who see them.
+void CMainDlg::InitAccessibleNames() {
+    if (!AccessibleNames::AreWanted()) return;
+    static constexpr struct {
+        int control;
+        int labelled;  // a control with the text
+    } kLabels[] = {
+        {IDC_PAGES, IDC_PAGES_CHECK},
+        {IDC_RESOLUTION, IDC_RESOLUTION_CHECK},
+        {IDC_OUTPUT_FOLDER, IDC_OUTPUT_FOLDER_CHECK},
+        {IDC_BROWSE, IDC_OUTPUT_FOLDER_CHECK},
+    };
+    for (const auto& label : kLabels) {
+        m_accessibleNames.Name(Item(label.control).Handle(), Item(label.labelled).Text());
+    }
+    // The group box around it precedes it in the template.
+    const HWND extraOptions = Item(IDC_EXTRA_OPTIONS).Handle();
+    m_accessibleNames.Name(extraOptions, CWindow(::GetWindow(extraOptions, GW_HWNDPREV)).Text());
+    // The status line tells about a file of the list, or nothing.
+    const std::wstring titles = LoadText(IDS_COLUMN_TITLES);
+    const std::wstring files = titles.substr(0, titles.find(L'|'));
+    m_accessibleNames.Name(m_fileList.Handle(), files);
+    m_accessibleNames.NameWhileEmpty(Item(IDC_STATUS).Handle(), files);
 }
 
 void CMainDlg::UpdateLogButton() {
@@ -192,14 +227,17 @@ void CMainDlg::FitColumns(bool showDuration) {
     int durationWidth = static_cast<int>(m_fileList.Send(LVM_GETCOLUMNWIDTH, 1));
     const std::wstring titles = LoadText(IDS_COLUMN_TITLES);
     const wchar_t* const title = titles.c_str() + titles.find(L'|') + 1;
-    const int titleWidth =
+    int neededWidth =
         static_cast<int>(m_fileList.Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(title)));
-    if (durationWidth < titleWidth) {
-        // Some systems make the last column as wide as the first one leaves room, which may be nothing. Their
-        // headers draw the list's picture before the title, with a margin on every side of both.
-        const CWindow header(reinterpret_cast<HWND>(m_fileList.Send(LVM_GETHEADER)));
+    // Wine makes the last column as wide as the first one leaves room, which may be nothing, and its header
+    // draws the list's picture before the title, with a margin on every side of both.
+    const CWindow header(reinterpret_cast<HWND>(m_fileList.Send(LVM_GETHEADER)));
+    if (DrawsPicture(header, 1)) {
         const int margin = static_cast<int>(header.Send(HDM_GETBITMAPMARGIN));
-        durationWidth = titleWidth + kListImageSize + 4 * margin;
+        neededWidth += kListImageSize + 4 * margin;
+    }
+    if (durationWidth < neededWidth) {
+        durationWidth = neededWidth;
         setWidth(1, durationWidth);
     }
     setWidth(0, m_fileList.ClientWidth() - durationWidth);

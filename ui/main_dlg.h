@@ -6,12 +6,16 @@
 #pragma once
 
 #include "engine/conversion_options.h"
+#include "engine/converter_job.h"
 #include "res/resource.h"
+#include "ui/accessible_names.h"
+#include "ui/disabled_key_filter.h"
 #include "ui/framework/contained_window.h"
 #include "ui/framework/dialog.h"
 #include "ui/framework/message_loop.h"
 #include "ui/framework/unique_resource.h"
 #include "ui/framework/update_ui.h"
+#include "ui/taskbar_progress.h"
 
 #include <windows.h>
 #include <commctrl.h>
@@ -20,6 +24,8 @@
 #include <atomic>
 #include <cstdint>
 #include <string>
+
+class AwakeSystem;
 
 class CMainDlg final : public CDialogImpl<CMainDlg>,
                        public CUpdateUI,
@@ -88,6 +94,7 @@ private:
     void JoinMessageLoop();
     void InitFileList();
     void InitToolTips();
+    void InitAccessibleNames();
     void UpdateLogButton();
     void SetButtonIcons();
     // Shows the duration column, as wide as it needs, or hides it. The paths take the rest.
@@ -130,7 +137,8 @@ private:
     void StartConversion();
     static void ConversionThreadProc(void* dialog);
     void ConvertAll();
-    void ConvertRows(const std::wstring& programFolder);
+    void ConvertRows(const std::wstring& programFolder, unsigned batch, AwakeSystem& awake);
+    void OfferShutdown();
     void EndBatch();
     bool RunConverter(const std::wstring& arguments, const std::wstring& workingFolder,
                       const std::wstring& pdfPath);
@@ -152,6 +160,10 @@ private:
     HWND m_toolTips = nullptr;  // owned by the dialog window
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;
+    AccessibleNames m_accessibleNames;
+    DisabledKeyFilter m_disabledKeys;
+    TaskbarProgress m_taskbarProgress;
+    const ConverterJob m_converterJob;
 
     // Shared between the user-interface thread and the workers without a lock. Each stands alone: nothing
     // else is published through it, and a reader that is one step late does no harm.
@@ -162,7 +174,8 @@ private:
     // Milliseconds of GetTickCount around the current file. Written by workers.
     std::atomic<std::uint32_t> m_startTick{0};
     std::atomic<std::uint32_t> m_endTick{0};
-    // The interpreter started last; stays after its end. Written by workers, read by a stop request.
+    // The interpreter that runs, whose process the worker that wrote this holds; 0 when none does. Written by
+    // workers, read by a stop request.
     std::atomic<DWORD> m_converterProcessId{0};
     // Worker threads that have not ended. Counted up by the user interface, down by each worker.
     std::atomic<int> m_workers{0};

@@ -98,7 +98,9 @@ void CMainDlg::OnDestroy() {
     if (CMessageLoop* const loop = CAppModule::Instance().MessageLoop()) {
         loop->RemoveMessageFilter(*this);
         loop->RemoveIdleHandler(*this);
+        loop->RemoveMessageFilter(m_disabledKeys);
     }
+    m_accessibleNames.TakeBack();
 }
 
 // The batch keeps the file being converted selected, so that its row is found without being handed over.
@@ -124,6 +126,7 @@ void CMainDlg::OnQuit() {
     m_running = false;
     RequestConverterClose();
     SetRunningState(false);
+    m_taskbarProgress.Stop();
 }
 
 void CMainDlg::OnClearList() {

@@ -5,6 +5,7 @@
 #include "log/log_file_name.h"
 #include "log/path_buffer.h"
 #include "log/program_folder.h"
+#include "ui/system_explorer.h"
 
 #include <windows.h>
 #include <objbase.h>
@@ -53,9 +54,8 @@ void CMainDlg::OnOpenDestination() {
         folder = path.Text();
     }
     if (folder.empty()) return;
-    // Deliberate: no quotes around the folder. Explorer takes all of its command line for the path, and with
-    // quotes it would stop at a comma no less.
-    ShellOpen(L"explorer.exe", folder.c_str());
+    // Deliberate: no quotes around the folder, as ever. Explorer takes a comma for the end of the path then.
+    ShellOpen(SystemExplorer().c_str(), folder.c_str());
 }
 
 void CMainDlg::OnOpenLog() {

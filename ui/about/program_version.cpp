@@ -1,6 +1,7 @@
 #include "ui/about/program_version.h"
 
 #include "ui/framework/app_module.h"
+#include "ui/framework/heap_block.h"
 #include "ui/framework/system_library.h"
 
 #include <windows.h>
@@ -30,20 +31,6 @@ public:
 
 private:
     const HMODULE m_library;
-};
-
-class HeapBlock {
-public:
-    explicit HeapBlock(std::size_t size) noexcept
-        : m_block(::HeapAlloc(::GetProcessHeap(), HEAP_ZERO_MEMORY, size)) {}
-    HeapBlock(const HeapBlock&) = delete;
-    HeapBlock& operator=(const HeapBlock&) = delete;
-    ~HeapBlock() { ::HeapFree(::GetProcessHeap(), 0, m_block); }
-
-    [[nodiscard]] void* Get() const noexcept { return m_block; }  // null when there was no memory
-
-private:
-    void* m_block;
 };
 
 }  // namespace
