@@ -142,6 +142,38 @@ TEST_F(ApplicationTest, ADialogThatClosedItselfWhileBeingCreatedEndsItWithItsCod
     EXPECT_THAT(Shown::calls, IsEmpty());
 }
 
+// Windows gives the quit message when no posted message is left, whatever is asked for.
+struct QueueOfWindows {
+    static BOOL WINAPI Peek(LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
+        MSG other = {};
+        if (first == WM_QUIT && original<&Peek>(&other, nullptr, 0, WM_QUIT - 1, PM_NOREMOVE)) return FALSE;
+        return original<&Peek>(message, window, first, last, remove);
+    }
+};
+
+TEST_F(ApplicationTest, MessagesPostedBeforeItClosedItselfDoNotHideItsCode) {
+    const auto peek = ReplaceAndForward<&QueueOfWindows::Peek>("PeekMessageW");
+    static int s_served = 0;
+    s_served = 0;
+    const ReplacedImport create(
+        "CreateDialogParamW", +[](HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM) WINAPI -> HWND {
+            const HWND other =
+                ::CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+            ::SetWindowLongPtrW(other, GWLP_WNDPROC,
+                                reinterpret_cast<LONG_PTR>(+[](HWND window, UINT message, WPARAM wParam,
+                                                               LPARAM lParam) WINAPI -> LRESULT {
+                                    if (message == WM_APP && ++s_served == 2) ::DestroyWindow(window);
+                                    return ::DefWindowProcW(window, message, wParam, lParam);
+                                }));
+            ::PostMessageW(other, WM_APP, 0, 0);
+            ::PostMessageW(other, WM_APP, 0, 0);
+            ::PostQuitMessage(2);
+            return nullptr;
+        });
+    EXPECT_EQ(RunMainDialog(L"", SW_SHOW), 2);
+    EXPECT_EQ(s_served, 2) << "what others had to be told is lost";
+}
+
 TEST_F(ApplicationTest, AMissingConverterEndsItWithTwoAndNothingIsShown) {
     std::filesystem::remove(folder.Path() / "pdf2djvu.exe");
     EXPECT_EQ(RunMainDialog(L"", SW_SHOW), 2);

@@ -26,7 +26,7 @@ TEST_F(BatchCallsTest, AConverterInItsOwnWindow) {
     EXPECT_THAT(ConverterSteps(),
                 ElementsAre("PathStripPathW C:\\in\\a.pdf", "IsDlgButtonChecked 1019",
                             "SHGetFolderPathW owner=none folder=0x25 token=none flags=1", "GetTickCount",
-                            "SetTimer main 2 1000", "CreateProcessW",
+                            "SetTimer main 2 1000", "CreateProcessW", "AssignProcessToJobObject process 1",
                             "WaitForSingleObject process 1 INFINITE", "GetExitCodeProcess process 1",
                             "GetTickCount", "KillTimer main 2", "IsDlgButtonChecked 1019",
                             "LVM_GETNEXTITEM -1 flags=2", "LVM_SETITEMW 0,1 mask=1 \"00:00:07\"",
@@ -57,15 +57,15 @@ TEST_F(BatchCallsTest, FromTheRunningStateToTheFirstFile) {
         return step.starts_with("LVM_SETCOLUMNWIDTH") && step != "LVM_SETCOLUMNWIDTH 1 -2";
     };
     EXPECT_GE(std::erase_if(steps, isWidth), 1u);
-    EXPECT_THAT(
-        steps,
-        ElementsAre("SetWindowTextW 2 \"Arrêter \"", "LVM_GETITEMCOUNT", "LVM_SETITEMW 0,1 mask=1 \"\"",
-                    "LVM_GETITEMCOUNT", "LVM_GETITEMCOUNT", "EnableWindow 1024 0", "ShowWindow 1024 0",
-                    "DeleteFileW " + Utf8(LogFile()), "LVM_SETCOLUMNWIDTH 1 -2", "UpdateWindow 1040",
-                    "LoadCursorW 32650", "SetCursor busy", "LVM_GETITEMCOUNT", "LVM_GETITEMTEXTW 0,0",
-                    "LVM_SETITEMSTATE 0 state=3 mask=3", "LVM_SETSELECTIONMARK 0",
-                    "LVM_ENSUREVISIBLE 0 partial=0",
-                    "SetWindowTextW 1004 \"Conversion en cours : C:\\in\\a.pdf\""));
+    EXPECT_THAT(steps,
+                ElementsAre("SetWindowTextW 2 \"Arrêter \"", "LVM_GETITEMCOUNT",
+                            "LVM_SETITEMW 0,1 mask=1 \"\"", "LVM_GETITEMCOUNT", "LVM_GETITEMCOUNT",
+                            "EnableWindow 1024 0", "ShowWindow 1024 0", "DeleteFileW " + Utf8(LogFile()),
+                            "LVM_SETCOLUMNWIDTH 1 -2", "UpdateWindow 1040", "LoadCursorW 32650",
+                            "SetCursor busy", "LVM_GETITEMCOUNT", "SetThreadExecutionState 0x80000001",
+                            "LVM_GETITEMTEXTW 0,0", "LVM_SETITEMSTATE 0 state=3 mask=3",
+                            "LVM_SETSELECTIONMARK 0", "LVM_ENSUREVISIBLE 0 partial=0",
+                            "SetWindowTextW 1004 \"Conversion en cours : C:\\in\\a.pdf\""));
 }
 
 TEST_F(BatchCallsTest, TheOptionBoxesAreReadForEachFileAndTheHiddenOutputAfterThem) {
@@ -91,9 +91,10 @@ TEST_F(BatchCallsTest, FromTheLastFileToTheIdleState) {
     RunBatch();
     EXPECT_THAT(worker.Between("IsDlgButtonChecked 1038", "EnableWindow 1 1"),
                 ElementsAre("IsDlgButtonChecked 1038", "GetActiveWindow", "DialogBoxParamW 101 owner=none",
-                            "LVM_SETITEMSTATE -1 state=0 mask=2", "MessageBoxW Conversion terminée !",
-                            "SetWindowTextW 1004 \"\"", "IsDlgButtonChecked 1019", "EnableWindow 1024 1",
-                            "ShowWindow 1024 5", "EnableWindow 1 1"));
+                            "SetThreadExecutionState 0x80000000", "LVM_SETITEMSTATE -1 state=0 mask=2",
+                            "MessageBoxW Conversion terminée !", "SetWindowTextW 1004 \"\"",
+                            "IsDlgButtonChecked 1019", "EnableWindow 1024 1", "ShowWindow 1024 5",
+                            "EnableWindow 1 1"));
     EXPECT_THAT(worker.Between("SetWindowTextW 2 \"Quitter\"", "SetCursor"),
                 ElementsAre("SetWindowTextW 2 \"Quitter\"", "SetCursor previous"));
     EXPECT_EQ(worker.All().back(), "SetCursor previous");

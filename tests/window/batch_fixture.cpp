@@ -77,11 +77,6 @@ BOOL WINAPI BatchFixture::CancelOpenDialog(LPOPENFILENAMEW /*dialog*/) {
     return FALSE;
 }
 
-BOOL WINAPI BatchFixture::RecordEnumeration(WNDENUMPROC /*callback*/, LPARAM parameter) {
-    s_current->stopRequests.push_back(static_cast<DWORD>(parameter));
-    return TRUE;
-}
-
 BOOL WINAPI BatchFixture::RecordDelete(LPCWSTR path) {
     s_current->worker.Note("DeleteFileW " + Utf8(path));
     return s_current->m_delete.Original<decltype(::DeleteFileW)>()(path);

@@ -4,8 +4,10 @@
 
 #include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/scripted_consoles.h"
 #include "tests/window/scripted_converters.h"
 #include "tests/window/scripted_shutdown.h"
+#include "tests/window/scripted_taskbar.h"
 #include "tests/window/worker_calls.h"
 #include "tests/window/worker_window_calls.h"
 
@@ -54,14 +56,12 @@ protected:
 
     WorkerCalls worker;
     CallRecord shutdownCalls;
-    std::vector<DWORD> stopRequests;  // process ids whose windows were looked for
 
     static inline std::atomic<int> stopAnswer{IDYES};
 
 private:
     static int WINAPI AnswerBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
     static BOOL WINAPI CancelOpenDialog(LPOPENFILENAMEW dialog);
-    static BOOL WINAPI RecordEnumeration(WNDENUMPROC callback, LPARAM parameter);
     static BOOL WINAPI RecordDelete(LPCWSTR path);
     static void WINAPI RecordStrip(LPWSTR path);
     static HRESULT WINAPI AnswerFolder(HWND owner, int folder, HANDLE token, DWORD flags, LPWSTR path);
@@ -70,13 +70,14 @@ private:
 
     ReplacedImport m_box{"MessageBoxW", &AnswerBox};
     ReplacedLateImport m_openDialog{"GetOpenFileNameW", &CancelOpenDialog};
-    ReplacedImport m_enumeration{"EnumWindows", &RecordEnumeration};
     ReplacedImport m_delete{"DeleteFileW", &RecordDelete};
     ReplacedImport m_strip{"PathStripPathW", &RecordStrip};
     ReplacedImport m_folder{"SHGetFolderPathW", &AnswerFolder};
 
 protected:
+    ScriptedConsoles consoles{worker};
     ScriptedConverters converters{worker};
+    ScriptedTaskbar taskbar;
     WorkerWindowCalls windows{worker};
     ScriptedShutdown shutdown{shutdownCalls};
 };

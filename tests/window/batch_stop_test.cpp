@@ -1,5 +1,4 @@
-// Stopping a batch: the question, the request to the converter's window, and what is left of the batch at
-// every moment at which it can be stopped.
+// Stopping a batch: the question, and what is left of the batch at every moment at which it can be stopped.
 #include "tests/window/batch_fixture.h"
 
 namespace {
@@ -109,7 +108,7 @@ TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
     EXPECT_TRUE(dialog->IsRunning());
     EXPECT_FALSE(IsEnabled(IDOK));
     EXPECT_EQ(Text(IDCANCEL), L"Arrêter ");
-    EXPECT_THAT(stopRequests, IsEmpty());
+    EXPECT_THAT(consoles.requests.Calls(), IsEmpty());
     converters.Release(1);
     WaitForEnd();
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
@@ -140,75 +139,12 @@ TEST_F(BatchStopTest, ATickAfterTheStopMarksTheFileAsCancelled) {
     EXPECT_TRUE(dialog->HasWorker());
 }
 
-TEST_F(BatchStopTest, LooksForTheWindowOfTheConverterThatRuns) {
-    StartHeld();
-    PressStop();
-    EXPECT_THAT(stopRequests, ElementsAre(777u));
-}
-
-TEST_F(BatchStopTest, BetweenTwoFilesLooksForTheWindowOfTheOneThatHasEnded) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan({{.processId = 777}, {.processId = 888}});
-    worker.At("LVM_GETITEMTEXTW 1,0", 1, [&] { PressStop(); });
-    RunBatch();
-    EXPECT_THAT(stopRequests, ElementsAre(777u));
-}
-
-TEST_F(BatchStopTest, AFailedStartLeavesTheProcessIdOfTheOneBefore) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan({{.processId = 777}, {.startError = ERROR_FILE_NOT_FOUND}});
-    worker.At("MessageBoxW Erreur CreateProcess", 1, [&] { PressStop(); });
-    RunBatch();
-    EXPECT_THAT(stopRequests, ElementsAre(777u));
-}
-
 TEST_F(BatchStopTest, TheCloseBoxIsAStopToo) {
     StartHeld();
     ::SendMessageW(Dialog(), WM_CLOSE, 0, 0);
     EXPECT_TRUE(WaitFor([&] { return !dialog->IsRunning(); }));
     EXPECT_THAT(Boxes(), ElementsAre(kQuestion));
     EXPECT_NE(dialog->Handle(), nullptr);
-}
-
-// Three top-level windows, of which the two last belong to the converter.
-class BatchStopWindowTest : public BatchStopTest {
-protected:
-    BatchStopWindowTest() { s_sent.Clear(); }
-
-    static inline CallRecord s_sent;
-
-private:
-    static HWND Window(int number) {
-        return reinterpret_cast<HWND>(static_cast<ULONG_PTR>(0x990000 + number));
-    }
-
-    static BOOL WINAPI Enumerate(WNDENUMPROC callback, LPARAM parameter) {
-        for (int number = 1; number <= 3; ++number) {
-            s_sent.Add("look at " + std::to_string(number));
-            if (!callback(Window(number), parameter)) return FALSE;
-        }
-        return TRUE;
-    }
-    static DWORD WINAPI Owner(HWND window, LPDWORD processId) {
-        *processId = window == Window(1) ? 1 : 777;
-        return 1;
-    }
-    static BOOL WINAPI Notify(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        const bool closes = message == WM_SYSCOMMAND && wParam == SC_CLOSE && lParam == 0;
-        s_sent.Add((closes ? "close " : "other message to ") +
-                   std::to_string(reinterpret_cast<ULONG_PTR>(window) - 0x990000));
-        return TRUE;
-    }
-
-    ReplacedImport m_enumerate{"EnumWindows", &Enumerate};
-    ReplacedImport m_owner{"GetWindowThreadProcessId", &Owner};
-    ReplacedImport m_notify{"SendNotifyMessageW", &Notify};
-};
-
-TEST_F(BatchStopWindowTest, TheFirstWindowOfTheConverterIsAskedToCloseAndNoOther) {
-    StartHeld();
-    PressStop();
-    EXPECT_THAT(s_sent.Calls(), ElementsAre("look at 1", "look at 2", "close 2"));
 }
 
 }  // namespace

@@ -21,6 +21,7 @@ struct OpenDialog {
     static inline int shown = 0;
     static inline std::wstring answer;
     static inline BOOL result = TRUE;
+    static inline bool writes = true;
     static inline std::function<void()> during;
 
     static BOOL WINAPI Run(LPOPENFILENAMEW dialog) {
@@ -29,8 +30,10 @@ struct OpenDialog {
         const wchar_t* end = dialog->lpstrFilter;
         while (end[0] != L'\0' || end[1] != L'\0') ++end;
         filter.assign(dialog->lpstrFilter, end);
-        initialName = dialog->lpstrFile;
-        std::copy(answer.begin(), answer.end(), dialog->lpstrFile);
+        if (writes) {
+            initialName = dialog->lpstrFile;
+            std::copy(answer.begin(), answer.end(), dialog->lpstrFile);
+        }
         if (during) during();
         return result;
     }
@@ -181,6 +184,47 @@ TEST_F(FileListOpenDialogTest, TheWholeBufferMayBeFilled) {
     Click(IDC_ADD);
     EXPECT_EQ(RowCount(), 2);
     EXPECT_EQ(Cell(1, 0), L"C:\\" + cutName);
+}
+
+// What Wine makes of a selection that does not fit: it writes on, and reports success.
+TEST_F(FileListOpenDialogTest, ASelectionThatReachesBeyondTheBufferAddsNothing) {
+    Drop({L"C:\\in\\a.pdf"});
+    for (const std::size_t length : {25'741u, 25'742u, 30'000u, 1'000'000u}) {
+        SCOPED_TRACE(length);
+        OpenDialog::answer = std::wstring(L"C:\\") + L'\0' + std::wstring(length - 4, L'n');
+        OpenDialog::result = TRUE;
+        ::EnableWindow(Control(IDOK), FALSE);
+        Click(IDC_ADD);
+        EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\a.pdf"));
+        EXPECT_TRUE(IsEnabled(IDOK)) << "as after Cancel";
+    }
+    EXPECT_THAT(calls.Calls(), IsEmpty());
+}
+
+TEST_F(FileListOpenDialogTest, ATerminatorBeyondTheBufferIsBeyondItToo) {
+    OpenDialog::answer = std::wstring(L"C:\\") + L'\0' + std::wstring(25'740 - 4, L'n') + L'\0';
+    OpenDialog::result = TRUE;
+    Click(IDC_ADD);
+    EXPECT_EQ(RowCount(), 0);
+}
+
+TEST_F(FileListOpenDialogTest, ATooLargeSelectionLeavesTheNextOneAlone) {
+    OpenDialog::answer = std::wstring(40'000, L'n');
+    OpenDialog::result = TRUE;
+    Click(IDC_ADD);
+    Add({L"C:\\in\\a.pdf"});
+    EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\a.pdf"));
+}
+
+TEST_F(FileListOpenDialogTest, WithoutMemoryForTheNamesNothingIsAdded) {
+    const ReplacedImport heap(
+        "HeapAlloc", +[](HANDLE, DWORD, SIZE_T) WINAPI -> LPVOID { return nullptr; });
+    OpenDialog::result = TRUE;
+    OpenDialog::writes = false;
+    Click(IDC_ADD);
+    OpenDialog::writes = true;
+    EXPECT_EQ(OpenDialog::asked.lpstrFile, nullptr);
+    EXPECT_EQ(RowCount(), 0);
 }
 
 TEST_F(FileListOpenDialogTest, OneLongPathIsAddedWhole) {

@@ -1,6 +1,7 @@
 // The file list: what a drop adds, how rows are told apart, and what a row is.
 #include "tests/window/control_calls.h"
 #include "tests/window/forwarding_import.h"
+#include "tests/window/forwarding_import.h"
 #include "tests/window/main_window_fixture.h"
 
 #include <shellapi.h>
@@ -124,6 +125,24 @@ TEST_F(FileListTest, TheListIsNotDrawnWhileRowsAreAdded) {
         Only({"WM_SETREDRAW", "LVM_INSERTITEMW"}, calls.Calls()),
         ElementsAre("WM_SETREDRAW 1040 0 0", "LVM_INSERTITEMW 1040 row=0 column=0 mask=1 \"C:\\in\\a.pdf\"",
                     "LVM_INSERTITEMW 1040 row=1 column=0 mask=1 \"C:\\in\\b.pdf\"", "WM_SETREDRAW 1040 1 0"));
+}
+
+// While drawing is off the list forgets what it would have drawn.
+struct Invalidation {
+    static inline std::vector<HWND> whole;
+    static BOOL WINAPI Invalidate(HWND window, const RECT* area, BOOL erases) {
+        if (!area && erases) whole.push_back(window);
+        return original<&Invalidate>(window, area, erases);
+    }
+};
+
+TEST_F(FileListTest, TheWholeListIsDueToBeDrawnAfterADropThatAddedRows) {
+    const auto invalidate = ReplaceAndForward<&Invalidation::Invalidate>("InvalidateRect");
+    Invalidation::whole.clear();
+    Drop({L"C:\\in\\a.txt"});
+    EXPECT_THAT(Invalidation::whole, IsEmpty());
+    Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    EXPECT_THAT(Invalidation::whole, ElementsAre(Control(IDC_FILE_LIST)));
 }
 
 TEST_F(FileListTest, ADropThatAddsNothingDrawsNothing) {

@@ -167,8 +167,10 @@ TEST_F(ShellActionTest, PathsLoseTheirExtensionBeforeTheirLastComponent) {
     const ReplacedImport fileSpec("PathRemoveFileSpecW", &PathSteps::RemoveFileSpec);
     PathSteps::steps.clear();
     OpenDestination();
+    // The last step is of the look for another explorer beside the program.
     EXPECT_THAT(PathSteps::steps, ElementsAre("PathRemoveExtensionW C:\\in\\a.pdf",
-                                              "PathRemoveFileSpecW C:\\without\\extension"));
+                                              "PathRemoveFileSpecW C:\\without\\extension",
+                                              "PathRemoveFileSpecW C:\\Talvenor\\Talvenor.exe"));
     EXPECT_THAT(Folders(), ElementsAre(L"C:\\folder"));
     PathSteps::steps.clear();
     OpenLog();

@@ -105,6 +105,13 @@ HCURSOR WINAPI WorkerWindowCalls::ChangeCursor(HCURSOR cursor) {
     return s_current->m_changeCursor.Original<decltype(::SetCursor)>()(cursor);
 }
 
+EXECUTION_STATE WINAPI WorkerWindowCalls::KeepAwake(EXECUTION_STATE state) {
+    char call[60];
+    ::wsprintfA(call, "SetThreadExecutionState 0x%X", state);
+    s_current->m_calls.Note(call);
+    return s_current->executionState;
+}
+
 HWND WINAPI WorkerWindowCalls::ActiveWindow() {
     if (s_current->m_calls.Note("GetActiveWindow")) return s_current->activeWindow;
     return s_current->m_activeWindow.Original<decltype(::GetActiveWindow)>()();

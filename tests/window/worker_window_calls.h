@@ -9,6 +9,7 @@
 //   LVM_SETCOLUMNWIDTH 1 -2
 //   SetTimer main 2 1000, KillTimer main 2  (no timer is set, unless `realTimers`)
 //   LoadCursorW 32650, SetCursor busy       (no cursor is set)
+//   SetThreadExecutionState 0x80000001      (nothing is requested)
 //   GetActiveWindow                         (gives `activeWindow`)
 //   DialogBoxParamW 101 owner=none          (gives 2, the answer of "Annuler", unless `realDialogs`)
 #pragma once
@@ -29,6 +30,8 @@ public:
     std::atomic<bool> realTimers{false};
     std::atomic<bool> realDialogs{false};
     std::atomic<HWND> activeWindow{nullptr};
+    // What the system answers to a request to stay awake; 0 refuses it.
+    std::atomic<EXECUTION_STATE> executionState{ES_CONTINUOUS};
 
 private:
     static UINT WINAPI IsChecked(HWND dialog, int id);
@@ -41,6 +44,7 @@ private:
     static BOOL WINAPI StopTimer(HWND window, UINT_PTR id);
     static HCURSOR WINAPI LoadCursorByName(HINSTANCE module, LPCWSTR name);
     static HCURSOR WINAPI ChangeCursor(HCURSOR cursor);
+    static EXECUTION_STATE WINAPI KeepAwake(EXECUTION_STATE state);
     static HWND WINAPI ActiveWindow();
     static INT_PTR WINAPI RunDialog(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
                                     LPARAM parameter);
@@ -58,6 +62,7 @@ private:
     ReplacedImport m_stopTimer{"KillTimer", &StopTimer};
     ReplacedImport m_loadCursor{"LoadCursorW", &LoadCursorByName};
     ReplacedImport m_changeCursor{"SetCursor", &ChangeCursor};
+    ReplacedImport m_keepAwake{"SetThreadExecutionState", &KeepAwake};
     ReplacedImport m_activeWindow{"GetActiveWindow", &ActiveWindow};
     ReplacedImport m_runDialog{"DialogBoxParamW", &RunDialog};
 };

@@ -1,0 +1,243 @@
+// Whom a stop asks or ends: the console of the interpreter that runs, the job when there is none that could
+// be asked, and nobody when no interpreter runs.
+#include "tests/window/batch_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr char kOpened[] = "OpenProcess 777 access=0x100000";
+constexpr char kEnded[] = "TerminateJobObject 0xC000013A";
+
+class BatchStopRequestTest : public BatchFixture {
+protected:
+    void StartHeld() {
+        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+        converters.Plan({{.held = true, .processId = 777}, {.processId = 888}});
+        PressConvert();
+        WaitForConverter(1);
+    }
+    [[nodiscard]] std::vector<std::string> RequestsOfAStop() {
+        StartHeld();
+        PressStop();
+        return consoles.requests.Calls();
+    }
+    // The requests of a stop at a call of the worker, with windows for every process that ever ran.
+    [[nodiscard]] std::vector<std::string> RequestsOfAStopAt(const std::string& call,
+                                                             std::vector<Conversion> plan = {
+                                                                 {.processId = 777}, {.processId = 888}}) {
+        consoles.windows = {{777}, {888}};
+        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+        converters.Plan(std::move(plan));
+        int stops = 0;
+        worker.At(call, 1, [&] {
+            ++stops;
+            PressStop();
+        });
+        RunBatch();
+        EXPECT_EQ(stops, 1);
+        return consoles.requests.Calls();
+    }
+};
+
+TEST_F(BatchStopRequestTest, TheFirstWindowOfTheInterpreterIsAskedToCloseAndNoOther) {
+    consoles.windows = {{1}, {777}, {777}};
+    EXPECT_THAT(RequestsOfAStop(),
+                ElementsAre(kOpened, "window 1", "window 2", "WM_SYSCOMMAND SC_CLOSE to 2"));
+}
+
+TEST_F(BatchStopRequestTest, AConsoleThatIgnoresTheRequestIsNotEnded) {
+    consoles.windows = {{777}};
+    EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
+    EXPECT_TRUE(dialog->HasWorker());
+    converters.Release(1);
+    WaitForEnd();
+    EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
+    EXPECT_THAT(consoles.requests.Calls(), testing::Not(testing::Contains(kEnded)));
+}
+
+TEST_F(BatchStopRequestTest, AnInterpreterWithoutAWindowIsEnded) {
+    consoles.windows = {{1}, {2}};
+    EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "window 2", kEnded));
+}
+
+TEST_F(BatchStopRequestTest, AnInterpreterInATerminalIsAskedFirstAndThenEnded) {
+    consoles.windows = {{777, L"PseudoConsoleWindow"}, {777}};
+    EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "WM_SYSCOMMAND SC_CLOSE to 1", kEnded));
+}
+
+TEST_F(BatchStopRequestTest, AClassThatOnlyBeginsLikeTheTerminalsIsAnOrdinaryOne) {
+    consoles.windows = {{777, L"PseudoConsoleWindow2"}};
+    EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
+}
+
+TEST_F(BatchStopRequestTest, AWindowWhoseClassIsNotToldIsAnOrdinaryOne) {
+    consoles.windows = {{777, L"PseudoConsoleWindow"}};
+    consoles.tellsClassNames = false;
+    EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
+}
+
+TEST_F(BatchStopRequestTest, AProcessThatCannotBeOpenedIsAskedAllTheSame) {
+    consoles.windows = {{777}};
+    consoles.canOpenProcesses = false;
+    EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
+}
+
+TEST_F(BatchStopRequestTest, NoEndsNothing) {
+    stopAnswer = IDNO;
+    EXPECT_THAT(RequestsOfAStop(), IsEmpty());
+    converters.Release(1);
+    WaitForEnd();
+    EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
+    EXPECT_THAT(consoles.requests.Calls(), IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, AnInterpreterThatEndsBeforeItIsOpenedIsNotLookedFor) {
+    consoles.windows = {{777}};
+    consoles.whenOpened = [this] {
+        converters.Release(1);
+        // Its worker goes on as far as it can without us: we do not serve its messages.
+        const ULONGLONG deadline = ::GetTickCount64() + 10'000;
+        while (worker.Count("KillTimer main 2") == 0 && ::GetTickCount64() < deadline) ::Sleep(1);
+    };
+    EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened));
+    WaitForEnd();
+}
+
+TEST_F(BatchStopRequestTest, BeforeTheFirstStartNobodyIsAsked) {
+    EXPECT_THAT(RequestsOfAStopAt("DeleteFileW"), IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, WhileTheInterpreterIsStartedNobodyIsAsked) {
+    EXPECT_THAT(RequestsOfAStopAt("CreateProcessW"), IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, AfterTheInterpretersEndNobodyIsAsked) {
+    EXPECT_THAT(RequestsOfAStopAt("KillTimer main 2"), IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, BeforeItsHandlesAreClosedNobodyIsAskedAnyMore) {
+    EXPECT_THAT(RequestsOfAStopAt("CloseHandle process 1"), IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, BetweenTwoFilesNobodyIsAsked) {
+    EXPECT_THAT(RequestsOfAStopAt("LVM_GETITEMTEXTW 1,0"), IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, InTheBoxOfAFailedStartNobodyIsAsked) {
+    EXPECT_THAT(RequestsOfAStopAt("MessageBoxW Erreur CreateProcess",
+                                  {{.processId = 777}, {.startError = ERROR_FILE_NOT_FOUND}}),
+                IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, InTheCountdownNobodyIsAsked) {
+    SetChecked(IDC_SHUT_DOWN, true);
+    EXPECT_THAT(RequestsOfAStopAt("DialogBoxParamW 101"), IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, InABatchWithoutFilesNobodyIsAsked) {
+    consoles.windows = {{777}};
+    AddFiles({L"C:\\in\\a.pdf"});
+    converters.Plan({{.processId = 777}});
+    RunBatch();
+    ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0);
+    PressConvert();
+    ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }));
+    PressStop();
+    EXPECT_FALSE(dialog->IsRunning());
+    EXPECT_THAT(consoles.requests.Calls(), IsEmpty());
+}
+
+TEST_F(BatchStopRequestTest, TheSecondInterpreterIsLookedForByItsOwnId) {
+    consoles.windows = {{777}, {888}};
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{.processId = 777}, {.held = true, .processId = 888}});
+    PressConvert();
+    WaitForConverter(2);
+    PressStop();
+    EXPECT_THAT(consoles.requests.Calls(), ElementsAre("OpenProcess 888 access=0x100000", "window 1",
+                                                       "window 2", "WM_SYSCOMMAND SC_CLOSE to 2"));
+}
+
+// The old worker's end must not make the new one's interpreter unknown.
+TEST_F(BatchStopRequestTest, AnOldInterpretersEndLeavesTheNewOneToBeFound) {
+    consoles.windows = {{888}};
+    AddFiles({L"C:\\in\\a.pdf"});
+    converters.Plan({{.held = true, .processId = 777}, {.held = true, .processId = 888}});
+    PressConvert();
+    WaitForConverter(1);
+    PressStop();
+    consoles.requests.Clear();
+    PressConvert();
+    WaitForConverter(2);
+    worker.At("KillTimer main 2", 1, [this] { PressStop(); });
+    converters.Release(1);
+    ASSERT_TRUE(WaitFor([&] { return !dialog->IsRunning(); }));
+    EXPECT_THAT(consoles.requests.Calls(),
+                ElementsAre("OpenProcess 888 access=0x100000", "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
+}
+
+// One job for all batches.
+struct Jobs {
+    static inline int created = 0;
+    static inline bool refused = false;
+
+    static HANDLE WINAPI Create(LPSECURITY_ATTRIBUTES security, LPCWSTR name) {
+        ++created;
+        EXPECT_EQ(security, nullptr);
+        EXPECT_EQ(name, nullptr);
+        return refused ? nullptr : original<&Create>(security, name);
+    }
+
+    explicit Jobs(bool refuse) {
+        created = 0;
+        refused = refuse;
+    }
+    std::unique_ptr<ReplacedImport> create = ReplaceAndForward<&Create>("CreateJobObjectW");
+};
+
+struct GrantedJob : Jobs {
+    GrantedJob() : Jobs(false) {}
+};
+class BatchJobTest : public GrantedJob, public BatchFixture {};  // before the dialog
+
+TEST_F(BatchJobTest, IsMadeOnceAndHoldsEveryInterpreter) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    RunBatch();
+    RunBatch();
+    EXPECT_EQ(Jobs::created, 1);
+    EXPECT_THAT(worker.Of({"CreateProcessW", "AssignProcessToJobObject", "WaitForSingleObject"}),
+                ElementsAre("CreateProcessW", "AssignProcessToJobObject process 1",
+                            "WaitForSingleObject process 1 INFINITE", "CreateProcessW",
+                            "AssignProcessToJobObject process 2", "WaitForSingleObject process 2 INFINITE",
+                            "CreateProcessW", "AssignProcessToJobObject process 3",
+                            "WaitForSingleObject process 3 INFINITE", "CreateProcessW",
+                            "AssignProcessToJobObject process 4", "WaitForSingleObject process 4 INFINITE"));
+    EXPECT_THAT(consoles.requests.Calls(), IsEmpty());
+}
+
+// Closing it ends nothing: nothing has asked the system for that.
+TEST_F(BatchJobTest, HasNoLimits) {
+    for (const ImportSlot& slot : ImportSlots()) EXPECT_NE(slot.name, "SetInformationJobObject");
+}
+
+struct RefusedJob : Jobs {
+    RefusedJob() : Jobs(true) {}
+};
+class BatchWithoutAJobTest : public RefusedJob, public BatchFixture {};
+
+TEST_F(BatchWithoutAJobTest, GoesAsItWouldWithOne) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{.durationMs = 5'000}, {.held = true, .processId = 777}});
+    PressConvert();
+    WaitForConverter(2);
+    PressStop();
+    EXPECT_THAT(consoles.requests.Calls(), ElementsAre(kOpened)) << "there is no job to be ended";
+    converters.Release(2);
+    WaitForEnd();
+    EXPECT_THAT(Column(1), ElementsAre(L"00:00:05", L"*** Annulé !"));
+    EXPECT_EQ(worker.Count("AssignProcessToJobObject"), 0);
+}
+
+}  // namespace

@@ -1,0 +1,167 @@
+// The batch in the taskbar's button: rows done of rows, nothing before and after, gone at once at a stop.
+#include "tests/window/batch_fixture.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr char kHidden[] = "SetProgressState 0";
+
+class BatchTaskbarTest : public BatchFixture {
+protected:
+    BatchTaskbarTest() { taskbar.button = Dialog(); }
+
+    // What the taskbar was asked for, when all that the workers have posted is served.
+    [[nodiscard]] std::vector<std::string> Calls() {
+        MSG message = {};
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+        return taskbar.calls.Calls();
+    }
+    // The same without how the connection was made.
+    [[nodiscard]] std::vector<std::string> Shown() {
+        std::vector<std::string> shown = Calls();
+        std::erase_if(shown, [](const std::string& call) { return !call.starts_with("SetProgress"); });
+        return shown;
+    }
+};
+
+TEST_F(BatchTaskbarTest, ShowsRowsDoneOfRows) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    RunBatch();
+    EXPECT_THAT(Calls(), ElementsAre("CoCreateInstance taskbar", "HrInit", "SetProgressValue 0/2",
+                                     "SetProgressValue 1/2", "SetProgressValue 2/2", kHidden));
+}
+
+TEST_F(BatchTaskbarTest, IsLoadedWithTheFirstBatchAndOnce) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    EXPECT_THAT(Calls(), IsEmpty());
+    RunBatch();
+    static_cast<void>(Calls());
+    taskbar.calls.Clear();
+    RunBatch();
+    EXPECT_THAT(Calls(), ElementsAre("SetProgressValue 0/1", "SetProgressValue 1/1", kHidden));
+    Destroy();
+    EXPECT_THAT(taskbar.calls.Calls(), Contains("Release"));
+    Create();
+}
+
+// The box waits for a person, who sees the button meanwhile.
+TEST_F(BatchTaskbarTest, IsGoneBeforeTheMessageOfTheEnd) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    std::vector<std::string> before;
+    worker.At("MessageBoxW Conversion terminée !", 1, [&] {
+        const ULONGLONG deadline = ::GetTickCount64() + 10'000;
+        do {
+            before = taskbar.calls.Calls();
+        } while ((before.empty() || before.back() != kHidden) && ::GetTickCount64() < deadline);
+    });
+    RunBatch();
+    EXPECT_THAT(before, Contains(kHidden));
+}
+
+TEST_F(BatchTaskbarTest, IsGoneAfterAFailedFile) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
+    converters.Plan({{}, {.exitCode = 1}});
+    RunBatch();
+    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/3", "SetProgressValue 1/3", kHidden));
+}
+
+TEST_F(BatchTaskbarTest, IsGoneAfterAFailedStart) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
+    RunBatch();
+    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/2", kHidden));
+}
+
+TEST_F(BatchTaskbarTest, IsGoneAtOnceAtAConfirmedStopAndTheOldWorkerDoesNotBringItBack) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{.held = true}});
+    PressConvert();
+    WaitForConverter(1);
+    ASSERT_THAT(Shown(), ElementsAre("SetProgressValue 0/2"));
+    PressStop();
+    EXPECT_THAT(taskbar.calls.Calls().back(), kHidden) << "at once: with the stop itself";
+    EXPECT_TRUE(dialog->HasWorker());
+    converters.Release(1);
+    WaitForEnd();
+    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/2", kHidden));
+}
+
+TEST_F(BatchTaskbarTest, ReportsThatWereUnderWayAtTheStopAreNotShown) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    // Between the second report and the loop's test.
+    worker.At("LVM_SETITEMSTATE 1", 1, [this] { PressStop(); });
+    RunBatch();
+    const auto shown = Shown();
+    ASSERT_THAT(shown, Contains(kHidden));
+    EXPECT_EQ(shown.back(), kHidden);
+    EXPECT_THAT(shown, Not(Contains("SetProgressValue 2/2")));
+}
+
+TEST_F(BatchTaskbarTest, AnsweringNoLeavesIt) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    converters.Plan({{.held = true}});
+    PressConvert();
+    WaitForConverter(1);
+    stopAnswer = IDNO;
+    PressStop();
+    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/1"));
+    converters.Release(1);
+    WaitForEnd();
+}
+
+TEST_F(BatchTaskbarTest, AnOldWorkerDoesNotTouchWhatANewerBatchShows) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{.held = true}, {}, {.held = true}});
+    PressConvert();
+    WaitForConverter(1);
+    PressStop();
+    PressConvert();
+    WaitForConverter(3);
+    static_cast<void>(Shown());
+    taskbar.calls.Clear();
+    converters.Release(1);
+    ASSERT_TRUE(WaitFor([&] { return worker.Count("SetCursor previous") == 1; }));
+    EXPECT_THAT(Shown(), IsEmpty()) << "the newer batch has one of two, and goes on showing it";
+    converters.Release(3);
+    WaitForEnd();
+}
+
+TEST_F(BatchTaskbarTest, ABatchWithoutFilesShowsNothing) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0);
+    PressConvert();
+    ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }));
+    PressStop();
+    EXPECT_THAT(Calls(), IsEmpty());
+}
+
+TEST_F(BatchTaskbarTest, ATaskbarThatIsNotThereIsAskedForOnceAndNotMissed) {
+    taskbar.creation = REGDB_E_CLASSNOTREG;
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    RunBatch();
+    RunBatch();
+    EXPECT_THAT(Calls(), ElementsAre("CoCreateInstance taskbar"));
+    EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
+    EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !", "Conversion terminée !"));
+}
+
+TEST_F(BatchTaskbarTest, ATaskbarThatCannotBeginIsLetGo) {
+    taskbar.initialisation = E_FAIL;
+    AddFiles({L"C:\\in\\a.pdf"});
+    RunBatch();
+    EXPECT_THAT(Calls(), ElementsAre("CoCreateInstance taskbar", "HrInit", "Release"));
+}
+
+TEST_F(BatchTaskbarTest, ATaskbarThatRefusesEverythingIsNotNoticed) {
+    taskbar.showing = E_FAIL;
+    AddFiles({L"C:\\in\\a.pdf"});
+    RunBatch();
+    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/1", "SetProgressValue 1/1", kHidden));
+    EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !"));
+}
+
+}  // namespace

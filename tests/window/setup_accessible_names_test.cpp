@@ -1,0 +1,194 @@
+// What a screen reader says for the controls that have no text of their own.
+#include "tests/window/main_window_fixture.h"
+
+#include <windows.h>
+#include <objbase.h>
+#include <oleacc.h>
+
+#include <map>
+#include <optional>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::UnorderedElementsAre;
+
+constexpr GUID kClass = {0xB5F8350B, 0x0548, 0x48B1, {0xA6, 0xEE, 0x88, 0xBD, 0x00, 0xB4, 0xA5, 0xE7}};
+constexpr GUID kInterface = {0x6E26E776, 0x04F0, 0x495D, {0x80, 0xE4, 0x33, 0x30, 0x35, 0x2E, 0x31, 0x69}};
+constexpr GUID kName = {0x608D3DF8, 0x8128, 0x4AA7, {0xA4, 0x28, 0xF5, 0x5E, 0x49, 0x26, 0x72, 0x91}};
+
+// The system's annotation service, on paper.
+class Service final : public IAccPropServices {
+public:
+    static inline std::map<int, std::wstring> names;  // by control
+    static inline int references = 0;
+    static inline HRESULT result = S_OK;
+
+    HRESULT WINAPI QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG WINAPI AddRef() override { return static_cast<ULONG>(++references); }
+    ULONG WINAPI Release() override { return static_cast<ULONG>(--references); }
+    HRESULT WINAPI SetPropValue(const BYTE*, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
+    HRESULT WINAPI SetPropServer(const BYTE*, DWORD, const MSAAPROPID*, int, IAccPropServer*,
+                                 AnnoScope) override {
+        return E_NOTIMPL;
+    }
+    HRESULT WINAPI ClearProps(const BYTE*, DWORD, const MSAAPROPID*, int) override { return E_NOTIMPL; }
+    HRESULT WINAPI SetHwndProp(HWND, DWORD, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
+    HRESULT WINAPI SetHwndPropStr(HWND window, DWORD object, DWORD child, MSAAPROPID property,
+                                  LPCWSTR text) override {
+        EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
+        EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
+        EXPECT_TRUE(::IsEqualGUID(property, kName));
+        if (SUCCEEDED(result)) names[::GetDlgCtrlID(window)] = text;
+        return result;
+    }
+    HRESULT WINAPI SetHwndPropServer(HWND, DWORD, DWORD, const MSAAPROPID*, int, IAccPropServer*,
+                                     AnnoScope) override {
+        return E_NOTIMPL;
+    }
+    HRESULT WINAPI ClearHwndProps(HWND window, DWORD object, DWORD child, const MSAAPROPID* properties,
+                                  int count) override {
+        EXPECT_TRUE(::IsWindow(window));
+        EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
+        EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
+        EXPECT_EQ(count, 1);
+        EXPECT_TRUE(::IsEqualGUID(*properties, kName));
+        names.erase(::GetDlgCtrlID(window));
+        return result;
+    }
+    HRESULT WINAPI ComposeHwndIdentityString(HWND, DWORD, DWORD, BYTE**, DWORD*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT WINAPI DecomposeHwndIdentityString(const BYTE*, DWORD, HWND*, DWORD*, DWORD*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT WINAPI SetHmenuProp(HMENU, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
+    HRESULT WINAPI SetHmenuPropStr(HMENU, DWORD, MSAAPROPID, LPCWSTR) override { return E_NOTIMPL; }
+    HRESULT WINAPI SetHmenuPropServer(HMENU, DWORD, const MSAAPROPID*, int, IAccPropServer*,
+                                      AnnoScope) override {
+        return E_NOTIMPL;
+    }
+    HRESULT WINAPI ClearHmenuProps(HMENU, DWORD, const MSAAPROPID*, int) override { return E_NOTIMPL; }
+    HRESULT WINAPI ComposeHmenuIdentityString(HMENU, DWORD, BYTE**, DWORD*) override { return E_NOTIMPL; }
+    HRESULT WINAPI DecomposeHmenuIdentityString(const BYTE*, DWORD, HMENU*, DWORD*) override {
+        return E_NOTIMPL;
+    }
+};
+Service g_service;
+
+class SetUpAccessibleNamesTest : public MainWindowFixture {
+protected:
+    SetUpAccessibleNamesTest() {
+        s_reader = TRUE;
+        s_readerIsKnown = TRUE;
+        s_created = 0;
+        s_creation = S_OK;
+        Service::names.clear();
+        Service::references = 0;
+        Service::result = S_OK;
+    }
+    ~SetUpAccessibleNamesTest() override {
+        Destroy();
+        EXPECT_EQ(Service::references, 0);
+        EXPECT_THAT(Service::names, IsEmpty()) << "names of windows that are gone";
+    }
+
+    static inline BOOL s_reader = TRUE;
+    static inline BOOL s_readerIsKnown = TRUE;
+    static inline int s_created = 0;
+    static inline HRESULT s_creation = S_OK;
+
+private:
+    static BOOL WINAPI Ask(UINT action, UINT size, PVOID answer, UINT change) {
+        EXPECT_EQ(action, static_cast<UINT>(SPI_GETSCREENREADER));
+        EXPECT_EQ(size, 0u);
+        EXPECT_EQ(change, 0u);
+        if (s_readerIsKnown) *static_cast<BOOL*>(answer) = s_reader;
+        return s_readerIsKnown;
+    }
+    static HRESULT WINAPI Create(REFCLSID classId, LPUNKNOWN outer, DWORD context, REFIID interfaceId,
+                                 LPVOID* object) {
+        ++s_created;
+        EXPECT_TRUE(::IsEqualGUID(classId, kClass));
+        EXPECT_TRUE(::IsEqualGUID(interfaceId, kInterface));
+        EXPECT_EQ(outer, nullptr);
+        EXPECT_EQ(context, static_cast<DWORD>(CLSCTX_INPROC_SERVER));
+        *object = nullptr;
+        if (FAILED(s_creation)) return s_creation;
+        g_service.AddRef();
+        *object = static_cast<IAccPropServices*>(&g_service);
+        return S_OK;
+    }
+
+    ReplacedImport m_ask{"SystemParametersInfoW", &Ask};
+    ReplacedImport m_create{"CoCreateInstance", &Create};
+};
+
+TEST_F(SetUpAccessibleNamesTest, ControlsWithoutATextAreCalledByTheTextBesideThem) {
+    MainWindowFixture::Create();
+    EXPECT_THAT(Service::names,
+                UnorderedElementsAre(Pair(IDC_FILE_LIST, L"Fichiers PDF"), Pair(IDC_PAGES, L"Pages :"),
+                                     Pair(IDC_RESOLUTION, L"DPI (-d) : "),
+                                     Pair(IDC_EXTRA_OPTIONS, L"Options supplémentaires"),
+                                     Pair(IDC_OUTPUT_FOLDER, L"Convertir les DjVu dans ce dossier :"),
+                                     Pair(IDC_BROWSE, L"Convertir les DjVu dans ce dossier :"),
+                                     Pair(IDC_STATUS, L"Fichiers PDF")));
+    EXPECT_EQ(s_created, 1);
+}
+
+TEST_F(SetUpAccessibleNamesTest, TheStatusLinesTextIsNotHiddenBehindAName) {
+    MainWindowFixture::Create();
+    Drop({L"C:\\in\\a.pdf"});
+    SelectRow(0);
+    ASSERT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
+    EXPECT_EQ(Service::names.count(IDC_STATUS), 0u);
+    Click(IDC_CLEAR);
+    ASSERT_EQ(Text(IDC_STATUS), L"");
+    EXPECT_EQ(Service::names[IDC_STATUS], L"Fichiers PDF");
+    EXPECT_EQ(Service::names.size(), 7u);
+}
+
+TEST_F(SetUpAccessibleNamesTest, WithoutAScreenReaderNothingIsLoaded) {
+    s_reader = FALSE;
+    MainWindowFixture::Create();
+    Drop({L"C:\\in\\a.pdf"});
+    SelectRow(0);
+    EXPECT_EQ(s_created, 0);
+    EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
+}
+
+TEST_F(SetUpAccessibleNamesTest, ASystemThatDoesNotTellHasNoScreenReader) {
+    s_readerIsKnown = FALSE;
+    MainWindowFixture::Create();
+    EXPECT_EQ(s_created, 0);
+}
+
+TEST_F(SetUpAccessibleNamesTest, AServiceThatIsNotThereLeavesTheWindowWhole) {
+    s_creation = REGDB_E_CLASSNOTREG;
+    MainWindowFixture::Create();
+    Drop({L"C:\\in\\a.pdf"});
+    SelectRow(0);
+    EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
+    EXPECT_THAT(Service::names, IsEmpty());
+    EXPECT_THAT(calls.Calls(), IsEmpty());
+}
+
+TEST_F(SetUpAccessibleNamesTest, AServiceThatRefusesLeavesTheWindowWhole) {
+    Service::result = E_FAIL;
+    MainWindowFixture::Create();
+    Drop({L"C:\\in\\a.pdf"});
+    SelectRow(0);
+    EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
+    EXPECT_THAT(calls.Calls(), IsEmpty());
+}
+
+TEST_F(SetUpAccessibleNamesTest, NamesAreTakenBackBeforeTheControlsAreGone) {
+    MainWindowFixture::Create();
+    ::DestroyWindow(Dialog());
+    EXPECT_THAT(Service::names, IsEmpty());
+    EXPECT_EQ(Service::references, 0);
+}
+
+}  // namespace
