@@ -1,7 +1,11 @@
 # Run after every link of Talvenor.exe: what the program loads, what it lets the system protect, and its size must
 # stay what they are. A build that changes one of them fails.
 #
-#   cmake -DPROGRAM=Talvenor.exe -DOBJDUMP=objdump -DICONS="a.ico;b.ico" [-DCHECK_SIZE=OFF] -P check_exe.cmake
+#   cmake -DPROGRAM=Talvenor.exe -DOBJDUMP=objdump -DICONS="a.ico;b.ico" -DMAP=Talvenor.map
+#     -DSIZE=refuse|report|ignore -P check_exe.cmake
+#
+# SIZE says what becomes of a program that is too large: an error, a warning, nothing. MAP is the linker's account of
+# what it took, from which the check tells why.
 cmake_minimum_required(VERSION 3.25)
 
 # On every Windows from 7 on, and none of them is looked for in the program's own folder: all but comctl32 are
@@ -63,6 +67,25 @@ function(check_sections sections)
   endforeach()
 endfunction()
 
+# What our own object files took from the C++ library. Since that is compiled with exceptions, a single function of it
+# can bring all of their machinery, four times the program's code.
+function(explain_size result)
+  if(NOT EXISTS "${MAP}")
+    set(${result} "there is no ${MAP} to tell why" PARENT_SCOPE)
+    return()
+  endif()
+  file(READ ${MAP} map LIMIT 200000)  # what was taken comes first
+  string(REGEX REPLACE "[][;]" "?" map "${map}")  # a list of CMake ends or joins at these
+  # Which object file, and, in the next line, for whom and in parentheses for what.
+  string(REGEX MATCHALL "libstdc\\+\\+\\.a\\([^\n\r]*[\n\r]+ +[^\n\r]*\\)[\n\r]" takings "${map}")
+  list(FILTER takings EXCLUDE REGEX "[\n\r] +[^\n\r]*libstdc\\+\\+\\.a\\(")
+  list(TRANSFORM takings STRIP)
+  list(TRANSFORM takings REPLACE "[\n\r]+ +" " for ")
+  list(JOIN takings "\n  " takings)
+  set(${result} "Of the C++ library our files take:\n  ${takings}\nIf one of these is a member of std::wstring or a \
+function that throws, define it in ui/fatal.cpp like the others." PARENT_SCOPE)
+endfunction()
+
 function(check_size)
   file(SIZE ${PROGRAM} size)
   set(icons_size 0)
@@ -72,9 +95,17 @@ function(check_size)
   endforeach()
   math(EXPR size_without_icons "${size} - ${icons_size}")
   if(size GREATER size_limit_with_icons)
-    refuse("has ${size} bytes, more than ${size_limit_with_icons}")
+    set(finding "has ${size} bytes, more than ${size_limit_with_icons}")
   elseif(size_without_icons GREATER size_limit)
-    refuse("has ${size_without_icons} bytes without its icons, more than ${size_limit}")
+    set(finding "has ${size_without_icons} bytes without its icons, more than ${size_limit}")
+  else()
+    return()
+  endif()
+  explain_size(explanation)
+  if(SIZE STREQUAL report)
+    message(WARNING "${PROGRAM}: ${finding}: this compiler is not one that we know. The program is whole.\n${explanation}")
+  else()
+    refuse("${finding}\n${explanation}")
   endif()
 endfunction()
 
@@ -84,6 +115,6 @@ check_field("${headers}" Subsystem ${wanted_subsystem})
 check_field("${headers}" DllCharacteristics ${wanted_flags})
 check_libraries("${headers}")
 check_sections("${sections}")
-if(NOT DEFINED CHECK_SIZE OR CHECK_SIZE)
+if(NOT SIZE STREQUAL ignore)
   check_size()
 endif()

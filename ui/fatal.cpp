@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <new>
+#include <string>
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the names are the library's.
 namespace std {
@@ -26,6 +27,11 @@ void __throw_bad_array_new_length() {
 }
 }  // namespace std
 // NOLINTEND(bugprone-reserved-identifier)
+
+// Every member of the text class, compiled here: since version 13 the library promises that one of them lies in its
+// own archive, whose object file would bring the exceptions back (140 KB). Which one is the library's affair and not
+// ours; what nobody calls is dropped by the linker.
+template class std::basic_string<wchar_t>;
 
 void* operator new(std::size_t size) {
     if (void* const block = std::malloc(size ? size : 1)) return block;
