@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -40,11 +41,11 @@ LONG CALLBACK EndAtCrash(EXCEPTION_POINTERS* exception) {
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
-const Scenario& ScenarioOf(const std::string& name) {
+const Scenario& ScenarioOf(std::string_view name) {
     const auto& all = AllScenarios();
     const auto found =
         std::find_if(all.begin(), all.end(), [&](const Scenario& one) { return one.name == name; });
-    if (found == all.end()) throw std::runtime_error("no scenario " + name);
+    if (found == all.end()) throw std::runtime_error("no scenario " + std::string(name));
     return *found;
 }
 
