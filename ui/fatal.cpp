@@ -28,9 +28,9 @@ void __throw_bad_array_new_length() {
 }  // namespace std
 // NOLINTEND(bugprone-reserved-identifier)
 
-// Every member of the text class, compiled here: since version 13 the library promises that one of them lies in its
-// own archive, whose object file would bring the exceptions back (140 KB). Which one is the library's affair and not
-// ours; what nobody calls is dropped by the linker.
+// Every member of the text class, compiled here: since version 13 the library promises that one of them lies
+// in its own archive, whose object file would bring the exceptions back (140 KB). Which one is the library's
+// affair and not ours; what nobody calls is dropped by the linker.
 template class std::basic_string<wchar_t>;
 
 void* operator new(std::size_t size) {
@@ -50,6 +50,7 @@ void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
     return operator new(size, tag);
 }
 
+// NOLINTBEGIN(misc-use-internal-linkage): they take the place of the library's.
 void operator delete(void* block) noexcept {
     std::free(block);
 }
@@ -62,3 +63,4 @@ void operator delete[](void* block) noexcept {
 void operator delete[](void* block, std::size_t /*size*/) noexcept {
     std::free(block);
 }
+// NOLINTEND(misc-use-internal-linkage)
