@@ -14,6 +14,20 @@ bool IsDialog(HWND window) {
     return ::GetClassNameW(window, className, 16) && std::wstring(className) == L"#32770";
 }
 
+struct ControlSearch {
+    HWND dialog;
+    int id;
+    HWND found;
+};
+
+BOOL CALLBACK FindById(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<ControlSearch*>(parameter);
+    const bool wanted =
+        ::GetDlgCtrlID(window) == search.id && ::GetAncestor(window, GA_PARENT) == search.dialog;
+    if (wanted) search.found = window;
+    return !wanted;
+}
+
 struct DialogSearch {
     DWORD processId;
     std::vector<HWND> found;
@@ -50,8 +64,17 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return static_cast<LRESULT>(result);
 }
 
+// Not by GetDlgItem: Wine asks its server for the dialog's first child, then for that one's siblings. When
+// the dialog is being closed by its own thread in between, the server of Wine 10 follows them without an end,
+// and answers nobody any more.
+HWND FindControl(HWND dialog, int id) {
+    ControlSearch search{dialog, id, nullptr};
+    ::EnumChildWindows(dialog, FindById, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
 HWND Control(HWND dialog, int id) {
-    const HWND control = ::GetDlgItem(dialog, id);
+    const HWND control = FindControl(dialog, id);
     if (!control) throw Failure("the dialog has no control " + std::to_string(id));
     return control;
 }
@@ -73,7 +96,7 @@ HWND WaitForMainWindow(const Program& program, int idOfAControl, Milliseconds li
     if (!WaitUntil(appeared, limit)) throw Failure("the main window did not appear");
     if (dialogs.empty()) throw Failure("the program ended before its main window appeared");
     for (const HWND dialog : dialogs)
-        if (::GetDlgItem(dialog, idOfAControl)) return dialog;
+        if (FindControl(dialog, idOfAControl)) return dialog;
     throw Failure(L"instead of the main window there is: " + AllText(dialogs.front()));
 }
 

@@ -1,5 +1,6 @@
 #include "tests/faults/harness/call_label.h"
 
+#include "tests/equipment/window_driver.h"
 #include "tests/support/utf8.h"
 
 #include "res/resource.h"
@@ -171,9 +172,9 @@ const std::map<std::string, Describe>& Details() {
 std::string WindowLabel(HWND window) {
     if (!window) return "none";
     if (const int id = ::GetDlgCtrlID(window)) return std::to_string(static_cast<std::uint16_t>(id));
-    if (::GetDlgItem(window, IDC_FILE_LIST)) return "main";
-    if (::GetDlgItem(window, IDC_VERSION)) return "about";
-    if (::GetDlgItem(window, IDC_SECONDS)) return "countdown";
+    if (driver::FindControl(window, IDC_FILE_LIST)) return "main";
+    if (driver::FindControl(window, IDC_VERSION)) return "about";
+    if (driver::FindControl(window, IDC_SECONDS)) return "countdown";
     if (ClassOf(window) == TOOLTIPS_CLASSA) return "tips";
     if (ClassOf(window) == WC_HEADERA) return "header";
     return "other";

@@ -24,7 +24,7 @@ BOOL CALLBACK FindDialog(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<DialogSearch*>(parameter);
     DWORD owner = 0;
     ::GetWindowThreadProcessId(window, &owner);
-    const bool wanted = owner == ::GetCurrentProcessId() && ::GetDlgItem(window, search.controlId);
+    const bool wanted = owner == ::GetCurrentProcessId() && driver::FindControl(window, search.controlId);
     if (wanted) search.found = window;
     return !wanted;
 }
@@ -148,7 +148,7 @@ HWND User::WaitForWorkersDialog(int controlOfDialog) const {
 void User::CloseDialog(HWND dialog, int buttonId) {
     for (int tries = 0; ::IsWindow(dialog); ++tries) {
         if (tries == kTries) throw Hang("a dialog does not close");
-        Send(::GetDlgItem(dialog, buttonId), BM_CLICK);
+        Send(driver::FindControl(dialog, buttonId), BM_CLICK);
         static_cast<void>(driver::WaitUntil([&] { return !::IsWindow(dialog); }, kPatience));
     }
     m_longPress.reset();

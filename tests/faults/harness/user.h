@@ -2,6 +2,7 @@
 // thread than the program's, as a person does, and gives up at a deadline instead of waiting for ever.
 #pragma once
 
+#include "tests/equipment/window_driver.h"
 #include "tests/faults/harness/program_host.h"
 
 #include <windows.h>
@@ -28,7 +29,7 @@ public:
     // Waits until the window is there and serves messages, or the program has ended. Null then.
     HWND WaitForWindow() const;
     [[nodiscard]] HWND Window() const { return m_program.MainWindow(); }
-    [[nodiscard]] HWND Control(int id) const { return ::GetDlgItem(Window(), id); }
+    [[nodiscard]] HWND Control(int id) const { return driver::FindControl(Window(), id); }
     [[nodiscard]] bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     // Sends one message. 0 when the window is gone.
     static LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);

@@ -1,5 +1,6 @@
 #include "tests/faults/threads/message_box.h"
 
+#include "tests/equipment/window_driver.h"
 #include "tests/faults/harness/user.h"
 
 #include <array>
@@ -42,7 +43,7 @@ HWND WaitForMessageBox(const std::wstring& part) {
 }
 
 void AnswerMessageBox(HWND box, int buttonId) {
-    HWND button = ::GetDlgItem(box, buttonId);
+    HWND button = driver::FindControl(box, buttonId);
     if (!button) button = ::FindWindowExW(box, nullptr, L"Button", nullptr);  // the only one, of any number
     ::PostMessageW(button, BM_CLICK, 0, 0);
     WaitUntil("a message box is gone", [&] { return !::IsWindow(box); });
