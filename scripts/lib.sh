@@ -24,6 +24,9 @@ export WINEDEBUG=-all
 # replaced by tests.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d;winemenubuilder.exe=d;cmd.exe=n,b"
 export WINEPREFIX=$build/wineprefix
+# Debian's Wine 10 keeps its socket below /run/user/<uid>, and where that is missing, as in a container, below TMPDIR:
+# whose value it then gives back as memory of its own, and dies at every start.
+unset TMPDIR
 
 # The processes to end, by name, in the order they were started.
 declare -A own_processes=()
@@ -100,11 +103,18 @@ start_wine() {
 
 # take_session: one script at a time works in the prefix, because the first to end ends the session.
 take_session() {
+    local lock
     mkdir -p "$build"
-    exec {session_lock}>"$build/session.lock"
-    if flock --nonblock "$session_lock"; then return; fi
-    say "Waiting for another script that uses Wine here..."
-    flock --timeout 3600 "$session_lock" || fail "the other script did not end"
+    exec {lock}>"$build/session.lock"
+    if ! flock --nonblock "$lock"; then
+        say "Waiting for another script that uses Wine here..."
+        flock --timeout 3600 "$lock" || fail "the other script did not end"
+    fi
+    # Kept by a process that starts no other, and not by us: Wine's services would inherit it, and they outlive a server
+    # that dies.
+    $with_us sleep infinity &
+    own_processes[session]=$!
+    exec {lock}>&-
 }
 
 # create_prefix: once; under another name until it is complete, so that a start cut short is no half prefix.
