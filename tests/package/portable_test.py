@@ -1,0 +1,231 @@
+#!/usr/bin/env python3
+"""The packed tests, as a person on Windows meets them: unpacked into a folder with blanks and accents, started by run.cmd.
+
+ctest runs it as `portable_test.py BUILD-FOLDER`. With `--compare BUILD-FOLDER ZIP` it runs all suites of the package and
+ctest beside it, and compares them test by test.
+"""
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+import zipfile
+from pathlib import Path
+
+REPOSITORY = Path(__file__).resolve().parents[2]
+TIME_OF_TEST = 1767225600  # 2026-01-01
+# What cmd.exe, or a program that takes its own path apart, could trip over. Without "%": the cmd.exe of Wine takes
+# the text that a variable or %~dp0 stands for apart once more, which that of Windows does not.
+ODD_FOLDER = "Éssais à part & co (^1) l'été !"
+LIMIT_SECONDS = 3600
+
+build = None
+
+
+def make_package(folder):
+    command = [REPOSITORY / "scripts" / "package", "--tests", "--build", build, "--output", folder]
+    subprocess.run([str(word) for word in command], check=True, text=True, capture_output=True,
+                   env={**os.environ, "SOURCE_DATE_EPOCH": str(TIME_OF_TEST)})
+    (package,) = folder.glob("*.zip")
+    return package
+
+
+def unpack(package, folder):
+    with zipfile.ZipFile(package) as archive:
+        archive.extractall(folder)
+
+
+def run(folder, *arguments):
+    """As a double click does, which has cmd.exe run it; returns exit code and what was shown."""
+    result = subprocess.run(["wine", folder / "run.cmd", *arguments], capture_output=True, cwd="/",
+                            stdin=subprocess.DEVNULL, timeout=LIMIT_SECONDS)
+    return result.returncode, result.stdout.decode("utf-8", "replace")
+
+
+def outcomes(results):
+    """Of a results.txt: what came out, by test."""
+    lines = re.findall(r"^(passed|skipped|FAILED|CRASHED|TOO LONG|NOT RUN) +(\S+)$", results, re.M)
+    return {name: outcome for outcome, name in lines}
+
+
+def read_results(folder):
+    content = (folder / "results.txt").read_bytes()
+    text = content.decode("utf-8")
+    assert text.startswith("\ufeff") and text.count("\n") == text.count("\r\n"), "not as every Notepad reads it"
+    return text.removeprefix("\ufeff").replace("\r\n", "\n")
+
+
+class Folder(unittest.TestCase):
+    def setUp(self):
+        temporary = tempfile.TemporaryDirectory()
+        self.addCleanup(temporary.cleanup)
+        self.root = Path(temporary.name)
+        self.folder = self.root / ODD_FOLDER
+
+    def files(self):
+        return sorted(str(path.relative_to(self.folder)) for path in self.folder.rglob("*") if path.is_file())
+
+
+class Package(Folder):
+    def setUp(self):
+        super().setUp()
+        self.package = make_package(self.root / "dist")
+        unpack(self.package, self.folder)
+
+    def test_holds_what_the_suites_name_and_no_more(self):
+        programs = {line.split("\t")[2] for line in (self.folder / "suites.txt").read_text().splitlines()}
+        self.assertGreater(len(programs), 4)
+        others = {"Talvenor.exe", "LICENSE.txt", "run.cmd", "run_tests.exe", "suites.txt", "left_out.txt",
+                  "equipment/stand_in_converter.exe", "tests/faults/fatal_probe.exe", "tests/faults/fault_product.dll"}
+        self.assertEqual(set(self.files()), programs | others)
+
+    def test_is_the_same_again_and_names_no_folder_of_this_machine(self):
+        again = make_package(self.root / "again")
+        self.assertEqual(self.package.read_bytes(), again.read_bytes())
+        for path in self.folder.rglob("*.exe"):
+            content = path.read_bytes()
+            self.assertNotIn(str(REPOSITORY).encode(), content, path.name)
+            self.assertNotIn(str(REPOSITORY).encode("utf-16-le"), content, path.name)
+
+    def test_needs_nothing_but_windows(self):
+        for path in [*self.folder.rglob("*.exe"), *self.folder.rglob("*.dll")]:
+            headers = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", path], check=True, capture_output=True, text=True)
+            libraries = {name.lower() for name in re.findall("DLL Name: (.*)", headers.stdout)}
+            self.assertGreater(len(libraries), 0)
+            of_windows = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "imm32.dll", "kernel32.dll", "msvcrt.dll",
+                          "ole32.dll", "shell32.dll", "shlwapi.dll", "user32.dll", "version.dll"}
+            self.assertLessEqual(libraries, of_windows, path.name)
+
+    def test_texts_are_for_windows_and_the_script_is_plain(self):
+        for name in ("run.cmd", "suites.txt", "left_out.txt", "LICENSE.txt"):
+            content = (self.folder / name).read_bytes()
+            self.assertEqual(content.count(b"\n"), content.count(b"\r\n"), name)
+            content.decode("ascii")
+
+    def test_every_entry_of_ctest_is_a_suite_or_left_out_by_name(self):
+        listed = subprocess.run(["ctest", "-N", "--test-dir", build], check=True, capture_output=True, text=True)
+        entries = re.findall(r"^ +Test +#\d+: (\S+)", listed.stdout, re.M)
+        suites = {line.split("\t")[0] for line in (self.folder / "suites.txt").read_text().splitlines()}
+        left_out = re.findall(r"^entry (\S+?)\*?: ", (self.folder / "left_out.txt").read_text(), re.M)
+        self.assertGreater(len(entries), 20)
+        self.assertEqual([name for name in entries if name not in suites and not name.startswith(tuple(left_out))], [])
+
+
+class Sample(Folder):
+    """A few suites of the package itself."""
+
+    def setUp(self):
+        super().setUp()
+        unpack(make_package(self.root / "dist"), self.folder)
+
+    def check(self, beginning, smallest):
+        before = self.files()
+        code, shown = run(self.folder, "--only", beginning)
+        results = read_results(self.folder)
+        self.assertEqual(code, 0, shown + results)
+        self.assertIn("\nGOOD: ", results)
+        self.assertGreaterEqual(len(outcomes(results)), smallest)
+        self.assertEqual(set(outcomes(results).values()), {"passed"})
+        self.assertEqual(self.files(), sorted([*before, "results.txt"]))
+        return results
+
+    def test_rules_run_and_tell_where(self):
+        results = self.check("rules", 100)
+        for fact in ("Windows: ", "ANSI code page: ", "Dpi: ", "Keyboard: "):
+            self.assertRegex(results, f"\n{fact}.+\n")
+        self.assertRegex(results, r"\nRealConverter\.\*: .+\n")
+
+    def test_program_itself_runs_from_there(self):
+        self.check("app.countdown", 5)
+
+
+class Unruly(Folder):
+    """A suite that does everything wrong: each is told, and none hides another."""
+
+    def setUp(self):
+        super().setUp()
+        unpack(make_package(self.root / "dist"), self.folder)
+        (self.folder / "unruly_suite.exe").write_bytes((build / "tests/portable/unruly_suite.exe").read_bytes())
+        (self.folder / "left_out.txt").write_text("Unruly.NeverWas: it was never there\n")
+        self.suites("unruly\t5\tunruly_suite.exe\t--gtest_filter=-*IsOfNoSuite\n")
+
+    def suites(self, text):
+        (self.folder / "suites.txt").write_text(text)
+
+    def test_every_misdeed_is_told(self):
+        code, _ = run(self.folder)
+        results = read_results(self.folder)
+        self.assertEqual(code, 1)
+        self.assertIn("\nNOT GOOD: 3 of 7 tests passed, 1 skipped", results)
+        self.assertEqual(outcomes(results), {
+            "Unruly.Passes": "passed", "Unruly.Fails": "FAILED", "Unruly.Crashes": "CRASHED",
+            "Unruly.Hangs": "TOO LONG", "Unruly.Skips": "skipped", "Unruly.LeavesAFile": "passed",
+            "Unruly.LeavesAProcess": "passed"})
+        self.assertIn("of the Été", results)
+        self.assertIn("the program ended with 0xC0000005", results)
+        self.assertIn("PROBLEM in unruly: left behind in the temporary folder: forgotten.txt", results)
+        self.assertIn("PROBLEM in unruly: 1 processes were left running", results)
+        self.assertIn("PROBLEM: left_out.txt names what is no test: Unruly.NeverWas", results)
+        self.assertIn("PROBLEM: a test of no suite: Unruly.IsOfNoSuite", results)
+        self.assertIn("for no reason", results)
+
+    def test_suite_without_its_program_is_told(self):
+        self.suites("gone\t5\tgone.exe\t\n")
+        code, shown = run(self.folder, "--only", "gone")
+        self.assertEqual(code, 2)
+        self.assertIn("gone.exe", shown)
+
+    def test_script_alone_says_what_to_do(self):
+        (self.folder / "run_tests.exe").unlink()
+        code, shown = run(self.folder)
+        self.assertEqual(code, 2)
+        self.assertIn("Unpack the whole zip", shown)
+
+
+def outcomes_of_ctest(suites):
+    """By test, of the suites only."""
+    pattern = "^(" + "|".join(re.escape(name) for name in suites) + ")$"
+    result = subprocess.run(["ctest", "--test-dir", build, "-V", "-R", pattern], capture_output=True)
+    text = result.stdout.decode("utf-8", "replace").replace("\r", "")
+    words = {"OK": "passed", "FAILED": "FAILED", "SKIPPED": "skipped"}
+    lines = re.findall(r"\[ +(OK|FAILED|SKIPPED) +\] (\S+?)(?: \(|, where )", text)
+    return {name: words[word] for word, name in lines}
+
+
+def compare(package):
+    with tempfile.TemporaryDirectory() as root:
+        folder = Path(root) / ODD_FOLDER
+        unpack(package, folder)
+        code, shown = run(folder)
+        print(shown)
+        results = read_results(folder)
+        lines = (folder / "suites.txt").read_text().splitlines()
+    packed = outcomes(results)
+    here = outcomes_of_ctest([line.split("\t")[0] for line in lines])
+    left_out = [line.split(": ")[0] for line in
+                results.split("===== Left out, and why\n")[1].split("\n\n")[0].splitlines()]
+    patterns = [re.compile(re.escape(name).replace(r"\*", ".*") + "$") for name in left_out]
+    only_here = {name for name in here if not any(pattern.match(name) for pattern in patterns)} - set(packed)
+    differences = [f"{name}: {packed[name]} from the package, {here.get(name)} by ctest"
+                   for name in packed if packed[name] != here.get(name)]
+    differences += [f"{name}: by ctest only" for name in sorted(only_here)]
+    print(f"{len(packed)} tests from the package, {len(here)} by ctest, of which {len(here) - len(packed)} are left out "
+          f"of the package; {len(differences)} differences")
+    print("\n".join(differences))
+    return 1 if differences or code else 0
+
+
+def main():
+    global build
+    if len(sys.argv) == 4 and sys.argv[1] == "--compare":
+        build = Path(sys.argv[2]).resolve()
+        sys.exit(compare(Path(sys.argv[3]).resolve()))
+    if len(sys.argv) < 2:
+        sys.exit(__doc__)
+    build = Path(sys.argv.pop(1)).resolve()
+    unittest.main(verbosity=2)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,171 @@
+// Runs the packed tests on the Windows that it is started on and writes down what came out. It is started by
+// run.cmd, lies in one folder with it, and needs nothing but that folder:
+//
+//   run_tests.exe [--only BEGINNING]    only the suites whose names begin like this
+//
+// Ends with 0 when every test passed, 1 when not, 2 when it could not run them.
+#include <windows.h>
+#include <io.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <set>
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/file_bytes.h"
+#include "tests/equipment/text.h"
+#include "tests/portable/results.h"
+#include "tests/portable/suite_list.h"
+#include "tests/portable/suite_run.h"
+#include "tests/portable/temporary_place.h"
+#include "tests/portable/this_system.h"
+
+namespace {
+
+constexpr int kAllPassed = 0;
+constexpr int kNotAllPassed = 1;
+constexpr int kCouldNotRun = 2;
+
+std::wstring OwnFolder() {
+    std::wstring path(32'768, L'\0');
+    path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return path.substr(0, path.find_last_of(L'\\') + 1);
+}
+
+// The same line again and again on a screen; only its last state elsewhere.
+class Progress {
+public:
+    explicit Progress(std::string beginning) : m_beginning(std::move(beginning)) { Show("..."); }
+    void Show(const std::string& state) const {
+        if (!kOnScreen) return;
+        std::printf("\r%s %-40s", m_beginning.c_str(), state.c_str());
+        std::fflush(stdout);
+    }
+    void End(const std::string& state) const {
+        std::printf("%s%s %-40s\n", kOnScreen ? "\r" : "", m_beginning.c_str(), state.c_str());
+        std::fflush(stdout);
+    }
+
+private:
+    static inline const bool kOnScreen = ::_isatty(::_fileno(stdout)) != 0;
+    std::string m_beginning;
+};
+
+class Runner {
+public:
+    Runner() : m_folder(OwnFolder()), m_suites(ReadSuites(m_folder + L"suites.txt")) {
+        m_report.version = TALVENOR_VERSION;
+        m_report.system = DescribeThisSystem();
+        m_report.leftOut = ReadLeftOut(m_folder + L"left_out.txt");
+    }
+
+    void Choose(const std::string& beginning) {
+        std::erase_if(m_suites, [&](const Suite& suite) { return !suite.name.starts_with(beginning); });
+        if (m_suites.empty()) throw driver::Failure("no suite begins with " + beginning);
+        m_isWhole = false;
+    }
+
+    int Run() {
+        std::puts("Talvenor " TALVENOR_VERSION
+                  ": the tests. They open windows and give them keys and clicks, so\n"
+                  "leave keyboard and mouse alone until the end. It takes about a quarter of an hour.\n");
+        if (IsCapsLockOn())
+            m_report.problems.emplace_back("Caps Lock is on: what the tests type comes out in capitals");
+        m_report.suitesInAll = m_suites.size();
+        WriteReport(m_report, Results());  // what cannot be written is better known now
+        // The names first: what is left out must be there, and nothing may be forgotten.
+        for (const Suite& suite : m_suites) ChooseTests(suite);
+        if (m_isWhole) CheckNames();
+        for (const Suite& suite : m_suites) RunOne(suite);
+        std::printf("\n%s\nPlease send back results.txt; it lies beside run.cmd.\n",
+                    Summary(m_report).c_str());
+        return IsGood(m_report) ? kAllPassed : kNotAllPassed;
+    }
+
+private:
+    [[nodiscard]] std::wstring Results() const { return m_folder + L"results.txt"; }
+    [[nodiscard]] std::wstring Program(const Suite& suite) const { return m_folder + suite.program; }
+
+    void ChooseTests(const Suite& suite) {
+        std::vector<std::string> names = TestsOf(Program(suite), suite.filter);
+        if (names.empty()) m_report.problems.push_back("no tests in " + suite.name);
+        m_found[suite.program].insert(names.begin(), names.end());
+        std::erase_if(names, [&](const std::string& name) { return IsLeftOut(name); });
+        m_chosen[suite.name] = std::move(names);
+    }
+
+    bool IsLeftOut(const std::string& name) {
+        for (const LeftOut& one : m_report.leftOut) {
+            if (one.isEntry || !Fits(name, one.pattern)) continue;
+            m_used.insert(one.pattern);
+            return true;
+        }
+        return false;
+    }
+
+    void CheckNames() {
+        for (const LeftOut& one : m_report.leftOut) {
+            if (!one.isEntry && !m_used.contains(one.pattern))
+                m_report.problems.push_back("left_out.txt names what is no test: " + one.pattern);
+        }
+        for (const auto& [program, found] : m_found) {
+            for (const std::string& name : TestsOf(m_folder + program, "")) {
+                if (!found.contains(name)) m_report.problems.push_back("a test of no suite: " + name);
+            }
+        }
+    }
+
+    void RunOne(const Suite& suite) {
+        char number[32] = {};
+        std::snprintf(number, sizeof number, "[%2zu/%zu] ", m_report.suites.size() + 1, m_suites.size());
+        const Progress progress(number + suite.name);
+        const std::vector<std::string>& names = m_chosen[suite.name];
+        SuiteResult result = RunSuite(suite, Program(suite), names, [&](std::size_t done) {
+            progress.Show(std::to_string(done) + " of " + std::to_string(names.size()));
+        });
+        for (const std::wstring& name : m_place.TakeLeftovers())
+            result.problems.push_back("left behind in the temporary folder: " + driver::ToUtf8(name));
+        progress.End(Summary(result));
+        for (const TestResult& test : result.tests) {
+            if (test.outcome != Outcome::Passed && test.outcome != Outcome::Skipped)
+                std::printf("        not passed: %s\n", test.name.c_str());
+        }
+        m_report.suites.push_back(std::move(result));
+        WriteReport(m_report, Results());  // whoever ends us early has what there is
+    }
+
+    std::wstring m_folder;
+    std::vector<Suite> m_suites;
+    bool m_isWhole = true;
+    Report m_report;
+    TemporaryPlace m_place;
+    std::map<std::wstring, std::set<std::string>> m_found;     // by program
+    std::map<std::string, std::vector<std::string>> m_chosen;  // by suite
+    std::set<std::string> m_used;                              // patterns of what is left out
+};
+
+int Main(int argc, wchar_t** argv) {
+    // A test that crashes is a line in the results and not a box that waits for a person. Inherited.
+    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+    // A screen that goes dark takes no clicks.
+    ::SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED | ES_DISPLAY_REQUIRED);
+    Runner runner;
+    if (argc == 3 && std::wstring(argv[1]) == L"--only") {
+        runner.Choose(driver::ToUtf8(argv[2]));
+    } else if (argc != 1) {
+        throw driver::Failure("usage: run_tests [--only BEGINNING]");
+    }
+    return runner.Run();
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    try {
+        return Main(argc, argv);
+    } catch (const std::exception& failure) {
+        std::printf("The tests cannot be run: %s\n", failure.what());
+        return kCouldNotRun;
+    }
+}

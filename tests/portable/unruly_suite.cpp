@@ -1,0 +1,56 @@
+// A test program that does what no test should, to see that run_tests tells of each: it fails, crashes,
+// hangs, skips, leaves a file, leaves a process. Only the test of the package runs it.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+TEST(Unruly, Passes) {
+    std::printf("a line without an end");
+}
+
+TEST(Unruly, Fails) {
+    EXPECT_EQ(1, 2) << "of the Été";
+}
+
+TEST(Unruly, Crashes) {
+    ::TerminateProcess(::GetCurrentProcess(), 0xC0000005);
+}
+
+TEST(Unruly, Hangs) {
+    ::Sleep(INFINITE);
+}
+
+TEST(Unruly, Skips) {
+    GTEST_SKIP() << "for no reason";
+}
+
+TEST(Unruly, LeavesAFile) {
+    wchar_t folder[MAX_PATH] = {};
+    ASSERT_NE(::GetTempPathW(MAX_PATH, folder), 0u);
+    const HANDLE file = ::CreateFileW((std::wstring(folder) + L"forgotten.txt").c_str(), GENERIC_WRITE, 0,
+                                      nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    ::CloseHandle(file);
+}
+
+TEST(Unruly, LeavesAProcess) {
+    wchar_t self[MAX_PATH] = {};
+    ::GetModuleFileNameW(nullptr, self, MAX_PATH);
+    std::wstring line = L"unruly_suite --gtest_filter=Unruly.Hangs";
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started = {};
+    ASSERT_TRUE(::CreateProcessW(self, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                                 &started));
+    ::CloseHandle(started.hThread);
+    ::CloseHandle(started.hProcess);
+}
+
+TEST(Unruly, IsOfNoSuite) {}
+
+}  // namespace
