@@ -2,7 +2,7 @@
 // written. Nothing crashes, nothing hangs, and no row says that it was converted when it was not.
 #include "tests/app/app_fixture.h"
 
-#include "tests/app/wine.h"
+#include "tests/equipment/wine.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/handle.h"
 

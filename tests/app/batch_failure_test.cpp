@@ -3,7 +3,7 @@
 #include "tests/app/app_fixture.h"
 
 #include "tests/equipment/file_bytes.h"
-#include "tests/app/wine.h"
+#include "tests/equipment/wine.h"
 
 namespace {
 

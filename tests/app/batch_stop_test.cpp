@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "tests/app/wine.h"
+#include "tests/equipment/wine.h"
 #include "tests/equipment/file_bytes.h"
 
 namespace {
@@ -47,7 +47,7 @@ TEST_F(BatchStop, AsksFirstAndGoesOnAfterNo) {
                 HasSubstr(L"\nUn traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"));
     EXPECT_EQ(::GetWindow(question, GW_OWNER), Window().Window());
     EXPECT_NE(::GetDlgItem(question, IDYES), nullptr);
-    EXPECT_EQ(::GetDlgItem(question, IDCANCEL), nullptr) << "a third button";
+    EXPECT_EQ(driver::PushButtons(question).size(), 2u);
     AnswerBox(IDNO);
     EXPECT_TRUE(Window().IsRunning());
     EXPECT_FALSE(IsEnabled(id::kConvert));
@@ -135,10 +135,13 @@ TEST_F(BatchStop, NextBatchBesideAStoppedOneDoesNoHarm) {
     Stop();
     driver::Click(Control(id::kConvert));
     ASSERT_TRUE(Comes([&] { return Runs().size() >= 2; })) << "the second batch does not begin";
+    // The stop closes the first converter's console, and on Windows the converter with it, before it can say
+    // that it has ended. Under Wine the console is another process's, and the converter goes on.
+    const int withoutEnd = UnderWine() ? 0 : 1;
     // Which of the two ends the other is open; the window must come to rest and stay usable.
     const auto atRest = [&] {
         if (const HWND box = Window().OpenBox()) driver::PressDialogButton(box, IDOK);
-        return CountInRecord("ended=") == CountInRecord("command=") && !Window().IsRunning() &&
+        return CountInRecord("ended=") + withoutEnd == CountInRecord("command=") && !Window().IsRunning() &&
                !Window().OpenBox() && IsEnabled(id::kConvert);
     };
     EXPECT_TRUE(Comes(atRest));

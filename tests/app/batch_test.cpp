@@ -62,7 +62,9 @@ TEST_F(Batch, VisibleShowsConsolesAndLeavesNoLog) {
     EXPECT_THAT(runs[0].Arguments(), ElementsAre(L"pdf2djvu.exe", L"-o", Djvu(L"a.djvu"), L"-v", a));
     EXPECT_THAT(runs[0].command, EndsWith(L"\" -v  \"" + a + L"\"")) << "nothing may follow the PDF";
     EXPECT_EQ(runs[0].directory, installed.Folder());
-    EXPECT_EQ(runs[0].console, L"visible");
+    // Where another program is the default terminal (Windows 11), it has the window that can be seen, and the
+    // converter's own is a stand-in that tells nothing.
+    EXPECT_THAT(runs[0].console, testing::AnyOf(L"visible", L"in a terminal"));
     EXPECT_FALSE(driver::FileExists(installed.Log()));
     EXPECT_FALSE(driver::IsVisible(Control(id::kOpenLog)));
 }
@@ -107,7 +109,7 @@ TEST_F(Batch, MessageAtTheEndComesBeforeTheWindowIsIdle) {
     EXPECT_EQ(driver::Text(box), L"Talvenor");
     EXPECT_EQ(::GetWindow(box, GW_OWNER), Window().Window());
     EXPECT_FALSE(driver::IsEnabled(Window().Window()));
-    EXPECT_EQ(::GetDlgItem(box, IDCANCEL), nullptr) << "a second button";
+    EXPECT_EQ(driver::PushButtons(box).size(), 1u);
     EXPECT_EQ(driver::SelectedRow(List()), -1);
     EXPECT_THAT(Text(id::kStatus), EndsWith(a)) << "emptied only after the message";
     EXPECT_EQ(Text(id::kQuit), L"Arrêter ");

@@ -1,6 +1,8 @@
 // The countdown before the computer is shut down. Every test cancels it long before its end: none asks any
-// system to shut down.
+// system to shut down, and none could (see main.cpp).
 #include "tests/app/app_fixture.h"
+
+#include "tests/equipment/no_shutdown.h"
 
 namespace {
 
@@ -26,6 +28,10 @@ protected:
 
     HWND dialog = nullptr;
 };
+
+TEST_F(Countdown, CouldNotShutThisMachineDown) {
+    EXPECT_FALSE(driver::MayShutDown());
+}
 
 TEST_F(Countdown, ShowsItsTextsAndCountsDown) {
     ConvertUntilCountdown(L"a.pdf");

@@ -14,12 +14,11 @@ class AddDialog : public AppTest {
 protected:
     // Names files in the open dialog as a person types them, and accepts.
     void TypeAndAccept(const std::wstring& names) {
-        constexpr int kNameCombo = 0x047C;
         driver::Click(Control(id::kAdd));
         const HWND dialog = WaitForBox();
         const HWND open = driver::Control(dialog, IDOK);
         ASSERT_TRUE(Comes([&] { return driver::IsVisible(open) && driver::IsEnabled(open); }));
-        driver::SetText(driver::Control(dialog, kNameCombo), names);
+        driver::SetText(driver::NameEditOfOpenDialog(dialog), names);
         driver::Click(open);
         ASSERT_TRUE(Comes([&] { return !::IsWindow(dialog) && driver::IsEnabled(Window().Window()); }));
         driver::Ask(Window().Window(), WM_NULL);

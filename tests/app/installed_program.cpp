@@ -4,10 +4,9 @@
 
 #include <windows.h>
 
-#include <filesystem>
-
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
+#include "tests/equipment/file_tree.h"
 #include "tests/equipment/wait_until.h"
 
 namespace {
@@ -33,26 +32,23 @@ void Copy(const std::wstring& from, const std::wstring& to) {
     if (!::CopyFileW(from.c_str(), to.c_str(), TRUE)) driver::FailCall("CopyFileW", ::GetLastError());
 }
 
-// With a prefix, paths of any length can be worked with.
-std::filesystem::path OfAnyLength(const std::wstring& path) {
-    return L"\\\\?\\" + path;
-}
-
-// A read-only file cannot be removed.
-void MakeWritable(const std::filesystem::path& folder) {
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, ignored)) {
-        if (entry.is_regular_file(ignored)) ::SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
-    }
+// Windows may name the temporary folder by a short form ("JEAN-P~1"), which the tests would not recognise in
+// what the program and its converter tell.
+std::wstring TemporaryFolder() {
+    wchar_t path[MAX_PATH + 1] = {};
+    if (!::GetTempPathW(MAX_PATH + 1, path)) driver::FailCall("GetTempPathW", ::GetLastError());
+    wchar_t longPath[MAX_PATH + 1] = {};
+    if (!::GetLongPathNameW(path, longPath, MAX_PATH + 1))
+        driver::FailCall("GetLongPathNameW", ::GetLastError());
+    return longPath;
 }
 
 std::wstring MakeRoot() {
     static int count = 0;
-    const auto root =
-        std::filesystem::temp_directory_path() /
-        (L"talvenor-app-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++count));
-    std::filesystem::create_directories(root);
-    return root.wstring();
+    const std::wstring root = TemporaryFolder() + L"talvenor-app-" +
+                              std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++count);
+    driver::MakeFolders(root);
+    return root;
 }
 
 }  // namespace
@@ -67,34 +63,27 @@ std::wstring Equipment(const wchar_t* name) {
 
 InstalledProgram::InstalledProgram(Converter converter, const wchar_t* folderName)
     : m_root(MakeRoot()), m_folderName(folderName) {
-    std::filesystem::create_directories(Folder());
-    std::filesystem::create_directories(PdfFolder());
+    driver::MakeFolders(Folder());
+    driver::MakeFolders(PdfFolder());
     Copy(BuiltProgram(), Program());
     if (converter == Converter::StandIn) Copy(Equipment(L"stand_in_converter.exe"), ConverterPath());
     if (converter == Converter::Real) Copy(Equipment(L"pdf2djvu.exe"), ConverterPath());
 }
 
 InstalledProgram::~InstalledProgram() {
-    const auto root = OfAnyLength(m_root);
-    std::error_code error;
-    const auto removed = [&] {
-        MakeWritable(root);
-        std::filesystem::remove_all(root, error);
-        return !error;
-    };
-    EXPECT_TRUE(driver::WaitUntil(removed, kReleaseLimit))
-        << "the test left files behind: " << error.message();
+    EXPECT_TRUE(driver::WaitUntil([&] { return driver::RemoveTree(m_root); }, kReleaseLimit))
+        << "the test left files behind, and they cannot be removed";
 }
 
 std::wstring InstalledProgram::MakeFolder(const std::wstring& name) const {
     const std::wstring path = m_root + L"\\" + name;
-    std::filesystem::create_directories(OfAnyLength(path));
+    driver::MakeFolders(path);
     return path;
 }
 
 std::wstring InstalledProgram::MakePdf(const std::wstring& name, std::string_view bytes) const {
     const std::wstring path = PdfFolder() + L"\\" + name;
-    std::filesystem::create_directories(OfAnyLength(path).parent_path());
-    driver::WriteFileBytes(OfAnyLength(path).wstring(), bytes);
+    driver::MakeFolders(path.substr(0, path.find_last_of(L'\\')));
+    driver::WriteFileBytes(driver::OfAnyLength(path), bytes);
     return path;
 }

@@ -17,13 +17,8 @@ protected:
         input::BringToFront(Window().Window());
     }
     void PointAtRow(int row) const {
-        const LRESULT header = driver::Ask(List(), LVM_GETHEADER);
-        RECT title = {};
-        ::GetWindowRect(reinterpret_cast<HWND>(header), &title);
-        const int titleHeight = title.bottom - title.top;
-        // Rows are as high as the small icons and a little more.
-        const int rowHeight = HIWORD(driver::Ask(List(), LVM_GETITEMSPACING, TRUE));
-        input::PointAt(List(), 60, titleHeight + row * rowHeight + rowHeight / 2);
+        const RECT area = driver::RowArea(List(), row);
+        input::PointAt(List(), 60, (area.top + area.bottom) / 2);
     }
 
     std::vector<std::wstring> rows;

@@ -3,9 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
+#include "tests/equipment/no_shutdown.h"
 #include "tests/support/watchdog.h"
 
 int main(int argc, char** argv) {
+    // As the program is: or Windows would tell us of scaled places and sizes, and clicks would miss.
+    ::SetProcessDPIAware();
+    driver::GiveUpShutdown();
     testing::InitGoogleMock(&argc, argv);
     testing::UnitTest::GetInstance()->listeners().Append(new Watchdog(180'000));
     return RUN_ALL_TESTS();

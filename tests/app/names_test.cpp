@@ -5,7 +5,7 @@
 #include <map>
 
 #include "tests/app/small_pdf.h"
-#include "tests/app/wine.h"
+#include "tests/equipment/wine.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/text.h"
 

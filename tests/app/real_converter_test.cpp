@@ -2,7 +2,7 @@
 #include "tests/app/app_fixture.h"
 
 #include "tests/app/small_pdf.h"
-#include "tests/app/wine.h"
+#include "tests/equipment/wine.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/text.h"
 

@@ -51,7 +51,12 @@ void Send(std::vector<INPUT> events) {
 void BringToFront(HWND window) {
     const auto inFront = [&] {
         if (::GetForegroundWindow() == window && Focus(window) != nullptr) return true;
-        ::SetForegroundWindow(window);
+        // Windows lets only some programs say what is in front: not one in the background, unless Alt has
+        // just been pressed. Twice, for what is in front may open its menu at the first.
+        if (!::SetForegroundWindow(window)) {
+            Press(VK_MENU);
+            Press(VK_MENU);
+        }
         return false;
     };
     if (!driver::WaitUntil(inFront, kFrontLimit))
@@ -85,9 +90,12 @@ void Type(const std::wstring& text) {
     for (const wchar_t character : text) {
         const SHORT found = ::VkKeyScanW(character);
         if (found == -1) throw driver::Failure(L"the keyboard has no " + std::wstring(1, character));
-        constexpr int kShift = 1;
-        const bool shift = (HIBYTE(found) & kShift) != 0;
-        Press(LOBYTE(found), shift ? std::vector<WORD>{VK_SHIFT} : std::vector<WORD>{});
+        // Which other keys a character takes depends on the layout.
+        std::vector<WORD> held;
+        if (HIBYTE(found) & 1) held.push_back(VK_SHIFT);
+        if (HIBYTE(found) & 2) held.push_back(VK_CONTROL);
+        if (HIBYTE(found) & 4) held.push_back(VK_MENU);
+        Press(LOBYTE(found), held);
     }
 }
 

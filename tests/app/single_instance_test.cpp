@@ -1,33 +1,44 @@
 // One copy of the program at a time: the second one ends by itself, unseen.
 #include "tests/app/app_fixture.h"
 
+#include <atomic>
+
 #include "tests/app/real_input.h"
+#include "tests/equipment/handle.h"
 
 namespace {
 
 class SingleInstance : public AppTest {};
 
-// The window of some other program, which the system has.
-HWND WaitForWindowOf(const driver::Program& program) {
-    struct Search {
-        DWORD process;
-        HWND found;
-    } search = {program.Id(), nullptr};
-    const auto appeared = [&] {
-        ::EnumWindows(
-            [](HWND window, LPARAM parameter) -> BOOL {
-                auto& [process, found] = *reinterpret_cast<Search*>(parameter);
-                DWORD owner = 0;
-                ::GetWindowThreadProcessId(window, &owner);
-                if (owner == process && ::IsWindowVisible(window)) found = window;
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&search));
-        return search.found != nullptr;
-    };
-    EXPECT_TRUE(driver::WaitUntil(appeared, kSoon));
-    return search.found;
-}
+// A window of another program: of this one, with a thread that serves it.
+class OtherWindow {
+public:
+    OtherWindow() : m_thread(::CreateThread(nullptr, 0, &Serve, this, 0, nullptr)) {
+        EXPECT_TRUE(driver::WaitUntil([&] { return m_window.load() != nullptr; }, kSoon));
+    }
+    ~OtherWindow() {
+        ::PostMessageW(m_window, WM_CLOSE, 0, 0);
+        EXPECT_EQ(::WaitForSingleObject(m_thread.Get(), static_cast<DWORD>(kSoon.count())), WAIT_OBJECT_0);
+    }
+    OtherWindow(const OtherWindow&) = delete;
+    OtherWindow& operator=(const OtherWindow&) = delete;
+
+    [[nodiscard]] HWND Window() const { return m_window; }
+
+private:
+    static DWORD WINAPI Serve(void* self) {
+        // An edit takes the focus when it is in front.
+        const HWND window = ::CreateWindowExW(0, L"Edit", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300,
+                                              200, nullptr, nullptr, nullptr, nullptr);
+        static_cast<OtherWindow*>(self)->m_window = window;
+        MSG message;
+        while (::IsWindow(window) && ::GetMessageW(&message, nullptr, 0, 0) > 0) ::DispatchMessageW(&message);
+        return 0;
+    }
+
+    std::atomic<HWND> m_window{nullptr};
+    const driver::UniqueHandle m_thread;
+};
 
 TEST_F(SingleInstance, SecondCopyEndsWith0AndShowsNothing) {
     Start();
@@ -45,8 +56,8 @@ TEST_F(SingleInstance, SecondCopyEndsWith0AndShowsNothing) {
 
 TEST_F(SingleInstance, SecondCopyDoesNotBringTheFirstForward) {
     Start();
-    const driver::Program other(L"C:\\windows\\notepad.exe");
-    const HWND inFront = WaitForWindowOf(other);
+    const OtherWindow other;
+    const HWND inFront = other.Window();
     input::BringToFront(inFront);
     const driver::Program second(installed.Program());
     ASSERT_TRUE(Comes([&] { return ::GetForegroundWindow() != inFront || second.HasEnded(); }));

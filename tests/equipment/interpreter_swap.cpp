@@ -4,17 +4,13 @@
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/wait_until.h"
+#include "tests/equipment/wine.h"
 
 namespace driver {
 namespace {
 
 // A program that has just ended may still be open for a moment.
 constexpr Milliseconds kFreeLimit{10'000};
-
-bool UnderWine() {
-    const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
-    return ntdll && ::GetProcAddress(ntdll, "wine_get_version");
-}
 
 std::wstring InterpreterPath() {
     wchar_t folder[MAX_PATH] = {};

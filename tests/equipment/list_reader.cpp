@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "tests/equipment/failure.h"
 #include "tests/equipment/remote_memory.h"
 #include "tests/equipment/window_driver.h"
 
@@ -44,6 +45,17 @@ int RowCount(HWND list) {
 
 int SelectedRow(HWND list) {
     return static_cast<int>(Ask(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
+
+RECT RowArea(HWND list, int row) {
+    RECT area = {};
+    area.left = LVIR_BOUNDS;  // the question stands where the answer comes
+    const RemoteMemory memory(list, sizeof area);
+    memory.Write(0, &area, sizeof area);
+    if (!Ask(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(memory.Address())))
+        throw Failure("the list has no row " + std::to_string(row));
+    memory.Read(0, &area, sizeof area);
+    return area;
 }
 
 std::wstring CellText(HWND list, int row, int column) {

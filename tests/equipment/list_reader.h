@@ -8,7 +8,8 @@
 namespace driver {
 
 int RowCount(HWND list);
-int SelectedRow(HWND list);  // -1: none
+int SelectedRow(HWND list);        // -1: none
+RECT RowArea(HWND list, int row);  // in the list's own pixels
 std::wstring CellText(HWND list, int row, int column);
 std::vector<std::wstring> ColumnTexts(HWND list, int column);
 

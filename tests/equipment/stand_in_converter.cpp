@@ -15,7 +15,7 @@
 //   directory=<current directory>
 //   title=<title it was started with>
 //   show=<show command it was started with, or -1>
-//   console=hidden|visible|none
+//   console=hidden|visible|none|in a terminal
 //   consoleTitle=<what the console's window reads>
 //   ended=<exit code>
 #include <windows.h>
@@ -51,7 +51,14 @@ std::wstring DescribeConsole() {
     const HWND console = ::GetConsoleWindow();
     wchar_t title[1024] = {};
     ::GetConsoleTitleW(title, 1024);
-    const wchar_t* const state = !console ? L"none" : ::IsWindowVisible(console) ? L"visible" : L"hidden";
+    wchar_t className[32] = {};
+    ::GetClassNameW(console, className, 32);
+    // What a program gets for its console's window when a terminal shows the console: it is never seen.
+    const bool inTerminal = std::wstring(className) == L"PseudoConsoleWindow";
+    const wchar_t* const state = !console                     ? L"none"
+                                 : inTerminal                 ? L"in a terminal"
+                                 : ::IsWindowVisible(console) ? L"visible"
+                                                              : L"hidden";
     return std::wstring(L"console=") + state + L"\nconsoleTitle=" + title + L'\n';
 }
 

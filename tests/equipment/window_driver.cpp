@@ -5,6 +5,10 @@
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/remote_memory.h"
+#include "tests/equipment/text.h"
+#include "tests/equipment/wine.h"
+
+#include <cstring>
 
 namespace driver {
 namespace {
@@ -47,8 +51,47 @@ BOOL CALLBACK CollectText(HWND window, LPARAM lines) {
     return TRUE;
 }
 
+BOOL CALLBACK CollectPushButton(HWND window, LPARAM buttons) {
+    wchar_t className[16] = {};
+    const bool isButton = ::GetClassNameW(window, className, 16) && std::wstring(className) == L"Button";
+    const LONG_PTR kind = ::GetWindowLongPtrW(window, GWL_STYLE) & BS_TYPEMASK;
+    const bool pushes = isButton && (kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON);
+    if (pushes && ::IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(buttons)->push_back(window);
+    return TRUE;
+}
+
+// Windows does not promise that a button is pressed by BM_CLICK while its dialog is not the active window of
+// its thread, as after another program came to the front: the focus that the button then takes may go
+// elsewhere at once. Its documentation has the dialog activated before.
+void Activate(HWND dialog) {
+    const DWORD thread = ::GetWindowThreadProcessId(dialog, nullptr);
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    if (!::GetGUIThreadInfo(thread, &info) || info.hwndActive == dialog || !IsEnabled(dialog)) return;
+    if (!::AttachThreadInput(::GetCurrentThreadId(), thread, TRUE)) return;
+    ::SetActiveWindow(dialog);
+    ::AttachThreadInput(::GetCurrentThreadId(), thread, FALSE);
+}
+
 void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (!::PostMessageW(window, message, wParam, lParam)) FailCall("PostMessageW", ::GetLastError());
+}
+
+// Windows carries a drop over: when the message is posted to another process, it makes the receiver a copy of
+// the sender's block and hands that over.
+void* DropOfOurs(const std::string& bytes) {
+    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+    if (!block) FailCall("GlobalAlloc", ::GetLastError());
+    std::memcpy(::GlobalLock(block), bytes.data(), bytes.size());
+    ::GlobalUnlock(block);
+    return block;
+}
+
+// Wine hands the number over as it is, so the block must be in the receiver.
+void* DropInReceiver(HWND target, const std::string& bytes) {
+    RemoteMemory block(target, bytes.size());
+    block.Write(0, bytes.data(), bytes.size());
+    return block.GiveAway();
 }
 
 }  // namespace
@@ -141,6 +184,7 @@ bool IsVisible(HWND window) {
 void Click(HWND button) {
     // BM_CLICK presses a disabled button as well, which no person can.
     if (!IsEnabled(button)) throw Failure(L"the button is disabled: " + Text(button));
+    if (!UnderWine()) Activate(::GetAncestor(button, GA_ROOT));
     Post(button, BM_CLICK, 0, 0);
 }
 
@@ -161,8 +205,32 @@ void SetText(HWND edit, const std::wstring& text) {
     Ask(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
+std::vector<HWND> PushButtons(HWND dialog) {
+    std::vector<HWND> buttons;
+    ::EnumChildWindows(dialog, CollectPushButton, reinterpret_cast<LPARAM>(&buttons));
+    return buttons;
+}
+
 void PressDialogButton(HWND dialog, int id) {
-    Click(Control(dialog, id));
+    const HWND button = ::GetDlgItem(dialog, id);
+    Click(!button && id == IDOK ? OnlyButton(dialog) : Control(dialog, id));
+}
+
+HWND OnlyButton(HWND box) {
+    const auto buttons = PushButtons(box);
+    if (buttons.size() != 1)
+        throw Failure("not one button, but " + std::to_string(buttons.size()) + ": " + ToUtf8(AllText(box)));
+    return buttons.front();
+}
+
+HWND NameEditOfOpenDialog(HWND dialog) {
+    constexpr int kNameCombo = 0x047C;
+    HWND edit = Control(dialog, kNameCombo);
+    for (HWND inner = nullptr; (inner = ::GetWindow(edit, GW_CHILD)) != nullptr;) {
+        const HWND innerEdit = ::FindWindowExW(edit, nullptr, L"Edit", nullptr);
+        edit = innerEdit ? innerEdit : inner;
+    }
+    return edit;
 }
 
 void DropFiles(HWND target, const std::vector<std::wstring>& paths) {
@@ -172,11 +240,11 @@ void DropFiles(HWND target, const std::vector<std::wstring>& paths) {
     DROPFILES header = {};
     header.pFiles = sizeof header;
     header.fWide = TRUE;
-    RemoteMemory block(target, sizeof header + names.size() * sizeof(wchar_t));
-    block.Write(0, &header, sizeof header);
-    block.Write(sizeof header, names.data(), names.size() * sizeof(wchar_t));
+    std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+    bytes.append(reinterpret_cast<const char*>(names.data()), names.size() * sizeof(wchar_t));
     // Given away: the receiver owns a drop from the moment the message is posted.
-    Post(target, WM_DROPFILES, reinterpret_cast<WPARAM>(block.GiveAway()), 0);
+    void* const drop = UnderWine() ? DropInReceiver(target, bytes) : DropOfOurs(bytes);
+    Post(target, WM_DROPFILES, reinterpret_cast<WPARAM>(drop), 0);
 }
 
 void RepaintNow(HWND window) {

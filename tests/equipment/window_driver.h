@@ -27,7 +27,9 @@ HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit);
 
 // Reading.
 std::wstring Text(HWND window);
-std::wstring AllText(HWND dialog);  // its title and the texts of its controls, a line each
+std::wstring AllText(HWND dialog);           // its title and the texts of its controls, a line each
+std::vector<HWND> PushButtons(HWND dialog);  // that can be seen
+HWND OnlyButton(HWND box);                   // throws Failure when there are more, or none
 bool IsChecked(HWND box);
 bool IsEnabled(HWND window);
 bool IsVisible(HWND window);
@@ -38,8 +40,12 @@ void Click(HWND button);
 void PressKey(HWND window, WORD virtualKey);
 void TypeText(HWND edit, const std::wstring& text);
 void SetText(HWND edit, const std::wstring& text);
+// On Windows the button of a message box that has no other is IDCANCEL, whatever it reads, for it closes by
+// Escape, too: IDOK presses it as well.
 void PressDialogButton(HWND dialog, int id);
 void DropFiles(HWND target, const std::vector<std::wstring>& paths);
+// The edit for the names in the system's open dialog, in whatever it stands.
+HWND NameEditOfOpenDialog(HWND dialog);
 void RepaintNow(HWND window);
 
 }  // namespace driver

@@ -134,6 +134,7 @@ class Sample(Folder):
         results = self.check("rules", 100)
         for fact in ("Windows: ", "ANSI code page: ", "Dpi: ", "Keyboard: "):
             self.assertRegex(results, f"\n{fact}.+\n")
+        self.assertIn("\nMay shut down: no\n", results)
         self.assertRegex(results, r"\nRealConverter\.\*: .+\n")
 
     def test_program_itself_runs_from_there(self):
@@ -157,11 +158,12 @@ class Unruly(Folder):
         code, _ = run(self.folder)
         results = read_results(self.folder)
         self.assertEqual(code, 1)
-        self.assertIn("\nNOT GOOD: 3 of 7 tests passed, 1 skipped", results)
+        self.assertIn("\nNOT GOOD: 3 of 8 tests passed, 1 skipped", results)
         self.assertEqual(outcomes(results), {
             "Unruly.Passes": "passed", "Unruly.Fails": "FAILED", "Unruly.Crashes": "CRASHED",
             "Unruly.Hangs": "TOO LONG", "Unruly.Skips": "skipped", "Unruly.LeavesAFile": "passed",
-            "Unruly.LeavesAProcess": "passed"})
+            "Unruly.LeavesAProcess": "passed", "Unruly.ShutsDown": "FAILED"})
+        self.assertIn("it may not", results)
         self.assertIn("of the Été", results)
         self.assertIn("the program ended with 0xC0000005", results)
         self.assertIn("PROBLEM in unruly: left behind in the temporary folder: forgotten.txt", results)

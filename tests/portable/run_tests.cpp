@@ -14,6 +14,7 @@
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
+#include "tests/equipment/no_shutdown.h"
 #include "tests/equipment/text.h"
 #include "tests/portable/results.h"
 #include "tests/portable/suite_list.h"
@@ -52,9 +53,19 @@ private:
     std::string m_beginning;
 };
 
+// GoogleTest knows its own program by a path in the system's code page.
+void RequireFolderOfTheCodePage(const std::wstring& folder) {
+    BOOL lacked = FALSE;
+    ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, folder.c_str(), -1, nullptr, 0, nullptr,
+                          ::GetACP() == CP_UTF8 ? nullptr : &lacked);
+    if (lacked)
+        throw driver::Failure("this folder's path has characters that the code page of this Windows lacks");
+}
+
 class Runner {
 public:
     Runner() : m_folder(OwnFolder()), m_suites(ReadSuites(m_folder + L"suites.txt")) {
+        RequireFolderOfTheCodePage(m_folder);
         m_report.version = TALVENOR_VERSION;
         m_report.system = DescribeThisSystem();
         m_report.leftOut = ReadLeftOut(m_folder + L"left_out.txt");
@@ -146,6 +157,7 @@ private:
 };
 
 int Main(int argc, wchar_t** argv) {
+    driver::GiveUpShutdown();
     // A test that crashes is a line in the results and not a box that waits for a person. Inherited.
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     // A screen that goes dark takes no clicks.

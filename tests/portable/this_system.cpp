@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "tests/equipment/handle.h"
+#include "tests/equipment/no_shutdown.h"
 #include "tests/equipment/text.h"
 
 namespace {
@@ -121,6 +122,7 @@ std::vector<std::pair<std::string, std::string>> DescribeThisSystem() {
             {"Screen", Screen()},
             {"Processors", std::to_string(machine.dwNumberOfProcessors)},
             {"Administrator", Elevated()},
+            {"May shut down", driver::MayShutDown() ? "yes" : "no"},
             {"Default terminal", DefaultTerminal()}};
 }
 

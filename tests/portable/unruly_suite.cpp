@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <string>
 
+#include "tests/equipment/no_shutdown.h"
+
 namespace {
 
 TEST(Unruly, Passes) {
@@ -49,6 +51,11 @@ TEST(Unruly, LeavesAProcess) {
                                  &started));
     ::CloseHandle(started.hThread);
     ::CloseHandle(started.hProcess);
+}
+
+// The one thing that none of them can do.
+TEST(Unruly, ShutsDown) {
+    EXPECT_TRUE(driver::MayShutDown()) << "it may not";
 }
 
 TEST(Unruly, IsOfNoSuite) {}

@@ -1,4 +1,5 @@
 // How the program reads its own version resource, and that a failure at any step is version 0.0.
+#include "tests/support/utf8.h"
 #include "tests/window/scripted_version.h"
 
 #include "ui/about/program_version.h"
@@ -14,6 +15,13 @@
 namespace {
 
 using testing::ElementsAre;
+
+// As this system writes it.
+std::string SystemFolder() {
+    wchar_t path[MAX_PATH] = {};
+    ::GetSystemDirectoryW(path, MAX_PATH);
+    return Utf8(path);
+}
 
 class ProgramVersionTest : public testing::Test {
 protected:
@@ -33,7 +41,7 @@ TEST_F(ProgramVersionTest, IsReadFromTheProgramsResourceIntoAZeroedBlockThatIsFr
     EXPECT_EQ(read.revision, 7u);
     EXPECT_TRUE(read.preRelease);
     EXPECT_THAT(version.calls.Calls(),
-                ElementsAre("GetModuleFileNameW 259", "LoadLibraryW C:\\windows\\system32\\version.dll",
+                ElementsAre("GetModuleFileNameW 259", "LoadLibraryW " + SystemFolder() + "\\version.dll",
                             "GetFileVersionInfoSizeW C:\\Outils\\Talvenor.exe", "HeapAlloc 640 zeroed",
                             "GetFileVersionInfoW C:\\Outils\\Talvenor.exe 640", "VerQueryValueW \\",
                             "HeapFree", "FreeLibrary"));

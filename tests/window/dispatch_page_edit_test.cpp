@@ -115,18 +115,19 @@ TEST_F(DispatchPageEditTest, HomeEndAndVerticalArrowsDoNothing) {
     }
 }
 
-// The keyboard with its number lock on, as long as it lives.
-class NumberLock {
+// The keyboard with its number lock on, and with the shift key held when asked to, as long as it lives.
+class HeldKeys {
 public:
-    NumberLock() {
+    explicit HeldKeys(bool shift) {
         ::GetKeyboardState(m_before);
-        BYTE locked[256] = {};
-        locked[VK_NUMLOCK] = 1;
-        ::SetKeyboardState(locked);
+        BYTE held[256] = {};
+        held[VK_NUMLOCK] = 1;
+        if (shift) held[VK_SHIFT] = 0x80;
+        ::SetKeyboardState(held);
     }
-    NumberLock(const NumberLock&) = delete;
-    NumberLock& operator=(const NumberLock&) = delete;
-    ~NumberLock() { ::SetKeyboardState(m_before); }
+    HeldKeys(const HeldKeys&) = delete;
+    HeldKeys& operator=(const HeldKeys&) = delete;
+    ~HeldKeys() { ::SetKeyboardState(m_before); }
 
 private:
     BYTE m_before[256] = {};
@@ -134,11 +135,15 @@ private:
 
 TEST_F(DispatchPageEditTest, SwallowedKeysStillGiveTheirCharacters) {
     // The keys of the numeric pad and of the minus are refused, but the loop makes their characters before.
-    const NumberLock locked;
-    for (const WPARAM key : std::initializer_list<WPARAM>{VK_NUMPAD5, VK_OEM_MINUS, static_cast<int>(L'8')}) {
-        ::PostMessageW(Edit(), WM_KEYDOWN, key, 1);
+    // Where the minus and the 8 lie depends on the keyboard.
+    std::size_t typed = 0;
+    for (const SHORT key : {static_cast<SHORT>(VK_NUMPAD5), ::VkKeyScanW(L'-'), ::VkKeyScanW(L'8')}) {
+        const HeldKeys held((HIBYTE(key) & 1) != 0);
+        ::PostMessageW(Edit(), WM_KEYDOWN, LOBYTE(key), 1);
+        ++typed;
+        EXPECT_TRUE(
+            PumpUntil([&] { return Text(IDC_PAGES).size() == typed; }, std::chrono::seconds(5), Dialog()));
     }
-    EXPECT_TRUE(PumpUntil([&] { return Text(IDC_PAGES).size() == 3; }, std::chrono::seconds(5), Dialog()));
     EXPECT_EQ(Text(IDC_PAGES), L"5-8");
     EXPECT_THAT(calls.Calls(), IsEmpty());
 }

@@ -1,6 +1,7 @@
 // Runs the window tests. A test that hangs is named and ends the program: a window that waits for a click
 // would otherwise wait for ever.
 #include "tests/support/replaced_imports.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/watchdog.h"
 
 #include <gmock/gmock.h>
@@ -34,6 +35,10 @@ bool CanEndTheProcess() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Some tests have a copy of this program end in their middle: what that leaves behind goes with our
+    // folder.
+    const TemporaryFolder place;
+    ::SetEnvironmentVariableW(L"TMP", place.Path().c_str());
     testing::InitGoogleMock(&argc, argv);
     static_cast<void>(::CoInitialize(nullptr));
     const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_BAR_CLASSES};

@@ -1,5 +1,7 @@
 #include "tests/faults/harness/leak_counts.h"
 
+#include "tests/equipment/wine.h"
+
 #include <windows.h>
 
 #include <vector>
@@ -23,7 +25,7 @@ struct SystemHandleTable {
 constexpr int kSystemHandleInformation = 16;
 constexpr LONG kTooSmall = static_cast<LONG>(0xC0000004);  // STATUS_INFO_LENGTH_MISMATCH
 
-// One object in the table of graphics objects that every process can read.
+// One object in the table of graphics objects, which under Wine is the process's own.
 struct GdiEntry {
     BYTE unused[14];
     BYTE type;  // 0: free
@@ -84,7 +86,10 @@ int CountHandles(bool ofThisProcess) {
 }  // namespace
 
 int HandleCount() {
-    return CountHandles(true);
+    if (UnderWine()) return CountHandles(true);
+    DWORD count = 0;
+    ::GetProcessHandleCount(::GetCurrentProcess(), &count);
+    return static_cast<int>(count);
 }
 
 int HandleCountOfOthers() {
@@ -92,6 +97,7 @@ int HandleCountOfOthers() {
 }
 
 int GdiObjectCount() {
+    if (!UnderWine()) return static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
     static_assert(sizeof(GdiEntry) == 24);
     const BYTE* const block = FromNtdll<const BYTE*(WINAPI*)()>("RtlGetCurrentPeb")();
     const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);

@@ -1,5 +1,5 @@
 // What the test process, and all others together, hold of the system at this moment. GetProcessHandleCount
-// and GetGuiResources say 0 on some of the systems that the tests run on; these count by hand.
+// and GetGuiResources say 0 under Wine; there these count by hand.
 #pragma once
 
 #include <cstddef>

@@ -6,6 +6,7 @@
 #include "tests/faults/sweep/sweep_files.h"
 
 #include <windows.h>
+#include <shellapi.h>
 
 #include <algorithm>
 #include <atomic>
@@ -74,6 +75,15 @@ ScenarioRun RunUntilSettled(const Scenario& scenario, const std::optional<CallKe
     return run;
 }
 
+// The system's code page need not have what is in a path.
+std::wstring WideArgument(int index) {
+    int count = 0;
+    wchar_t** const arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+    std::wstring argument = index < count ? arguments[index] : L"";
+    ::LocalFree(arguments);
+    return argument;
+}
+
 int Record(const Scenario& scenario, const std::filesystem::path& folder) {
     ScenarioRun run = RunScenario(scenario, std::nullopt);
     // The second run: what the system takes once in a process for all windows to come is not a run's.
@@ -109,8 +119,11 @@ std::optional<int> RunAsSweepProcess(int argc, char** argv) {
     ::CloseHandle(::CreateThread(nullptr, 0, &Watchdog, nullptr, 0, nullptr));
     ::AddVectoredExceptionHandler(1, &EndAtCrash);
     const Scenario& scenario = ScenarioOf(argv[2]);
+    const std::filesystem::path folder = WideArgument(3);
+    // What a run leaves behind that its process does not survive goes with the folder.
+    ::SetEnvironmentVariableW(L"TMP", folder.c_str());
     const int result =
-        records ? Record(scenario, argv[3]) : Sweep(scenario, argv[3], std::strtoul(argv[4], nullptr, 10));
+        records ? Record(scenario, folder) : Sweep(scenario, folder, std::strtoul(argv[4], nullptr, 10));
     // Threads of a program that hangs may still run: no clean-up that they could disturb.
     ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(result));
     return result;

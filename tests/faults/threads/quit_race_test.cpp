@@ -2,7 +2,7 @@
 // worker wakes while the process is ending, or just before.
 #include "tests/faults/options.h"
 
-#include "tests/app/wine.h"
+#include "tests/equipment/wine.h"
 #include "tests/equipment/interpreter_swap.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/program.h"

@@ -1,0 +1,41 @@
+#include "tests/equipment/no_shutdown.h"
+
+#include <windows.h>
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/handle.h"
+
+namespace driver {
+namespace {
+
+// True when the token had the right to be changed.
+bool SetShutdownRight(DWORD attributes) {
+    HANDLE opened = nullptr;
+    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &opened))
+        FailCall("OpenProcessToken", ::GetLastError());
+    const UniqueHandle token(opened);
+    TOKEN_PRIVILEGES rights = {};
+    rights.PrivilegeCount = 1;
+    rights.Privileges[0].Attributes = attributes;
+    if (!::LookupPrivilegeValueW(nullptr, SE_SHUTDOWN_NAME, &rights.Privileges[0].Luid))
+        FailCall("LookupPrivilegeValueW", ::GetLastError());
+    // It succeeds also when the token does not have the right; the last error tells.
+    if (!::AdjustTokenPrivileges(token.Get(), FALSE, &rights, 0, nullptr, nullptr))
+        FailCall("AdjustTokenPrivileges", ::GetLastError());
+    return ::GetLastError() == ERROR_SUCCESS;
+}
+
+}  // namespace
+
+void GiveUpShutdown() {
+    SetShutdownRight(SE_PRIVILEGE_REMOVED);
+    if (MayShutDown()) throw Failure("the right to shut down cannot be given up");
+}
+
+bool MayShutDown() {
+    if (!SetShutdownRight(SE_PRIVILEGE_ENABLED)) return false;
+    SetShutdownRight(0);  // as it usually is
+    return true;
+}
+
+}  // namespace driver
