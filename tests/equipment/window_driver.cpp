@@ -211,16 +211,19 @@ std::vector<HWND> PushButtons(HWND dialog) {
     return buttons;
 }
 
-void PressDialogButton(HWND dialog, int id) {
-    const HWND button = ::GetDlgItem(dialog, id);
-    Click(!button && id == IDOK ? OnlyButton(dialog) : Control(dialog, id));
-}
-
 HWND OnlyButton(HWND box) {
     const auto buttons = PushButtons(box);
     if (buttons.size() != 1)
         throw Failure("not one button, but " + std::to_string(buttons.size()) + ": " + ToUtf8(AllText(box)));
     return buttons.front();
+}
+
+void PressDialogButton(HWND dialog, int id) {
+    const auto buttons = PushButtons(dialog);
+    for (const HWND button : buttons)
+        if (::GetDlgCtrlID(button) == id) return Click(button);
+    if (id != IDOK) throw Failure("the dialog has no button " + std::to_string(id));
+    Click(OnlyButton(dialog));
 }
 
 HWND NameEditOfOpenDialog(HWND dialog) {
