@@ -125,6 +125,7 @@ bool IsGood(const Report& report) {
 }
 
 std::string Summary(const SuiteResult& suite) {
+    if (suite.tests.empty() && suite.problems.empty()) return "all of it left out";
     std::string text = std::to_string(Count(suite, Outcome::Passed)) + " of " +
                        std::to_string(suite.tests.size()) + " passed";
     const std::size_t skipped = Count(suite, Outcome::Skipped);

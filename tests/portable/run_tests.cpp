@@ -80,7 +80,7 @@ public:
     int Run() {
         std::puts("Talvenor " TALVENOR_VERSION
                   ": the tests. They open windows and give them keys and clicks, so\n"
-                  "leave keyboard and mouse alone until the end. It takes about a quarter of an hour.\n");
+                  "leave keyboard and mouse alone until the end. It takes five to fifteen minutes.\n");
         if (IsCapsLockOn())
             m_report.problems.emplace_back("Caps Lock is on: what the tests type comes out in capitals");
         m_report.suitesInAll = m_suites.size();
