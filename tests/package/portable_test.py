@@ -6,9 +6,11 @@ ctest beside it, and compares them test by test.
 """
 import os
 import re
+import signal
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 import zipfile
 from pathlib import Path
@@ -44,9 +46,12 @@ def run(folder, *arguments):
 
 
 def outcomes(results):
-    """Of a results.txt: what came out, by test."""
-    lines = re.findall(r"^(passed|skipped|FAILED|CRASHED|TOO LONG|NOT RUN) +(\S+)$", results, re.M)
-    return {name: outcome for outcome, name in lines}
+    """Of a results.txt: what came out, by suite and test."""
+    found = {}
+    for suite, tests in re.findall(r"^===== (\S+): .*\n((?:(?!=====).*\n)*)", results, re.M):
+        for outcome, name in re.findall(r"^(passed|skipped|FAILED|CRASHED|TOO LONG|NOT RUN) +(\S+)$", tests, re.M):
+            found[suite, name] = outcome
+    return found
 
 
 def read_results(folder):
@@ -159,10 +164,9 @@ class Unruly(Folder):
         results = read_results(self.folder)
         self.assertEqual(code, 1)
         self.assertIn("\nNOT GOOD: 3 of 8 tests passed, 1 skipped", results)
-        self.assertEqual(outcomes(results), {
-            "Unruly.Passes": "passed", "Unruly.Fails": "FAILED", "Unruly.Crashes": "CRASHED",
-            "Unruly.Hangs": "TOO LONG", "Unruly.Skips": "skipped", "Unruly.LeavesAFile": "passed",
-            "Unruly.LeavesAProcess": "passed", "Unruly.ShutsDown": "FAILED"})
+        self.assertEqual(outcomes(results), {("unruly", f"Unruly.{name}"): outcome for name, outcome in {
+            "Passes": "passed", "Fails": "FAILED", "Crashes": "CRASHED", "Hangs": "TOO LONG", "Skips": "skipped",
+            "LeavesAFile": "passed", "LeavesAProcess": "passed", "ShutsDown": "FAILED"}.items()})
         self.assertIn("it may not", results)
         self.assertIn("of the Été", results)
         self.assertIn("the program ended with 0xC0000005", results)
@@ -171,6 +175,25 @@ class Unruly(Folder):
         self.assertIn("PROBLEM: left_out.txt names what is no test: Unruly.NeverWas", results)
         self.assertIn("PROBLEM: a test of no suite: Unruly.IsOfNoSuite", results)
         self.assertIn("for no reason", results)
+
+    def test_interruption_ends_it_and_leaves_nothing(self):
+        self.suites("unruly\t600\tunruly_suite.exe\t--gtest_filter=Unruly.Passes:Unruly.Hangs\n"
+                    "never\t5\tunruly_suite.exe\t--gtest_filter=Unruly.Passes\n")
+        (temporary,) = Path(os.environ["WINEPREFIX"]).glob("drive_c/users/*/AppData/Local/Temp")
+        running = subprocess.Popen(["wine", self.folder / "run_tests.exe", "--only", ""], stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.addCleanup(running.kill)
+        deadline = time.monotonic() + 60
+        while not list(temporary.glob("talvenor-tests-*/hanging")):
+            self.assertLess(time.monotonic(), deadline, "the hanging test does not begin")
+            time.sleep(0.1)
+        running.send_signal(signal.SIGINT)
+        running.communicate(timeout=60)
+        self.assertEqual(running.returncode, 1)
+        results = read_results(self.folder)
+        self.assertIn("PROBLEM in unruly: interrupted", results)
+        self.assertIn("in 1 of 2 suites", results)
+        self.assertEqual(list(temporary.glob("talvenor-tests-*")), [])
 
     def test_suite_without_its_program_is_told(self):
         self.suites("gone\t5\tgone.exe\t\n")
@@ -186,13 +209,15 @@ class Unruly(Folder):
 
 
 def outcomes_of_ctest(suites):
-    """By test, of the suites only."""
+    """By suite and test, of these suites."""
     pattern = "^(" + "|".join(re.escape(name) for name in suites) + ")$"
     result = subprocess.run(["ctest", "--test-dir", build, "-V", "-R", pattern], capture_output=True)
     text = result.stdout.decode("utf-8", "replace").replace("\r", "")
+    entries = dict(re.findall(r"^ +Start +(\d+): (\S+)$", text, re.M))
     words = {"OK": "passed", "FAILED": "FAILED", "SKIPPED": "skipped"}
-    lines = re.findall(r"\[ +(OK|FAILED|SKIPPED) +\] (\S+?)(?: \(|, where )", text)
-    return {name: words[word] for word, name in lines}
+    # The time, or what a failed test was given, tells a test's own line from the list of failures at the end.
+    lines = re.findall(r"^(\d+): .*?\[ +(OK|FAILED|SKIPPED) +\] (\S+?)(?:, where .*)? \(\d+ ms\)$", text, re.M)
+    return {(entries[number], name): words[word] for number, word, name in lines}
 
 
 def compare(package):
@@ -200,22 +225,21 @@ def compare(package):
         folder = Path(root) / ODD_FOLDER
         unpack(package, folder)
         code, shown = run(folder)
-        print(shown)
+        print(shown, flush=True)
         results = read_results(folder)
-        lines = (folder / "suites.txt").read_text().splitlines()
+        suites = [line.split("\t")[0] for line in (folder / "suites.txt").read_text().splitlines()]
+        left_out = [line.split(": ")[0] for line in (folder / "left_out.txt").read_text().splitlines()]
     packed = outcomes(results)
-    here = outcomes_of_ctest([line.split("\t")[0] for line in lines])
-    left_out = [line.split(": ")[0] for line in
-                results.split("===== Left out, and why\n")[1].split("\n\n")[0].splitlines()]
+    here = outcomes_of_ctest(suites)
     patterns = [re.compile(re.escape(name).replace(r"\*", ".*") + "$") for name in left_out]
-    only_here = {name for name in here if not any(pattern.match(name) for pattern in patterns)} - set(packed)
-    differences = [f"{name}: {packed[name]} from the package, {here.get(name)} by ctest"
-                   for name in packed if packed[name] != here.get(name)]
-    differences += [f"{name}: by ctest only" for name in sorted(only_here)]
-    print(f"{len(packed)} tests from the package, {len(here)} by ctest, of which {len(here) - len(packed)} are left out "
-          f"of the package; {len(differences)} differences")
+    expected = {test: outcome for test, outcome in here.items()
+                if not any(pattern.match(test[1]) for pattern in patterns)}
+    differences = [f"{' '.join(test)}: {packed.get(test, 'not run')} from the package, {expected.get(test, 'not run')} by ctest"
+                   for test in sorted(packed.keys() | expected.keys()) if packed.get(test) != expected.get(test)]
+    print(f"{len(packed)} tests from the package, {len(here)} by ctest, of which {len(here) - len(expected)} are left out of "
+          f"the package; {len(differences)} differences")
     print("\n".join(differences))
-    return 1 if differences or code else 0
+    return 1 if differences or code or not packed else 0
 
 
 def main():

@@ -16,6 +16,7 @@
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/no_shutdown.h"
 #include "tests/equipment/text.h"
+#include "tests/portable/interruption.h"
 #include "tests/portable/results.h"
 #include "tests/portable/suite_list.h"
 #include "tests/portable/suite_run.h"
@@ -88,7 +89,9 @@ public:
         // The names first: what is left out must be there, and nothing may be forgotten.
         for (const Suite& suite : m_suites) ChooseTests(suite);
         if (m_isWhole) CheckNames();
-        for (const Suite& suite : m_suites) RunOne(suite);
+        for (const Suite& suite : m_suites) {
+            if (!IsInterrupted()) RunOne(suite);
+        }
         std::printf("\n%s\nPlease send back results.txt; it lies beside run.cmd.\n",
                     Summary(m_report).c_str());
         return IsGood(m_report) ? kAllPassed : kNotAllPassed;
@@ -162,6 +165,7 @@ int Main(int argc, wchar_t** argv) {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     // A screen that goes dark takes no clicks.
     ::SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED | ES_DISPLAY_REQUIRED);
+    WatchForInterruption();
     Runner runner;
     if (argc == 3 && std::wstring(argv[1]) == L"--only") {
         runner.Choose(driver::ToUtf8(argv[2]));
@@ -174,10 +178,12 @@ int Main(int argc, wchar_t** argv) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
+    int outcome = kCouldNotRun;
     try {
-        return Main(argc, argv);
+        outcome = Main(argc, argv);
     } catch (const std::exception& failure) {
         std::printf("The tests cannot be run: %s\n", failure.what());
-        return kCouldNotRun;
     }
+    AllowEnd();
+    return outcome;
 }

@@ -6,6 +6,7 @@
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/text.h"
+#include "tests/portable/interruption.h"
 #include "tests/portable/test_process.h"
 
 namespace {
@@ -45,6 +46,10 @@ public:
         while (!m_remaining.empty()) {
             const std::size_t before = m_remaining.size();
             RunRemaining();
+            if (IsInterrupted()) {
+                m_result.problems.push_back("interrupted");
+                break;
+            }
             if (m_remaining.size() == before) {
                 m_result.problems.push_back(std::to_string(before) + " tests could not be run");
                 for (const std::string& name : m_remaining)

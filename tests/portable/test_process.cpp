@@ -3,6 +3,7 @@
 #include "tests/equipment/failure.h"
 #include "tests/equipment/process_start.h"
 #include "tests/equipment/text.h"
+#include "tests/portable/interruption.h"
 
 namespace {
 
@@ -82,7 +83,7 @@ ProcessEnd TestProcess::Run(driver::Milliseconds limit, const std::function<void
             end.code = code;
             break;
         }
-        if (::GetTickCount64() >= deadline) break;
+        if (::GetTickCount64() >= deadline || IsInterrupted()) break;
     }
     if (end.code && !driver::WaitUntil([&] { return RunningProcesses() == 0; }, kGoneLimit))
         end.leftRunning = RunningProcesses();

@@ -7,9 +7,16 @@
 #include <cstdio>
 #include <string>
 
+#include "tests/equipment/file_bytes.h"
 #include "tests/equipment/no_shutdown.h"
 
 namespace {
+
+void MakeTemporaryFile(const wchar_t* name) {
+    wchar_t folder[MAX_PATH] = {};
+    ASSERT_NE(::GetTempPathW(MAX_PATH, folder), 0u);
+    driver::WriteFileBytes(folder + std::wstring(name), "x");
+}
 
 TEST(Unruly, Passes) {
     std::printf("a line without an end");
@@ -23,7 +30,9 @@ TEST(Unruly, Crashes) {
     ::TerminateProcess(::GetCurrentProcess(), 0xC0000005);
 }
 
+// A file tells that it has begun.
 TEST(Unruly, Hangs) {
+    MakeTemporaryFile(L"hanging");
     ::Sleep(INFINITE);
 }
 
@@ -32,12 +41,7 @@ TEST(Unruly, Skips) {
 }
 
 TEST(Unruly, LeavesAFile) {
-    wchar_t folder[MAX_PATH] = {};
-    ASSERT_NE(::GetTempPathW(MAX_PATH, folder), 0u);
-    const HANDLE file = ::CreateFileW((std::wstring(folder) + L"forgotten.txt").c_str(), GENERIC_WRITE, 0,
-                                      nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    ::CloseHandle(file);
+    MakeTemporaryFile(L"forgotten.txt");
 }
 
 TEST(Unruly, LeavesAProcess) {
