@@ -4,6 +4,9 @@
 #include "tests/equipment/process_start.h"
 #include "tests/equipment/text.h"
 
+#include <tlhelp32.h>
+#include <winternl.h>
+
 namespace driver {
 namespace {
 
@@ -44,6 +47,39 @@ std::wstring EnvironmentBlock(const std::map<std::wstring, std::wstring>& change
         block.append(name).append(1, L'=').append(value).append(1, L'\0');
     block += L'\0';
     return block;
+}
+
+UniqueHandle Snapshot(DWORD content, DWORD processId) {
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(content, processId);
+    if (snapshot == INVALID_HANDLE_VALUE) FailCall("CreateToolhelp32Snapshot", ::GetLastError());
+    return UniqueHandle(snapshot);
+}
+
+// Where a library lies in a process; empty when it is not there.
+struct AddressRange {
+    std::uintptr_t begin = 0;
+    std::uintptr_t end = 0;
+};
+AddressRange RangeOf(const wchar_t* library, DWORD processId) {
+    const UniqueHandle snapshot = Snapshot(TH32CS_SNAPMODULE, processId);
+    MODULEENTRY32W module = {};
+    module.dwSize = sizeof module;
+    for (BOOL more = ::Module32FirstW(snapshot.Get(), &module); more;
+         more = ::Module32NextW(snapshot.Get(), &module)) {
+        const auto begin = reinterpret_cast<std::uintptr_t>(module.modBaseAddr);
+        if (::lstrcmpiW(module.szModule, library) == 0) return {begin, begin + module.modBaseSize};
+    }
+    return {};
+}
+
+// Where a thread began; 0 when it has just ended.
+std::uintptr_t StartAddress(DWORD threadId) {
+    constexpr auto kStartAddress = static_cast<THREADINFOCLASS>(9);  // ThreadQuerySetWin32StartAddress
+    const UniqueHandle thread(::OpenThread(THREAD_QUERY_INFORMATION, FALSE, threadId));
+    std::uintptr_t address = 0;
+    if (!thread || ::NtQueryInformationThread(thread.Get(), kStartAddress, &address, sizeof address, nullptr))
+        return 0;
+    return address;
 }
 
 UniqueHandle CreateKillingJob() {
@@ -99,6 +135,21 @@ std::optional<DWORD> Program::WaitForExit(Milliseconds limit) const {
     DWORD code = 0;
     if (!::GetExitCodeProcess(m_process.Get(), &code)) FailCall("GetExitCodeProcess", ::GetLastError());
     return code;
+}
+
+int Program::RuntimeThreads() const {
+    const auto [begin, end] = RangeOf(L"msvcrt.dll", m_processId);
+    const UniqueHandle snapshot = Snapshot(TH32CS_SNAPTHREAD, 0);
+    int count = 0;
+    THREADENTRY32 thread = {};
+    thread.dwSize = sizeof thread;
+    for (BOOL more = ::Thread32First(snapshot.Get(), &thread); more;
+         more = ::Thread32Next(snapshot.Get(), &thread)) {
+        if (thread.th32OwnerProcessID != m_processId) continue;
+        const std::uintptr_t start = StartAddress(thread.th32ThreadID);
+        if (start >= begin && start < end) ++count;
+    }
+    return count;
 }
 
 void Program::EndTree() const {

@@ -35,6 +35,10 @@ public:
     // The exit code, or nothing when the program still runs at the deadline.
     [[nodiscard]] std::optional<DWORD> WaitForExit(Milliseconds limit) const;
 
+    // How many of its threads the C run-time has started, as the program does for each batch; the system
+    // starts its own without.
+    [[nodiscard]] int RuntimeThreads() const;
+
     // Ends the program and whatever it started, at once.
     void EndTree() const;
 
