@@ -23,6 +23,12 @@ protected:
         ASSERT_TRUE(Comes([&] { return Runs().size() == 1; }));
         ASSERT_GT(Process().RuntimeThreads(), m_threadsBefore) << "the worker is not seen";
     }
+    // In place of the interpreter, one that lasts as the name of the PDF says and that no stop ends. Under
+    // Wine only.
+    void UseStubbornInterpreter() {
+        ReplaceInterpreter(Equipment(L"stand_in_interpreter.exe"));
+        startOptions.environment[L"TALVENOR_INTERPRETER_IGNORE"] = L"1";
+    }
     void Stop() {
         driver::Click(Control(id::kQuit));
         AnswerBox(IDYES);
@@ -118,6 +124,8 @@ TEST_F(BatchStop, InterpreterIsStartedAsPromised) {
 }
 
 TEST_F(BatchStop, WindowIsFreeAtOnceWhileTheConverterStillRuns) {
+    if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
+    UseStubbornInterpreter();
     StartBatchOf({installed.MakePdf(L"a wait2500.pdf"), installed.MakePdf(L"b.pdf")});
     Stop();
     EXPECT_FALSE(Runs()[0].ended.has_value()) << "the converter had ended before: nothing is shown here";
@@ -131,6 +139,8 @@ TEST_F(BatchStop, WindowIsFreeAtOnceWhileTheConverterStillRuns) {
 }
 
 TEST_F(BatchStop, QuitsAtOnceWhileTheStoppedConverterStillRuns) {
+    if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
+    UseStubbornInterpreter();
     StartBatchOf({installed.MakePdf(L"a wait60000.pdf")});
     Stop();
     const auto begin = std::chrono::steady_clock::now();
@@ -140,6 +150,8 @@ TEST_F(BatchStop, QuitsAtOnceWhileTheStoppedConverterStillRuns) {
 }
 
 TEST_F(BatchStop, NextBatchBesideAStoppedOneDoesNoHarm) {
+    if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
+    UseStubbornInterpreter();
     StartBatchOf({installed.MakePdf(L"a wait1500.pdf"), installed.MakePdf(L"b.pdf")});
     Stop();
     driver::Ask(Control(id::kConvert), BM_CLICK);

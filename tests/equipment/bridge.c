@@ -1,18 +1,20 @@
 /* Under Wine, pdf2djvu.exe: runs the converter of the system that Wine runs on, with the same options. Built
    as a Wine program that may also call that system (winegcc), so it can both translate paths and wait for a
    process there. Options pass as they are; an argument that is a full Windows path becomes the other system's
-   path. The converter's messages (all on its error output) and its exit code come back. */
+   path. The converter's messages (all on its error output) and its exit code come back. However this program
+   ends, the converter ends with it. */
+#define _GNU_SOURCE /* pipe2 */
 #include <windows.h>
 
 #include <errno.h>
+#include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
 /* Exported by Wine's kernel32; its development headers leave it out. */
 extern char* CDECL wine_get_unix_file_name(LPCWSTR dosPath);
 
@@ -53,31 +55,47 @@ static BOOL WINAPI endConverter(DWORD event) {
     return FALSE;
 }
 
-/* The converter gets no signal ignored or blocked: Wine's own settings are not meant for it. */
-static int startConverter(char** arguments, const int pipeEnds[2]) {
-    posix_spawn_file_actions_t files;
-    posix_spawnattr_t attributes;
-    sigset_t none, all;
-    pid_t id;
-    int error;
+/* The converter leaves its unfinished files behind when it is ended: they go where programs of Windows leave
+   theirs. */
+static void chooseTemporaryFolder(void) {
+    WCHAR folder[MAX_PATH + 1];
+    char* path;
+    if (!GetTempPathW(MAX_PATH + 1, folder)) return;
+    path = wine_get_unix_file_name(folder);
+    if (path) setenv("TMPDIR", path, 1);
+}
+
+/* In the new process, which may do little before it has become the converter. */
+static void becomeConverter(char** arguments, int messages, pid_t parent) {
+    sigset_t none;
+    int number;
+    /* A program that is ended by another gets no chance to end its converter: the system does it. */
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(cannotStart);
+    /* No signal ignored or blocked: Wine's own settings are not meant for it. */
+    for (number = 1; number < NSIG; number++) signal(number, SIG_DFL);
     sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, NULL);
+    dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+    dup2(messages, STDOUT_FILENO);
+    dup2(messages, STDERR_FILENO);
+    execv(converter, arguments);
+    _exit(cannotStart);
+}
+
+/* `messages`: where the converter writes. */
+static int startConverter(char** arguments, int messages) {
+    const pid_t parent = getpid();
+    sigset_t all, before;
+    pid_t id;
+    /* Until the new process has settled its own, no signal may reach what Wine installed for this one. */
     sigfillset(&all);
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setsigmask(&attributes, &none);
-    posix_spawnattr_setsigdefault(&attributes, &all);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    posix_spawn_file_actions_init(&files);
-    posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", 0, 0);
-    posix_spawn_file_actions_adddup2(&files, pipeEnds[1], STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&files, pipeEnds[1], STDERR_FILENO);
-    /* A read end left open over there would keep the converter from noticing that we are gone. */
-    posix_spawn_file_actions_addclose(&files, pipeEnds[0]);
-    posix_spawn_file_actions_addclose(&files, pipeEnds[1]);
-    error = posix_spawn(&id, converter, &files, &attributes, arguments, environ);
-    posix_spawn_file_actions_destroy(&files);
-    posix_spawnattr_destroy(&attributes);
-    if (!error) converterId = id;
-    return error;
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    id = fork();
+    if (id == 0) becomeConverter(arguments, messages, parent);
+    pthread_sigmask(SIG_SETMASK, &before, NULL);
+    if (id > 0) converterId = id;
+    return id < 0;
 }
 
 static void forwardMessages(int from) {
@@ -93,6 +111,9 @@ static int waitForConverter(void) {
     int status = 0;
     while (waitpid(converterId, &status, 0) < 0)
         if (errno != EINTR) return fail("bridge: the converter's end was not seen\n", cannotPrepare);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == cannotStart) {
+        return fail("bridge: /usr/bin/pdf2djvu does not start\n", cannotStart);
+    }
     return WIFEXITED(status) ? WEXITSTATUS(status) : endedBySignal + WTERMSIG(status);
 }
 
@@ -103,9 +124,10 @@ int wmain(int argc, WCHAR** argv) {
     arguments[0] = (char*)converter;
     for (i = 1; i < argc; i++)
         if (!(arguments[i] = translate(argv[i]))) return fail("bridge: no memory\n", cannotPrepare);
-    if (pipe(ends)) return fail("bridge: no pipe\n", cannotPrepare);
-    if (startConverter(arguments, ends))
-        return fail("bridge: /usr/bin/pdf2djvu does not start\n", cannotStart);
+    /* Of both ends the converter has none but those it is given. */
+    if (pipe2(ends, O_CLOEXEC)) return fail("bridge: no pipe\n", cannotPrepare);
+    chooseTemporaryFolder();
+    if (startConverter(arguments, ends[1])) return fail("bridge: no process\n", cannotStart);
     SetConsoleCtrlHandler(endConverter, TRUE);
     close(ends[1]);
     forwardMessages(ends[0]);

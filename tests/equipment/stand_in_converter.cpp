@@ -21,7 +21,6 @@
 #include <windows.h>
 
 #include <cstdio>
-#include <cwchar>
 #include <string>
 
 #include "tests/equipment/failure.h"
@@ -36,15 +35,6 @@ constexpr int kCannotWriteOutput = 98;
 
 std::wstring FileName(const std::wstring& path) {
     return path.substr(path.find_last_of(L"\\/") + 1);
-}
-
-// The number that follows the word in the file's name, or the other value.
-DWORD NumberInName(const std::wstring& name, const std::wstring& word, DWORD whenNotNamed) {
-    for (std::size_t at = name.find(word); at != std::wstring::npos; at = name.find(word, at + 1)) {
-        const wchar_t* const digits = name.c_str() + at + word.size();
-        if (*digits >= L'0' && *digits <= L'9') return static_cast<DWORD>(std::wcstoul(digits, nullptr, 10));
-    }
-    return whenNotNamed;
 }
 
 std::wstring DescribeConsole() {
@@ -79,8 +69,10 @@ bool WriteOutput(int argc, wchar_t** argv) {
 
 int wmain(int argc, wchar_t** argv) {
     const std::wstring pdf = argc > 1 ? FileName(argv[argc - 1]) : std::wstring();
-    const DWORD runMs = NumberInName(pdf, L"wait", stand_in::NumberSetting(L"TALVENOR_STANDIN_MS", 0));
-    const DWORD code = NumberInName(pdf, L"exit", stand_in::NumberSetting(L"TALVENOR_STANDIN_RC", 0));
+    const DWORD runMs =
+        stand_in::NumberInName(pdf, L"wait", stand_in::NumberSetting(L"TALVENOR_STANDIN_MS", 0));
+    const DWORD code =
+        stand_in::NumberInName(pdf, L"exit", stand_in::NumberSetting(L"TALVENOR_STANDIN_RC", 0));
 
     if (!stand_in::AppendRecord(kRecordVariable, stand_in::DescribeStart() + DescribeConsole())) {
         std::fputs("stand-in converter: cannot write its record\n", stderr);

@@ -3,15 +3,19 @@
 // interpreter's console belongs to another process under Wine; so the close request of a stop reaches it.
 // It never runs a converter. What can be set:
 //
-//   TALVENOR_INTERPRETER_OUT  file that one block a run is appended to
-//   TALVENOR_INTERPRETER_MS   how long to run, milliseconds (200)
-//   TALVENOR_INTERPRETER_RC   exit code of a run that nobody closed (0)
+//   TALVENOR_INTERPRETER_OUT     file that one block a run is appended to
+//   TALVENOR_INTERPRETER_MS      how long to run, milliseconds (200)
+//   TALVENOR_INTERPRETER_RC      exit code of a run that nobody closed (0)
+//   TALVENOR_INTERPRETER_IGNORE  1: a request to close is written down, and the run goes on
+//   TALVENOR_INTERPRETER_CLASS   class of the window (StandInInterpreter)
+//
+// A PDF's own name, which is the title of the run, goes before the time: in "wait500.pdf" it runs for 500 ms.
 //
 // The block begins like the stand-in converter's (command, directory, title, show), is written once the
 // window is there to be closed, and ends, when the run does, with:
 //
-//   closed=0|1                whether SC_CLOSE arrived
-//   ended=<exit code>         3 when it did
+//   closed=0|1                whether SC_CLOSE arrived; written at once when it is ignored
+//   ended=<exit code>         3 when it was closed
 #include <windows.h>
 #include <imm.h>
 
@@ -22,7 +26,6 @@
 namespace {
 
 constexpr wchar_t kRecordVariable[] = L"TALVENOR_INTERPRETER_OUT";
-constexpr wchar_t kClassName[] = L"StandInInterpreter";
 constexpr UINT_PTR kEndTimerId = 1;
 constexpr DWORD kUsualRunMs = 200;
 constexpr int kClosed = 3;
@@ -31,28 +34,49 @@ constexpr int kNoWindow = 98;
 
 bool closeArrived = false;
 
+void OnCloseRequest() {
+    closeArrived = true;
+    if (stand_in::Setting(L"TALVENOR_INTERPRETER_IGNORE") != L"1") {
+        ::PostQuitMessage(kClosed);
+    } else if (!stand_in::AppendRecord(kRecordVariable, L"closed=1\n")) {
+        ::PostQuitMessage(kCannotRecord);
+    }
+}
+
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     // The low four bits of a system command are the system's own.
     if (message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_CLOSE) {
-        closeArrived = true;
-        ::PostQuitMessage(0);
+        OnCloseRequest();
         return 0;
     }
     if (message == WM_TIMER) {
-        ::PostQuitMessage(0);
+        ::PostQuitMessage(static_cast<int>(stand_in::NumberSetting(L"TALVENOR_INTERPRETER_RC", 0)));
         return 0;
     }
     return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
+std::wstring ClassName() {
+    const std::wstring name = stand_in::Setting(L"TALVENOR_INTERPRETER_CLASS");
+    return name.empty() ? L"StandInInterpreter" : name;
+}
+
 HWND CreateHiddenWindow(HINSTANCE instance) {
+    const std::wstring className = ClassName();
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = WindowProcedure;
     windowClass.hInstance = instance;
-    windowClass.lpszClassName = kClassName;
+    windowClass.lpszClassName = className.c_str();
     if (!::RegisterClassW(&windowClass)) return nullptr;
-    return ::CreateWindowExW(0, kClassName, L"", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, nullptr, nullptr, instance,
-                             nullptr);
+    return ::CreateWindowExW(0, className.c_str(), L"", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, nullptr, nullptr,
+                             instance, nullptr);
+}
+
+DWORD RunMs() {
+    STARTUPINFOW startup = {};
+    ::GetStartupInfoW(&startup);
+    const DWORD set = stand_in::NumberSetting(L"TALVENOR_INTERPRETER_MS", kUsualRunMs);
+    return startup.lpTitle ? stand_in::NumberInName(startup.lpTitle, L"wait", set) : set;
 }
 
 }  // namespace
@@ -63,15 +87,13 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
     ::ImmDisableIME(0);
     const HWND window = CreateHiddenWindow(instance);
     if (!window) return kNoWindow;
-    const DWORD runMs = stand_in::NumberSetting(L"TALVENOR_INTERPRETER_MS", kUsualRunMs);
-    if (!::SetTimer(window, kEndTimerId, runMs, nullptr)) return kNoWindow;
+    if (!::SetTimer(window, kEndTimerId, RunMs(), nullptr)) return kNoWindow;
     if (!stand_in::AppendRecord(kRecordVariable, stand_in::DescribeStart())) return kCannotRecord;
 
     MSG message;
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) ::DispatchMessageW(&message);
 
-    const int code =
-        closeArrived ? kClosed : static_cast<int>(stand_in::NumberSetting(L"TALVENOR_INTERPRETER_RC", 0));
+    const auto code = static_cast<int>(message.wParam);
     const std::wstring end =
         std::wstring(L"closed=") + (closeArrived ? L"1" : L"0") + L"\nended=" + std::to_wstring(code) + L'\n';
     return stand_in::AppendRecord(kRecordVariable, end) ? code : kCannotRecord;

@@ -21,6 +21,14 @@ DWORD NumberSetting(const wchar_t* name, DWORD whenNotSet) {
     return value.empty() ? whenNotSet : static_cast<DWORD>(std::wcstoul(value.c_str(), nullptr, 10));
 }
 
+DWORD NumberInName(const std::wstring& name, const std::wstring& word, DWORD whenNotNamed) {
+    for (std::size_t at = name.find(word); at != std::wstring::npos; at = name.find(word, at + 1)) {
+        const wchar_t* const digits = name.c_str() + at + word.size();
+        if (*digits >= L'0' && *digits <= L'9') return static_cast<DWORD>(std::wcstoul(digits, nullptr, 10));
+    }
+    return whenNotNamed;
+}
+
 bool AppendRecord(const wchar_t* variable, const std::wstring& record) {
     const std::wstring path = Setting(variable);
     if (path.empty()) return true;
