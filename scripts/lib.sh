@@ -92,9 +92,11 @@ start_window_manager() {
 start_wine() {
     take_session
     create_prefix
-    # A test that was killed may have left its own interpreter in the system folder.
-    local system=$WINEPREFIX/drive_c/windows/system32
-    if [[ -e $system/cmd.exe.saved ]]; then mv -f "$system/cmd.exe.saved" "$system/cmd.exe"; fi
+    # A test that was killed may have left its own program in the place of one of Wine's.
+    local saved
+    for saved in "$WINEPREFIX"/drive_c/windows/{,system32/}*.exe.saved; do
+        if [[ -e $saved ]]; then mv -f "$saved" "${saved%.saved}"; fi
+    done
     wine_is_ours=yes
     local managed=Y
     if [[ ${1:-} == --unmanaged ]]; then managed=N; fi

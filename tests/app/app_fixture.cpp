@@ -52,6 +52,17 @@ void AppTest::AddForConversion(const std::vector<std::wstring>& paths) const {
     m_window->OpenAndCancelAddDialog();
 }
 
+void AppTest::AddByDialog(const std::wstring& names) const {
+    driver::Click(Control(id::kAdd));
+    const HWND dialog = WaitForBox();
+    const HWND open = driver::Control(dialog, IDOK);
+    ASSERT_TRUE(Comes([&] { return driver::IsVisible(open) && driver::IsEnabled(open); }));
+    driver::SetText(driver::NameEditOfOpenDialog(dialog), names);
+    driver::Click(open);
+    ASSERT_TRUE(Comes([&] { return !::IsWindow(dialog) && driver::IsEnabled(m_window->Window()); }));
+    driver::Ask(m_window->Window(), WM_NULL);
+}
+
 void AppTest::Convert(driver::Milliseconds limit) const {
     m_window->StartBatch();
     CompleteBatch(limit);

@@ -47,6 +47,8 @@ protected:
 
     // Adds files as a person must for a conversion: drops them, then opens and cancels the add dialog.
     void AddForConversion(const std::vector<std::wstring>& paths) const;
+    // Names files in the open dialog as a person types them, and accepts.
+    void AddByDialog(const std::wstring& names) const;
     // Presses Convertir, waits for the message at the end and closes it.
     void Convert(driver::Milliseconds limit = driver::Milliseconds(60'000)) const;
     // The same for a batch that has begun.

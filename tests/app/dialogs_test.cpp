@@ -2,33 +2,22 @@
 // happens to a log that is gone.
 #include "tests/app/app_fixture.h"
 
+#include "tests/app/system_processes.h"
 #include "tests/equipment/file_bytes.h"
 
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class AddDialog : public AppTest {
-protected:
-    // Names files in the open dialog as a person types them, and accepts.
-    void TypeAndAccept(const std::wstring& names) {
-        driver::Click(Control(id::kAdd));
-        const HWND dialog = WaitForBox();
-        const HWND open = driver::Control(dialog, IDOK);
-        ASSERT_TRUE(Comes([&] { return driver::IsVisible(open) && driver::IsEnabled(open); }));
-        driver::SetText(driver::NameEditOfOpenDialog(dialog), names);
-        driver::Click(open);
-        ASSERT_TRUE(Comes([&] { return !::IsWindow(dialog) && driver::IsEnabled(Window().Window()); }));
-        driver::Ask(Window().Window(), WM_NULL);
-    }
-};
+class AddDialog : public AppTest {};
 
 TEST_F(AddDialog, AddsOneFileAndEnablesConvert) {
     const auto a = installed.MakePdf(L"Été & hiver.pdf");
     Start();
-    TypeAndAccept(a);
+    AddByDialog(a);
     EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a));
     EXPECT_TRUE(IsEnabled(id::kConvert));
 }
@@ -39,7 +28,7 @@ TEST_F(AddDialog, AddsSeveralFilesOfAFolder) {
     const auto c = installed.MakePdf(L"c.pdf");
     startOptions.directory = installed.PdfFolder();
     Start();
-    TypeAndAccept(L"\"c.pdf\" \"a.pdf\" \"b b.pdf\"");
+    AddByDialog(L"\"c.pdf\" \"a.pdf\" \"b b.pdf\"");
     EXPECT_THAT(driver::ColumnTexts(List(), 0), testing::UnorderedElementsAre(a, b, c));
     EXPECT_TRUE(IsEnabled(id::kConvert));
 }
@@ -47,7 +36,7 @@ TEST_F(AddDialog, AddsSeveralFilesOfAFolder) {
 TEST_F(AddDialog, TakesAFileOfAnotherKind) {
     const auto other = installed.MakePdf(L"notes.txt");
     Start();
-    TypeAndAccept(other);
+    AddByDialog(other);
     EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(other));
 }
 
@@ -55,9 +44,30 @@ TEST_F(AddDialog, LeavesOutWhatTheListHas) {
     const auto a = installed.MakePdf(L"a.pdf");
     Start();
     Window().DropPdfs({a});
-    TypeAndAccept(a);
+    AddByDialog(a);
     EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a));
     EXPECT_TRUE(IsEnabled(id::kConvert));
+}
+
+// More than there is room for: nothing is added, and nothing but that comes of it.
+TEST_F(AddDialog, SelectionThatIsTooLargeIsLeftOutAndASmallOneIsTakenAfterIt) {
+    const auto a = installed.MakePdf(L"a.pdf");
+    const auto b = installed.MakePdf(L"b.pdf");
+    std::wstring names;
+    for (int number = 1000; number < 1400; ++number) {
+        const std::wstring name = std::wstring(80, L'n') + std::to_wstring(number) + L".pdf";
+        static_cast<void>(installed.MakePdf(name));
+        names += L'"' + name + L"\" ";
+    }
+    startOptions.directory = installed.PdfFolder();
+    Start();
+    Window().DropPdfs({a});
+    AddByDialog(names);
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a));
+    AddByDialog(b);
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a, b));
+    EXPECT_TRUE(IsEnabled(id::kConvert));
+    EXPECT_EQ(Window().Quit(), 2u);
 }
 
 TEST_F(AddDialog, CancelledOverAnEmptyListChangesNothing) {
@@ -140,6 +150,20 @@ TEST_F(Dialogs, AboutShowsTheProgramsIconWhole) {
         return;
     }
     FAIL() << "the box has no icon";
+}
+
+TEST_F(Dialogs, DestinationIsOpenedByTheSystemsExplorer) {
+    Start();
+    Window().Tick(id::kOutputFolderBox);
+    Window().Type(id::kOutputFolder, installed.PdfFolder());
+    ASSERT_TRUE(Comes([&] { return IsEnabled(id::kOpenDestination); }));
+    driver::Click(Control(id::kOpenDestination));
+    const auto explorers = [&] { return ChildrenOf(Process().Id(), L"explorer.exe"); };
+    ASSERT_TRUE(Comes([&] { return !explorers().empty(); })) << "none is started";
+    wchar_t folder[MAX_PATH] = {};
+    ::GetWindowsDirectoryW(folder, MAX_PATH);
+    EXPECT_THAT(explorers(), Each(testing::StartsWith(folder)));
+    EXPECT_EQ(Window().OpenBox(), nullptr);
 }
 
 TEST_F(Dialogs, LogThatIsGoneIsAnError) {

@@ -3,14 +3,9 @@
 #include <windows.h>
 
 #include "tests/equipment/failure.h"
-#include "tests/equipment/wait_until.h"
-#include "tests/equipment/wine.h"
 
 namespace driver {
 namespace {
-
-// A program that has just ended may still be open for a moment.
-constexpr Milliseconds kFreeLimit{10'000};
 
 std::wstring InterpreterPath() {
     wchar_t folder[MAX_PATH] = {};
@@ -21,25 +16,6 @@ std::wstring InterpreterPath() {
 }  // namespace
 
 InterpreterSwap::InterpreterSwap(const std::wstring& replacement)
-    : m_interpreter(InterpreterPath()), m_saved(m_interpreter + L".saved") {
-    if (!UnderWine()) throw Failure("the interpreter of a real Windows is never replaced");
-    if (!::MoveFileExW(m_interpreter.c_str(), m_saved.c_str(), 0)) FailCall("MoveFileExW", ::GetLastError());
-    if (replacement.empty()) return;
-    if (!::CopyFileW(replacement.c_str(), m_interpreter.c_str(), TRUE)) {
-        const DWORD error = ::GetLastError();
-        ::MoveFileExW(m_saved.c_str(), m_interpreter.c_str(), 0);
-        FailCall("CopyFileW", error);
-    }
-}
-
-InterpreterSwap::~InterpreterSwap() {
-    // A failure shows in the next test that needs the interpreter, and is mended by the next start of the
-    // session.
-    static_cast<void>(WaitUntil(
-        [&] {
-            return ::MoveFileExW(m_saved.c_str(), m_interpreter.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
-        },
-        kFreeLimit));
-}
+    : SystemProgramSwap(InterpreterPath(), replacement) {}
 
 }  // namespace driver
