@@ -6,9 +6,9 @@
 
 #include "tests/app/small_pdf.h"
 #include "tests/app/system_processes.h"
-#include "tests/app/wine.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/text.h"
+#include "tests/equipment/wine.h"
 
 namespace {
 

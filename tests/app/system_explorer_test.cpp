@@ -10,11 +10,11 @@
 
 #include <memory>
 
-#include "tests/app/wine.h"
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/handle.h"
 #include "tests/equipment/system_program_swap.h"
+#include "tests/equipment/wine.h"
 
 namespace {
 
