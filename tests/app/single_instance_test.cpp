@@ -71,8 +71,8 @@ TEST_F(SingleInstance, SecondCopyLeavesAMinimisedFirstCopyMinimised) {
     ASSERT_TRUE(Comes([&] { return ::IsIconic(Window().Window()) != FALSE; }));
     // Which window comes forward when one is minimised, and when, is the system's affair: another is put
     // there.
-    const driver::Program other(L"C:\\windows\\notepad.exe");
-    const HWND inFront = WaitForWindowOf(other);
+    const OtherWindow other;
+    const HWND inFront = other.Window();
     input::BringToFront(inFront);
     const driver::Program second(installed.Program());
     ASSERT_EQ(second.WaitForExit(kSoon), 0u);
