@@ -129,7 +129,6 @@ TEST_F(StoppedInterpreter, InATerminalIsEndedAsAClosedConsoleEndsIt) {
     EXPECT_EQ(code, static_cast<DWORD>(STATUS_CONTROL_C_EXIT));
     EXPECT_TRUE(Comes([&] { return Durations()[0] == L"*** Annulé !"; }));
     EXPECT_EQ(Runs().size(), 1u);
-    EXPECT_EQ(Window().Quit(), 2u);
 }
 
 TEST_F(StoppedInterpreter, OutlivesTheProgram) {
