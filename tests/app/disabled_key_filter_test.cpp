@@ -178,24 +178,20 @@ TEST_F(DisabledKeys, EnterInAnEditEnabledByAClickBeginsNothing) {
 
 class KeysOfTheWindow : public DisabledKeys, public testing::WithParamInterface<int> {};
 
-TEST_P(KeysOfTheWindow, TabAndShiftTabLeadToControlsThatAreEnabled) {
+TEST_P(KeysOfTheWindow, TabLeadsToAControlThatIsEnabled) {
     BeginByEnterIn(GetParam());
     input::Press(VK_TAB);
     ASSERT_TRUE(Comes([&] { return FocusedId() != GetParam(); }, kInputLimit));
     EXPECT_TRUE(IsEnabled(FocusedId())) << FocusedId();
-    const int next = FocusedId();
-    input::PressWithShift(VK_TAB);
-    ASSERT_TRUE(Comes([&] { return FocusedId() != next; }, kInputLimit));
-    EXPECT_TRUE(IsEnabled(FocusedId())) << FocusedId();
-    AnswerNoAndComplete(QuestionAfterEscape());
+    EXPECT_NE(QuestionAfterEscape(), nullptr);
 }
 
-TEST_P(KeysOfTheWindow, ShiftTabLeadsBackwards) {
+TEST_P(KeysOfTheWindow, ShiftTabLeadsBackwardsToOne) {
     BeginByEnterIn(GetParam());
     input::PressWithShift(VK_TAB);
     ASSERT_TRUE(Comes([&] { return FocusedId() != GetParam(); }, kInputLimit));
     EXPECT_TRUE(IsEnabled(FocusedId())) << FocusedId();
-    AnswerNoAndComplete(QuestionAfterEscape());
+    EXPECT_NE(QuestionAfterEscape(), nullptr);
 }
 
 TEST_P(KeysOfTheWindow, AltAndSpaceOpenTheWindowsMenu) {
@@ -210,7 +206,8 @@ TEST_P(KeysOfTheWindow, AltAndSpaceOpenTheWindowsMenu) {
     ASSERT_TRUE(Comes(menuIsOpen, kInputLimit));
     input::Press(VK_ESCAPE);
     ASSERT_TRUE(Comes([&] { return !menuIsOpen(); }, kInputLimit));
-    CompleteBatch();
+    EXPECT_TRUE(Window().IsRunning());
+    EXPECT_EQ(Window().OpenBox(), nullptr);
 }
 
 INSTANTIATE_TEST_SUITE_P(FocusOn, KeysOfTheWindow,
