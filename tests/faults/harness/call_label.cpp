@@ -6,6 +6,8 @@
 #include "res/resource.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
+#include <shobjidl.h>
 
 #include <array>
 #include <functional>
@@ -108,6 +110,17 @@ std::string ThirdResource(const CallArguments& arguments) {
 std::string FirstNumber(const CallArguments& arguments) {
     return Number(arguments[0]);
 }
+std::string WhichObject(const CallArguments& arguments) {
+    const GUID& classId = *reinterpret_cast<const GUID*>(arguments[0]);
+    if (classId == CLSID_TaskbarList) return "taskbar";
+    return classId == CLSID_AccPropServices ? "names" : "unknown";
+}
+std::string FirstPathOrNone(const CallArguments& arguments) {
+    return arguments[0] ? LastComponent(arguments[0]) : "none";
+}
+std::string WhetherAwake(const CallArguments& arguments) {
+    return arguments[0] & ES_SYSTEM_REQUIRED ? "awake" : "as usual";
+}
 std::string SecondName(const CallArguments& arguments) {
     return reinterpret_cast<const char*>(arguments[1]);
 }
@@ -122,6 +135,7 @@ std::string SizeOfNote(const CallArguments& arguments) {
 const std::map<std::string, Describe>& Details() {
     static const std::map<std::string, Describe> kDetails = {
         {"CheckDlgButton", &WindowAndNumber},
+        {"CoCreateInstance", &WhichObject},
         {"CreateDialogParamW", &SecondResource},
         {"CreateFileW", &FirstPath},
         {"CreateWindowExW", &SecondResource},
@@ -134,6 +148,7 @@ const std::map<std::string, Describe>& Details() {
         {"FindResourceExW", &ThirdResource},
         {"GetClientRect", &Window},
         {"GetDlgItem", &WindowAndNumber},
+        {"GetParent", &Window},
         {"GetProcAddress", &SecondName},
         {"GetSystemMetrics", &FirstNumber},
         {"GetWindow", &Window},
@@ -141,6 +156,7 @@ const std::map<std::string, Describe>& Details() {
         {"GetWindowRect", &Window},
         {"GetWindowTextLengthW", &Window},
         {"GetWindowTextW", &Window},
+        {"InvalidateRect", &Window},
         {"IsDlgButtonChecked", &WindowAndNumber},
         {"IsIconic", &Window},
         {"IsWindowEnabled", &Window},
@@ -154,8 +170,10 @@ const std::map<std::string, Describe>& Details() {
         {"PathAppendW", &SecondPath},
         {"PathFileExistsW", &FirstPath},
         {"ScreenToClient", &Window},
+        {"SearchPathW", &FirstPathOrNone},
         {"SendMessageW", &WindowAndMessage},
         {"SetFocus", &Window},
+        {"SetThreadExecutionState", &WhetherAwake},
         {"SetTimer", &WindowAndNumber},
         {"SetWindowLongPtrW", &WindowAndLong},
         {"SetWindowPos", &Window},

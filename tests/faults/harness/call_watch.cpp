@@ -53,13 +53,13 @@ void CallWatch::Happens(const std::string& what) {
 
 void* CallWatch::Route(const std::string& function, const CallArguments& arguments) {
     const bool acting = m_hasActions;
-    const bool counting = m_counting;
-    if (!acting && !counting) return nullptr;
+    if (!acting && !m_counting) return nullptr;
     const Failure* const failure = FindFailure(function);
     if (!failure && !acting) return nullptr;
     const std::string label = CallLabel(function, arguments);
     if (acting) RunAction(Role(), label);
-    if (!counting || !failure || !Count(Role() + label)) return nullptr;
+    // Now: the action may have begun the counting with this call, or ended it before.
+    if (!m_counting || !failure || !Count(Role() + label)) return nullptr;
     g_failure = failure;
     return failure->instead ? failure->instead : reinterpret_cast<void*>(&FailPlainly);
 }

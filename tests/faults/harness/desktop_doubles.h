@@ -78,6 +78,51 @@ struct DesktopDoubles : DoublesBase {
         return FALSE;
     }
 
+    // Beside the program's own folder: that is the test's.
+    static DWORD WINAPI SearchPathW(LPCWSTR folder, LPCWSTR name, LPCWSTR extension, DWORD size, LPWSTR found,
+                                    LPWSTR* part) {
+        if (folder) return ::SearchPathW(folder, name, extension, size, found, part);
+        std::wstring path = Current().foundOnPath;
+        if (path.empty()) {
+            path.resize(MAX_PATH);
+            path.resize(::GetSystemWindowsDirectoryW(path.data(), MAX_PATH));
+            path.append(L"\\").append(name);
+        }
+        ::lstrcpynW(found, path.c_str(), static_cast<int>(size));
+        return static_cast<DWORD>(path.size());
+    }
+
+    // Messages
+
+    static LRESULT WINAPI DispatchMessageW(const MSG* message) {
+        const bool isMarker = message->message == Platform::kMarkerMessage;
+        const LRESULT result = ::DispatchMessageW(message);
+        if (isMarker) ++Current().m_markers;
+        return result;
+    }
+
+    // The machine and its user
+
+    static EXECUTION_STATE WINAPI SetThreadExecutionState(EXECUTION_STATE state) {
+        Platform& self = Current();
+        const bool keeps = state == (ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
+        const bool givesBack = state == ES_CONTINUOUS;
+        self.Note(Request::Awake, keeps ? "kept" : givesBack ? "given back" : std::to_string(state));
+        const SystemLockHold lock(self.m_lock);
+        if (givesBack) {
+            self.m_awake.erase(::GetCurrentThreadId());
+        } else {
+            self.m_awake.insert(::GetCurrentThreadId());
+        }
+        return ES_CONTINUOUS;
+    }
+
+    static BOOL WINAPI SystemParametersInfoW(UINT action, UINT parameter, PVOID value, UINT update) {
+        if (action != SPI_GETSCREENREADER) return ::SystemParametersInfoW(action, parameter, value, update);
+        *static_cast<BOOL*>(value) = Current().screenReader;
+        return TRUE;
+    }
+
     // Time
 
     static DWORD WINAPI GetTickCount() { return Current().m_tick; }

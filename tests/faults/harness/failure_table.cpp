@@ -51,9 +51,12 @@ void* Address(Function* function) {
 
 const Failure kFailures[] = {
     // Kernel and run-time library
+    {"AssignProcessToJobObject", kNothing, ERROR_ACCESS_DENIED},
     {"Beep", kNothing, ERROR_GEN_FAILURE},
     {"CloseHandle", kNothing, ERROR_INVALID_HANDLE},
+    {"CompareStringOrdinal", kNothing, ERROR_INVALID_PARAMETER},
     {"CreateFileW", kMinusOne, ERROR_SHARING_VIOLATION},
+    {"CreateJobObjectW", kNothing, ERROR_NOT_ENOUGH_MEMORY},
     {"CreateMutexW", kNothing, ERROR_ACCESS_DENIED},
     {"CreateProcessW", kNothing, ERROR_FILE_NOT_FOUND},
     {"DeleteFileW", kNothing, ERROR_ACCESS_DENIED},
@@ -66,12 +69,17 @@ const Failure kFailures[] = {
     {"GetModuleHandleW", kNothing, ERROR_MOD_NOT_FOUND},
     {"GetProcAddress", kNothing, ERROR_PROC_NOT_FOUND},
     {"GetSystemDirectoryW", kNothing, ERROR_GEN_FAILURE},
+    {"GetSystemWindowsDirectoryW", kNothing, ERROR_GEN_FAILURE},
     {"HeapAlloc", kNothing, ERROR_SUCCESS},  // sets none
     {"HeapFree", kNothing, ERROR_INVALID_PARAMETER},
     {"LoadLibraryW", kNothing, ERROR_MOD_NOT_FOUND},
     {"LoadResource", kNothing, ERROR_RESOURCE_DATA_NOT_FOUND},
     {"LockResource", kNothing, ERROR_SUCCESS},  // sets none
+    {"OpenProcess", kNothing, ERROR_ACCESS_DENIED},
+    {"SearchPathW", kNothing, ERROR_FILE_NOT_FOUND},
     {"SetFilePointer", kMinusOne32, ERROR_INVALID_HANDLE},
+    {"SetThreadExecutionState", kNothing, ERROR_SUCCESS},  // sets none
+    {"TerminateJobObject", kNothing, ERROR_ACCESS_DENIED},
     {"VerifyVersionInfoW", kNothing, ERROR_OLD_WIN_VERSION},
     {"WaitForSingleObject", kMinusOne32, ERROR_INVALID_HANDLE},
     {"WideCharToMultiByte", kNothing, ERROR_INSUFFICIENT_BUFFER},
@@ -90,10 +98,16 @@ const Failure kFailures[] = {
     {"LookupPrivilegeValueW", kNothing, ERROR_NO_SUCH_PRIVILEGE},
     {"OpenProcessToken", kNothing, ERROR_ACCESS_DENIED},
     // Shell, common controls and dialogs, COM
+    {"CoCreateInstance", static_cast<std::uint32_t>(REGDB_E_CLASSNOTREG), ERROR_SUCCESS},
     {"CoInitialize", static_cast<std::uint32_t>(E_OUTOFMEMORY), ERROR_SUCCESS},
     {"DragAcceptFiles", kNothing, ERROR_INVALID_WINDOW_HANDLE},  // reports nothing: has no effect
     {"DragQueryFileW", kNothing, ERROR_INVALID_HANDLE},
     {"GetOpenFileNameW", kNothing, ERROR_NOT_ENOUGH_MEMORY},
+    {"IAccPropServices::ClearHwndProps", static_cast<std::uint32_t>(E_FAIL), ERROR_SUCCESS},
+    {"IAccPropServices::SetHwndPropStr", static_cast<std::uint32_t>(E_FAIL), ERROR_SUCCESS},
+    {"ITaskbarList3::HrInit", static_cast<std::uint32_t>(E_FAIL), ERROR_SUCCESS},
+    {"ITaskbarList3::SetProgressState", static_cast<std::uint32_t>(E_FAIL), ERROR_SUCCESS},
+    {"ITaskbarList3::SetProgressValue", static_cast<std::uint32_t>(E_FAIL), ERROR_SUCCESS},
     {"ImageList_Create", kNothing, ERROR_NOT_ENOUGH_MEMORY},
     {"ImageList_ReplaceIcon", kMinusOne32, ERROR_INVALID_PARAMETER},
     {"InitCommonControlsEx", kNothing, ERROR_INVALID_PARAMETER},
@@ -118,11 +132,13 @@ const Failure kFailures[] = {
     {"EnumWindows", kNothing, ERROR_NOT_ENOUGH_MEMORY},
     {"FindWindowW", kNothing, ERROR_ACCESS_DENIED},
     {"GetActiveWindow", kNothing, ERROR_SUCCESS},
+    {"GetClassNameW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"GetClientRect", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"GetDlgItem", kNothing, ERROR_CONTROL_ID_NOT_FOUND},
     {"GetFocus", kNothing, ERROR_SUCCESS},
     {"GetMessageW", kMinusOne32, ERROR_INVALID_WINDOW_HANDLE},
     {"GetMonitorInfoW", kNothing, ERROR_INVALID_MONITOR_HANDLE},
+    {"GetParent", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"GetSystemMetrics", kNothing, ERROR_SUCCESS},
     {"GetWindow", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"GetWindowLongPtrW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
@@ -130,6 +146,7 @@ const Failure kFailures[] = {
     {"GetWindowTextLengthW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"GetWindowTextW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"GetWindowThreadProcessId", kNothing, ERROR_INVALID_WINDOW_HANDLE},
+    {"InvalidateRect", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"IsDialogMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"IsDlgButtonChecked", kNothing, ERROR_CONTROL_ID_NOT_FOUND},
     {"IsIconic", kNothing, ERROR_INVALID_WINDOW_HANDLE},
@@ -143,6 +160,7 @@ const Failure kFailures[] = {
     {"MessageBoxW", kNothing, ERROR_NOT_ENOUGH_MEMORY},
     {"MonitorFromWindow", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"PeekMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
+    {"PostMessageW", kNothing, ERROR_NOT_ENOUGH_QUOTA},
     {"ScreenToClient", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"SendMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE, Address(&NoAnswer)},
     {"SendNotifyMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
@@ -154,6 +172,7 @@ const Failure kFailures[] = {
     {"SetWindowPos", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"SetWindowTextW", kNothing, ERROR_INVALID_WINDOW_HANDLE},
     {"ShowWindow", kNothing, ERROR_INVALID_WINDOW_HANDLE},
+    {"SystemParametersInfoW", kNothing, ERROR_INVALID_PARAMETER},
     {"UpdateWindow", kNothing, ERROR_INVALID_WINDOW_HANDLE},
 };
 

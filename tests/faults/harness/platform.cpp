@@ -1,6 +1,7 @@
 #include "tests/faults/harness/platform.h"
 
 #include "tests/faults/harness/lock_hold.h"
+#include "tests/faults/harness/outcome.h"
 #include "tests/support/utf8.h"
 
 #include <algorithm>
@@ -62,19 +63,52 @@ std::vector<std::string> Platform::StrayFiles() const {
 
 void Platform::EndConverters(DWORD exitCode, int number) {
     const SystemLockHold lock(m_lock);
-    for (auto& [process, converter] : m_running) {
-        if (!converter.ended || (number != 0 && converter.number != number)) continue;
-        converter.exitCode = exitCode;
-        ::SetEvent(converter.ended);
-        ::CloseHandle(converter.ended);
-        converter.ended = nullptr;
+    for (auto& [own, converter] : m_converters) {
+        if (number == 0 || own == number) End(converter, exitCode);
     }
 }
 
-bool Platform::ConverterRuns() const {
+void Platform::End(Converter& converter, DWORD exitCode) {
+    if (!converter.ended) return;
+    converter.exitCode = exitCode;
+    ::SetEvent(converter.ended);
+    ::CloseHandle(converter.ended);
+    converter.ended = nullptr;
+}
+
+Platform::Converter* Platform::FindConverter(HANDLE process) {
+    const auto found = std::find_if(m_converters.begin(), m_converters.end(),
+                                    [&](const auto& entry) { return entry.second.held.contains(process); });
+    return found != m_converters.end() ? &found->second : nullptr;
+}
+
+std::string Platform::ConvertersOutsideJob() const {
     const SystemLockHold lock(m_lock);
-    return std::any_of(m_running.begin(), m_running.end(),
-                       [](const auto& entry) { return entry.second.ended != nullptr; });
+    std::string numbers;
+    for (const auto& [number, converter] : m_converters) {
+        if (!converter.isInJob) numbers.append(numbers.empty() ? "" : " ").append(std::to_string(number));
+    }
+    return numbers;
+}
+
+int Platform::AwakeThreads() const {
+    const SystemLockHold lock(m_lock);
+    return static_cast<int>(m_awake.size());
+}
+
+std::string Platform::TaskbarShows() const {
+    const SystemLockHold lock(m_lock);
+    return m_taskbarShows;
+}
+
+std::string Platform::Names() const {
+    const SystemLockHold lock(m_lock);
+    std::vector<std::string> names;
+    for (const auto& [control, name] : m_names) {
+        std::string line = control;
+        names.push_back(line.append(": ").append(name));
+    }
+    return Lines(names);
 }
 
 int Platform::Blocks() const {

@@ -15,11 +15,19 @@
 #include <string>
 #include <vector>
 
+// What the interpreter of a converter has that could be asked to close.
+enum class Console {
+    Window,    // an ordinary window
+    Terminal,  // one of class "PseudoConsoleWindow", which does nothing when it is asked
+    None
+};
+
 // How one converter behaves. They are used up in order; the last one stays for all that follow.
 struct ConverterPlan {
     DWORD exitCode = 0;
     DWORD startError = 0;  // not 0: it cannot be started
-    bool held = false;     // runs until EndConverters, or until its console is asked to close
+    bool held = false;  // runs until EndConverters, until its console is asked to close, or its job is ended
+    Console console = Console::Window;
 };
 
 class Platform {
@@ -30,8 +38,12 @@ public:
     //   Start     "hidden a.pdf in ~: /C "pdf2djvu.exe ...""                   (window, title, arguments)
     //   Shell     "explorer.exe C:\out"
     //   Shutdown  "open token", "look up privilege", "enable", "request", "disable"
-    //   Close     "console": a converter was asked to close
-    enum class Request { Box, Beep, Start, Shell, Shutdown, Close };
+    //   Close     "console 1": the first converter's was asked to close; "terminal 1"
+    //   Search    "1": windows were looked through while the first converter's process was held; "nobody"
+    //   Job       "C000013A: 1 2": what was in the job and still ran was ended, with this code
+    //   Awake     "kept", "given back": what a thread asks of the power management
+    //   Taskbar   "1 of 2", "none": what the main window's button is to show
+    enum class Request { Box, Beep, Start, Shell, Shutdown, Close, Search, Job, Awake, Taskbar };
 
     Platform();
     Platform(const Platform&) = delete;
@@ -55,19 +67,35 @@ public:
     DWORD shellError = 0;       // not 0: nothing can be opened
     bool anotherCopyRuns = false;
     bool consolesIgnoreClosing = false;
-    bool realBoxes = false;  // message boxes are shown and wait for the user
+    bool screenReader = false;  // runs
+    std::wstring foundOnPath;   // where "explorer.exe" is on the search path; empty: where the system has it
+    bool realBoxes = false;     // message boxes are shown and wait for the user
     std::atomic<int> answerToQuestions{IDYES};
 
     // Lets every converter that runs, or the one started as the `number`th, end with `exitCode`.
     void EndConverters(DWORD exitCode, int number = 0);
 
-    // Those that could not be started count as well.
+    // Those that are waited for, which is when a stop finds them, or were. Those that could not be started
+    // count as well.
     [[nodiscard]] int ConvertersStarted() const { return m_started; }
     // Worker threads that have been started and have not ended.
     [[nodiscard]] int Workers() const { return m_workers; }
     // Blocks of memory and icons of the program that it has not given back.
     [[nodiscard]] int Blocks() const;
     [[nodiscard]] int Icons() const;
+    // Numbers of the converters that were started and never put into a job, as "1 2".
+    [[nodiscard]] std::string ConvertersOutsideJob() const;
+    // Threads that keep the machine awake.
+    [[nodiscard]] int AwakeThreads() const;
+    // What the taskbar's button shows now: "1 of 2", or nothing.
+    [[nodiscard]] std::string TaskbarShows() const;
+    // The names that controls have for a screen reader, as "1014: Pages :", one a line.
+    [[nodiscard]] std::string Names() const;
+    // COM objects that the program has not let go of.
+    [[nodiscard]] int ComObjects() const { return m_comObjects; }
+    // Notes a message of the test's own that has come out of the program's queue, see User::WaitForPosted.
+    [[nodiscard]] int Markers() const { return m_markers; }
+    static constexpr UINT kMarkerMessage = WM_APP + 0x3FF0;
     // The timers that are set, as "2".
     [[nodiscard]] std::string Timers() const;
     [[nodiscard]] std::vector<std::string> Requests(Request kind) const;
@@ -76,6 +104,7 @@ public:
     [[nodiscard]] std::string Shortened(std::string text) const;
 
 private:
+    friend struct ComDoubles;
     friend struct ConverterDoubles;
     friend struct DesktopDoubles;
     friend struct ProcessDoubles;
@@ -85,9 +114,14 @@ private:
         DWORD exitCode = 0;
         HANDLE ended =
             nullptr;  // ours, null when it has ended; the batch owns and closes another to the same
+        Console console = Console::Window;
+        std::set<HANDLE> held = {};  // the program's handles to it
+        bool isInJob = false;
     };
 
-    [[nodiscard]] bool ConverterRuns() const;
+    // Null for a handle to something else. The caller has the lock.
+    [[nodiscard]] Converter* FindConverter(HANDLE process);
+    static void End(Converter& converter, DWORD exitCode);
     void Note(Request kind, const std::string& text);
     void MakeFolder();
 
@@ -95,10 +129,15 @@ private:
     std::wstring m_previousDirectory;
     mutable SRWLOCK m_lock = SRWLOCK_INIT;
     std::map<Request, std::vector<std::string>> m_requests;
-    std::map<HANDLE, Converter> m_running;  // by the handle that the batch has
+    std::map<int, Converter> m_converters;  // all that were started on paper, by their numbers
     std::set<void*> m_blocks;
     std::set<HANDLE> m_icons;
     std::set<UINT_PTR> m_timers;
+    std::set<DWORD> m_awake;  // ids of threads
+    std::map<std::string, std::string> m_names;
+    std::string m_taskbarShows;
+    std::atomic<int> m_comObjects{0};
+    std::atomic<int> m_markers{0};
     std::atomic<int> m_requested{0};
     std::atomic<int> m_started{0};
     std::atomic<int> m_workers{0};

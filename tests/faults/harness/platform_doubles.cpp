@@ -1,5 +1,6 @@
 // Which function answers in the place of which of the system's. They are called by the program's code on any
 // of its threads.
+#include "tests/faults/harness/com_doubles.h"
 #include "tests/faults/harness/converter_doubles.h"
 #include "tests/faults/harness/desktop_doubles.h"
 #include "tests/faults/harness/platform.h"
@@ -26,12 +27,17 @@ Double Answers(const char* function, Function* answer) {
 void* Platform::FindDouble(const std::string& function) {
     static const Double kDoubles[] = {
         Answers("AdjustTokenPrivileges", &ProcessDoubles::AdjustTokenPrivileges),
+        Answers("AssignProcessToJobObject", &ConverterDoubles::AssignProcessToJobObject),
         Answers("Beep", &DesktopDoubles::Beep),
+        Answers("CloseHandle", &ConverterDoubles::CloseHandle),
+        Answers("CoCreateInstance", &ComDoubles::CoCreateInstance),
         Answers("CreateMutexW", &ProcessDoubles::CreateMutexW),
         Answers("CreateProcessW", &ConverterDoubles::CreateProcessW),
         Answers("DestroyIcon", &DesktopDoubles::DestroyIcon),
+        Answers("DispatchMessageW", &DesktopDoubles::DispatchMessageW),
         Answers("EnumWindows", &ConverterDoubles::EnumWindows),
         Answers("ExitProcess", &ProcessDoubles::ExitProcess),
+        Answers("GetClassNameW", &ConverterDoubles::GetClassNameW),
         Answers("GetExitCodeProcess", &ConverterDoubles::GetExitCodeProcess),
         Answers("GetLocalTime", &DesktopDoubles::GetLocalTime),
         Answers("GetLocaleInfoW", &DesktopDoubles::GetLocaleInfoW),
@@ -47,12 +53,18 @@ void* Platform::FindDouble(const std::string& function) {
         Answers("LoadImageW", &DesktopDoubles::LoadImageW),
         Answers("LookupPrivilegeValueW", &ProcessDoubles::LookupPrivilegeValueW),
         Answers("MessageBoxW", &DesktopDoubles::MessageBoxW),
+        Answers("OpenProcess", &ConverterDoubles::OpenProcess),
         Answers("OpenProcessToken", &ProcessDoubles::OpenProcessToken),
         Answers("SHBrowseForFolderW", &DesktopDoubles::SHBrowseForFolderW),
+        Answers("SearchPathW", &DesktopDoubles::SearchPathW),
         Answers("SendNotifyMessageW", &ConverterDoubles::SendNotifyMessageW),
         Answers("SetDefaultDllDirectories", &ProcessDoubles::SetDefaultDllDirectories),
+        Answers("SetThreadExecutionState", &DesktopDoubles::SetThreadExecutionState),
         Answers("SetTimer", &DesktopDoubles::SetTimer),
         Answers("ShellExecuteExW", &DesktopDoubles::ShellExecuteExW),
+        Answers("SystemParametersInfoW", &DesktopDoubles::SystemParametersInfoW),
+        Answers("TerminateJobObject", &ConverterDoubles::TerminateJobObject),
+        Answers("WaitForSingleObject", &ConverterDoubles::WaitForSingleObject),
         Answers("_beginthread", &ConverterDoubles::BeginThread),
         Answers("free", &ProcessDoubles::Free),
         Answers("malloc", &ProcessDoubles::Allocate),

@@ -65,8 +65,8 @@ const Rule* FindRule(const Scenario& scenario, const CallKey& call) {
 }
 
 const std::vector<std::string>& FactsOfTheEnd() {
-    static const std::vector<std::string> kFacts = {"exit",    "blocks", "icons",    "handles",
-                                                    "windows", "strays", "shutdowns"};
+    static const std::vector<std::string> kFacts = {"exit",    "blocks", "icons",     "handles", "objects",
+                                                    "windows", "strays", "shutdowns", "awake"};
     return kFacts;
 }
 

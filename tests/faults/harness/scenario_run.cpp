@@ -34,6 +34,14 @@ void AddFactsOfTheRun(const Platform& platform, const ProgramHost& program, Fact
     facts["starts"] = Lines(platform.Requests(Request::Start));
     facts["shell"] = Lines(platform.Requests(Request::Shell));
     facts["shutdowns"] = Lines(platform.Requests(Request::Shutdown));
+    facts["awakeCalls"] = Lines(platform.Requests(Request::Awake));
+    facts["awake"] = std::to_string(platform.AwakeThreads());
+    facts["jobs"] = Lines(platform.Requests(Request::Job));
+    facts["outsideJob"] = platform.ConvertersOutsideJob();
+    facts["searches"] = Lines(platform.Requests(Request::Search));
+    facts["taskbar"] = Lines(platform.Requests(Request::Taskbar));
+    facts["shown"] = platform.TaskbarShows();
+    facts["names"] = platform.Names();
     facts["closing"] = Lines(platform.Requests(Request::Close));
     facts["log"] = ReadLog(platform);
     facts["strays"] = Lines(platform.StrayFiles());
@@ -61,7 +69,10 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& 
     scenario.prepare(stage->platform);
     try {
         scenario.use(stage->user, stage->watch, run.facts);
-        if (!scenario.spendsItsProcess) stage->user.WaitForWorkers();
+        if (!scenario.spendsItsProcess) {
+            stage->user.WaitForWorkers();
+            stage->user.WaitForPosted();
+        }
         stage->user.Quit();
         if (!stage->program.WaitForEnd(kEndLimit)) throw Hang("the program does not end");
         stage->watch.End();
@@ -79,6 +90,7 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& 
     }
     run.facts["blocks"] = std::to_string(stage->platform.Blocks());
     run.facts["icons"] = std::to_string(stage->platform.Icons());
+    run.facts["objects"] = std::to_string(stage->platform.ComObjects());
     stage.reset();
     run.facts["handles"] = std::to_string(HandleCount() - handlesBefore);
     run.facts["gdi"] = std::to_string(GdiObjectCount() - gdiBefore);

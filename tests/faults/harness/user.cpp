@@ -165,6 +165,21 @@ void User::WaitForWorkers() const {
     Send(Window(), WM_NULL);
 }
 
+void User::WaitForPosted() const {
+    const Platform& platform = m_program.ThePlatform();
+    const int before = platform.Markers();
+    // To the thread: what is posted to the window is dispatched by the dialog's own keyboard handling.
+    if (!Window() || !::PostThreadMessageW(m_program.ThreadId(), Platform::kMarkerMessage, 0, 0)) return;
+    WaitUntil("what was posted has been served",
+              [&] { return platform.Markers() > before || m_program.State() != ProgramHost::Life::Running; });
+}
+
+void User::PressKeyIn(int id, WORD key) const {
+    ::PostMessageW(Control(id), WM_KEYDOWN, key, 1);
+    ::PostMessageW(Control(id), WM_KEYUP, key, 1);
+    WaitForPosted();
+}
+
 void User::PressEscape() const {
     const auto hasEnded = [&] { return m_program.State() != ProgramHost::Life::Running; };
     for (int tries = 0; !hasEnded() && tries < kTries; ++tries) {

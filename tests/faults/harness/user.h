@@ -58,6 +58,13 @@ public:
     // Waits until no worker is left and the window has served what they left for it.
     void WaitForWorkers() const;
 
+    // Waits until the window has served everything that was posted to it or to others of its thread before.
+    // Not while a dialog or a message box of the system is open there.
+    void WaitForPosted() const;
+    // Presses a key in a control, in the way of the keyboard: by the message loop, whatever the control's
+    // state.
+    void PressKeyIn(int id, WORD key) const;
+
     // Presses Esc until the program ends, a few times at most.
     void PressEscape() const;
     // Presses "Quitter" until the program ends. Answers the question about a batch by Yes.

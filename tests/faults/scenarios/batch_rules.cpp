@@ -13,7 +13,8 @@ const Rule kRowsUnknown = {
         "a list that does not answer has no rows: the batch ends there, or waits for its stop as on an empty "
         "list",
     .changes = {MayBecome("\\w+\\..*", kAnything), MayBecome("starts", kAnything),
-                MayBecome("log", kAnything),
+                MayBecome("log", kAnything), MayBecome("taskbar", kAnything),
+                MayBecome("awakeCalls", kAnything),
                 MayBecome("boxes", "(information main Conversion terminée !)?|question main [^]*")}};
 
 }  // namespace
@@ -24,7 +25,29 @@ std::vector<Rule> BatchRules() {
         {.call = "ui _beginthread #1",
          .why = "without a thread nothing happens, and nothing is said",
          .changes = {Becomes("starts", ""), Becomes("boxes", ""), MayBecome("log", "earlier"),
-                     MayBecome("\\w+\\..*", kAnything)}},
+                     MayBecome("\\w+\\..*", kAnything), Becomes("taskbar", ""), Becomes("awakeCalls", "")}},
+        {.call = "ui (CreateWindowExW Static|SetWindowLongPtrW other GWLP_(USERDATA|WNDPROC)|"
+                 "CoCreateInstance taskbar|ITaskbarList3::HrInit) #1",
+         .why = "the taskbar shows nothing, and the batch goes on",
+         .changes = {Becomes("taskbar", "")}},
+        {.call = "ui ITaskbarList3::SetProgressValue #.",
+         .why = "the taskbar shows one step less",
+         .changes = {MayBecome("taskbar", "(\\d of \\d\n)*none")}},
+        {.call = "ui ITaskbarList3::SetProgressState #1",
+         .why = "the taskbar goes on showing how far it was",
+         .changes = {Loses("taskbar", "\nnone"), Becomes("shown", "\\d of \\d")}},
+        {.call = "worker PostMessageW #.",
+         .why = "a report that is not taken is lost, the last as well as any other",
+         .changes = {MayBecome("taskbar", "(\\d of \\d\n?)*(none)?"), MayBecome("shown", "\\d of \\d")}},
+        {.call = "worker SetThreadExecutionState awake #1",
+         .why = "a machine that cannot be kept awake is not",
+         .changes = {Loses("awakeCalls", "kept\n")}},
+        {.call = "worker SetThreadExecutionState as usual #1",
+         .why = "it goes on until the thread ends, with which the request does",
+         .changes = {Loses("awakeCalls", "\ngiven back"), Becomes("awake", "1")}},
+        {.call = "worker AssignProcessToJobObject #.",
+         .why = "what is not in the job is not ended with it",
+         .changes = {Becomes("outsideJob", "[12]")}},
         {.call =
              "(worker|ui) SendMessageW (1040|header) (LVM_SETCOLUMNWIDTH|LVM_GETCOLUMNWIDTH|LVM_GETHEADER|"
              "LVM_GETSTRINGWIDTHW|HDM_GETBITMAPMARGIN) #.*",

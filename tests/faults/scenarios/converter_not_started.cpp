@@ -51,6 +51,7 @@ Scenario ConverterNotStartedScenario() {
         "converter_not_started",
         [](Platform& platform) { platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}}; }, &Use,
         Together({QuietRun(),
+                  BatchOf(2, 0),
                   ControlsAfterBatch("done"),
                   List("done", {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "00:00:00\n", -1, "fit with durations"}),
                   {{"starts",

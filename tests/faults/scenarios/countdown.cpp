@@ -96,6 +96,7 @@ std::vector<Rule> Rules() {
 Facts UsualEnd() {
     return Together(
         {QuietRun(),
+         BatchOf(1, 1),
          ControlsAfterBatch("done"),
          {{"done.1038", "ES C"}},
          List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),

@@ -55,6 +55,7 @@ Scenario FailingConverterScenario() {
         },
         &Use,
         Together({QuietRun(),
+                  BatchOf(2, 0),
                   ControlsAfterBatch("done"),
                   {{"done.1019", "ES C"}, {"done.1024", "ES"}},
                   List("done", {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "*** Annulé !\n", -1, "fit with durations"}),

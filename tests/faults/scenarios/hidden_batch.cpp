@@ -67,7 +67,8 @@ Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::s
         Becomes("boxes",
                 Exactly("error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished)),
         Becomes("done.durations", Exactly(durations)), Becomes("log", Exactly(log)),
-        Becomes("starts", Exactly(starts))};
+        Becomes("starts", Exactly(starts)),
+        Becomes("taskbar", isFirst ? "0 of 2\nnone" : "0 of 2\n1 of 2\nnone")};
     // There was no converter to look on at.
     if (isFirst) changes.push_back(MayBecome("(running|ticked)\\..*", kAnything));
     return {.call = call,
@@ -80,7 +81,8 @@ Rule EndUnknown(const std::string& call, bool isFirst) {
     std::vector<Change> changes = {
         Becomes("boxes", ""),
         Becomes("done.durations", Exactly(isFirst ? "*** Annulé !\n" : "00:00:07\n*** Annulé !")),
-        Becomes("log", Exactly((isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("*** Annulé !", 90)))};
+        Becomes("log", Exactly((isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("*** Annulé !", 90))),
+        Becomes("taskbar", isFirst ? "0 of 2\nnone" : "0 of 2\n1 of 2\nnone")};
     if (isFirst) {
         changes.push_back(Becomes("starts", Exactly(Start("a"))));
         changes.push_back(MayBecome("(running|ticked)\\..*", kAnything));
@@ -159,6 +161,7 @@ Scenario HiddenBatchScenario() {
             },
             &Use,
             Together({QuietRun(),
+                      BatchOf(2, 2),
                       RunningControls("running"),
                       Options("running", "-"),
                       List("running", {rows, "\n", 0, "fit with durations"}),

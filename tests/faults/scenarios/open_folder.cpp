@@ -1,12 +1,18 @@
 // The destination folder is opened: that of the selected PDF, then the output folder, which the shell
-// refuses.
+// refuses. Once with nothing but the system's own Explorer, once with others beside the program and in the
+// current directory.
 #include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
 #include "tests/faults/harness/window_facts.h"
+#include "tests/support/utf8.h"
 
 #include "res/resource.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -26,13 +32,28 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddControlFacts(user, "opened", facts);
 }
 
-std::vector<Rule> Rules() {
+std::string SystemsExplorer() {
+    std::array<wchar_t, MAX_PATH> folder{};
+    ::GetSystemWindowsDirectoryW(folder.data(), MAX_PATH);
+    return Utf8(folder.data()) + "\\explorer.exe";
+}
+
+// What is handed to the shell for each of these folders: `explorer` is what Explorer is called.
+std::string Opened(const std::string& explorer, std::initializer_list<const char*> folders) {
+    std::vector<std::string> requests;
+    for (const char* const folder : folders) requests.push_back(explorer + ' ' + folder);
+    return Lines(requests);
+}
+
+std::vector<Rule> Rules(const std::string& explorer) {
     const std::string description = SystemText(ERROR_FILE_NOT_FOUND);
-    const std::string firstOnly = Exactly("explorer.exe C:\\in, out");
+    const std::string firstOnly = Exactly(Opened(explorer, {"C:\\in, out"}));
+    const std::string secondOnly = Exactly(Opened(explorer, {"~"}));
+    const std::string rowTwice = Exactly(Opened(explorer, {"C:\\in, out", "C:\\in, out"}));
     const std::vector<Rule> rules = {
         {.call = "ui ShellExecuteExW #1",
          .why = "the shell's refusal is told",
-         .changes = {Becomes("shell", Exactly("explorer.exe ~")),
+         .changes = {Becomes("shell", secondOnly),
                      Becomes("boxes",
                              Exactly("error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION) +
                                      "\nerror main Erreur ShellExecute : " + description))}},
@@ -43,18 +64,17 @@ std::vector<Rule> Rules() {
                                               SystemText(ERROR_NO_ASSOCIATION)))}},
         {.call = "ui SendMessageW 1040 (LVM_GETNEXTITEM|LVM_GETITEMTEXTW) #1",
          .why = "without a path there is no folder, and nothing to open",
-         .changes = {Becomes("shell", Exactly("explorer.exe ~"))}},
+         .changes = {Becomes("shell", secondOnly)}},
         {.call = "ui PathRemoveFileSpecW #1",
          .why = "what the system leaves of the path is handed on",
-         .changes = {Becomes("shell", Exactly("explorer.exe C:\\in, out\\a.b\nexplorer.exe ~"))}},
+         .changes = {Becomes("shell", Exactly(Opened(explorer, {"C:\\in, out\\a.b", "~"})))}},
         {.call = "ui IsDlgButtonChecked main 1026 #2",
          .why = "the folder of the row is opened instead",
-         .changes = {Becomes("shell", Exactly("explorer.exe C:\\in, out\nexplorer.exe C:\\in, out"))}},
+         .changes = {Becomes("shell", rowTwice)}},
         {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #1",
          .why =
              "the edit that is left seems empty, which turns the option off: the folder of the row is opened",
-         .changes = {Becomes("shell", Exactly("explorer.exe C:\\in, out\nexplorer.exe C:\\in, out")),
-                     MayBecome("opened\\.(1026|1027|1028)", "[E-]S.*")}},
+         .changes = {Becomes("shell", rowTwice), MayBecome("opened\\.(1026|1027|1028)", "[E-]S.*")}},
         {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #2",
          .why = "without a text there is nothing to open, and nothing to tell",
          .changes = {Becomes("shell", firstOnly), Becomes("boxes", "")}},
@@ -62,10 +82,9 @@ std::vector<Rule> Rules() {
     return Joined({rules, ShellFailureRules(description)});
 }
 
-}  // namespace
-
-Scenario OpenFolderScenario() {
-    return {"open_folder", [](Platform&) {}, &Use,
+Scenario Opening(const std::string& name, void (*prepare)(Platform& platform), const std::string& explorer,
+                 const std::vector<Rule>& rules) {
+    return {name, prepare, &Use,
             Together({QuietRun(),
                       IdleControls("opened"),
                       {{"opened.1", "ES"},
@@ -74,7 +93,34 @@ Scenario OpenFolderScenario() {
                        {"opened.1026", "ES C"},
                        {"opened.1027", "ES ~"},
                        {"opened.1028", "ES"},
-                       {"shell", "explorer.exe C:\\in, out\nexplorer.exe ~"},
+                       {"shell", Opened(explorer, {"C:\\in, out", "~"})},
                        {"boxes", "error main Erreur ShellExecute : " + SystemText(ERROR_FILE_NOT_FOUND)}}}),
-            Rules()};
+            Joined({rules, Rules(explorer)})};
+}
+
+void PlantExplorers(Platform& platform) {
+    for (const wchar_t* const place : {L"explorer.exe", L"ailleurs\\explorer.exe"}) {
+        std::ofstream(std::filesystem::path(platform.File(place))) << "planted";
+    }
+}
+
+}  // namespace
+
+Scenario OpenFolderScenario() {
+    const std::vector<Rule> rules = {
+        {.call = "ui (SearchPathW none|CompareStringOrdinal|GetSystemWindowsDirectoryW|PathAppendW "
+                 "explorer.exe) #.*",
+         .why = "where the look-up is not known to lead to the system's own, that one's path is handed over",
+         .changes = {MayRead("shell", SystemsExplorer(), "explorer.exe")}}};
+    return Opening(
+        "open_folder", [](Platform&) {}, "explorer.exe", rules);
+}
+
+Scenario PlantedExplorerScenario() {
+    const std::vector<Rule> rules = {{.call = "ui (GetSystemWindowsDirectoryW|PathAppendW explorer.exe) #.*",
+                                      .why = "where the system's own is not known, its name is all there is",
+                                      .changes = {MayRead("shell", "explorer.exe", SystemsExplorer())}}};
+    Scenario scenario = Opening("planted_explorer", &PlantExplorers, SystemsExplorer(), rules);
+    scenario.usual["strays"] = "explorer.exe";
+    return scenario;
 }

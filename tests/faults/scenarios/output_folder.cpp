@@ -42,7 +42,8 @@ std::vector<Rule> Rules() {
                 "they were. "
                 "A batch that the bad folder would have stopped goes on",
          .changes = {MayBecome(kItsControls, "[E-]S.*"), MayBecome("boxes", kAnything),
-                     MayBecome("starts", kAnything)}},
+                     MayBecome("starts", kAnything), MayBecome("taskbar", kAnything),
+                     MayBecome("awakeCalls", kAnything)}},
         {.call = "ui LoadStringW 142 #1",
          .why = "the box is empty",
          .changes = {Loses("boxes", "Le dossier de destination est incorrect !")}},

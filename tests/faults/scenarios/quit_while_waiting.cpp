@@ -26,13 +26,15 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 Scenario QuitWhileWaitingScenario() {
     Facts usual = Together(
         {QuietRunToTheEndOfTheProcess(),
+         BatchOf(2, 0),
          {{"processEnds", "yes"},
           {"window", "gone"},
           {"starts",
            "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
            "2>>TalvenorLog.txt"},
           {"boxes", "question main Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"},
-          {"closing", "console"}}});
+          {"closing", "console 1"},
+          {"searches", "1"}}});
     return {.name = "quit_while_waiting",
             .prepare =
                 [](Platform& platform) {

@@ -30,7 +30,7 @@ const std::vector<Rule>& RulesOfAllScenarios() {
     static const std::vector<Rule> kRules = {
         {.call = ".* malloc for a box's text #.*",
          .why = "a message box that cannot be had is not shown, and the program goes on",
-         .changes = {MayBecome("boxes", kAnything), MayBecome("closing", "(console)?")}},
+         .changes = {MayBecome("boxes", kAnything), MayBecome("closing", ""), MayBecome("searches", "")}},
         {.call = ".* malloc #.*",
          .why = "a program without memory ends at once",
          .endsWithException = kNoMemory},
@@ -57,7 +57,7 @@ const std::vector<Rule>& RulesOfAllScenarios() {
          .changes = {MayBecome("timers", "$1|[12]"), MayBecome("count.timers", "1")}},
         {.call = ".* MessageBoxW #.*",
          .why = "a box that cannot be shown is as good as answered by no",
-         .changes = {MayBecome("boxes", kAnything), MayBecome("closing", "(console)?")}},
+         .changes = {MayBecome("boxes", kAnything), MayBecome("closing", ""), MayBecome("searches", "")}},
         {.call = ".* LoadStringW 128 #.*",
          .why = "a caption that is not there is empty",
          .changes = {MayBecome("boxes", "[^]* caption=[^]*")}},

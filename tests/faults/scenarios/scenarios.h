@@ -15,10 +15,15 @@
 [[nodiscard]] Scenario HiddenBatchScenario();
 [[nodiscard]] Scenario VisibleBatchScenario();
 [[nodiscard]] Scenario StopScenario();
+[[nodiscard]] Scenario StopWithoutWindowScenario();
+[[nodiscard]] Scenario StopInTerminalScenario();
+[[nodiscard]] Scenario DisabledKeysScenario();
+[[nodiscard]] Scenario ScreenReaderScenario();
 [[nodiscard]] Scenario FailingConverterScenario();
 [[nodiscard]] Scenario ConverterNotStartedScenario();
 [[nodiscard]] Scenario OutputFolderScenario();
 [[nodiscard]] Scenario OpenFolderScenario();
+[[nodiscard]] Scenario PlantedExplorerScenario();
 [[nodiscard]] Scenario OpenLogScenario();
 [[nodiscard]] Scenario CountdownScenario();
 [[nodiscard]] Scenario ShutDownNowScenario();

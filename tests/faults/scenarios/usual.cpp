@@ -38,6 +38,7 @@ void BeginHiddenBatchOfTwo(User& user) {
     user.Press(IDC_HIDE_OUTPUT);
     user.Press(IDOK);
     user.WaitForConverter(1);
+    user.WaitForPosted();
 }
 
 Facts IdleControls(const std::string& moment) {
@@ -89,16 +90,27 @@ Facts List(const std::string& moment, const ListContents& contents) {
 
 Facts QuietRun() {
     return {
-        {"boxes", ""},   {"beeps", ""},   {"starts", ""},   {"shell", ""},  {"shutdowns", ""},
-        {"closing", ""}, {"log", "none"}, {"strays", ""},   {"timers", ""}, {"exit", "2"},
-        {"blocks", "0"}, {"icons", "0"},  {"handles", "0"}, {"gdi", "0"},   {"windows", "0"},
+        {"boxes", ""},      {"beeps", ""},    {"starts", ""},  {"shell", ""},    {"shutdowns", ""},
+        {"closing", ""},    {"searches", ""}, {"jobs", ""},    {"shown", ""},    {"outsideJob", ""},
+        {"awakeCalls", ""}, {"awake", "0"},   {"taskbar", ""}, {"names", ""},    {"objects", "0"},
+        {"log", "none"},    {"strays", ""},   {"timers", ""},  {"exit", "2"},    {"blocks", "0"},
+        {"icons", "0"},     {"handles", "0"}, {"gdi", "0"},    {"windows", "0"},
     };
 }
 
 Facts QuietRunToTheEndOfTheProcess() {
     Facts facts = QuietRun();
-    for (const char* const left : {"blocks", "icons", "handles", "gdi", "windows"}) facts.erase(left);
+    for (const char* const left : {"blocks", "icons", "handles", "gdi", "windows", "objects"})
+        facts.erase(left);
     return facts;
+}
+
+Facts BatchOf(int rows, int done) {
+    std::string taskbar;
+    for (int row = 0; row <= done; ++row) {
+        taskbar.append(std::to_string(row)).append(" of ").append(std::to_string(rows)).append("\n");
+    }
+    return {{"taskbar", taskbar.append("none")}, {"awakeCalls", "kept\ngiven back"}};
 }
 
 Facts Together(std::initializer_list<Facts> parts) {

@@ -33,6 +33,9 @@ struct ListContents {
 };
 [[nodiscard]] Facts List(const std::string& moment, const ListContents& contents);
 
+// What a batch asks of the power management and of the taskbar, in which `done` of the `rows` were converted.
+[[nodiscard]] Facts BatchOf(int rows, int done);
+
 // A run in which nothing is asked of the user or of the system, and nothing is left behind.
 [[nodiscard]] Facts QuietRun();
 

@@ -37,7 +37,7 @@ Rule NotStarted(const std::string& call, DWORD error, const std::string& starts)
             .changes = {Becomes("boxes", Exactly("error main Erreur CreateProcess :  " + SystemText(error) +
                                                  '\n' + kFinished)),
                         Becomes("done.durations", "00:00:00"), Becomes("starts", Exactly(starts)),
-                        MayBecome("running\\..*", kAnything)}};
+                        Becomes("taskbar", "0 of 1\nnone"), MayBecome("running\\..*", kAnything)}};
 }
 
 std::vector<Rule> Rules() {
@@ -49,7 +49,7 @@ std::vector<Rule> Rules() {
         {.call = "worker (WaitForSingleObject|GetExitCodeProcess) #1",
          .why = "what is not known to have gone well has not",
          .changes = {Becomes("boxes", ""), Becomes("done.durations", Exactly("*** Annulé !")),
-                     MayBecome("running\\..*", kAnything)}},
+                     Becomes("taskbar", "0 of 1\nnone"), MayBecome("running\\..*", kAnything)}},
         {.call = "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) #1",
          .why = "the edit that is left seems empty, which turns the option off",
          .changes = {Becomes("starts", Exactly(Start("C:\\in\\a.djvu"))), MayBecome("\\w+\\.1026", "[E-]S")}},
@@ -57,8 +57,8 @@ std::vector<Rule> Rules() {
              "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027|PathIsDirectoryW) #.",
          .why = "a folder that is none starts no batch",
          .changes = {Becomes("boxes", "error main Le dossier de destination est incorrect !"),
-                     Becomes("starts", ""), Becomes("done.durations", ""),
-                     MayBecome("(running|done)\\..*", kAnything)}},
+                     Becomes("starts", ""), Becomes("done.durations", ""), Becomes("taskbar", ""),
+                     Becomes("awakeCalls", ""), MayBecome("(running|done)\\..*", kAnything)}},
         {.call = "ui IsDlgButtonChecked main 1026 #1",
          .why = "the folder is not looked at before the batch, which is what would have found it bad"},
         {.call = "worker IsDlgButtonChecked main 1026 #1",
@@ -86,6 +86,7 @@ std::vector<Rule> Rules() {
 Scenario VisibleBatchScenario() {
     return {"visible_batch", [](Platform& platform) { platform.converters = {{.held = true}}; }, &Use,
             Together({QuietRun(),
+                      BatchOf(1, 1),
                       RunningControls("running"),
                       {{"running.1026", "-S C"}, {"running.1027", "-S ~"}},
                       ControlsAfterBatch("done"),
