@@ -63,6 +63,11 @@ BOOL CALLBACK CountWithChildren(HWND window, LPARAM parameter) {
 int CountWindows(bool ofThisProcess) {
     WindowSearch search = {ofThisProcess, 0};
     ::EnumWindows(&CountWithChildren, reinterpret_cast<LPARAM>(&search));
+    // Those that only take messages are among no others.
+    for (HWND window = nullptr;
+         (window = ::FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;) {
+        CountWithChildren(window, reinterpret_cast<LPARAM>(&search));
+    }
     return search.count;
 }
 

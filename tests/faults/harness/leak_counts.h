@@ -6,7 +6,7 @@
 
 [[nodiscard]] int HandleCount();
 [[nodiscard]] int GdiObjectCount();
-// Windows of all threads, children included.
+// Windows of all threads, children and those that only take messages included.
 [[nodiscard]] int WindowCount();
 // Memory that no other process has, in bytes.
 [[nodiscard]] std::size_t PrivateBytes();

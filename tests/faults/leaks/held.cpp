@@ -53,6 +53,7 @@ Held MeasureHeld(const Platform& platform) {
             .windows = WindowCount(),
             .icons = platform.Icons(),
             .blocks = platform.Blocks(),
+            .objects = platform.ComObjects(),
             .privateBytes = PrivateBytes()};
 }
 
@@ -75,6 +76,7 @@ void ExpectFlat(const std::string& name, int times, const Platform& platform,
     EXPECT_EQ(after.windows, before.windows);
     EXPECT_EQ(after.icons, before.icons);
     EXPECT_EQ(after.blocks, before.blocks);
+    EXPECT_EQ(after.objects, before.objects);
     EXPECT_LE(MedianGrowth(parts, &Held::privateBytes), kPassingBytes)
         << Change(static_cast<long long>(before.privateBytes), static_cast<long long>(after.privateBytes));
 }
@@ -85,15 +87,16 @@ void AddLeakFigures(const std::string& name, int times, const Held& before, cons
 
 void PrintLeakSummary() {
     if (g_figures.empty()) return;
-    std::printf("[ figures  ] %-38s %6s %14s %14s %12s %10s %12s %16s\n", "Repeated", "times", "handles",
-                "GDI objects", "windows", "icons", "blocks", "private KB");
+    std::printf("[ figures  ] %-38s %6s %14s %14s %12s %10s %12s %10s %16s\n", "Repeated", "times", "handles",
+                "GDI objects", "windows", "icons", "blocks", "objects", "private KB");
     for (const Figures& one : g_figures) {
-        std::printf("[ figures  ] %-38s %6d %14s %14s %12s %10s %12s %16s\n", one.name.c_str(), one.times,
-                    Change(one.before.handles, one.after.handles).c_str(),
+        std::printf("[ figures  ] %-38s %6d %14s %14s %12s %10s %12s %10s %16s\n", one.name.c_str(),
+                    one.times, Change(one.before.handles, one.after.handles).c_str(),
                     Change(one.before.gdiObjects, one.after.gdiObjects).c_str(),
                     Change(one.before.windows, one.after.windows).c_str(),
                     Change(one.before.icons, one.after.icons).c_str(),
                     Change(one.before.blocks, one.after.blocks).c_str(),
+                    Change(one.before.objects, one.after.objects).c_str(),
                     Change(static_cast<long long>(one.before.privateBytes / 1024),
                            static_cast<long long>(one.after.privateBytes / 1024))
                         .c_str());

@@ -12,8 +12,9 @@ struct Held {
     int handles = 0;
     int gdiObjects = 0;
     int windows = 0;
-    int icons = 0;   // loaded by the program and not destroyed
-    int blocks = 0;  // of memory, allocated by the program and not freed
+    int icons = 0;    // loaded by the program and not destroyed
+    int blocks = 0;   // of memory, allocated by the program and not freed
+    int objects = 0;  // of COM libraries, that it has not let go of
     std::size_t privateBytes = 0;
 };
 

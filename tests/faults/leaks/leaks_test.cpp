@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace {
 
 // As often as asked for, or a short form of it.
@@ -24,6 +26,8 @@ protected:
         EXPECT_TRUE(program.WaitForEnd(std::chrono::seconds(15)));
         EXPECT_EQ(platform.Blocks(), 0);
         EXPECT_EQ(platform.Icons(), 0);
+        EXPECT_EQ(platform.ComObjects(), 0);
+        EXPECT_EQ(platform.AwakeThreads(), 0);
     }
 
     // Starts the program with `number` files in its list.
@@ -73,6 +77,34 @@ TEST_F(Leaks, NoneInStops) {
         user.WaitForWorkers();
     });
     EXPECT_EQ(platform.Requests(Platform::Request::Close).size(), static_cast<std::size_t>(started));
+}
+
+TEST_F(Leaks, NoneInStopsByTheJob) {
+    platform.converters = {{.held = true, .console = Console::None}};
+    OpenWith(2);
+    int started = 0;
+    ExpectFlat("stops by the job", Times(200, 10), platform, [&] {
+        user.Press(IDOK);
+        user.WaitForConverter(++started);
+        user.Press(IDCANCEL);
+        user.WaitForWorkers();
+    });
+    EXPECT_EQ(platform.Requests(Platform::Request::Job).size(), static_cast<std::size_t>(started));
+}
+
+// The job ends what would else go on longer than anybody waits for it here.
+TEST_F(Leaks, NoneInStopsOfRealProcesses) {
+    const std::filesystem::path equipment = std::filesystem::path(TestFolder()) / TALVENOR_EQUIPMENT;
+    platform.realConverter = L'"' + (equipment / L"stand_in_converter.exe").wstring() + L"\" wait30000.pdf";
+    OpenWith(1);
+    int started = 0;
+    ExpectFlat("stops of real processes", Times(100, 10), platform, [&] {
+        user.Press(IDOK);
+        user.WaitForConverter(++started);
+        user.Press(IDCANCEL);
+        user.WaitForWorkers();
+    });
+    EXPECT_EQ(platform.Requests(Platform::Request::Job).size(), static_cast<std::size_t>(started));
 }
 
 TEST_F(Leaks, NoneInStartsThatFail) {
@@ -131,6 +163,32 @@ TEST(LeaksOfLives, NoneInMainWindows) {
         EXPECT_EQ(program.ExitCode(), 2);
         EXPECT_EQ(platform.Blocks(), 0);
         EXPECT_EQ(platform.Icons(), 0);
+    });
+}
+
+// The same with all that is made for a batch, and for a screen reader.
+TEST(LeaksOfLives, NoneInMainWindowsThatConvert) {
+    const Platform none;
+    ExpectFlat("main windows with a batch", Times(200, 10), none, [] {
+        Platform platform;
+        platform.screenReader = true;
+        CallWatch watch;
+        ProgramHost program(platform, watch);
+        User user(program);
+        program.Start();
+        user.WaitForWindow();
+        user.Drop({L"C:\\in\\a.pdf"});
+        user.Press(IDC_ADD);
+        user.Press(IDOK);
+        user.WaitForWorkers();
+        user.WaitForPosted();
+        EXPECT_EQ(platform.ComObjects(), 2) << "the taskbar and the names";
+        user.Quit();
+        EXPECT_TRUE(program.WaitForEnd(std::chrono::seconds(15)));
+        EXPECT_EQ(platform.Blocks(), 0);
+        EXPECT_EQ(platform.Icons(), 0);
+        EXPECT_EQ(platform.ComObjects(), 0);
+        EXPECT_EQ(platform.Names(), "");
     });
 }
 

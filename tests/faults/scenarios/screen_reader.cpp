@@ -81,7 +81,7 @@ std::vector<Rule> Rules() {
          .changes = {Becomes("cleared.names", Exactly(kOthers))}},
         {.call = "ui DestroyWindow main #1",
          .why = "the names go with the window, which goes with its thread",
-         .changes = {Becomes("names", Exactly(kAll))}},
+         .changes = {Becomes("names", Exactly(kAll)), MayBecome("gdi", "[0-9]+")}},
         {.call = "ui IAccPropServices::ClearHwndProps #.",
          .why = "one name goes with its window",
          .changes = {Becomes("names", "(1004|1014|1018|1027|1028|1032|1040): .*")}},

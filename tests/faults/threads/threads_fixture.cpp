@@ -19,6 +19,9 @@ ThreadsFixture::~ThreadsFixture() {
     EXPECT_EQ(program.ExitCode(), 2);
     EXPECT_EQ(platform.Blocks(), 0);
     EXPECT_EQ(platform.Timers(), "");
+    EXPECT_EQ(platform.AwakeThreads(), 0) << "the machine is still kept awake";
+    EXPECT_EQ(platform.TaskbarShows(), "");
+    EXPECT_EQ(platform.ComObjects(), 0);
 }
 
 void ThreadsFixture::OpenWith(const std::vector<std::wstring>& paths) {
@@ -50,6 +53,21 @@ std::vector<std::string> ThreadsFixture::Starts() const {
 
 std::vector<std::string> ThreadsFixture::CloseRequests() const {
     return platform.Requests(Platform::Request::Close);
+}
+
+std::vector<std::string> ThreadsFixture::Searches() const {
+    return platform.Requests(Platform::Request::Search);
+}
+
+std::vector<std::string> ThreadsFixture::Taskbar() const {
+    user.WaitForPosted();
+    return platform.Requests(Platform::Request::Taskbar);
+}
+
+void ThreadsFixture::ExpectNothingSentToAnybody() const {
+    EXPECT_THAT(Searches(), testing::IsEmpty());
+    EXPECT_THAT(CloseRequests(), testing::IsEmpty());
+    EXPECT_THAT(platform.Requests(Platform::Request::Job), testing::IsEmpty());
 }
 
 std::string ThreadsFixture::Durations() const {
