@@ -1,6 +1,7 @@
 #include "tests/model/model_run.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace {
@@ -18,6 +19,23 @@ template <class T>
 const T& Pick(const std::vector<T>& values, std::uint32_t choice) {
     return values[choice % values.size()];
 }
+
+// The state of the Shift key, as this thread sees it.
+class ShiftHold {
+public:
+    explicit ShiftHold(bool held) {
+        ::GetKeyboardState(m_before.data());
+        std::array<BYTE, 256> now = m_before;
+        now[VK_SHIFT] = held ? 0x80 : 0;
+        ::SetKeyboardState(now.data());
+    }
+    ShiftHold(const ShiftHold&) = delete;
+    ShiftHold& operator=(const ShiftHold&) = delete;
+    ~ShiftHold() { ::SetKeyboardState(m_before.data()); }
+
+private:
+    std::array<BYTE, 256> m_before{};
+};
 
 std::vector<std::wstring> PickPaths(std::uint32_t choice) {
     std::vector<std::wstring> paths;
@@ -80,6 +98,9 @@ bool ModelRun::WaitForWorker(int startedBefore, const HeldConverter& converter) 
 bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& converter) {
     const std::uint32_t choice = action.choice;
     const int started = converter.Started();
+    const bool isKey = action.kind >= ActionKind::Tab && action.kind <= ActionKind::TypeCharacter;
+    if (isKey && model.focus == 0) return false;
+    if (isKey && !model.enabled[model.focus]) ++keysOfDisabled;
     const auto type = [&](int edit, const std::wstring& text) {
         if (!model.enabled[edit]) return false;
         SetFocusTo(edit);
@@ -192,9 +213,63 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
         model.ConverterEnds(well);
         return true;
     }
+    case ActionKind::Tab:
+    case ActionKind::BackTab: {
+        const bool forward = action.kind == ActionKind::Tab;
+        const ShiftHold shift(!forward);
+        PressKey(VK_TAB);
+        model.TabKey(forward);
+        return true;
+    }
+    case ActionKind::PressDown:
+        if (!model.KnowsDown()) return false;
+        PressKey(VK_DOWN);
+        model.DownKey();
+        return true;
+    case ActionKind::PressSpace:
+    case ActionKind::PressEnter: {
+        const bool isSpace = action.kind == ActionKind::PressSpace;
+        if (!(isSpace ? model.KnowsSpace() : model.KnowsEnter())) return false;
+        // One that begins a batch beside a stopped worker is left out, as with a click.
+        if (model.enabled[model.focus] && model.enabled[1] && model.workerWaits) return false;
+        const bool wasRunning = model.running;
+        PressKey(isSpace ? VK_SPACE : VK_RETURN);
+        isSpace ? model.SpaceKey() : model.EnterKey();
+        if (model.running && !wasRunning) WaitForWorker(started, converter);
+        return true;
+    }
+    case ActionKind::TypeCharacter: {
+        if (!model.KnowsCharacter()) return false;
+        const wchar_t character = choice % 2 ? L'7' : L'0';
+        TypeCharacter(character);
+        model.Character(character);
+        return true;
+    }
     case ActionKind::Count: break;
     }
     return false;
+}
+
+void ModelRun::PressKey(WORD key) {
+    ::PostMessageW(::GetFocus(), WM_KEYDOWN, key, 1);
+    ServeKeys();
+    ::PostMessageW(::GetFocus(), WM_KEYUP, key, 1);
+    ServeKeys();
+}
+
+void ModelRun::TypeCharacter(wchar_t character) {
+    ::SendMessageW(::GetFocus(), EM_SETSEL, 1000, 1000);  // behind what is there
+    ::PostMessageW(::GetFocus(), WM_CHAR, character, 1);
+    ServeKeys();
+}
+
+void ModelRun::ServeKeys() {
+    MSG message;
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (loop.FilterMessage(message)) continue;
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
 }
 
 std::optional<std::string> ModelRun::Compare(const WindowModel& model) const {

@@ -31,12 +31,17 @@ protected:
     // Actions that did something, over all plays; a user whose every click is refused would prove little.
     int effective = 0;
     int conversions = 0;
+    int keysOfDisabled = 0;  // pressed in a control that was disabled
 
 private:
     // Does one action to both. False when the window does not allow it now.
     bool Do(const Action& action, WindowModel& model, HeldConverter& converter);
     [[nodiscard]] std::optional<std::string> Compare(const WindowModel& model) const;
     bool WaitForWorker(int startedBefore, const HeldConverter& converter);
+    // Messages of the keyboard for the control with the focus, served as the program's loop does.
+    void PressKey(WORD key);
+    void TypeCharacter(wchar_t character);
+    void ServeKeys();
     void SetFocusTo(int id) { ::SetFocus(Control(id)); }
 
     static BOOL WINAPI ChooseFiles(LPOPENFILENAMEW dialog);

@@ -25,11 +25,14 @@ TEST_F(ModelRun, WindowDoesWhatTheModelSaysForRandomUsers) {
                << "\nshortest sequence:\n"
                << Describe(shortest);
     }
-    std::printf("model: %d users, %d steps each, %d effective actions, %d conversions\n", users, kSteps,
-                effective, conversions);
+    std::printf(
+        "model: %d users, %d steps each, %d effective actions, %d conversions, %d keys of disabled "
+        "controls\n",
+        users, kSteps, effective, conversions, keysOfDisabled);
     // Half of what is tried must be possible, or the users are no users.
     EXPECT_GT(effective, users * kSteps / 2);
     EXPECT_GT(conversions, users / 2);
+    EXPECT_GT(keysOfDisabled, users / 2);
 }
 
 }  // namespace

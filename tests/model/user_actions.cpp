@@ -25,6 +25,12 @@ const char* Name(ActionKind kind) {
     case ActionKind::TimerTick: return "TimerTick";
     case ActionKind::ConverterEndsWell: return "ConverterEndsWell";
     case ActionKind::ConverterEndsBadly: return "ConverterEndsBadly";
+    case ActionKind::Tab: return "Tab";
+    case ActionKind::BackTab: return "BackTab";
+    case ActionKind::PressDown: return "PressDown";
+    case ActionKind::PressSpace: return "PressSpace";
+    case ActionKind::PressEnter: return "PressEnter";
+    case ActionKind::TypeCharacter: return "TypeCharacter";
     case ActionKind::Count: break;
     }
     return "?";
@@ -34,7 +40,8 @@ const char* Name(ActionKind kind) {
 
 std::vector<Action> RandomActions(std::uint32_t seed, int count) {
     // How often each kind comes, in the order of ActionKind: a batch must be reached, and be left.
-    static const int kWeights[] = {8, 8, 1, 6, 3, 14, 7, 3, 4, 6, 2, 3, 4, 8, 2, 3, 3, 8, 2};
+    static const int kWeights[] = {8, 8, 1, 6, 3, 14, 7, 3, 4, 6, 2, 3, 4,
+                                   8, 2, 3, 3, 8, 2,  6, 3, 6, 6, 6, 6};
     static_assert(std::size(kWeights) == static_cast<std::size_t>(ActionKind::Count));
     std::vector<ActionKind> urn;
     for (std::size_t kind = 0; kind < std::size(kWeights); ++kind) {

@@ -25,6 +25,12 @@ enum class ActionKind {
     TimerTick,
     ConverterEndsWell,
     ConverterEndsBadly,
+    Tab,
+    BackTab,
+    PressDown,
+    PressSpace,
+    PressEnter,
+    TypeCharacter,
     Count
 };
 

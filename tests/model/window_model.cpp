@@ -15,6 +15,10 @@ const std::vector<int> kBoxes = {IDC_PAGES_CHECK,   IDC_RESOLUTION_CHECK,
                                  IDC_HIDE_OUTPUT,   IDC_OUTPUT_FOLDER_CHECK,
                                  IDC_SHUT_DOWN};
 
+// As the template has them.
+const std::vector<int> kTabOrder = {1,    2,    57664, 1003, 1005, 1034, 1014, 1033, 1032, 1017, 1036, 1037,
+                                    1015, 1016, 1030,  1018, 1019, 1022, 1024, 1027, 1028, 1026, 1038, 1040};
+
 }  // namespace
 
 WindowModel::WindowModel(std::set<std::wstring> existingFolders) : m_folders(std::move(existingFolders)) {
@@ -37,6 +41,8 @@ void WindowModel::MoveFocus(int id) {
     if (focus == id) return;
     const int left = focus;
     focus = id;
+    // This box tells of the focus too, and its edit follows it whatever it tells: also while a batch runs.
+    if (left == 1034 || id == 1034) enabled[1014] = checked[1034];
     if (left == 1032 && !text[1032].empty()) {
         const long value = std::stol(text[1032]);
         if (value < 72) text[1032] = L"72";
@@ -184,11 +190,15 @@ void WindowModel::SetRunningState(bool toRunning) {
 
 void WindowModel::Convert() {
     MoveFocus(1);
+    Start();
+}
+
+// The focus stays where it is, also on a control that is disabled now.
+void WindowModel::Start() {
     if (checked[1026] && !OutputFolderExists()) {
         boxes.push_back(L"Le dossier de destination est incorrect !");
         return;
     }
-    focus = 0;  // where it goes when its button is disabled is the system's business
     running = true;
     SetRunningState(true);
     if (rows.empty()) return;
@@ -236,6 +246,60 @@ void WindowModel::Stop(bool confirmed) {
     if (!confirmed) return;
     running = false;
     SetRunningState(false);
+}
+
+void WindowModel::TabKey(bool forward) {
+    const auto size = kTabOrder.size();
+    const auto start = static_cast<std::size_t>(std::ranges::find(kTabOrder, focus) - kTabOrder.begin());
+    for (std::size_t step = 1; step <= size; ++step) {
+        const int next = kTabOrder[(start + (forward ? step : size - step)) % size];
+        if (!enabled[next] || (next == 1024 && !logButtonShown)) continue;
+        MoveFocus(next);
+        return;
+    }
+}
+
+bool WindowModel::KnowsDown() const {
+    return !HasKeys() || (focus == 1040 && focusedRow != -1);
+}
+
+void WindowModel::DownKey() {
+    if (HasKeys() && focusedRow + 1 < static_cast<int>(rows.size())) SelectRow(focusedRow + 1);
+}
+
+bool WindowModel::KnowsSpace() const {
+    return !HasKeys() || focus == 1 || checked.contains(focus);
+}
+
+void WindowModel::SpaceKey() {
+    if (!HasKeys()) return;
+    if (focus == 1) {
+        Start();
+    } else {
+        ClickBox(focus);
+    }
+}
+
+bool WindowModel::KnowsEnter() const {
+    return !HasKeys() || focus == 1040 || checked.contains(focus) || KnowsCharacter();
+}
+
+// Presses the button that is the dialog's default, if that is enabled.
+void WindowModel::EnterKey() {
+    if (HasKeys() && enabled[1]) Start();
+}
+
+bool WindowModel::KnowsCharacter() const {
+    return !HasKeys() || focus == 1014 || focus == 1032 || focus == 1018 || focus == 1027;
+}
+
+void WindowModel::Character(wchar_t character) {
+    if (!HasKeys()) return;
+    if (focus == 1014) {
+        TypePages({character});
+    } else {
+        Replace(focus, text[focus] + character);
+    }
 }
 
 void WindowModel::TimerTick() {

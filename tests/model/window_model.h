@@ -58,11 +58,25 @@ public:
     void Stop(bool confirmed);
     void TimerTick();
 
+    // Keys, which go to the control with the focus. A disabled one gets none but Tab.
+    void TabKey(bool forward);
+    void DownKey();
+    void SpaceKey();
+    void EnterKey();
+    void Character(wchar_t character);
+    // Whether what a key does here is described by the above: else it is a click's or the system's.
+    [[nodiscard]] bool KnowsSpace() const;
+    [[nodiscard]] bool KnowsEnter() const;
+    [[nodiscard]] bool KnowsCharacter() const;
+    [[nodiscard]] bool KnowsDown() const;
+
     // The converter ends; `success` by its exit code.
     void ConverterEnds(bool success);
 
 private:
     void MoveFocus(int id);
+    void Start();
+    [[nodiscard]] bool HasKeys() const { return enabled.at(focus); }
     void Append(const std::wstring& path);
     void SetRunningState(bool toRunning);
     void GoToRow(std::size_t row);

@@ -58,7 +58,7 @@ struct DesktopDoubles : DoublesBase {
 
     static BOOL WINAPI GetOpenFileNameW(LPOPENFILENAMEW dialog) {
         const std::wstring& chosen = Current().chosenFiles;
-        if (chosen.empty()) return FALSE;
+        if (chosen.empty() || !dialog->lpstrFile) return FALSE;
         std::copy(chosen.begin(), chosen.end(), dialog->lpstrFile);
         dialog->lpstrFile[chosen.size()] = L'\0';
         dialog->lpstrFile[chosen.size() + 1] = L'\0';

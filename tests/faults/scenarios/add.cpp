@@ -21,7 +21,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 std::vector<Rule> Rules() {
     return {
         {.call = "ui (GetOpenFileNameW|GetSystemDirectoryW|LoadLibraryW comdlg32\\.dll|"
-                 "GetProcAddress GetOpenFileNameW) #1",
+                 "GetProcAddress GetOpenFileNameW|HeapAlloc) #1",
          .why = "a dialog that fails is one that is cancelled",
          .changes = {Becomes("added.rows", ""), Becomes("added.durations", ""), Becomes("added.1", "-S"),
                      Becomes("beeps", "")}},
