@@ -194,7 +194,7 @@ TEST_P(KeysOfTheWindow, ShiftTabLeadsBackwardsToOne) {
     EXPECT_NE(QuestionAfterEscape(), nullptr);
 }
 
-TEST_P(KeysOfTheWindow, AltAndSpaceOpenTheWindowsMenu) {
+TEST_P(KeysOfTheWindow, AltAndSpaceShowTheWindowsMenu) {
     BeginByEnterIn(GetParam());
     const auto menuIsOpen = [&] {
         GUITHREADINFO info = {};
