@@ -19,7 +19,9 @@ void TextSet::RemoveLast() {
 
 std::uint32_t& TextSet::SlotOf(std::wstring_view text) {
     std::uint64_t hash = 14695981039346656037u;  // FNV-1a
-    for (const wchar_t character : text) hash = (hash ^ character) * 1099511628211u;
+    for (const wchar_t character : text) {
+        hash = (hash ^ static_cast<std::uint64_t>(character)) * 1099511628211u;
+    }
     for (hash ^= hash >> 32;; ++hash) {
         std::uint32_t& slot = m_slots[hash & (m_slots.size() - 1)];
         if (slot == 0 || m_texts[slot - 1] == text) return slot;
