@@ -115,7 +115,11 @@ void CMainDlg::OnAbout() {
 
 void CMainDlg::OnQuit() {
     if (!m_running) {
-        ::DestroyWindow(m_hWnd);
+        const HWND window = m_hWnd;
+        // A worker that still winds down asks for controls. It finds none from here on, instead of some that
+        // are just going: Wine 10 hangs, with all its programs, when a thread asks for the siblings of one.
+        if (HasWorker()) m_hWnd = nullptr;
+        ::DestroyWindow(window);
         ::PostQuitMessage(IDCANCEL);
         return;
     }
