@@ -44,7 +44,11 @@ Scenario QuitWhileWaitingScenario() {
             .use = &Use,
             .usual = usual,
             .rules = {{.call = "ui DestroyWindow main #1",
-                       .why = "the window goes with the process",
-                       .changes = {Becomes("window", "still there")}}},
+                       .why = "the window goes with the process, and so does the worker that waits for it",
+                       .changes = {Becomes("window", "still there"), Becomes("awake", "1"),
+                                   Loses("awakeCalls", "\ngiven back")}},
+                      {.call = "worker SetThreadExecutionState as usual #1",
+                       .why = "the request goes with the process",
+                       .changes = {Becomes("awake", "1"), Loses("awakeCalls", "\ngiven back")}}},
             .spendsItsProcess = true};
 }
