@@ -51,7 +51,8 @@ void CMainDlg::OnResolutionCheck(WORD code) {
 
 void CMainDlg::OnResolutionKillFocus() {
     const CWindow resolution = Item(IDC_RESOLUTION);
-    if (const auto limit = ClampResolution(resolution.Text())) resolution.SetText(std::wstring(*limit).c_str());
+    if (const auto limit = ClampResolution(resolution.Text()))
+        resolution.SetText(std::wstring(*limit).c_str());
 }
 
 void CMainDlg::OnNoTextCheck() {
