@@ -149,6 +149,15 @@ TEST_F(BatchStop, QuitsAtOnceWhileTheStoppedConverterStillRuns) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(3));
 }
 
+// The worker is just winding down: the stop has ended its converter.
+TEST_F(BatchStop, QuitsRightAfterAStop) {
+    StartBatchOf({installed.MakePdf(L"a wait60000.pdf"), installed.MakePdf(L"b.pdf")});
+    driver::Click(Control(id::kQuit));
+    AnswerBox(IDYES);
+    driver::Click(Control(id::kQuit));
+    EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
+}
+
 TEST_F(BatchStop, NextBatchBesideAStoppedOneDoesNoHarm) {
     if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
     UseStubbornInterpreter();

@@ -105,7 +105,7 @@ class Package(Folder):
             libraries = {name.lower() for name in re.findall("DLL Name: (.*)", headers.stdout)}
             self.assertGreater(len(libraries), 0)
             of_windows = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "imm32.dll", "kernel32.dll", "msvcrt.dll",
-                          "ole32.dll", "shell32.dll", "shlwapi.dll", "user32.dll", "version.dll"}
+                          "ntdll.dll", "ole32.dll", "shell32.dll", "shlwapi.dll", "user32.dll", "version.dll"}
             self.assertLessEqual(libraries, of_windows, path.name)
 
     def test_texts_are_for_windows_and_the_script_is_plain(self):
