@@ -10,7 +10,7 @@ import packaged
 PAPERS = sorted(path for path in packaged.REPOSITORY.glob("**/*.md")
                 if not {"build", "dist"} & set(path.relative_to(packaged.REPOSITORY).parts))
 LINK = re.compile(r"\]\((?!https?:)([^)#]+)(?:#([^)]*))?\)")
-SCRIPT = re.compile(r"\bscripts/([a-z]+)((?: --[a-z-]+)*)")
+SCRIPT = re.compile(r"\bscripts/([a-z]+)(?![a-z.])((?: --[a-z-]+)*)")  # not what scripts share, NAME.sh
 # What stands in code: between fences, or between single marks in a line.
 FENCED = re.compile(r"^```.*?^```", re.S | re.M)
 QUOTED = re.compile(r"`([^`\n]+)`")
@@ -59,7 +59,7 @@ class Papers(unittest.TestCase):
         count = 0
         for _, text in each_paper():
             for quoted in QUOTED.findall(FENCED.sub("", text)):
-                if re.fullmatch(r"(tests|engine|log|ui|res|docs|benchmarks|cmake)/[\w./]*", quoted):
+                if re.fullmatch(r"(tests|engine|log|ui|res|docs|benchmarks|cmake)/[\w./]*|scripts/\w+\.sh", quoted):
                     count += 1
                     self.assertTrue((packaged.REPOSITORY / quoted).exists(), quoted)
         self.assertGreater(count, 10)
