@@ -15,6 +15,6 @@ OpenFileBuffer::OpenFileBuffer() noexcept : m_memory((kLength + kRoom) * sizeof(
 }
 
 bool OpenFileBuffer::IsWithinLength() const noexcept {
-    const wchar_t* const names = Data();
+    const wchar_t* const names = Written();
     return names && names[kLength] == kUntouched;
 }

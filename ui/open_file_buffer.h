@@ -17,14 +17,18 @@ public:
     OpenFileBuffer() noexcept;
 
     // Null when there is no memory: the dialog then has nowhere to put names, and fails.
-    [[nodiscard]] wchar_t* Data() const noexcept { return static_cast<wchar_t*>(m_memory.Get()); }
+    [[nodiscard]] wchar_t* Data() noexcept { return static_cast<wchar_t*>(m_memory.Get()); }
 
     // False when the dialog has written more than it was told there is room for.
     [[nodiscard]] bool IsWithinLength() const noexcept;
 
     // As many characters as the dialog was told.
-    [[nodiscard]] std::span<const wchar_t> Names() const noexcept { return {Data(), kLength}; }
+    [[nodiscard]] std::span<const wchar_t> Names() const noexcept { return {Written(), kLength}; }
 
 private:
+    [[nodiscard]] const wchar_t* Written() const noexcept {
+        return static_cast<const wchar_t*>(m_memory.Get());
+    }
+
     const HeapBlock m_memory;
 };
