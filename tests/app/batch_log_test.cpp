@@ -50,6 +50,14 @@ protected:
         ASSERT_TRUE(Comes([&] { return !Window().IsRunning() || (box = Window().OpenBox()) != nullptr; }));
         if (box) Window().CloseCompletion(box);
     }
+
+    // What tells a record that was never written from a converter that the system did not start.
+    [[nodiscard]] std::string Course() const {
+        std::string course;
+        for (const std::wstring& duration : Durations()) course += "row: " + driver::ToUtf8(duration) + "\n";
+        for (const RecordedRun& run : Runs()) course += "run: " + driver::ToUtf8(run.command) + "\n";
+        return course + "log: " + driver::ReadFileBytes(installed.Log());
+    }
 };
 
 constexpr char kConverterOutput[] = "stand-in converter: converting\r\n";
@@ -62,7 +70,7 @@ TEST_F(BatchLog, HasTheConvertersOutputAndARecordForEachFile) {
         {installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b wait1100.pdf"), installed.MakePdf(L"c.pdf")});
     std::string rest;
     const auto records = ReadLog(driver::ReadFileBytes(installed.Log()), rest);
-    ASSERT_EQ(records.size(), 3u);
+    ASSERT_EQ(records.size(), 3u) << Course();
     EXPECT_EQ(rest, "");
     for (const LogRecord& record : records) {
         EXPECT_EQ(record.before, kConverterOutput);
@@ -80,7 +88,7 @@ TEST_F(BatchLog, EndsWithACancellationAfterAFailedFile) {
         {installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b exit1.pdf"), installed.MakePdf(L"c.pdf")});
     std::string rest;
     const auto records = ReadLog(driver::ReadFileBytes(installed.Log()), rest);
-    ASSERT_EQ(records.size(), 2u);
+    ASSERT_EQ(records.size(), 2u) << Course();
     EXPECT_EQ(rest, "");
     EXPECT_EQ(records[0].asterisks, kAsterisksUnderADuration);
     EXPECT_EQ(records[1].duration, "*** Annul\xE9 !");

@@ -27,6 +27,13 @@ void BatchFixture::AddFiles(const std::vector<std::wstring>& paths) {
     ASSERT_TRUE(IsEnabled(IDOK));
 }
 
+void BatchFixture::StartHeldBatch() {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{.held = true, .processId = 777}, {.processId = 888}});
+    PressConvert();
+    WaitForConverter(1);
+}
+
 void BatchFixture::RunBatch() {
     PressConvert();
     WaitForEnd();

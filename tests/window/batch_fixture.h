@@ -32,6 +32,9 @@ protected:
     // can be pressed.
     void AddFiles(const std::vector<std::wstring>& paths);
     void PressConvert() { Click(IDOK); }
+    // Starts a batch of a.pdf and b.pdf and waits until its first converter, process 777, runs. That one runs
+    // until it is released; the second is process 888.
+    void StartHeldBatch();
     // Presses "Convertir" and waits for the worker to end. Fails when it does not.
     void RunBatch();
     // Waits until `number` converters have been started and the worker waits for the last.

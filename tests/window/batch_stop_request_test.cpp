@@ -12,14 +12,8 @@ constexpr char kEnded[] = "TerminateJobObject 0xC000013A";
 
 class BatchStopRequestTest : public BatchFixture {
 protected:
-    void StartHeld() {
-        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-        converters.Plan({{.held = true, .processId = 777}, {.processId = 888}});
-        PressConvert();
-        WaitForConverter(1);
-    }
     [[nodiscard]] std::vector<std::string> RequestsOfAStop() {
-        StartHeld();
+        StartHeldBatch();
         PressStop();
         return consoles.requests.Calls();
     }

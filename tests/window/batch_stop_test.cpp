@@ -84,25 +84,17 @@ INSTANTIATE_TEST_SUITE_P(
         StopCase{"InTheCountdown", "DialogBoxParamW 101", kGood, {L"00:00:05", L"00:00:05", L"00:00:05"}, 3}),
     [](const auto& row) { return std::string(row.param.name); });
 
-class BatchStopTest : public BatchFixture {
-protected:
-    void StartHeld() {
-        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-        converters.Plan({{.held = true, .processId = 777}, {.processId = 888}});
-        PressConvert();
-        WaitForConverter(1);
-    }
-};
+class BatchStopTest : public BatchFixture {};
 
 TEST_F(BatchStopTest, AsksFirst) {
-    StartHeld();
+    StartHeldBatch();
     PressStop();
     EXPECT_THAT(calls.Calls(), ElementsAre(std::string("MessageBoxW owner=main text=") + kQuestion +
                                            " caption=Talvenor type=0x24"));
 }
 
 TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
-    StartHeld();
+    StartHeldBatch();
     stopAnswer = IDNO;
     PressStop();
     EXPECT_TRUE(dialog->IsRunning());
@@ -116,7 +108,7 @@ TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
 }
 
 TEST_F(BatchStopTest, YesBringsTheIdleStateAtOnceWhileTheWorkerStillWaits) {
-    StartHeld();
+    StartHeldBatch();
     PressStop();
     EXPECT_FALSE(dialog->IsRunning());
     EXPECT_TRUE(dialog->HasWorker());
@@ -132,7 +124,7 @@ TEST_F(BatchStopTest, YesBringsTheIdleStateAtOnceWhileTheWorkerStillWaits) {
 }
 
 TEST_F(BatchStopTest, ATickAfterTheStopMarksTheFileAsCancelled) {
-    StartHeld();
+    StartHeldBatch();
     PressStop();
     Tick(converters.tick + 3'000);
     EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
@@ -140,7 +132,7 @@ TEST_F(BatchStopTest, ATickAfterTheStopMarksTheFileAsCancelled) {
 }
 
 TEST_F(BatchStopTest, TheCloseBoxIsAStopToo) {
-    StartHeld();
+    StartHeldBatch();
     ::SendMessageW(Dialog(), WM_CLOSE, 0, 0);
     EXPECT_TRUE(WaitFor([&] { return !dialog->IsRunning(); }));
     EXPECT_THAT(Boxes(), ElementsAre(kQuestion));
