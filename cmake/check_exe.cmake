@@ -83,7 +83,7 @@ function(explain_size result)
   list(TRANSFORM takings REPLACE "[\n\r]+ +" " for ")
   list(JOIN takings "\n  " takings)
   set(${result} "Of the C++ library our files take:\n  ${takings}\nIf one of these is a member of std::wstring or a \
-function that throws, define it in ui/fatal.cpp like the others." PARENT_SCOPE)
+function that throws, define it in base/fatal_handlers.cpp like the others." PARENT_SCOPE)
 endfunction()
 
 function(check_size)

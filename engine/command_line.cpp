@@ -20,7 +20,7 @@ std::wstring WithoutBlanks(std::wstring_view text) {
 
 std::wstring BuildConverterCommandLine(const ConversionOptions& options, std::wstring_view djvuPath,
                                        std::wstring_view pdfPath) {
-    // The bare name is enough: the interpreter runs in the folder where the converter stands.
+    // The bare name is enough: the interpreter runs in the folder of the converter.
     std::wstring line = L"pdf2djvu.exe -o ";
     AppendQuoted(line, djvuPath);
     // Deliberate: this blank separates the resolution, and stays when there is none. The next option then
@@ -44,7 +44,7 @@ std::wstring BuildConverterCommandLine(const ConversionOptions& options, std::ws
         line += L' ';
         line += options.extraOptions;
     }
-    // Deliberate: empty is what was typed, not what is left of it, so blanks alone give -p "".
+    // Deliberate: empty is what was typed, not what is left of it, so that blanks alone become -p "".
     if (options.pagesEnabled && !options.pages.empty()) {
         line += L" -p ";
         AppendQuoted(line, WithoutBlanks(options.pages));

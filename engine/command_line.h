@@ -7,7 +7,7 @@
 #include <string_view>
 
 // The converter and its arguments for one PDF. Both paths are written as given, in double quotes; options the
-// user left off or empty leave no trace. Any input gives a result: what makes no sense is for the converter
+// user left off or empty leave no trace. Any input has a result: what makes no sense is for the converter
 // to refuse.
 [[nodiscard]] std::wstring BuildConverterCommandLine(const ConversionOptions& options,
                                                      std::wstring_view djvuPath, std::wstring_view pdfPath);

@@ -1,4 +1,4 @@
-// The values of the option controls, as they stand at one moment. Read from the dialog each time a command
+// The values of the option controls. Read from the dialog each time a command
 // line is built and thrown away with it: nothing is stored between two files.
 #pragma once
 

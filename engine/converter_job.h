@@ -1,7 +1,7 @@
 // What ends a converter that has no window to be asked to close.
 #pragma once
 
-#include "ui/framework/unique_resource.h"
+#include "base/unique_resource.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "engine/output_path.h"
 
-#include "log/path_buffer.h"
+#include "base/path_buffer.h"
 
 #include <windows.h>
 #include <shlwapi.h>

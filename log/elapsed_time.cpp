@@ -1,6 +1,6 @@
 #include "log/elapsed_time.h"
 
-#include "log/decimal.h"
+#include "base/decimal.h"
 
 std::wstring FormatElapsedTime(std::uint32_t startTick, std::uint32_t endTick) {
     const std::uint32_t seconds = (endTick - startTick) / 1000;

@@ -1,6 +1,6 @@
 #include "log/log_record.h"
 
-#include "log/decimal.h"
+#include "base/decimal.h"
 
 std::optional<std::wstring> FormatRecordTime(DateOrdering ordering, const LocalTime& time) {
     std::uint32_t first = 0;
@@ -10,7 +10,7 @@ std::optional<std::wstring> FormatRecordTime(DateOrdering ordering, const LocalT
     case DateOrdering::MonthDayYear: first = time.month, second = time.day, third = time.year; break;
     case DateOrdering::DayMonthYear: first = time.day, second = time.month, third = time.year; break;
     case DateOrdering::YearMonthDay:
-        // Deliberate: the day stands after the comma, where the two other forms have the year. Readers of
+        // Deliberate: the day is after the comma, where the two other forms have the year. Readers of
         // the logs rely on the one shape.
         first = time.year, second = time.month, third = time.day;
         break;

@@ -15,7 +15,7 @@ struct LocalTime {
     std::uint32_t second = 0;
 };
 
-// Short-date ordering of a locale, with the values that the system gives for LOCALE_IDATE.
+// Short-date ordering of a locale, with the values that the system has for LOCALE_IDATE.
 enum class DateOrdering : std::uint32_t { MonthDayYear = 0, DayMonthYear = 1, YearMonthDay = 2 };
 
 // "a/b, c - hh:mm:ss", with day, month and year in the order asked for; nothing for an unknown ordering.

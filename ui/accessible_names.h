@@ -1,9 +1,9 @@
 // Names for the controls that have no text of their own, for a screen reader to say.
 #pragma once
 
-#include "ui/framework/com_object.h"
-#include "ui/framework/contained_window.h"
-#include "ui/framework/message_map.h"
+#include "base/com_object.h"
+#include "framework/contained_window.h"
+#include "framework/message_map.h"
 
 #include <windows.h>
 
@@ -19,7 +19,7 @@ public:
     AccessibleNames();
     ~AccessibleNames();
 
-    // Whether a screen reader runs. Without one no name is ever asked for.
+    // Whether a screen reader runs. Without one no name is set.
     [[nodiscard]] static bool AreWanted() noexcept;
 
     void Name(HWND control, const std::wstring& name);

@@ -1,13 +1,13 @@
 #include "ui/application.h"
 
-#include "ui/framework/app_module.h"
-#include "ui/framework/message_loop.h"
+#include "framework/app_module.h"
+#include "framework/message_loop.h"
 #include "ui/main_dlg.h"
 
 namespace {
 
 // The code of a quit message that is already there: a dialog that closed itself while it was being created
-// has posted one. 0 when there is none. Windows gives it when no posted message is left, whatever is asked
+// has posted one. 0 when there is none. Windows returns it when no posted message is left, whatever is asked
 // for: those before it are served until it comes.
 int PendingQuitCode() {
     MSG message = {};

@@ -1,9 +1,9 @@
-// Which control is enabled when. These rules are the only ones: nothing is refreshed when idle and nothing is
-// kept between two runs.
+// Which control is enabled when. The button of the log has its own file; that of the destination is also
+// enabled by the selection of a row. Nothing is refreshed when idle, and nothing is kept between two runs.
 
 #include "ui/main_dlg.h"
 
-#include "log/string_table.h"
+#include "base/string_table.h"
 #include "ui/resolution_clamp.h"
 
 #include <windows.h>
@@ -28,13 +28,17 @@ void CMainDlg::SetRunningState(bool running) {
                          IDC_OUTPUT_FOLDER, IDC_BROWSE, IDC_SHUT_DOWN, IDOK}) {
         enable(id);
     }
-    // A button whose text is not to be had keeps the one it has.
+    // A button whose text cannot be loaded keeps the one it has.
     std::wstring text;
     if (LoadStringResource(running ? IDS_STOP : IDS_QUIT, text)) Item(IDCANCEL).SetText(text.c_str());
     // The flag, not the argument: durations are emptied at a batch's start only, where the flag is set first.
-    if (m_running) {
-        for (int row = 0; row < RowCount(); ++row) SetDurationText(row, L"");
-    }
+    if (m_running) m_fileList.ClearDurations();
+}
+
+// "Convertir" is enabled by the open dialog, when the list then has rows, and after a batch; it is disabled
+// by an emptied list and during a batch. Files that are dropped and rows that are deleted leave it as it is.
+void CMainDlg::EnableConvert(bool enabled) {
+    Item(IDOK).Enable(enabled);
 }
 
 void CMainDlg::OnPagesCheck() {

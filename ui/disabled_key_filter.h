@@ -1,12 +1,12 @@
 // Keeps keys from the disabled controls of a dialog.
 //
-// The system gives keys to the window with the focus, and does not ask whether it is enabled: disabling a
+// The system sends keys to the window with the focus, whether it is enabled or not: disabling a
 // window takes the focus from it only when its own thread disables it. A batch's worker disables controls
 // from another thread, one of which may have the focus and keeps it. The focus stays there on purpose: an
 // edit that loses it changes its own text or its box.
 #pragma once
 
-#include "ui/framework/message_loop.h"
+#include "framework/message_loop.h"
 
 #include <windows.h>
 

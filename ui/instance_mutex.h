@@ -1,7 +1,7 @@
 // How a second copy of the program finds out that it is one.
 #pragma once
 
-#include "ui/framework/unique_resource.h"
+#include "base/unique_resource.h"
 
 #include <windows.h>
 
@@ -13,7 +13,7 @@ public:
     InstanceMutex() noexcept
         : m_mutex(::CreateMutexW(nullptr, FALSE, kInstanceMutexName)), m_error(::GetLastError()) {}
 
-    // False also when the mutex could not be had: better two copies than none.
+    // False also when the mutex could not be created: better two copies than none.
     [[nodiscard]] bool AnotherCopyRuns() const noexcept { return m_error == ERROR_ALREADY_EXISTS; }
 
 private:

@@ -1,7 +1,7 @@
 // Where the process begins and ends.
 
 #include "ui/application.h"
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 #include "ui/instance_mutex.h"
 
 #include <windows.h>

@@ -1,20 +1,19 @@
 // The main window: the list of PDF files, the options, and the batch that converts them.
 //
-// The methods stand with their subjects: set-up in main_dlg.cpp, the message map in main_dlg_dispatch.cpp,
-// the list in file_list.cpp, enabled and disabled controls in control_state.cpp, folders and the shell in
-// output_folder.cpp, the batch in engine/, the log and message boxes in log/.
+// Its methods are grouped by subject, each group in the file that its heading names.
 #pragma once
 
+#include "base/unique_resource.h"
 #include "engine/conversion_options.h"
 #include "engine/converter_job.h"
+#include "framework/contained_window.h"
+#include "framework/dialog.h"
+#include "framework/message_loop.h"
+#include "framework/update_ui.h"
 #include "res/resource.h"
 #include "ui/accessible_names.h"
 #include "ui/disabled_key_filter.h"
-#include "ui/framework/contained_window.h"
-#include "ui/framework/dialog.h"
-#include "ui/framework/message_loop.h"
-#include "ui/framework/unique_resource.h"
-#include "ui/framework/update_ui.h"
+#include "ui/file_list.h"
 #include "ui/taskbar_progress.h"
 
 #include <windows.h>
@@ -57,7 +56,7 @@ public:
     [[nodiscard]] bool HasWorker() const noexcept { return m_workers != 0; }
 
     // Shows the system's text for the calling thread's last error behind a prefix: `prefixText`, else string
-    // `prefixId`, else "Err : ". Any thread; comes back when the box is closed.
+    // `prefixId`, else "Err : ". Any thread; returns when the box is closed.
     void ShowLastError(UINT prefixId, const wchar_t* prefixText = nullptr);
 
 private:
@@ -67,55 +66,39 @@ private:
     static constexpr UINT_PTR kElapsedTimerId = 2;
     static constexpr UINT kElapsedPeriodMs = 1000;
 
-    class AddAction;  // one action that adds files, in file_list.cpp
-
-    // Dispatch: the three sections of the map, the tables of its commands and notifications.
+    // dispatch.cpp: the three sections of the map, the tables of its commands and notifications ...
     bool DispatchToDialog(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     bool DispatchCommand(WORD id, WORD code);
     bool DispatchNotification(const NMHDR& header);
     bool DispatchToPageEdit(UINT message, WPARAM wParam);
     bool DispatchToFileList(UINT message, WPARAM wParam, LRESULT& result);
-
-    // Handlers that live with the map, in its order.
+    // ... and small handlers.
     void OnDestroy();
-    void OnTimer();
     void OnAbout();
-    void OnQuit();
-    void OnClearList();
-    void OnListItemChanged(const NMLISTVIEW& change);
-    void OnListKeyDown(WORD key);
     void OnPageEditChar(unsigned character);
     void OnPageEditKeyDown(unsigned key);
 
-    // Set-up.
+    // set_up.cpp
     bool OnInitDialog();
     [[nodiscard]] bool ConverterPresent() const;
     void SetWindowIcons();
     void JoinMessageLoop();
-    void InitFileList();
-    void InitToolTips();
     void InitAccessibleNames();
-    void UpdateLogButton();
     void SetButtonIcons();
-    // Shows the duration column, as wide as it needs, or hides it. The paths take the rest.
-    void FitColumns(bool showDuration);
+    void InitToolTips();  // tool_tips.cpp
 
-    // The file list.
+    // file_list_handlers.cpp
     void OnAddPdfs();
     LRESULT OnDropFiles(HDROP drop);
-    void AddFileToList(AddAction& action, std::wstring path);
-    // Fills `text` with a cell, whatever its length, and gives the length.
-    int GetListItemText(int row, int column, std::wstring& text) const;
-    // Makes `row` the one selected and focused row and shows it; -1 selects none.
-    void SelectListItem(int row);
-    void ClearListSelection();
-    [[nodiscard]] int RowCount() const;
-    [[nodiscard]] int FirstSelectedRow() const;  // -1: none
-    void SetDurationText(int row, const std::wstring& text);
-    void SetStatusText(const std::wstring& text) { Item(IDC_STATUS).SetText(text.c_str()); }
+    void OnClearList();
+    void OnListItemChanged(const NMLISTVIEW& change);
+    // file_list_keys.cpp
+    void OnListKeyDown(WORD key);
+    void ShowCommandLine();
 
-    // Control states.
+    // control_state.cpp
     void SetRunningState(bool running);
+    void EnableConvert(bool enabled);
     void OnPagesCheck();
     void OnResolutionCheck(WORD code);
     void OnResolutionKillFocus();
@@ -125,38 +108,43 @@ private:
     void OnOutputFolderKillFocus();
     void OnLButtonDown(WPARAM flags, POINT point);
     [[nodiscard]] bool ItemContains(int id, POINT point) const;
+    void SetStatusText(const std::wstring& text) { Item(IDC_STATUS).SetText(text.c_str()); }
 
-    // Output folder and shell.
+    // log_button.cpp
+    void UpdateLogButton();
+    void HideLogButton();
+    void ShowLogButton();
+    void OnOpenLog();
+
+    // output_folder.cpp
     void OnBrowse();
     void OnOpenDestination();
-    void OnOpenLog();
     [[nodiscard]] bool OutputFolderExists() const;
     void ShellOpen(const wchar_t* file, const wchar_t* parameters);
 
-    // The batch (engine/). Everything but StartConversion and ShowCommandLine runs on the worker thread.
+    // options.cpp
+    [[nodiscard]] ConversionOptions ReadOptions() const;
+    [[nodiscard]] std::wstring BuildCommandLine(const std::wstring& pdfPath) const;
+
+    // batch.cpp: the user interface's part ...
     void StartConversion();
+    void OnTimer();
+    void OnQuit();  // or stop, while a batch runs
+    // The text of the duration column at tick `now`, or at the end of the file when `now` is 0. Any thread.
+    [[nodiscard]] std::wstring FormatElapsed(DWORD now) const;
+    // ... and the worker's.
     static void ConversionThreadProc(void* dialog);
     void ConvertAll();
     void ConvertRows(const std::wstring& programFolder, unsigned batch, AwakeSystem& awake);
     void OfferShutdown();
     void EndBatch();
-    bool RunConverter(const std::wstring& arguments, const std::wstring& workingFolder,
+    // Whether the file was converted.
+    bool RunConverter(std::wstring& arguments, const std::wstring& workingFolder,
                       const std::wstring& pdfPath);
-    // Starts the interpreter; reports it and gives false when that fails.
-    [[nodiscard]] bool RunInterpreter(const std::wstring& arguments, const std::wstring& workingFolder,
-                                      const std::wstring& windowTitle, PROCESS_INFORMATION& process);
-    void RequestConverterClose() const;
-    [[nodiscard]] ConversionOptions ReadOptions() const;
-    [[nodiscard]] std::wstring BuildCommandLine(const std::wstring& pdfPath) const;
-    void ShowCommandLine();
-
-    // Log and messages (log/).
     void WriteLogRecord();
-    // The text of the duration column at tick `now`, or at the end of the file when `now` is 0.
-    [[nodiscard]] std::wstring FormatElapsed(DWORD now) const;
 
     CContainedWindow m_pageEdit{*this, kSectionPageEdit};
-    CContainedWindow m_fileList{*this, kSectionFileList};
+    CFileList m_fileList{*this, kSectionFileList};
     HWND m_toolTips = nullptr;  // owned by the dialog window
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;
@@ -165,7 +153,7 @@ private:
     TaskbarProgress m_taskbarProgress;
     const ConverterJob m_converterJob;
 
-    // Shared between the user-interface thread and the workers without a lock. Each stands alone: nothing
+    // Shared between the user-interface thread and the workers without a lock. Each is independent: nothing
     // else is published through it, and a reader that is one step late does no harm.
 
     // Workers: true at a batch's start, false at its end or on a failed file. User interface: false on a

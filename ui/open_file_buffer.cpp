@@ -2,7 +2,7 @@
 
 namespace {
 
-// Behind what the dialog is told: room for 30,000 names of 260 characters.
+// Behind the part that the dialog may use: room for 30,000 names of 260 characters.
 constexpr std::size_t kRoom = std::size_t{30'000} * 260;
 
 // Stands at the first place that is not the dialog's. No name has it.

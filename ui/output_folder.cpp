@@ -2,9 +2,8 @@
 
 #include "ui/main_dlg.h"
 
-#include "log/log_file_name.h"
-#include "log/path_buffer.h"
-#include "log/program_folder.h"
+#include "base/path_buffer.h"
+#include "base/unique_resource.h"
 #include "ui/system_explorer.h"
 
 #include <windows.h>
@@ -14,6 +13,13 @@
 #include <shlwapi.h>
 
 namespace {
+
+struct ItemListTraits {
+    using Handle = PIDLIST_ABSOLUTE;
+    static constexpr Handle Empty() noexcept { return nullptr; }
+    static void Close(Handle list) noexcept { ::CoTaskMemFree(list); }
+};
+using UniqueItemList = UniqueResource<ItemListTraits>;
 
 // The browser opens at its default place: there is no folder to preselect.
 int CALLBACK BrowseCallback(HWND, UINT, LPARAM, LPARAM) {
@@ -34,32 +40,28 @@ void CMainDlg::OnBrowse() {
     browser.pszDisplayName = displayName;
     browser.ulFlags = BIF_RETURNONLYFSDIRS;
     browser.lpfn = &BrowseCallback;
-    const PIDLIST_ABSOLUTE chosen = ::SHBrowseForFolderW(&browser);
+    const UniqueItemList chosen(::SHBrowseForFolderW(&browser));
     if (!chosen) return;
     wchar_t path[MAX_PATH] = {};
-    if (::SHGetPathFromIDListW(chosen, path)) Item(IDC_OUTPUT_FOLDER).SetText(path);
-    ::CoTaskMemFree(chosen);
+    if (::SHGetPathFromIDListW(chosen.Get(), path)) Item(IDC_OUTPUT_FOLDER).SetText(path);
 }
 
 void CMainDlg::OnOpenDestination() {
     std::wstring folder;
     if (IsChecked(IDC_OUTPUT_FOLDER_CHECK)) {
         folder = Item(IDC_OUTPUT_FOLDER).Text();
-    } else if (const int row = FirstSelectedRow(); row != -1) {
+    } else if (const int row = m_fileList.FirstSelectedRow(); row != -1) {
         std::wstring pdfPath;
-        GetListItemText(row, 0, pdfPath);
+        m_fileList.GetListItemText(row, 0, pdfPath);
         PathBuffer path(pdfPath);
         ::PathRemoveExtensionW(path.Data());
         ::PathRemoveFileSpecW(path.Data());
         folder = path.Text();
     }
     if (folder.empty()) return;
-    // Deliberate: no quotes around the folder, as ever. Explorer takes a comma for the end of the path then.
+    // Deliberate: no quotes around the folder, as in every version. Explorer then takes a comma for the end of
+    // the path.
     ShellOpen(SystemExplorer().c_str(), folder.c_str());
-}
-
-void CMainDlg::OnOpenLog() {
-    ShellOpen(FileBeside(GetProgramPath(), kLogFileName).c_str(), nullptr);
 }
 
 void CMainDlg::ShellOpen(const wchar_t* file, const wchar_t* parameters) {

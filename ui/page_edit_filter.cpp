@@ -17,7 +17,7 @@ bool PageEditAcceptsCharacter(unsigned character) noexcept {
 bool PageEditAcceptsKey(unsigned key) noexcept {
     constexpr unsigned kLeft = 37;
     constexpr unsigned kRight = 39;
-    // Deliberate: the key set mirrors the character set, so 44 and 45 stand for "," and "-" although the
+    // Deliberate: the key set mirrors the character set, so 44 and 45 are meant as "," and "-" although the
     // keys of these codes are Print Screen and Insert. Characters come through WM_CHAR in any case.
     constexpr unsigned kPrintScreen = ',';
     constexpr unsigned kInsert = '-';

@@ -1,6 +1,6 @@
 #include "ui/system_explorer.h"
 
-#include "log/program_folder.h"
+#include "base/program_folder.h"
 
 #include <windows.h>
 #include <shlwapi.h>

@@ -1,6 +1,6 @@
 #include "ui/taskbar_progress.h"
 
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 
 #include <windows.h>
 #include <shobjidl.h>

@@ -2,9 +2,9 @@
 // keeps anybody waiting: the batch is worth more.
 #pragma once
 
-#include "ui/framework/com_object.h"
-#include "ui/framework/contained_window.h"
-#include "ui/framework/message_map.h"
+#include "base/com_object.h"
+#include "framework/contained_window.h"
+#include "framework/message_map.h"
 
 #include <windows.h>
 
@@ -14,7 +14,7 @@ struct ITaskbarList3;
 
 // The user-interface thread has the connection to the taskbar and is the only one to use it. Workers report
 // by posting to a window of that thread which nobody sees. A worker may outlive its batch, when the batch was
-// stopped: each batch has a number, so that such a worker is told from the one that followed.
+// stopped: each batch has a number, which distinguishes such a worker from the one that followed.
 class TaskbarProgress final : private CMessageMap {
 public:
     TaskbarProgress();

@@ -6,7 +6,7 @@
 #include "tests/equipment/failure.h"
 #include "tests/support/dropped_files.h"
 #include "tests/support/replaced_imports.h"
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 
 #include <windows.h>
 #include <commctrl.h>

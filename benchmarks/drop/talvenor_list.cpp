@@ -2,7 +2,7 @@
 
 #include "tests/equipment/failure.h"
 #include "tests/support/pump.h"
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 
 #include <commctrl.h>
 

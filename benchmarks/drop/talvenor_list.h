@@ -1,7 +1,7 @@
 // Talvenor's real main window in this process, shown, and its list.
 #pragma once
 
-#include "ui/framework/message_loop.h"
+#include "framework/message_loop.h"
 #include "ui/main_dlg.h"
 
 #include <windows.h>

@@ -1,7 +1,7 @@
 // Decimal numbers, read back.
 #include "tests/fuzz/fuzz_targets.h"
 
-#include "log/decimal.h"
+#include "base/decimal.h"
 #include "tests/fuzz/fuzz_input.h"
 
 // Lines: the value, the least number of digits, the text before.

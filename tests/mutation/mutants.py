@@ -106,12 +106,12 @@ def mutants_of(path, root):
 
 def all_mutants(root):
     root = pathlib.Path(root)
-    for folder in ("engine", "log", "ui"):
+    for folder in ("base", "framework", "engine", "log", "ui"):
         for path in sorted((root / folder).rglob("*.cpp")):
             if path.name in ("main.cpp", "fatal.cpp"):  # the entry point and the end: not in the test programs
                 continue
             yield from mutants_of(path, root)
-        for header in ("log/decimal.h", "log/elapsed_time.h", "log/path_buffer.h", "ui/framework/dialog.h",
-                       "ui/framework/window.h", "ui/framework/unique_resource.h"):
+        for header in ("base/decimal.h", "log/elapsed_time.h", "base/path_buffer.h", "framework/dialog.h",
+                       "framework/window.h", "base/unique_resource.h"):
             if header.startswith(folder + "/"):
                 yield from mutants_of(root / header, root)

@@ -1,5 +1,5 @@
 // Numbers as decimal text.
-#include "log/decimal.h"
+#include "base/decimal.h"
 
 #include <gtest/gtest.h>
 

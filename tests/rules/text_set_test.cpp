@@ -1,5 +1,5 @@
 // The set of the paths that the list has.
-#include "ui/text_set.h"
+#include "base/text_set.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include "res/resource.h"
 #include "ui/about/about_dlg.h"
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

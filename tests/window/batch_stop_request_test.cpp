@@ -72,6 +72,19 @@ TEST_F(BatchStopRequestTest, AWindowWhoseClassIsNotToldIsAnOrdinaryOne) {
     EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
 }
 
+TEST_F(BatchStopRequestTest, ComesAfterTheFlagAndBeforeTheIdleState) {
+    bool isRunning = true;
+    std::wstring button;
+    consoles.whenOpened = [&] {
+        isRunning = dialog->IsRunning();
+        button = Text(IDCANCEL);
+    };
+    static_cast<void>(RequestsOfAStop());
+    EXPECT_FALSE(isRunning);
+    EXPECT_EQ(button, L"Arrêter ");
+    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+}
+
 TEST_F(BatchStopRequestTest, AProcessThatCannotBeOpenedIsAskedAllTheSame) {
     consoles.windows = {{777}};
     consoles.canOpenProcesses = false;

@@ -254,7 +254,7 @@ TEST_F(ControlStateBatchTest, TheEndOfABatchLeavesTheDurationsAsTheyAre) {
     Drop({L"C:\\in\\a.pdf"});
     StartBatch();
     FinishBatch();
-    EXPECT_EQ(Cell(0, 1).size(), 8u) << "hh:mm:ss";
+    EXPECT_THAT(Cell(0, 1), testing::StartsWith(L"00:00:0"));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include "tests/window/modal_thread.h"
 #include "tests/window/scripted_shutdown.h"
 
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 #include "ui/shutdown/shut_me_down_dlg.h"
 
 #include <gmock/gmock.h>

@@ -115,6 +115,13 @@ TEST_F(DispatchDisabledKeysTest, APartOfADisabledControlIsDisabledToo) {
     EXPECT_TRUE(Filter(header, WM_KEYDOWN, VK_SPACE));
 }
 
+TEST_F(DispatchDisabledKeysTest, ADisabledPartOfAnEnabledControlIsDisabled) {
+    const auto header = reinterpret_cast<HWND>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETHEADER, 0, 0));
+    ::EnableWindow(header, FALSE);
+    ASSERT_TRUE(IsEnabled(IDC_FILE_LIST));
+    EXPECT_TRUE(Filter(header, WM_KEYDOWN, VK_SPACE));
+}
+
 TEST_F(DispatchDisabledKeysTest, WindowsThatAreNotInTheDialogKeepTheirKeys) {
     const HWND other = ::CreateWindowExW(0, L"Edit", L"", WS_POPUP | WS_DISABLED, 0, 0, 9, 9, nullptr,
                                          nullptr, nullptr, nullptr);

@@ -1,10 +1,10 @@
 // The application module: the main thread, one message loop for each thread, the modules that texts come
 // from, and what is left when it ends.
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 
 #include "tests/support/replaced_imports.h"
 
-#include "ui/framework/message_loop.h"
+#include "framework/message_loop.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -46,7 +46,7 @@ TEST_F(FrameworkAppModuleTest, KnowsNoThreadAndNoResourcesAfterItsEnd) {
 
 TEST_F(FrameworkAppModuleTest, ResourcesComeFromTheModuleItIsGiven) {
     EXPECT_EQ(m_module.ResourceInstance(), ::GetModuleHandleW(nullptr));
-    EXPECT_THAT(m_module.ResourceModules(), ElementsAre(::GetModuleHandleW(nullptr)));
+    EXPECT_THAT(ResourceModules(), ElementsAre(::GetModuleHandleW(nullptr)));
 }
 
 TEST_F(FrameworkAppModuleTest, AThreadHasNoLoopUntilItAddsOne) {

@@ -1,6 +1,6 @@
 // A control whose messages pass through its owner's message map first: what reaches whom, and both orders of
 // ending.
-#include "ui/framework/contained_window.h"
+#include "framework/contained_window.h"
 
 #include "tests/support/replaced_imports.h"
 

@@ -1,5 +1,5 @@
 // Dialogs from templates: how a window finds its object, what its procedure answers, and how both end.
-#include "ui/framework/dialog.h"
+#include "framework/dialog.h"
 
 #include "tests/support/replaced_imports.h"
 

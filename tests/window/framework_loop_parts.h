@@ -1,7 +1,7 @@
 // Filters and idle handlers that write down when they are asked.
 #pragma once
 
-#include "ui/framework/message_loop.h"
+#include "framework/message_loop.h"
 
 #include <windows.h>
 

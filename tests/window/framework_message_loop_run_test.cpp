@@ -1,5 +1,5 @@
 // The message loop at work: what happens to a message, when idle work is done, and how the loop ends.
-#include "ui/framework/message_loop.h"
+#include "framework/message_loop.h"
 
 #include "tests/support/replaced_imports.h"
 #include "tests/window/framework_loop_parts.h"

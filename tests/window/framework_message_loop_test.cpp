@@ -1,5 +1,5 @@
 // The message loop: who sees a message in which order, and what counts as idle work.
-#include "ui/framework/message_loop.h"
+#include "framework/message_loop.h"
 
 #include "tests/window/framework_loop_parts.h"
 

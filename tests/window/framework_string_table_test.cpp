@@ -1,10 +1,10 @@
 // Texts by id: which module and which entry a text comes from, and what is left when there is none.
-#include "log/string_table.h"
+#include "base/string_table.h"
 
 #include "tests/support/replaced_imports.h"
 
 #include "res/resource.h"
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -83,8 +83,8 @@ protected:
         Modules::blocks.clear();
         Modules::asked.clear();
         CAppModule::Instance().Init(Modules::kFirst);
-        CAppModule::Instance().AddResourceModule(Modules::kSecond);
-        CAppModule::Instance().AddResourceModule(Modules::kThird);
+        AddResourceModule(Modules::kSecond);
+        AddResourceModule(Modules::kThird);
     }
     ~FrameworkStringTableModulesTest() override { CAppModule::Instance().Term(); }
 

@@ -1,5 +1,5 @@
 // Refreshing controls when the thread is idle: nothing with an empty table, each change once otherwise.
-#include "ui/framework/update_ui.h"
+#include "framework/update_ui.h"
 
 #include "tests/support/call_record.h"
 #include "tests/window/control_calls.h"

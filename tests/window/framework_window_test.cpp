@@ -1,5 +1,5 @@
 // What a window handle offers: texts of any length, items that may be missing, and the middle of the screen.
-#include "ui/framework/window.h"
+#include "framework/window.h"
 
 #include "tests/support/replaced_imports.h"
 

@@ -9,8 +9,8 @@
 #include "tests/support/utf8.h"
 
 #include "res/resource.h"
-#include "ui/framework/app_module.h"
-#include "ui/framework/message_loop.h"
+#include "framework/app_module.h"
+#include "framework/message_loop.h"
 #include "ui/main_dlg.h"
 
 #include <gmock/gmock.h>

@@ -1,11 +1,11 @@
 // Message boxes by string id or text.
-#include "log/messages.h"
+#include "ui/messages.h"
 
 #include "tests/support/call_record.h"
 #include "tests/support/replaced_imports.h"
 #include "tests/support/utf8.h"
 
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The texts of the program, as the running program loads them.
-#include "log/string_table.h"
+#include "base/string_table.h"
 
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 
 #include <gtest/gtest.h>
 

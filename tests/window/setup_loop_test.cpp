@@ -2,7 +2,6 @@
 #include "tests/window/control_calls.h"
 #include "tests/window/main_window_fixture.h"
 
-#include <cstring>
 #include <memory>
 #include <new>
 
@@ -48,18 +47,17 @@ TEST_F(SetUpLoopTest, ADestroyedDialogHasLeftTheFilters) {
     EXPECT_THAT(DialogMessages::askedFor, IsEmpty());
 }
 
-// A dialog that is still among the filters or the idle handlers would be called in memory that is no dialog
-// any more, and the program would crash.
-TEST_F(SetUpLoopTest, TheLoopForgetsADialogThatIsGone) {
-    struct alignas(CMainDlg) {
-        unsigned char bytes[sizeof(CMainDlg)];
-    } storage;
-    auto* const gone = new (&storage) CMainDlg;
-    const HWND window = gone->Create(nullptr);
+// The dialog is in memory that cannot be read any more when the loop goes on: a dialog that is still among
+// the filters or the idle handlers would end the test program.
+TEST_F(SetUpLoopTest, TheLoopForgetsADestroyedDialog) {
+    void* const page = ::VirtualAlloc(nullptr, sizeof(CMainDlg), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    ASSERT_NE(page, nullptr);
+    auto* const destroyed = new (page) CMainDlg;
+    const HWND window = destroyed->Create(nullptr);
     ASSERT_NE(window, nullptr);
     ::DestroyWindow(window);
-    gone->~CMainDlg();
-    std::memset(storage.bytes, 0, sizeof storage.bytes);
+    std::destroy_at(destroyed);
+    ASSERT_TRUE(::VirtualFree(page, 0, MEM_RELEASE));
     EXPECT_FALSE(loop.FilterMessage(m_message));
     EXPECT_FALSE(loop.RunIdleHandlers(0));
 }

@@ -1,4 +1,4 @@
-// Which "explorer.exe" a folder is handed to, when other files of the name lie about.
+// Which "explorer.exe" a folder is handed to, when there are other files of that name.
 #include "tests/window/main_window_fixture.h"
 
 #include <shellapi.h>
@@ -58,7 +58,7 @@ private:
     ReplacedImport m_execute{"ShellExecuteExW", &Execute};
 };
 
-TEST_F(ShellActionExplorerTest, IsNamedBarelyWhereNoOtherLies) {
+TEST_F(ShellActionExplorerTest, IsNamedBarelyWhereThereIsNoOther) {
     const CurrentDirectory current(m_downloads.Path());
     EXPECT_EQ(Asked(), L"explorer.exe");
 }
@@ -86,6 +86,12 @@ TEST_F(ShellActionExplorerTest, TheSystemsOwnInTheCurrentDirectoryIsNoOther) {
     EXPECT_EQ(Asked(), L"explorer.exe");
 }
 
+TEST_F(ShellActionExplorerTest, TheSystemsOwnBesideTheProgramIsNoOther) {
+    const CurrentDirectory current(m_downloads.Path());
+    programPath = (std::filesystem::path(Systems()).parent_path() / "Talvenor.exe").wstring();
+    EXPECT_EQ(Asked(), L"explorer.exe");
+}
+
 struct SearchPathAnswer {
     static inline const wchar_t* path = nullptr;
     static inline DWORD length = 0;
@@ -105,6 +111,17 @@ TEST_F(ShellActionExplorerTest, IsTheSystemsByItsFullPathWhenTheSearchPathLeadsE
     SearchPathAnswer::path = L"";  // nowhere
     EXPECT_EQ(Asked(), Systems());
     SearchPathAnswer::length = MAX_PATH + 10;  // further than a path reaches
+    EXPECT_EQ(Asked(), Systems());
+}
+
+// Whether the search path has the current directory is a setting of the system.
+TEST_F(ShellActionExplorerTest, TheCurrentDirectoryCountsAlsoWhereTheSearchPathLeavesItOut) {
+    const ReplacedImport search(
+        "SearchPathW", +[](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) WINAPI -> DWORD {
+            const std::wstring path = where ? L"C:\\Outils\\explorer.exe" : Systems();
+            ::lstrcpynW(found, path.c_str(), MAX_PATH);
+            return static_cast<DWORD>(path.size());
+        });
     EXPECT_EQ(Asked(), Systems());
 }
 

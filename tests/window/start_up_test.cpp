@@ -5,7 +5,7 @@
 #include "tests/window/scripted_mutex.h"
 
 #include "ui/application.h"
-#include "ui/framework/app_module.h"
+#include "framework/app_module.h"
 #include "ui/instance_mutex.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 #include "ui/about/program_version.h"
 
-#include "ui/framework/app_module.h"
-#include "ui/framework/heap_block.h"
-#include "ui/framework/system_library.h"
+#include "framework/app_module.h"
+#include "base/heap_block.h"
+#include "base/system_library.h"
 
 #include <windows.h>
 

@@ -1,9 +1,9 @@
 #include "ui/about/version_text.h"
 
-#include "log/decimal.h"
+#include "base/decimal.h"
 
 std::wstring FormatVersion(const ProductVersion& version) {
-    // U+00DF stands for a beta sign.
+    // U+00DF is meant as a beta sign.
     std::wstring text = version.preRelease ? L"Version \u00DF " : L"Version ";
     AppendDecimal(text, version.major);
     text += L'.';

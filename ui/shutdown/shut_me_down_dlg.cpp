@@ -1,6 +1,6 @@
 #include "ui/shutdown/shut_me_down_dlg.h"
 
-#include "log/decimal.h"
+#include "base/decimal.h"
 
 #include <windows.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "res/resource.h"
-#include "ui/framework/dialog.h"
+#include "framework/dialog.h"
 
 #include <windows.h>
 

@@ -1,0 +1,36 @@
+#include "framework/contained_window.h"
+
+bool CContainedWindow::SubclassWindow(HWND control) noexcept {
+    m_hWnd = control;
+    const auto self = reinterpret_cast<LONG_PTR>(this);
+    ::SetWindowLongPtrW(control, GWLP_USERDATA, self);
+    if (::GetWindowLongPtrW(control, GWLP_USERDATA) != self) return false;
+    m_replaced = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowProc)));
+    return m_replaced != nullptr;
+}
+
+void CContainedWindow::Unsubclass() noexcept {
+    if (!m_replaced) return;
+    ::SetWindowLongPtrW(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_replaced));
+    ::SetWindowLongPtrW(m_hWnd, GWLP_USERDATA, 0);
+    m_replaced = nullptr;
+    m_hWnd = nullptr;
+}
+
+LRESULT CALLBACK CContainedWindow::WindowProc(HWND window, UINT message, WPARAM wParam,
+                                              LPARAM lParam) noexcept {
+    auto* const contained = reinterpret_cast<CContainedWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!contained) return ::DefWindowProcW(window, message, wParam, lParam);
+    const WNDPROC replaced = contained->m_replaced;
+    if (message == WM_NCDESTROY) {
+        contained->Unsubclass();
+        return ::CallWindowProcW(replaced, window, message, wParam, lParam);
+    }
+    LRESULT result = 0;
+    if (contained->m_owner.ProcessWindowMessage(window, message, wParam, lParam, result,
+                                                contained->m_section)) {
+        return result;
+    }
+    return ::CallWindowProcW(replaced, window, message, wParam, lParam);
+}
