@@ -31,6 +31,13 @@ struct DesktopDoubles : DoublesBase {
         return (type & MB_TYPEMASK) == MB_YESNO ? self.answerToQuestions.load() : IDOK;
     }
 
+    static HWND WINAPI CreateDialogParamW(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
+                                          LPARAM parameter) {
+        // Counted in any case: a dialog that closes itself while it is set up has had its controls.
+        ++Current().m_modelessDialogs;
+        return ::CreateDialogParamW(module, name, owner, procedure, parameter);
+    }
+
     static BOOL WINAPI Beep(DWORD frequency, DWORD duration) {
         Current().Note(Request::Beep, std::to_string(frequency) + ' ' + std::to_string(duration));
         return TRUE;

@@ -80,6 +80,8 @@ public:
     [[nodiscard]] int ConvertersStarted() const { return m_started; }
     // Worker threads that have been started and have not ended.
     [[nodiscard]] int Workers() const { return m_workers; }
+    // How often the system was asked to create a modeless dialog, as the main window is one.
+    [[nodiscard]] int ModelessDialogs() const { return m_modelessDialogs; }
     // Blocks of memory and icons of the program that it has not given back.
     [[nodiscard]] int Blocks() const;
     [[nodiscard]] int Icons() const;
@@ -141,5 +143,6 @@ private:
     std::atomic<int> m_requested{0};
     std::atomic<int> m_started{0};
     std::atomic<int> m_workers{0};
+    std::atomic<int> m_modelessDialogs{0};
     std::atomic<DWORD> m_tick{1'000'000};
 };

@@ -31,6 +31,7 @@ void* Platform::FindDouble(const std::string& function) {
         Answers("Beep", &DesktopDoubles::Beep),
         Answers("CloseHandle", &ConverterDoubles::CloseHandle),
         Answers("CoCreateInstance", &ComDoubles::CoCreateInstance),
+        Answers("CreateDialogParamW", &DesktopDoubles::CreateDialogParamW),
         Answers("CreateMutexW", &ProcessDoubles::CreateMutexW),
         Answers("CreateProcessW", &ConverterDoubles::CreateProcessW),
         Answers("DestroyIcon", &DesktopDoubles::DestroyIcon),

@@ -1,5 +1,6 @@
 #include "tests/faults/harness/scenario_run.h"
 
+#include "tests/faults/harness/bare_windows.h"
 #include "tests/faults/harness/leak_counts.h"
 #include "tests/support/utf8.h"
 
@@ -61,6 +62,7 @@ struct Stage {
 
 ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& failing) {
     ScenarioRun run;
+    const int keptByTheSystem = GdiObjectsKeptByTheSystem();
     const int windowsBefore = WindowCount();
     const int gdiBefore = GdiObjectCount();
     const int handlesBefore = HandleCount();
@@ -91,9 +93,10 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& 
     run.facts["blocks"] = std::to_string(stage->platform.Blocks());
     run.facts["icons"] = std::to_string(stage->platform.Icons());
     run.facts["objects"] = std::to_string(stage->platform.ComObjects());
+    const int keptOfDialogs = keptByTheSystem * stage->platform.ModelessDialogs();
     stage.reset();
     run.facts["handles"] = std::to_string(HandleCount() - handlesBefore);
-    run.facts["gdi"] = std::to_string(GdiObjectCount() - gdiBefore);
+    run.facts["gdi"] = std::to_string(GdiObjectCount() - gdiBefore - keptOfDialogs);
     run.facts["windows"] = std::to_string(WindowCount() - windowsBefore);
     return run;
 }

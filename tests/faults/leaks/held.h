@@ -21,9 +21,10 @@ struct Held {
 [[nodiscard]] Held MeasureHeld(const Platform& platform);
 
 // Does `once` a few times, so that what the system keeps for good is there, then `times` more, at least ten,
-// and expects that nothing is added with time. The figures go into the summary under `name`.
+// and expects that nothing is added with time, but for `gdiObjectsOfTheSystem`, which that itself keeps each
+// time. The figures, without these, go into the summary under `name`.
 void ExpectFlat(const std::string& name, int times, const Platform& platform,
-                const std::function<void()>& once);
+                const std::function<void()>& once, int gdiObjectsOfTheSystem = 0);
 
 // A line of the summary made by other means.
 void AddLeakFigures(const std::string& name, int times, const Held& before, const Held& after);

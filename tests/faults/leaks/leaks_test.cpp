@@ -2,6 +2,7 @@
 #include "tests/faults/leaks/held.h"
 #include "tests/faults/options.h"
 
+#include "tests/faults/harness/bare_windows.h"
 #include "tests/faults/harness/child_process.h"
 #include "tests/faults/harness/user.h"
 
@@ -151,7 +152,7 @@ TEST_F(Leaks, NoneInRowsThatComeAndGo) {
 // The whole life of the program, main window and all, in this process.
 TEST(LeaksOfLives, NoneInMainWindows) {
     const Platform none;
-    ExpectFlat("main windows", Times(200, 10), none, [] {
+    const auto openAndQuit = [] {
         Platform platform;
         CallWatch watch;
         ProgramHost program(platform, watch);
@@ -163,13 +164,14 @@ TEST(LeaksOfLives, NoneInMainWindows) {
         EXPECT_EQ(program.ExitCode(), 2);
         EXPECT_EQ(platform.Blocks(), 0);
         EXPECT_EQ(platform.Icons(), 0);
-    });
+    };
+    ExpectFlat("main windows", Times(200, 10), none, openAndQuit, GdiObjectsKeptByTheSystem());
 }
 
 // The same with all that is made for a batch, and for a screen reader.
 TEST(LeaksOfLives, NoneInMainWindowsThatConvert) {
     const Platform none;
-    ExpectFlat("main windows with a batch", Times(200, 10), none, [] {
+    const auto convertAndQuit = [] {
         Platform platform;
         platform.screenReader = true;
         CallWatch watch;
@@ -189,7 +191,9 @@ TEST(LeaksOfLives, NoneInMainWindowsThatConvert) {
         EXPECT_EQ(platform.Icons(), 0);
         EXPECT_EQ(platform.ComObjects(), 0);
         EXPECT_EQ(platform.Names(), "");
-    });
+    };
+    ExpectFlat("main windows with a batch", Times(200, 10), none, convertAndQuit,
+               GdiObjectsKeptByTheSystem());
 }
 
 }  // namespace
