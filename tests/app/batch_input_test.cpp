@@ -2,6 +2,8 @@
 // the window all the same.
 #include "tests/app/input_fixture.h"
 
+#include "tests/equipment/shipped_version.h"
+
 namespace {
 
 // How a person begins a batch; what had the focus at that moment is disabled by it.
@@ -121,7 +123,7 @@ TEST_F(RunningBatchInput, AboutBoxOpensAndTheBatchGoesOn) {
     input::ClickOn(Control(id::kAbout));
     const HWND about = WaitForBox();
     EXPECT_EQ(driver::Text(about), L"À propos...");
-    EXPECT_THAT(driver::AllText(about), testing::HasSubstr(L"\nVersion 1.2 (64-bit)"));
+    EXPECT_THAT(driver::AllText(about), testing::HasSubstr(std::wstring(L"\n") + shipped::kAboutLine));
     EXPECT_TRUE(Comes([&] { return Runs().size() == 2; })) << "the batch waits for the box";
     AnswerBox(IDOK);
     CompleteBatch();

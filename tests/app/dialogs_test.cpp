@@ -4,6 +4,7 @@
 
 #include "tests/app/system_processes.h"
 #include "tests/equipment/file_bytes.h"
+#include "tests/equipment/shipped_version.h"
 #include "tests/equipment/wine.h"
 
 namespace {
@@ -98,7 +99,7 @@ TEST_F(Dialogs, AboutTellsNameAndVersion) {
     EXPECT_EQ(::GetWindow(about, GW_OWNER), Window().Window());
     const std::wstring text = driver::AllText(about) + L"\n";
     EXPECT_THAT(text, HasSubstr(L"\nTalvenor \n"));
-    EXPECT_THAT(text, HasSubstr(L"\nVersion 1.2 (64-bit)\n"));
+    EXPECT_THAT(text, HasSubstr(std::wstring(L"\n") + shipped::kAboutLine + L"\n"));
     EXPECT_THAT(text, HasSubstr(L"\nUne interface graphique pour pdf2djvu Win32\nUtilisation libre\n"));
     AnswerBox(IDOK);
     EXPECT_TRUE(driver::IsEnabled(Window().Window()));

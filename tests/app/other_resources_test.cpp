@@ -9,6 +9,7 @@
 #include "tests/app/installed_program.h"
 #include "tests/app/program_resources.h"
 #include "tests/equipment/failure.h"
+#include "tests/equipment/shipped_version.h"
 
 namespace {
 
@@ -117,14 +118,16 @@ protected:
     std::string block;
 };
 
-TEST_F(VersionResource, ProductIs1201WithoutFlags) {
+TEST_F(VersionResource, NumbersAreOfThisVersionWithoutFlags) {
+    constexpr DWORD kHigh = shipped::kMajor << 16 | shipped::kMinor;
+    constexpr DWORD kLow = shipped::kBuild << 16 | shipped::kRevision;
     const auto* const fixed = Query<VS_FIXEDFILEINFO>(L"\\");
     ASSERT_NE(fixed, nullptr);
     EXPECT_EQ(fixed->dwSignature, 0xFEEF04BDu);
-    EXPECT_EQ(fixed->dwProductVersionMS, 0x0001'0002u);
-    EXPECT_EQ(fixed->dwProductVersionLS, 0x0000'0001u);
-    EXPECT_EQ(fixed->dwFileVersionMS, 0x0001'0002u);
-    EXPECT_EQ(fixed->dwFileVersionLS, 0x0000'0001u);
+    EXPECT_EQ(fixed->dwProductVersionMS, kHigh);
+    EXPECT_EQ(fixed->dwProductVersionLS, kLow);
+    EXPECT_EQ(fixed->dwFileVersionMS, kHigh);
+    EXPECT_EQ(fixed->dwFileVersionLS, kLow);
     EXPECT_EQ(fixed->dwFileFlags & fixed->dwFileFlagsMask, 0u);
     EXPECT_EQ(fixed->dwFileType, static_cast<DWORD>(VFT_APP));
 }
@@ -140,8 +143,8 @@ TEST_F(VersionResource, StringsAreFrench) {
 
 TEST_F(VersionResource, NamesTheProgramAndItsVersion) {
     EXPECT_EQ(String(L"ProductName"), L"Talvenor");
-    EXPECT_EQ(String(L"ProductVersion"), L"1.2.0.1");
-    EXPECT_EQ(String(L"FileVersion"), L"1.2.0.1");
+    EXPECT_EQ(String(L"ProductVersion"), shipped::kVersion);
+    EXPECT_EQ(String(L"FileVersion"), shipped::kVersion);
     EXPECT_EQ(String(L"InternalName"), L"Talvenor");
     EXPECT_EQ(String(L"OriginalFilename"), L"Talvenor.exe");
     EXPECT_THAT(String(L"FileDescription"), HasSubstr(L"Talvenor"));

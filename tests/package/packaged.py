@@ -3,6 +3,7 @@
 Every test file is run as `FILE Talvenor.exe [unittest arguments]`.
 """
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -15,6 +16,17 @@ SCRIPT = REPOSITORY / "scripts" / "package"
 TIME_OF_TEST = 1767225600  # 2026-01-01; the script asks for the last commit's time when it is told none
 
 program_under_test = None
+
+
+def project_version():
+    text = (REPOSITORY / "CMakeLists.txt").read_text()
+    return re.search(r"project\(Talvenor VERSION ([\d.]+)", text)[1]
+
+
+def about_line():
+    """The version as the About box of the program shows it."""
+    text = (REPOSITORY / "tests" / "equipment" / "shipped_version.h").read_text()
+    return re.search(r'kAboutLine\[\] = L"(.*?)"', text)[1]
 
 
 def make_package(folder, *options, program=None, environment=None, check=True):

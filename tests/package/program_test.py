@@ -140,6 +140,11 @@ class Manifest(ProgramTest):
         systems = [system.attrib["Id"].lower() for system in self.root.iter(COMPATIBILITY + "supportedOS")]
         self.assertEqual(systems, [WINDOWS_7, WINDOWS_8, WINDOWS_8_1, WINDOWS_10_AND_11])
 
+    def test_is_of_the_programs_version(self):
+        (identity,) = self.root.findall(ASSEMBLY + "assemblyIdentity")
+        self.assertEqual(identity.attrib, {"type": "win32", "name": "Talvenor", "processorArchitecture": "amd64",
+                                           "version": packaged.project_version()})
+
     def test_has_no_part_that_is_not_looked_at_here(self):
         self.assertEqual([part.tag for part in self.root], [
             ASSEMBLY + "assemblyIdentity", ASSEMBLY + "description", ASSEMBLY + "dependency", TRUST + "trustInfo",
@@ -150,8 +155,7 @@ class Version(ProgramTest):
     def test_properties_are_complete_and_french(self):
         tables = pe.version_strings(self.program.resources(pe.RT_VERSION)[1])
         self.assertEqual(list(tables), ["040C04B0"], "French, UTF-16")
-        text = (packaged.REPOSITORY / "CMakeLists.txt").read_text()
-        version = re.search(r"project\(Talvenor VERSION ([\d.]+)", text)[1]
+        version = packaged.project_version()
         strings = tables["040C04B0"]
         self.assertEqual(strings, {
             "CompanyName": "Les auteurs de Talvenor",

@@ -1,4 +1,5 @@
 // The About box: its version line, from whatever the version resource says, and its two ways out.
+#include "tests/equipment/shipped_version.h"
 #include "tests/window/modal_thread.h"
 #include "tests/window/scripted_version.h"
 
@@ -33,7 +34,7 @@ protected:
 };
 
 TEST_F(AboutTest, ShowsTheVersionOfTheProgramsOwnResource) {
-    EXPECT_EQ(VersionLine(), L"Version 1.2 (64-bit)");
+    EXPECT_EQ(VersionLine(), shipped::kAboutLine);
 }
 
 struct WayOut {

@@ -1,6 +1,7 @@
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/scenarios/usual.h"
 
+#include "tests/equipment/shipped_version.h"
 #include "tests/faults/harness/window_facts.h"
 #include "tests/support/utf8.h"
 
@@ -42,6 +43,6 @@ std::vector<Rule> Rules() {
 
 Scenario AboutScenario() {
     return {"about", [](Platform&) {}, &Use,
-            Together({QuietRun(), IdleControls("closed"), {{"about.version", "Version 1.2 (64-bit)"}}}),
+            Together({QuietRun(), IdleControls("closed"), {{"about.version", Utf8(shipped::kAboutLine)}}}),
             Rules()};
 }
