@@ -10,15 +10,10 @@ import zipfile
 import packaged
 
 
-def version_of_project():
-    text = (packaged.REPOSITORY / "CMakeLists.txt").read_text()
-    return re.search(r"project\(Talvenor VERSION ([\d.]+)", text)[1]
-
-
 class Files(packaged.PackageTest):
     def test_zip_and_checksum_are_named_after_the_version(self):
         package = self.package()
-        name = f"Talvenor-{version_of_project()}-x64.zip"
+        name = f"Talvenor-{packaged.project_version()}-x64.zip"
         self.assertEqual(sorted(os.listdir(package.parent)), [name, name + ".sha256"])
 
     def test_zip_holds_program_guide_and_licence(self):
@@ -57,15 +52,33 @@ class Texts(packaged.PackageTest):
 
     def test_guide_is_of_this_version_and_french(self):
         text = (self.unpack(self.package()) / "LISEZMOI.txt").read_text("utf-8-sig")
-        self.assertEqual(text.splitlines()[0], f"TALVENOR {version_of_project()}")
+        self.assertEqual(text.splitlines()[0], f"TALVENOR {packaged.project_version()}")
         self.assertNotIn("@", text)
         for word in ("Éteindre l'ordinateur", "métadonnées", "--no-hyperlinks", "TalvenorLog.txt", "F7"):
             self.assertIn(word, text)
 
+    def test_guide_is_the_repositorys_with_all_that_it_says(self):
+        guide = (packaged.REPOSITORY / "LISEZMOI.md").read_text("utf-8")
+        text = (self.unpack(self.package()) / "LISEZMOI.txt").read_text("utf-8-sig")
+        headings = [heading.upper() for heading in re.findall("^## (.*)$", guide, re.M)]
+        self.assertGreater(len(headings), 7)
+        self.assertEqual(re.findall(r"^(.+)\n-+$", text, re.M), headings)
+        # Each sentence and each cell of a table, but for the headings of tables and the marks of Markdown.
+        said = re.sub(r"^(#.*|!\[.*|\|.*\|\n\|[-|]+\|)$", "", guide, flags=re.M).replace("`", "")
+        pieces = [" ".join(piece.split()) for piece in re.split(r"(?<=[.;]) |\||\n\n|^(?:-|\d\.) ", said, flags=re.M)]
+        self.assertGreater(len(pieces), 100)
+        whole = " ".join(re.sub(r"^(?:-|\d\.) ", "", text, flags=re.M).split())
+        self.assertEqual([piece for piece in pieces if piece not in whole], [])
+
+    def test_guide_shows_no_marks_and_splits_nothing_that_belongs_together(self):
+        text = (self.unpack(self.package()) / "LISEZMOI.txt").read_text("utf-8-sig")
+        self.assertEqual(re.findall(r"`|!\[|\]\(|^#|\|", text, re.M), [])
+        self.assertEqual(re.findall(r"^\s*[»:;!?%].*|.*«$", text, re.M), [])
+
     def test_guide_names_every_text_of_the_window_as_it_is(self):
         """What the guide puts between quotation marks stands in the window, word for word."""
         text = (self.unpack(self.package()) / "LISEZMOI.txt").read_text("utf-8-sig")
-        resources = (packaged.REPOSITORY / "res" / "talvenor.rc").read_text("utf-8")
+        resources = (packaged.REPOSITORY / "res" / "talvenor.rc").read_text("utf-8").replace("\\r\\n", " ")
         shown = [re.sub(r"\s+", " ", quoted) for quoted in re.findall("« (.*?) »", text, re.S)]
         self.assertGreater(len(shown), 15)
         self.assertEqual([words for words in shown if words not in resources], [])
@@ -74,6 +87,16 @@ class Texts(packaged.PackageTest):
         content = (self.unpack(self.package()) / "LICENSE.txt").read_bytes()
         self.assert_lines_end_as_on_windows(content)
         self.assertEqual(content.replace(b"\r\n", b"\n"), (packaged.REPOSITORY / "LICENSE").read_bytes())
+
+
+class UnknownMarkdown(unittest.TestCase):
+    def test_is_refused_and_not_shown_to_the_reader(self):
+        script = packaged.REPOSITORY / "scripts" / "plain_text.py"
+        for text in ("### Trop bas", "Du code `qui ne finit pas", "[un lien](README.md)", "Du **gras**", "<b>gras</b>",
+                     "> citation", "* puce", "| a | b |\n| c | d |", "| a | b |\n|---|---|\n| c |", "- a\nb"):
+            result = subprocess.run(["python3", "-B", script, "1"], input=text, capture_output=True, text=True)
+            self.assertNotEqual(result.returncode, 0, text)
+            self.assertIn("cannot be written as plain text", result.stderr, text)
 
 
 class SameBytes(packaged.PackageTest):
@@ -108,7 +131,7 @@ class WrongProgram(packaged.PackageTest):
     def test_program_of_another_version_is_refused(self):
         copy = self.folder / "Talvenor.exe"
         content = packaged.program_under_test.read_bytes()
-        version = version_of_project()
+        version = packaged.project_version()
         old, new = (text.encode("utf-16-le") for text in (version, "9" + version[1:]))
         self.assertEqual(content.count(old), 2, "file version and product version")
         copy.write_bytes(content.replace(old, new))
