@@ -1,5 +1,5 @@
-/* Numbers shared by the resource script and the code. Those of dialogs, controls, strings and icons are fixed:
-   scripts and accessibility tools of users find the controls by them. */
+/* Numbers shared by the resource script and the code. Those of dialogs, controls, strings and icons are
+   fixed: scripts and accessibility tools of users find the controls by them. */
 #pragma once
 
 #ifndef IDC_STATIC

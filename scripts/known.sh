@@ -8,13 +8,14 @@ declare -A known_versions=(
     [clang-tidy]='14 19'
     [clang-format]='14'
     [cppcheck]='2.10 2.17'
+    [shellcheck]='0.9'
 )
 
 # known TOOL: whether the version of it that is installed here is one of these.
 known() {
     local number='[0-9]+' version
     if [[ ${known_versions[$1]} == *.* ]]; then number='[0-9]+\.[0-9]+'; fi
-    version=$("$1" --version | grep -m 1 -oE "(version|\(GCC\)|Cppcheck) $number") || return 1
+    version=$("$1" --version | grep -m 1 -oE "(version:?|\(GCC\)|Cppcheck) $number") || return 1
     [[ " ${known_versions[$1]} " == *" ${version##* } "* ]]
 }
 

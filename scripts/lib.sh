@@ -3,9 +3,7 @@
 # demand and ended with the script. Source it from bash after `set -euo pipefail`, as the other scripts do:
 #
 #   source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
-#   start_display 1280x1024
-#   start_wine --unmanaged
-#   hold_desktop "$equipment/desktop_holder.exe"
+#   start_session "$build/mingw"
 #   wine "$(windows_path build/mingw/Talvenor.exe)"
 #
 # Nothing outside build/ is touched, and only what was started here is ended.
@@ -54,6 +52,9 @@ within() {
     done
 }
 
+# entries PRESET WHAT NAME: what tests/entries.py says of the entries of ctest in this build that the name stands for.
+entries() { ctest --test-dir "$build/$1" --show-only=json-v1 | python3 "$repository/tests/entries.py" "$2" "$3"; }
+
 # windows_path PATH: how a program under Wine calls this file or folder, which need not exist.
 windows_path() {
     local full
@@ -61,9 +62,46 @@ windows_path() {
     printf 'Z:%s\n' "${full//\//\\}"
 }
 
-# start_display [WIDTHxHEIGHT]: a virtual screen of our own, with a number that is free.
+# start_session BUILD [OPTION...]: all that a program needs to run here by `wine`: a display, a window manager, the
+# prefix and a desktop, which is held by the desktop_holder.exe of this build folder.
+#
+#   --size WIDTHxHEIGHT   of the display; 1280x1024 unless given
+#   --here                the display and the window manager at hand, to watch it
+#   --unmanaged           no window manager: Wine draws the frames
+#   --frames FOLDER       the window manager with the settings and the themes of this folder, not with the user's
+#   --before COMMAND      run before the desktop is held, when it still takes over what is set in the registry
+start_session() {
+    local folder=$1 size=1280x1024 display=own manager=yes frames='' before=:
+    shift
+    while (($#)); do
+        case $1 in
+        --here) display='' manager='' ;;
+        --unmanaged) manager='' ;;
+        --size) size=$2 && shift ;;
+        --frames) frames=$2 && shift ;;
+        --before) before=$2 && shift ;;
+        *) fail "start_session has no option $1" ;;
+        esac
+        shift
+    done
+    if [[ $display ]]; then
+        start_display "$size"
+    else
+        [[ ${DISPLAY:-} ]] || fail "there is no display here (DISPLAY is not set)"
+    fi
+    if [[ $manager ]]; then start_window_manager "$frames"; fi
+    if [[ $display && ! $manager ]]; then
+        start_wine N
+    else
+        start_wine Y
+    fi
+    "$before"
+    hold_desktop "$folder/equipment/desktop_holder.exe"
+}
+
+# start_display WIDTHxHEIGHT: a virtual screen of our own, with a number that is free.
 start_display() {
-    local size=${1:-1280x1024} channel number
+    local size=$1 channel number
     # Read and written by us alone: an open that cannot wait, and a read with a deadline.
     channel=$(mktemp -u)
     mkfifo "$channel"
@@ -76,19 +114,20 @@ start_display() {
     export DISPLAY=:$number
 }
 
-# start_window_manager: frames and focus as on a desktop. Without one use start_wine --unmanaged.
+# start_window_manager FRAMES: frames and focus as on a desktop. FRAMES is empty or a folder of settings and themes.
 start_window_manager() {
-    local started
+    local settings=() started
+    if [[ $1 ]]; then settings=(env "XDG_DATA_HOME=$1" "XDG_CONFIG_HOME=$1"); fi
     started=$(mktemp -u)
-    $with_us openbox --startup "touch $started" >/dev/null 2>&1 &
+    $with_us "${settings[@]}" openbox --startup "touch $started" >/dev/null 2>&1 &
     own_processes[window_manager]=$!
     within 30 test -e "$started" || fail "the window manager did not start (openbox)"
     rm "$started"
 }
 
-# start_wine [--unmanaged]: the session that every later `wine` of this script joins. --unmanaged leaves
-# the windows' frames to Wine: right where no window manager runs, which Wine would otherwise ask in vain, and
-# wait two seconds for with each window that closes.
+# start_wine MANAGED: the session that every later `wine` of this script joins. With N the windows' frames are Wine's:
+# right where no window manager runs, which Wine would otherwise ask in vain, and wait two seconds for with each window
+# that closes. With Y they are the window manager's.
 start_wine() {
     take_session
     create_prefix
@@ -98,9 +137,7 @@ start_wine() {
         if [[ -e $saved ]]; then mv -f "$saved" "${saved%.saved}"; fi
     done
     wine_is_ours=yes
-    local managed=Y
-    if [[ ${1:-} == --unmanaged ]]; then managed=N; fi
-    set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ $managed
+    set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ "$1"
 }
 
 # take_session: one script at a time works in the prefix, because the first to end ends the session.

@@ -1,5 +1,6 @@
-// The version that Talvenor.exe carries, for all tests that expect it. Written down here once more, independently of
-// the build, so that a wrong version resource is noticed: a new version changes CMakeLists.txt and this file.
+// The version that Talvenor.exe carries, for all tests that expect it. Written down here once more,
+// independently of the build, so that a wrong version resource is noticed: a new version changes
+// CMakeLists.txt and this file.
 #pragma once
 
 namespace shipped {

@@ -4,6 +4,7 @@
 ctest runs it as `portable_test.py BUILD-FOLDER`. With `--compare BUILD-FOLDER ZIP` it runs all suites of the package and
 ctest beside it, and compares them test by test.
 """
+import fnmatch
 import os
 import re
 import signal
@@ -60,6 +61,19 @@ def outcomes(results):
     return found
 
 
+def tests_of(program):
+    """The names of all its tests, as GoogleTest lists them."""
+    listed = subprocess.run(["wine", program, "--gtest_list_tests"], check=True, stdout=subprocess.PIPE,
+                            timeout=LIMIT_SECONDS).stdout.decode("utf-8")
+    suite = ""
+    for line in listed.splitlines():
+        name = line.split("#")[0].rstrip()
+        if name.startswith("  "):
+            yield suite + name.strip()
+        elif name.endswith("."):
+            suite = name
+
+
 def read_results(folder):
     content = (folder / "results.txt").read_bytes()
     text = content.decode("utf-8")
@@ -113,6 +127,23 @@ class Package(Folder):
             content = (self.folder / name).read_bytes()
             self.assertEqual(content.count(b"\n"), content.count(b"\r\n"), name)
             content.decode("ascii")
+
+    def test_every_test_of_a_program_is_in_one_suite(self):
+        filters = {}
+        for line in (self.folder / "suites.txt").read_text().splitlines():
+            name, _, program, *arguments = line.split("\t")
+            texts = [text.removeprefix("--gtest_filter=") for text in arguments if text.startswith("--gtest_filter=")]
+            filters.setdefault(program, {})[name] = texts[0].split(":") if texts else ["*"]
+        wrong, used = [], set()
+        for program, suites in filters.items():
+            for test in tests_of(self.folder / program):
+                found = [name for name, patterns in suites.items()
+                         if any(fnmatch.fnmatchcase(test, pattern) for pattern in patterns)]
+                used.update(found)
+                if len(found) != 1:
+                    wrong.append((test, found))
+        self.assertEqual(wrong, [])
+        self.assertEqual(used, {name for suites in filters.values() for name in suites}, "a suite without tests")
 
     def test_every_entry_of_ctest_is_a_suite_or_left_out_by_name(self):
         listed = subprocess.run(["ctest", "-N", "--test-dir", build], check=True, capture_output=True, text=True)
