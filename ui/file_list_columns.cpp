@@ -25,9 +25,8 @@ bool DrawsPicture(const CWindow& header, int column) {
     return (item.fmt & HDF_IMAGE) != 0;
 }
 
-// One string has both titles.
-std::wstring Title(int column) {
-    const std::wstring titles = LoadText(IDS_COLUMN_TITLES);
+// `titles` has both, with a bar between them.
+std::wstring Title(const std::wstring& titles, int column) {
     const std::size_t bar = titles.find(L'|');
     if (column == 0) return titles.substr(0, bar);
     return bar == std::wstring::npos ? std::wstring() : titles.substr(bar + 1);
@@ -36,12 +35,13 @@ std::wstring Title(int column) {
 }  // namespace
 
 std::wstring CFileList::FilesTitle() {
-    return Title(0);
+    return Title(LoadText(IDS_COLUMN_TITLES), 0);
 }
 
 void CFileList::InitColumns() const {
-    InsertColumn(*this, 0, Title(0), ClientWidth(), LVCFMT_LEFT);
-    InsertColumn(*this, 1, Title(1), 0, LVCFMT_CENTER);
+    const std::wstring titles = LoadText(IDS_COLUMN_TITLES);
+    InsertColumn(*this, 0, Title(titles, 0), ClientWidth(), LVCFMT_LEFT);
+    InsertColumn(*this, 1, Title(titles, 1), 0, LVCFMT_CENTER);
 }
 
 void CFileList::FitColumns(bool showDuration) const {
@@ -66,7 +66,7 @@ void CFileList::SetColumnWidth(int column, int width) const {
 }
 
 int CFileList::DurationTitleWidth() const {
-    const std::wstring title = Title(1);
+    const std::wstring title = Title(LoadText(IDS_COLUMN_TITLES), 1);
     int width = static_cast<int>(Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(title.c_str())));
     // Wine's header draws the list's picture before the title, with a margin on every side of both.
     const CWindow header(reinterpret_cast<HWND>(Send(LVM_GETHEADER)));
