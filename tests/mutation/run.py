@@ -1,208 +1,440 @@
-"""Runs the mutants: each is built and given to the tests that could notice it. See scripts/mutate."""
+"""Runs the mutants: each is built and given to the tests that run its lines. See scripts/mutate."""
 import argparse
 import collections
-import os
+import hashlib
+import json
 import pathlib
+import pickle
 import re
-import shutil
-import subprocess
+import resource
 import sys
 import threading
 import time
 
+import build
+import cpp_text
+import desktop
+import ledger
+import lines
 import mutants
 
-# The suites of window_test that look at a file most closely come first: most mutants die there.
-NEAREST = [
-    (r"engine/|run", "*Batch*"),
-    (r"ui/shutdown/", "*Shutdown*:*Countdown*:*ShutDown*"),
-    (r"ui/about/", "*About*"),
-    (r"framework/", "*Framework*"),
-    (r"ui/control_state", "*ControlState*"),
-    (r"ui/file_list", "*FileList*"),
-    (r"ui/dispatch", "*Dispatch*"),
-    (r"ui/set_up.cpp", "*SetUp*"),
-    (r"ui/output_folder", "*Folder*:*Shell*:*Browse*:*OpenLog*"),
-    (r"ui/application", "*Application*:*StartUp*"),
-    (r"log/", "*Log*:*Message*:*String*"),
-]
-# The programs of tests, in the build.
-PROGRAMS = {
-    "rules_test": "tests/rules/rules_test.exe",
-    "path_and_bytes_test": "tests/rules/path_and_bytes_test.exe",
-    "window_test": "tests/window/window_test.exe",
-    "model_test": "tests/model/model_test.exe",
-}
-RULES = re.compile(r"command_line|elapsed_time|log_record|decimal|version_text|drop_filter|open_file|page_edit|clamp")
-LONGEST_RUN_S = 150
+PRODUCT = re.compile(r"\.(cpp|h)$")
+NOT_PRODUCT = re.compile(r"(tests|benchmarks|scripts|docs)/")
+NOT_TESTS = re.compile(r"(benchmarks|scripts|docs|\.ci)/|[^/]*\.md$|LICENSE|\.git|\.clang|\.cpp|\.editor|tests/mutation/.*(py|toml)$")
+# A first try of the tests that are the likeliest to notice, then of more, then of all the others.
+TRIES = (6, 40, 10000)
+CONTROL_EVERY = 20
 
 
-def steps(file):
-    """The programs that could notice a mutant of the file, in turn, each with its arguments."""
-    if RULES.search(file):
-        yield "rules_test", []
-    if re.search(r"output_path|path_buffer|ansi_text", file):
-        yield "path_and_bytes_test", []
-    nearest = [suites for pattern, suites in NEAREST if re.search(pattern, file)]
-    if nearest:
-        yield "window_test", [f"--gtest_filter={nearest[0]}"]
-        yield "window_test", [f"--gtest_filter=-{nearest[0]}"]
-    else:
-        yield "window_test", []
-    yield "model_test", []
+def digest(root, names):
+    total = hashlib.sha256()
+    for name in names:
+        total.update(name.encode() + b"\0" + hashlib.sha256((root / name).read_bytes()).digest())
+    return total.hexdigest()
+
+
+class Product:
+    """The sources as they are now, and what they are built into without a mutant."""
+
+    def __init__(self, root, work, jobs):
+        self.work = work
+        self.source = work / "src"
+        names = build.copy_tree(root, self.source)
+        self.files = [name for name in names if PRODUCT.search(name) and not NOT_PRODUCT.match(name)]
+        self.texts = {name: (self.source / name).read_text(encoding="utf-8") for name in self.files}
+        self.digest = digest(self.source, [name for name in names if not NOT_TESTS.match(name)])
+        self.mutants = mutants.all_mutants(self.texts)
+        self.build = build.Build(self.source, work / "build", jobs)
+        self.lines_build = build.Build(self.source, work / "lines", jobs)
+        self.lines = None
+        self.durations = None  # milliseconds of each (program, test)
+
+    def prepare(self):
+        print("Building the tests, and once more so that they write down their lines...", flush=True)
+        self.build.make("-DTALVENOR_LINES_OF_TESTS=OFF")
+        self.build.learn()
+        self.lines_build.make("-DTALVENOR_LINES_OF_TESTS=ON", targets=())
+        self.lines_build.learn()
+
+    def in_test_programs(self, file):
+        return file in self.build.dependents
+
+    def observe(self, desktops):
+        """What every test runs and how long it takes, once for each state of the sources."""
+        kept = self.work / "tests.pickle"
+        if kept.is_file():
+            with kept.open("rb") as file:
+                known = pickle.load(file)
+            if known["digest"] == self.digest:
+                self.lines, self.durations = known["lines"], known["durations"]
+                return
+        print("Running all tests without a mutant, and once more with their lines written down...", flush=True)
+        self.lines, self.durations = lines.Lines(), {}
+        problems = []
+
+        def time_them():
+            try:
+                for program in build.PROGRAMS:
+                    path = self.work / f"{program}.exe"
+                    if words := self.build.link(program, {}, path):
+                        raise build.BuildFailed(words)
+                    good, failed, output = desktops[0].run(path, None, 1800)
+                    if not good:
+                        raise build.BuildFailed(f"{program} fails without a mutant in {failed}:\n{output[-3000:]}")
+                    self.durations |= {(program, test): ms for test, ms in desktop.durations(output).items()}
+            except Exception as problem:  # pylint: disable=broad-except
+                problems.append(problem)
+
+        timing = threading.Thread(target=time_them)
+        timing.start()
+        if len(desktops) == 1:
+            timing.join()
+        for program, place in build.PROGRAMS.items():
+            path = self.work / "lines" / place / f"{program}.exe"
+            records, _ = desktop.records_of(desktops[-1], path, self.work / "records", 3600)
+            sources = self.lines_build.sources_of(program).values()
+            self.lines.add(program, path, sources, records, set(self.files))
+        timing.join()
+        if problems:
+            raise problems[0]
+        with kept.open("wb") as file:
+            pickle.dump({"digest": self.digest, "lines": self.lines, "durations": self.durations}, file)
+
+    def places(self, mutant):
+        """The lines whose tests could notice it, and whether these lines are all that is made of it."""
+        own = [(mutant.file, line) for line in range(mutant.line, mutant.last_line + 1)]
+        with_code = [place for place in own if place in self.lines.units]
+        if with_code:
+            return with_code, True
+        text = self.texts[mutant.file]
+        source = cpp_text.Source(text)
+        at = next(place for place, token in enumerate(source.tokens) if token.end > mutant.start)
+        if source.in_code(at):  # an argument on a line of its own belongs to a call that begins above
+            for line in range(mutant.line, 0, -1):
+                if (mutant.file, line) in self.lines.units:
+                    return [(mutant.file, line)], True
+        declared = re.search(r"(\w+)\s*(\[.*\])?\s*(=|\{)", text.split("\n")[mutant.line - 1])
+        mentioned, with_code_only = [], True
+        if declared:
+            word = re.compile(rf"\b{declared[1]}\b")
+            for file, content in self.texts.items():
+                for number, line in enumerate(content.split("\n"), 1):
+                    if (file, number) != (mutant.file, mutant.line) and word.search(line):
+                        if (file, number) in self.lines.units:
+                            mentioned.append((file, number))
+                        else:
+                            with_code_only = False
+        return mentioned, bool(mentioned) and with_code_only
+
+    def tests_for(self, mutant):
+        """(program, test) of all that run one of its lines. All tests where its lines cannot be told."""
+        places, _ = self.places(mutant)
+        found = set()
+        for place in places:
+            found |= self.lines.tests[place]
+        if not places:
+            return set(self.durations)
+        whole = {program for program, test in found if not test}
+        return {key for key in self.durations if key in found or key[0] in whole}
+
+    def objects_of(self, mutant):
+        """The objects to compile anew: those with code of its lines, and all that include its file where that cannot be
+        told."""
+        dependents = self.build.dependents.get(mutant.file, set())
+        if mutant.file.endswith(".cpp"):
+            return dependents
+        places, told = self.places(mutant)
+        if not told:
+            return dependents
+        units = {source for place in places for _, source in self.lines.units[place]}
+        word = None
+        if places and (mutant.file, mutant.line) not in self.lines.units:
+            declared = re.search(r"(\w+)\s*(\[.*\])?\s*(=|\{)", self.texts[mutant.file].split("\n")[mutant.line - 1])
+            word = declared and re.compile(rf"\b{declared[1]}\b")
+        found = set()
+        for made in dependents:
+            source = pathlib.Path(self.build.compile_commands[made][-1])
+            name = str(source.relative_to(self.source))
+            if name in units or word and word.search(source.read_text(encoding="utf-8")):
+                found.add(made)
+        return found
+
+
+class Results:
+    """Every mutant's fate, kept from run to run. What was found with other sources is only a hint."""
+
+    def __init__(self, path, state):
+        self.path = path
+        self.state = state
+        self.lock = threading.Lock()
+        self.known = {}
+        self.killers = {}  # of what is called the same, at any time
+        self.kills = collections.defaultdict(collections.Counter)  # (file, line) -> tests that killed there
+        if path.is_file():
+            for line in path.read_text(encoding="utf-8").splitlines():
+                try:
+                    self._learn(json.loads(line))
+                except ValueError:
+                    continue  # cut in the middle of a line
+        self.file = path.open("a", encoding="utf-8")
+        self.file.write("\n")
+
+    def _learn(self, result):
+        key = tuple(result["mutant"])
+        if result["state"] == self.state:
+            self.known[key, result["text"]] = result
+        if result["by"]:
+            self.killers[key] = tuple(result["by"])
+            self.kills[key[0], result["line"]][tuple(result["by"])] += 1
+
+    @staticmethod
+    def text_of(mutant):
+        return hashlib.sha256(f"{mutant.start} {mutant.end} {mutant.new}".encode()).hexdigest()
+
+    def of(self, mutant):
+        return self.known.get((mutant.key(), self.text_of(mutant)))
+
+    def add(self, mutant, verdict, by, seconds):
+        result = {"mutant": mutant.key(), "line": mutant.line, "text": self.text_of(mutant), "state": self.state,
+                  "verdict": verdict, "by": by, "seconds": round(seconds, 1)}
+        with self.lock:
+            self._learn(result)
+            self.file.write(json.dumps(result) + "\n")
+            self.file.flush()
+
+    def likeliest(self, mutant, tests, lines_of_test, durations):
+        """The tests in the order in which they may notice it: what killed it before, what killed its neighbours, what runs
+        little else, what is quick."""
+        scores = collections.Counter()
+        with self.lock:
+            for (file, line), killers in self.kills.items():
+                if file == mutant.file:
+                    for test, times in killers.items():
+                        scores[test] += times / (1 + abs(line - mutant.line))
+            before = self.killers.get(mutant.key())
+        if before:
+            scores[before] += 1000
+        return sorted(tests, key=lambda test: (-scores[test], lines_of_test[test] * (50 + durations[test])))
 
 
 class Job:
-    """One copy of the sources with a build, a display and a Wine prefix of its own."""
+    """Tries mutants one after another, in a copy of the sources and on a desktop of its own."""
 
-    def __init__(self, number, root, work):
-        self.folder = work / f"job{number}"
-        self.source = self.folder / "src"
-        self.build = self.folder / "build"
-        files = subprocess.run(["git", "-C", root, "ls-files", "-z"], check=True, capture_output=True).stdout
-        for name in filter(None, files.decode().split("\0")):
-            self.copy(root / name, self.source / name)
-        self.environment = dict(os.environ, WINEPREFIX=str(self.folder / "prefix"))
-        read, write = os.pipe()
-        self.display = subprocess.Popen(  # ends with us, however that comes
-            ["setpriv", "--pdeathsig", "TERM", "--",
-             "Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
-            pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        os.close(write)
-        with os.fdopen(read) as number:  # the whole line: Xvfb ends when nobody reads to its end
-            self.environment["DISPLAY"] = ":" + number.readline().strip()
-        self.holder = None
+    def __init__(self, product, results, screen, folder):
+        self.product = product
+        self.results = results
+        self.screen = screen
+        self.folder = folder
+        self.source = folder / "src"
+        build.copy_tree(product.source, self.source)
+        self.unproved = []  # kills whose tests must still show that they pass without a mutant
 
-    @staticmethod
-    def copy(original, target):
-        """What is the same stays untouched, with what was built from it; a mutant that was left goes."""
-        if not original.is_file() or target.is_file() and target.read_bytes() == original.read_bytes():
-            return
-        target.parent.mkdir(parents=True, exist_ok=True)
-        shutil.copy(original, target)
-
-    def run(self, *command, limit=LONGEST_RUN_S, cwd=None):
-        try:
-            done = subprocess.run(command, env=self.environment, cwd=cwd or self.source, timeout=limit,
-                                  stdin=subprocess.DEVNULL, capture_output=True)
-            return done.returncode, (done.stdout + done.stderr).decode("utf-8", "replace")
-        except subprocess.TimeoutExpired:
-            subprocess.run(["wineserver", "-k"], env=self.environment, check=False)
-            if self.holder:
-                self.hold_desktop()
-            return -1, "timeout"
-
-    def hold_desktop(self):
-        """Without this a window takes a second to open, and tests that pass would take too long."""
-        if self.holder:
-            self.holder.kill()
-            self.holder.wait()
-        self.holder = subprocess.Popen(["wine", str(self.build / "equipment/desktop_holder.exe")],
-                                       env=self.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                       stderr=subprocess.DEVNULL)
-        if b"ready" not in self.holder.stdout.readline():
-            raise RuntimeError("Wine opens no window")
-
-    def passes(self, program, *arguments):
-        """Whether its tests come to their end, all of them well. A program that ends early, with whatever code, does
-        not pass."""
-        code, output = self.run("wine", str(self.build / PROGRAMS[program]), *arguments)
-        return code == 0 and "[  PASSED  ]" in output, output
-
-    def prepare(self):
-        if not (self.folder / "prefix" / "drive_c").is_dir():
-            self.must("wineboot", "-i")
-        self.must("wine", "reg", "add", r"HKCU\Software\Wine\X11 Driver", "/v", "Managed", "/d", "N", "/f")
-        self.must("cmake", "--preset", "mingw", "-B", str(self.build))
-        self.must("ninja", "-C", str(self.build), *PROGRAMS, "desktop_holder", limit=1200)
-        self.hold_desktop()
-        for program in PROGRAMS:
-            good, output = self.passes(program)
-            if not good:
-                raise RuntimeError(f"{program} fails without a mutant:\n{output[-3000:]}")
-
-    def must(self, *command, limit=300):
-        code, output = self.run(*command, limit=limit)
-        if code != 0:
-            raise RuntimeError(f"failed: {' '.join(command)}\n{output[-3000:]}")
-
-    def judge(self, mutant):
+    def judge(self, mutant, lines_of_test):
+        """What becomes of it, and the (program, test) that noticed."""
         path = self.source / mutant.file
-        original = path.read_text(encoding="utf-8")
-        lines = original.splitlines(keepends=True)
-        lines[mutant.line - 1] = mutant.text + "\n"
-        path.write_text("".join(lines), encoding="utf-8")
+        path.write_text(mutant.applied(self.product.texts[mutant.file]), encoding="utf-8")
         try:
-            built = set()
-            for program, suites in steps(mutant.file):
-                # A program is linked when its turn comes: most mutants die in the first.
-                if program not in built and self.run("ninja", "-C", str(self.build), program, limit=600)[0] != 0:
-                    return "does not compile"
-                built.add(program)
-                if not self.passes(program, "--gtest_fail_fast", *suites)[0]:
-                    return "killed"
-            return "survived"
+            return self.judge_written(mutant, lines_of_test)
         finally:
-            path.write_text(original, encoding="utf-8")
+            path.write_text(self.product.texts[mutant.file], encoding="utf-8")
 
-    def end(self):
-        if self.holder:
-            self.holder.kill()
-        subprocess.run(["wineserver", "-k"], env=self.environment, check=False)
-        self.display.terminate()
+    def judge_written(self, mutant, lines_of_test):
+        made = self.product.build
+        changed = {}
+        same = True
+        # The product's own first: most that does not compile does not compile there.
+        for place, name in enumerate(sorted(self.product.objects_of(mutant), key=lambda name: ("tests/" in name, name))):
+            target = self.folder / f"changed{place}.obj"
+            if made.compile(name, self.source, target) is not None:
+                return "does not compile", None
+            if target.read_bytes() != (made.folder / name).read_bytes():
+                same = False
+                changed[name] = target
+        if same:
+            return "same code", None
+        tests = self.product.tests_for(mutant)
+        order = self.results.likeliest(mutant, tests, lines_of_test, self.product.durations)
+        for program in sorted({program for program, _ in tests}, key=list(build.PROGRAMS).index):
+            names = [test for of, test in order if of == program]
+            if not set(changed) & made.objects[program]:
+                continue
+            target = self.folder / f"{program}.exe"
+            if made.link(program, changed, target) is not None:
+                return "does not compile", None
+            begin = 0
+            for count in TRIES:
+                chosen, begin = names[begin:begin + count], begin + count
+                if chosen:
+                    good, failed, _ = self.screen.run(target, chosen, self.limit(program, chosen))
+                    if not good:
+                        return "killed", (program, failed)
+        return "survived", None
 
+    def limit(self, program, tests):
+        """Well above what they take. A test that hangs ends in time."""
+        return 20 + 8 * sum(self.product.durations.get((program, test), 0) for test in tests) / 1000
 
-def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("root", type=pathlib.Path)
-    parser.add_argument("work", type=pathlib.Path)
-    parser.add_argument("--every", type=int, default=1, metavar="N", help="only every N-th mutant")
-    parser.add_argument("--first", type=int, default=0, help="where to begin, for a sample beside another")
-    parser.add_argument("--jobs", type=int, default=2)
-    parser.add_argument("--files", default="", help="only files that match this expression")
-    parser.add_argument("--minutes", type=float, default=1e9, help="begin no mutant after this time")
-    wanted = parser.parse_args()
+    def control(self):
+        """Whether the tests that killed pass without a mutant now, on this desktop. What one killed that does not is tried
+        again."""
+        by_program = collections.defaultdict(set)
+        for _, by, _ in self.unproved:
+            by_program[by[0]].add(by[1])
+        failed = set()
+        for program, tests in by_program.items():
+            known = [test for test in tests if (program, test) in self.product.durations]
+            while known:
+                good, bad, _ = self.screen.run(self.product.work / f"{program}.exe", known, 3 * self.limit(program, known))
+                if good:
+                    break
+                failed.add((program, bad))
+                print(f"    fails without a mutant: {program} {bad}", flush=True)
+                if bad not in known:
+                    failed |= {(program, test) for test in known}
+                    break
+                known.remove(bad)
+        again = []
+        for mutant, by, seconds in self.unproved:
+            if by in failed:
+                again.append(mutant)
+            else:
+                self.results.add(mutant, "killed", by, seconds)
+        self.unproved = []
+        return again
 
-    everything = list(mutants.all_mutants(wanted.root))
-    queue = collections.deque(m for m in everything[wanted.first::wanted.every] if re.search(wanted.files, m.file))
-    total = len(queue)
-    wanted.work.mkdir(parents=True, exist_ok=True)
-    jobs = [Job(number, wanted.root, wanted.work) for number in range(wanted.jobs)]
-    results = []
-    end = time.monotonic() + wanted.minutes * 60
-    report = (wanted.work / "report.txt").open("w", encoding="utf-8")
-
-    def work(job):
-        job.prepare()
-        while queue and time.monotonic() < end:
-            try:
-                mutant = queue.popleft()
-            except IndexError:
+    def work(self, queue, end, lines_of_test, tell):
+        """Takes mutants from the queue until it is empty or the time is over."""
+        tries = collections.Counter()
+        while True:
+            while queue and time.monotonic() < end:
+                try:
+                    mutant = queue.popleft()
+                except IndexError:
+                    break
+                begun = time.monotonic()
+                verdict, by = self.judge(mutant, lines_of_test)
+                seconds = time.monotonic() - begun
+                tell(mutant, verdict, by, seconds)
+                if verdict == "killed":
+                    self.unproved.append((mutant, by, seconds))
+                    if len(self.unproved) >= CONTROL_EVERY:
+                        break
+                else:
+                    self.results.add(mutant, verdict, by, seconds)
+            again = self.control()
+            for mutant in again:
+                tries[mutant] += 1
+                if tries[mutant] < 3:
+                    queue.append(mutant)
+            if not queue or time.monotonic() >= end:
                 return
-            verdict = job.judge(mutant)
-            results.append((verdict, mutant))
-            report.write(f"{verdict}: {mutant.name()}\n")
-            report.flush()
-            if verdict == "survived":
-                print(f"survived: {mutant.name()}\n    {mutant.text.strip()}", flush=True)
 
+
+def parse(words):
+    parser = argparse.ArgumentParser(prog="scripts/mutate")
+    parser.add_argument("root", type=pathlib.Path, help=argparse.SUPPRESS)
+    parser.add_argument("work", type=pathlib.Path, help=argparse.SUPPRESS)
+    parser.add_argument("--sample", type=int, metavar="N", help="only N, the same whenever the product is the same")
+    parser.add_argument("--files", default="", metavar="EXPRESSION", help="only files whose names match")
+    parser.add_argument("--minutes", type=float, default=1e9, help="begin none after this time; the next run goes on")
+    parser.add_argument("--jobs", type=int, default=2, help="how many at a time (2)")
+    parser.add_argument("--list", action="store_true", help="only print them")
+    return parser.parse_args(words)
+
+
+def processor_seconds():
+    used = [resource.getrusage(who) for who in (resource.RUSAGE_SELF, resource.RUSAGE_CHILDREN)]
+    return sum(usage.ru_utime + usage.ru_stime for usage in used)
+
+
+def write_report(path, chosen, results, reasons):
+    with path.open("w", encoding="utf-8") as report:
+        for mutant in sorted(chosen, key=lambda mutant: (mutant.file, mutant.line)):
+            result = results.of(mutant)
+            by = " by " + " ".join(result["by"]) if result and result["by"] else ""
+            report.write(f"{result['verdict'] if result else 'not tried'}{by}: {mutant.name()}\n")
+            if result and result["verdict"] == "survived" and mutant.key() not in reasons:
+                report.write("\n" + ledger.entry(mutant) + "\n")
+
+
+def main(words):
+    wanted = parse(words)
+    begun = time.monotonic()
+    wanted.work.mkdir(parents=True, exist_ok=True)
+    reasons = ledger.read(wanted.root / "tests/mutation/ledger.toml")
+    product = Product(wanted.root, wanted.work, wanted.jobs)
+    matching = [mutant for mutant in product.mutants if re.search(wanted.files, mutant.file)]
+    if wanted.list:
+        for mutant in matching:
+            print(mutant.name())
+        return 0
+    product.prepare()
+    chosen = [mutant for mutant in matching if product.in_test_programs(mutant.file)]
+    elsewhere = sorted({mutant.file for mutant in matching} - {mutant.file for mutant in chosen})
+    chosen = mutants.order_of_sample(chosen)[:wanted.sample]
+    screens = []
     try:
+        screens = [desktop.Desktop(wanted.root, wanted.work / f"job{number}", wanted.work / "build/equipment/desktop_holder.exe")
+                   for number in range(wanted.jobs)]
+        product.observe(screens)
+        results = Results(wanted.work / "results.jsonl", product.digest)
+        lines_of_test = collections.Counter(test for tests in product.lines.tests.values() for test in tests)
+        # Neighbours one after another: what killed one most likely kills the next.
+        missing = sorted((mutant for mutant in chosen if not results.of(mutant)),
+                         key=lambda mutant: (mutant.file.endswith(".h"), mutant.file, mutant.line))
+        print(f"{len(product.mutants)} mutants, {len(chosen)} chosen, {len(chosen) - len(missing)} known already", flush=True)
+        queue = collections.deque(missing)
+        tried = []
+
+        def tell(mutant, verdict, by, seconds):
+            tried.append(mutant)
+            if verdict == "survived":
+                print(f"    survived: {mutant.name()}\n        {mutant.line_text}", flush=True)
+            if len(tried) % 50 == 0:
+                print(f"{len(tried)} of {len(missing)} in {(time.monotonic() - begun) / 60:.1f} minutes", flush=True)
+
+        end = begun + wanted.minutes * 60
+        jobs = [Job(product, results, screen, screen.folder) for screen in screens]
+        problems = []
+
+        def work(job):
+            try:
+                job.work(queue, end, lines_of_test, tell)
+            except Exception as problem:  # pylint: disable=broad-except
+                problems.append(problem)
+                queue.clear()
+
         threads = [threading.Thread(target=work, args=(job,)) for job in jobs]
         for thread in threads:
             thread.start()
         for thread in threads:
             thread.join()
+        if problems:
+            raise problems[0]
     finally:
-        for job in jobs:
-            job.end()
-    count = collections.Counter(verdict for verdict, _ in results)
-    counted = count["killed"] + count["survived"]
-    share = 100 * count["killed"] / counted if counted else 0
-    print(f"mutants: {len(everything)} in all, {total} chosen, {len(results)} tried, "
-          f"{count['does not compile']} do not compile, {count['killed']} killed, {count['survived']} survived "
-          f"({share:.1f} % killed)")
-    return 0 if counted and share >= 95 else 1
+        for screen in screens:
+            screen.end()
+
+    verdicts = {mutant: results.of(mutant)["verdict"] for mutant in chosen if results.of(mutant)}
+    write_report(wanted.work / "report.txt", chosen, results, reasons)
+    # A name in the ledger may be of a file that was not asked for.
+    asked = {key: reason for key, reason in reasons.items() if re.search(wanted.files, key[0])}
+    wrong = ledger.problems(asked, product.mutants, verdicts)
+    for problem in wrong:
+        print(problem)
+    count = collections.Counter(verdicts.values())
+    if elsewhere:
+        print(f"not in a test program, and not tried: {', '.join(elsewhere)}")
+    answered = sum(verdict == "survived" and mutant.key() in reasons for mutant, verdict in verdicts.items())
+    print(f"mutants: {len(product.mutants)} in all, {len(chosen)} chosen, {len(verdicts)} tried: "
+          f"{count['does not compile']} do not compile, {count['same code']} give the same code, {count['killed']} killed, "
+          f"{count['survived']} survived, {answered} of these in the ledger. "
+          f"{(time.monotonic() - begun) / 60:.0f} minutes, {processor_seconds() / 60:.0f} of the processor.")
+    return 1 if wrong or len(verdicts) < len(chosen) else 0
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    try:
+        sys.exit(main(sys.argv[1:]))
+    except build.BuildFailed as failure:
+        sys.exit(f"error: {failure}")

@@ -1,0 +1,101 @@
+"""A display and a Wine session of one job's own, and the test programs run in it."""
+import os
+import re
+import shutil
+import signal
+import subprocess
+import time
+
+import build
+
+PASSED = re.compile(r"^\[ {7}OK \] (\S+) \((\d+) ms\)", re.MULTILINE)
+FAILED = re.compile(r"^\[  FAILED  \] ([^\s,]+\.[^\s,]+?)(?:,| \(\d+ ms\)|$)", re.MULTILINE)
+BEGUN = re.compile(r"^\[ RUN      \] (\S+)", re.MULTILINE)
+
+
+class Desktop:
+    def __init__(self, root, folder, holder):
+        self.folder = folder
+        self.holder_program = holder
+        self.holder = None
+        folder.mkdir(parents=True, exist_ok=True)
+        read, write = os.pipe()
+        self.display = subprocess.Popen(  # ends with us, however that comes
+            ["setpriv", "--pdeathsig", "TERM", "--",
+             "Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+            pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write)
+        with os.fdopen(read) as number:  # the whole line: Xvfb ends when nobody reads to its end
+            self.environment = dict(os.environ, WINEPREFIX=str(folder / "prefix"), DISPLAY=":" + number.readline().strip())
+        build.must(["bash", "-euc", 'source "$1/scripts/lib.sh"; WINEPREFIX=$2; create_prefix; '
+                    "set_registry 'HKCU\\Software\\Wine\\X11 Driver' Managed REG_SZ N",
+                    "bash", root, folder / "prefix"], env=self.environment, limit=300)
+        self.hold()
+
+    def hold(self):
+        """Without this a window takes a second to open, and tests that pass would take too long."""
+        if self.holder:
+            self.holder.kill()
+            self.holder.wait()
+        self.holder = subprocess.Popen(["wine", str(self.holder_program)], env=self.environment, stdin=subprocess.PIPE,
+                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        if b"ready" not in self.holder.stdout.readline():
+            raise build.BuildFailed("Wine opens no window")
+
+    def run(self, program, tests, limit, stop_at_failure=True, lines_folder=None):
+        """Runs these tests of a program, or all. Whether it came to its end with all of them well, the test that it failed
+        or ended in, and its words."""
+        command = ["wine", str(program)]
+        if tests is not None:
+            (self.folder / "tests.flags").write_text("--gtest_filter=" + ":".join(tests) + "\n", encoding="utf-8")
+            command.append("--gtest_flagfile=tests.flags")
+        if stop_at_failure:
+            command.append("--gtest_fail_fast")
+        environment = dict(self.environment)
+        if lines_folder:
+            environment["TALVENOR_LINES_FOLDER"] = "Z:" + str(lines_folder).replace("/", "\\")
+        with (self.folder / "tests.log").open("w+b") as log:  # no pipe: a program left behind would hold it open
+            started = subprocess.Popen(command, env=environment, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=log,
+                                       stderr=subprocess.STDOUT, start_new_session=True)
+            try:
+                code = started.wait(limit)
+            except subprocess.TimeoutExpired:
+                code = None
+                os.killpg(started.pid, signal.SIGKILL)
+                started.wait()
+                self.end_session()
+                self.hold()
+            log.seek(0)
+            output = log.read().decode("utf-8", "replace")
+        if code == 0 and "[  PASSED  ]" in output:
+            return True, None, output
+        failed = FAILED.findall(output)
+        begun = BEGUN.findall(output)
+        return False, failed[0] if failed else begun[-1] if begun else "(start)", output + ("" if code is not None else "(time)")
+
+    def end_session(self):
+        subprocess.run(["wineserver", "-k"], env=self.environment, check=False)
+        subprocess.run(["wineserver", "-w"], env=self.environment, check=False, timeout=60)
+
+    def end(self):
+        if self.holder:
+            self.holder.kill()
+        self.end_session()
+        self.display.terminate()
+
+
+def durations(output):
+    """Milliseconds of each test that passed."""
+    return {name: int(milliseconds) for name, milliseconds in PASSED.findall(output)}
+
+
+def records_of(desktop, program, folder, limit):
+    """Runs all tests of a program that writes down their lines; what they wrote, one for each process."""
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    begun = time.monotonic()
+    good, failed, output = desktop.run(program, None, limit, stop_at_failure=False, lines_folder=folder)
+    if not good:
+        print(f"    {program.name} with its lines written down: {failed} failed, which is no harm "
+              f"({time.monotonic() - begun:.0f} s)", flush=True)
+    return [path.read_bytes() for path in sorted(folder.glob("*.lines"))], output

@@ -1,0 +1,109 @@
+"""Which tests run which lines, from what lines_of_tests.cpp writes down and what the compiler tells of addresses."""
+import bisect
+import collections
+import pathlib
+import re
+import struct
+
+import build
+
+NAMES_AT = 8
+BLOCKS_AT = 0x100000
+IMAGE_START = 0x140000000
+TRACE = "__sanitizer_cov_trace_pc"
+ROW = re.compile(r"\S.*?\s+(\d+|-)\s+(0x[0-9a-f]+|0)\b")
+
+
+def read_record(content):
+    """The pairs of test and offset, and the tests' names."""
+    blocks, names_length = struct.unpack_from("<II", content)
+    names = content[NAMES_AT:NAMES_AT + names_length].decode().splitlines()
+    end = min(len(content), BLOCKS_AT + 8 * blocks)
+    return struct.iter_unpack("<II", content[BLOCKS_AT:end]), names
+
+
+def read_line_table(text, sources):
+    """From objdump's decoded line table: the runs of code, each as sorted (address, file, line), with the lines of each
+    unit. `sources` has the files by their last names."""
+    runs, units = [], collections.defaultdict(set)
+    unit = file = None
+    rows = []
+    last = ""
+    for line in text.splitlines():
+        if line.startswith("File name"):  # behind the name of the unit's own file
+            unit = file = sources.get(last[:-1].rsplit("/", 1)[-1])
+        elif line.startswith("./") and line.endswith(":"):
+            file = line[2:-1]
+        elif line.startswith("/") and line.endswith(":"):
+            file = None
+        elif found := ROW.match(line):
+            address = int(found[2], 16)
+            if found[1] == "-":
+                if rows:
+                    runs.append((rows, address))
+                rows = []
+            else:
+                rows.append((address, file, int(found[1])))
+                if unit and file:
+                    units[file, int(found[1])].add(unit)
+        if line:
+            last = line
+    return runs, units
+
+
+def call_sites(program):
+    """The addresses behind the calls that mark the beginnings of blocks, sorted."""
+    symbols = build.must(["x86_64-w64-mingw32-nm", program])
+    target = int(next(line.split()[0] for line in symbols.splitlines() if line.endswith(" T " + TRACE)), 16)
+    headers = build.must(["x86_64-w64-mingw32-objdump", "-h", program])
+    _, _, size, start, _, at = next(line.split()[:6] for line in headers.splitlines() if " .text " in line)
+    content = pathlib.Path(program).read_bytes()[int(at, 16):int(at, 16) + int(size, 16)]
+    start = int(start, 16)
+    sites = []
+    for found in re.finditer(rb"\xe8(?=(....))", content, re.DOTALL):
+        behind = start + found.start() + 5
+        if behind + struct.unpack("<i", found[1])[0] == target:
+            sites.append(behind)
+    return sites
+
+
+def lines_of_blocks(runs, sites):
+    """The lines of each block, by the address behind the call at its beginning."""
+    blocks = {}
+    for rows, end in runs:
+        if not any(file for _, file, _ in rows):
+            continue
+        addresses = [address for address, _, _ in rows]
+        first = bisect.bisect_left(sites, addresses[0])
+        last = bisect.bisect_left(sites, end)
+        for at in range(first, last):
+            until = sites[at + 1] - 5 if at + 1 < last else end
+            begin = bisect.bisect_right(addresses, sites[at] - 5) - 1
+            # A row may share the address of the call with one before it.
+            while begin > 0 and addresses[begin - 1] == addresses[begin]:
+                begin -= 1
+            blocks[sites[at]] = {(file, line) for address, file, line in rows[max(begin, 0):] if address < until and file}
+    return blocks
+
+
+class Lines:
+    """For the product's files: the tests that run a line, and the units that have code of it."""
+
+    def __init__(self):
+        self.tests = collections.defaultdict(set)  # (file, line) -> {(program, test)}; test "" for all of a program's
+        self.units = collections.defaultdict(set)  # (file, line) -> {(program, source)}
+
+    def add(self, program, path, sources, records, product):
+        by_last_name = {pathlib.PurePath(name).name: name for name in sources}
+        table = build.must(["x86_64-w64-mingw32-objdump", "--dwarf=decodedline", path])
+        runs, units = read_line_table(table, by_last_name)
+        for (file, line), names in units.items():
+            if file in product:
+                self.units[file, line] |= {(program, name) for name in names}
+        blocks = {address: {place for place in places if place[0] in product}
+                  for address, places in lines_of_blocks(runs, call_sites(path)).items()}
+        for record in records:
+            pairs, names = read_record(record)
+            for test, offset in pairs:
+                for place in blocks.get(IMAGE_START + offset, ()):
+                    self.tests[place].add((program, names[test - 1] if test else ""))
