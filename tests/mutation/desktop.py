@@ -7,6 +7,7 @@ import subprocess
 import time
 
 import build
+import lines
 
 PASSED = re.compile(r"^\[ {7}OK \] (\S+) \((\d+) ms\)", re.MULTILINE)
 FAILED = re.compile(r"^\[  FAILED  \] ([^\s,]+\.[^\s,]+?)(?:,| \(\d+ ms\)|$)", re.MULTILINE)
@@ -98,4 +99,4 @@ def records_of(desktop, program, folder, limit):
     if not good:
         print(f"    {program.name} with its lines written down: {failed} failed, which is no harm "
               f"({time.monotonic() - begun:.0f} s)", flush=True)
-    return [path.read_bytes() for path in sorted(folder.glob("*.lines"))], output
+    return [lines.load_record(path) for path in sorted(folder.glob("*.lines"))], output

@@ -14,6 +14,14 @@ TRACE = "__sanitizer_cov_trace_pc"
 ROW = re.compile(r"\S.*?\s+(\d+|-)\s+(0x[0-9a-f]+|0)\b")
 
 
+def load_record(path):
+    """What was written of a record: its file has room for far more."""
+    with path.open("rb") as file:
+        blocks, _ = struct.unpack("<II", file.read(8))
+        file.seek(0)
+        return file.read(BLOCKS_AT + 8 * blocks)
+
+
 def read_record(content):
     """The pairs of test and offset, and the tests' names."""
     blocks, names_length = struct.unpack_from("<II", content)
@@ -32,10 +40,8 @@ def read_line_table(text, sources):
     for line in text.splitlines():
         if line.startswith("File name"):  # behind the name of the unit's own file
             unit = file = sources.get(last[:-1].rsplit("/", 1)[-1])
-        elif line.startswith("./") and line.endswith(":"):
-            file = line[2:-1]
-        elif line.startswith("/") and line.endswith(":"):
-            file = None
+        elif line.endswith(":"):
+            file = line[2:-1] if line.startswith("./") else None
         elif found := ROW.match(line):
             address = int(found[2], 16)
             if found[1] == "-":
@@ -82,6 +88,8 @@ def lines_of_blocks(runs, sites):
             # A row may share the address of the call with one before it.
             while begin > 0 and addresses[begin - 1] == addresses[begin]:
                 begin -= 1
+            if at == first:  # the beginning of the function
+                begin = 0
             blocks[sites[at]] = {(file, line) for address, file, line in rows[max(begin, 0):] if address < until and file}
     return blocks
 

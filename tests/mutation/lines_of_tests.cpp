@@ -1,8 +1,8 @@
-// Writes down which code each test runs, for scripts/mutate. Part of the test programs in a build of its own, in which
-// every block of code begins with a call of __sanitizer_cov_trace_pc. Any thread calls it.
+// Writes down which code each test runs, for scripts/mutate. Part of the test programs in a build of its own,
+// in which every block of code begins with a call of __sanitizer_cov_trace_pc. Any thread calls it.
 //
-// The record is a file in memory, so that a test which ends the process in its middle leaves what it ran so far. Nothing
-// is asked of the system after the start: tests replace the calls that this would make.
+// The record is a file in memory, so that a test which ends the process in its middle leaves what it ran so
+// far. Nothing is asked of the system after the start: tests replace the calls that this would make.
 
 #include <gtest/gtest.h>
 
@@ -35,12 +35,15 @@ Record* CreateRecord() {
     wchar_t folder[MAX_PATH] = {};
     const DWORD length = ::GetEnvironmentVariableW(L"TALVENOR_LINES_FOLDER", folder, MAX_PATH);
     if (length == 0 || length >= MAX_PATH) return nullptr;
-    const std::wstring path = std::wstring(folder) + L"\\" + std::to_wstring(::GetCurrentProcessId()) + L".lines";
+    // The system gives the id of a process that ended to another.
+    const std::wstring path = std::wstring(folder) + L"\\" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+                              std::to_wstring(::GetTickCount64()) + L".lines";
     const HANDLE file =
         ::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     const HANDLE mapping =
         ::CreateFileMappingW(file, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(sizeof(Record)), nullptr);
-    return static_cast<Record*>(::MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0));  // as long as the process lives
+    return static_cast<Record*>(
+        ::MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0));  // as long as the process lives
 }
 
 std::uintptr_t programStart;
@@ -79,7 +82,8 @@ const bool listens = [] {
 extern "C" void __sanitizer_cov_trace_pc() {
     Record* const to = record;
     if (!to) return;
-    const std::uintptr_t offset = reinterpret_cast<std::uintptr_t>(__builtin_return_address(0)) - programStart;
+    const std::uintptr_t offset =
+        reinterpret_cast<std::uintptr_t>(__builtin_return_address(0)) - programStart;
     const std::uint32_t test = runningTest;
     // Two threads at a time write it down twice, which does no harm.
     if (offset >= kLongestProgram || lastTest[offset] == test + 1) return;

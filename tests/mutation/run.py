@@ -20,7 +20,7 @@ import mutants
 
 PRODUCT = re.compile(r"\.(cpp|h)$")
 NOT_PRODUCT = re.compile(r"(tests|benchmarks|scripts|docs)/")
-NOT_TESTS = re.compile(r"(benchmarks|scripts|docs|\.ci)/|[^/]*\.md$|LICENSE|\.git|\.clang|\.cpp|\.editor|tests/mutation/.*(py|toml)$")
+NOT_TESTS = re.compile(r"(benchmarks|scripts|docs|\.ci)/|[^/]*\.md$|LICENSE|\.git|\.clang|\.cpp|\.editor|tests/mutation/")
 # A first try of the tests that are the likeliest to notice, then of more, then of all the others.
 TRIES = (6, 40, 10000)
 CONTROL_EVERY = 20
