@@ -43,9 +43,8 @@ def project_files(root):
     return sorted({name for name in listed.split("\0") if name and (root / name).is_file()})
 
 
-def copy_tree(root, target):
+def copy_tree(root, names, target):
     """What is the same stays untouched, with what was built from it; what is left of a mutant, or no longer there, goes."""
-    names = project_files(root)
     for name in names:
         content = (root / name).read_bytes()
         copy = target / name
@@ -55,7 +54,6 @@ def copy_tree(root, target):
     for copy in [path for path in target.rglob("*") if path.is_file()]:
         if str(copy.relative_to(target)) not in names:
             copy.unlink()
-    return names
 
 
 class Build:
@@ -69,9 +67,14 @@ class Build:
         self.links = {}
 
     def make(self, *settings, targets=("desktop_holder",)):
+        """All that the programs are linked from, but not the programs."""
         must(["cmake", "--preset", "mingw", "-S", self.source, "-B", self.folder, "-DTALVENOR_CHECK_PROGRAM=OFF", *settings],
              cwd=self.source)
-        must(["ninja", "-C", self.folder, f"-j{self.jobs}", *PROGRAMS, *targets])
+        inputs = set()
+        for program in PROGRAMS:
+            inputs |= set(must(["ninja", "-C", self.folder, "-t", "inputs", program]).splitlines())
+        made = sorted(name for name in inputs if name.endswith((".obj", ".a", ".res")) and not name.startswith("/"))
+        must(["ninja", "-C", self.folder, f"-j{self.jobs}", *made, *targets])
 
     def learn(self):
         """How each object is compiled and each program is linked."""

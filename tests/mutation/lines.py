@@ -11,7 +11,7 @@ NAMES_AT = 8
 BLOCKS_AT = 0x100000
 IMAGE_START = 0x140000000
 TRACE = "__sanitizer_cov_trace_pc"
-ROW = re.compile(r"\S.*?\s+(\d+|-)\s+(0x[0-9a-f]+|0)\b")
+ROW = re.compile(r"(\S.*?)\s+(\d+|-)\s+(0x[0-9a-f]+|0)\b")
 
 
 def load_record(path):
@@ -43,15 +43,17 @@ def read_line_table(text, sources):
         elif line.endswith(":"):
             file = line[2:-1] if line.startswith("./") else None
         elif found := ROW.match(line):
-            address = int(found[2], 16)
-            if found[1] == "-":
+            address = int(found[3], 16)
+            if found[2] == "-":
                 if rows:
                     runs.append((rows, address))
                 rows = []
             else:
-                rows.append((address, file, int(found[1])))
-                if unit and file:
-                    units[file, int(found[1])].add(unit)
+                # A unit that begins with another file's code does not say so; long names are cut at their beginning.
+                place = file if file and file.endswith(found[1].lstrip(".")) else None
+                rows.append((address, place, int(found[2])))
+                if unit and place:
+                    units[place, int(found[2])].add(unit)
         if line:
             last = line
     return runs, units

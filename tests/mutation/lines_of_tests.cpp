@@ -8,7 +8,6 @@
 
 #include <windows.h>
 
-#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -20,12 +19,14 @@ struct Block {
     std::uint32_t offset;  // in the program, of the code behind the call
 };
 
+constexpr std::uint32_t kMostBlocks = 0x2000000;
+
 // tests/mutation/lines.py reads this.
 struct Record {
-    std::atomic<std::uint32_t> blocks;
+    std::uint32_t blocks;
     std::uint32_t namesLength;
     char names[0xFFFF8];  // each ends with a line feed
-    Block block[0x2000000];
+    Block block[kMostBlocks];
 };
 
 constexpr std::uintptr_t kLongestProgram = 0x2000000;
@@ -46,15 +47,16 @@ Record* CreateRecord() {
         ::MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0));  // as long as the process lives
 }
 
+// Written before main, and by the thread that runs the tests.
 std::uintptr_t programStart;
-std::atomic<Record*> record{nullptr};
-std::atomic<std::uint32_t> runningTest{0};
+Record* record;
+std::uint32_t runningTest;
 
 class TestNames : public testing::EmptyTestEventListener {
 public:
     TestNames() {
         programStart = reinterpret_cast<std::uintptr_t>(::GetModuleHandleW(nullptr));
-        record = CreateRecord();
+        __atomic_store_n(&record, CreateRecord(), __ATOMIC_RELEASE);
     }
 
     void OnTestStart(const testing::TestInfo& test) override {
@@ -64,9 +66,11 @@ public:
         if (to->namesLength + line.size() > sizeof to->names) return;
         std::memcpy(to->names + to->namesLength, line.data(), line.size());
         to->namesLength += static_cast<std::uint32_t>(line.size());
-        runningTest = ++m_tests;
+        __atomic_store_n(&runningTest, ++m_tests, __ATOMIC_RELAXED);
     }
-    void OnTestEnd(const testing::TestInfo& /*test*/) override { runningTest = 0; }
+    void OnTestEnd(const testing::TestInfo& /*test*/) override {
+        __atomic_store_n(&runningTest, 0u, __ATOMIC_RELAXED);
+    }
 
 private:
     std::uint32_t m_tests = 0;
@@ -79,15 +83,16 @@ const bool listens = [] {
 
 }  // namespace
 
+// Calls no function: nearly every one would call this.
 extern "C" void __sanitizer_cov_trace_pc() {
-    Record* const to = record;
+    Record* const to = __atomic_load_n(&record, __ATOMIC_ACQUIRE);
     if (!to) return;
     const std::uintptr_t offset =
         reinterpret_cast<std::uintptr_t>(__builtin_return_address(0)) - programStart;
-    const std::uint32_t test = runningTest;
+    const std::uint32_t test = __atomic_load_n(&runningTest, __ATOMIC_RELAXED);
     // Two threads at a time write it down twice, which does no harm.
     if (offset >= kLongestProgram || lastTest[offset] == test + 1) return;
     lastTest[offset] = static_cast<std::uint16_t>(test + 1);
-    const std::uint32_t place = to->blocks++;
-    if (place < std::size(to->block)) to->block[place] = {test, static_cast<std::uint32_t>(offset)};
+    const std::uint32_t place = __atomic_fetch_add(&to->blocks, 1, __ATOMIC_RELAXED);
+    if (place < kMostBlocks) to->block[place] = {test, static_cast<std::uint32_t>(offset)};
 }

@@ -7,6 +7,7 @@ import pathlib
 import pickle
 import re
 import resource
+import signal
 import sys
 import threading
 import time
@@ -39,7 +40,8 @@ class Product:
     def __init__(self, root, work, jobs):
         self.work = work
         self.source = work / "src"
-        names = build.copy_tree(root, self.source)
+        self.all_files = names = build.project_files(root)
+        build.copy_tree(root, names, self.source)
         self.files = [name for name in names if PRODUCT.search(name) and not NOT_PRODUCT.match(name)]
         self.texts = {name: (self.source / name).read_text(encoding="utf-8") for name in self.files}
         self.digest = digest(self.source, [name for name in names if not NOT_TESTS.match(name)])
@@ -89,9 +91,11 @@ class Product:
         timing.start()
         if len(desktops) == 1:
             timing.join()
-        for program, place in build.PROGRAMS.items():
-            path = self.work / "lines" / place / f"{program}.exe"
-            records, _ = desktop.records_of(desktops[-1], path, self.work / "records", 3600)
+        for program in build.PROGRAMS:
+            path = self.work / f"{program}-lines.exe"
+            if words := self.lines_build.link(program, {}, path):
+                raise build.BuildFailed(words)
+            records = desktop.records_of(desktops[-1], path, self.work / "records", 3600)
             sources = self.lines_build.sources_of(program).values()
             self.lines.add(program, path, sources, records, set(self.files))
         timing.join()
@@ -226,7 +230,7 @@ class Job:
         self.screen = screen
         self.folder = folder
         self.source = folder / "src"
-        build.copy_tree(product.source, self.source)
+        build.copy_tree(product.source, product.all_files, self.source)
         self.unproved = []  # kills whose tests must still show that they pass without a mutant
 
     def judge(self, mutant, lines_of_test):
@@ -404,7 +408,7 @@ def main(words):
                 problems.append(problem)
                 queue.clear()
 
-        threads = [threading.Thread(target=work, args=(job,)) for job in jobs]
+        threads = [threading.Thread(target=work, args=(job,), daemon=True) for job in jobs]
         for thread in threads:
             thread.start()
         for thread in threads:
@@ -434,6 +438,7 @@ def main(words):
 
 
 if __name__ == "__main__":
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))  # what was started ends too
     try:
         sys.exit(main(sys.argv[1:]))
     except build.BuildFailed as failure:
