@@ -300,8 +300,7 @@ class Changes:
             if this.kind == "declaration":
                 return False  # either the other needs it, or nothing can be seen of the order
             if this.kind == "assignment" and self.calls(that):
-                target = next(token.text for token in self.tokens[this.first:] if token.kind == "name")
-                if not target.startswith("m_") and target not in self.words(that):
+                if not self.needs(that, next(at for at in range(this.first, this.last) if self.tokens[at].kind == "name")):
                     return False
             elif this.kind == "assignment":
                 sides = re.split(r" [-+|&*]?= ", self.source.code(this.first, this.last))
@@ -309,8 +308,19 @@ class Changes:
                     return False
         return True
 
-    def words(self, statement):
-        return {token.text for token in self.tokens[statement.first:statement.last + 1] if token.kind == "name"}
+    def needs(self, statement, target):
+        """Whether it may use what is written to the variable, or the field of one, at this token. A member may be used by
+        all that is called."""
+        name = self.tokens[target].text
+        if name.startswith("m_"):
+            return True
+        field = [token.text for token in self.tokens[target + 1:target + 3]]
+        for place in range(statement.first, statement.last + 1):
+            if self.tokens[place].text == name:
+                following = [token.text for token in self.tokens[place + 1:place + 3]]
+                if field[0] != "." or following[0] != "." or following == field:
+                    return True
+        return False
 
     def calls(self, statement):
         """Whether it calls anything but casts."""

@@ -88,6 +88,8 @@ class Generator(unittest.TestCase):
         self.assertIn("Use(a);\na.b = c;", changed_lines("a.b = c;\nUse(a);"))
         self.assertNotIn("a.c = d;\na.b = c;", changed_lines("a.b = c;\na.c = d;"))
         self.assertNotIn("Foo();\na.b = c;", changed_lines("a.b = c;\nFoo();"))
+        self.assertNotIn("a.c = Foo();\na.b = c;", changed_lines("a.b = c;\na.c = Foo();"))
+        self.assertIn("Foo();\nm_b = c;", changed_lines("m_b = c;\nFoo();"))
         self.assertNotIn("return;\nFoo();", changed_lines("Foo();\nreturn;"))
 
     def test_choice(self):
