@@ -1,6 +1,7 @@
 """The test programs with one file of the product changed. They are built once in the ordinary way; a mutant then costs the
 compiling of what includes its file, and a link. That is done by LLVM's linker, which needs an eighth of a second where
 GNU's needs ten."""
+import collections
 import pathlib
 import re
 import shlex
@@ -17,6 +18,7 @@ PROGRAMS = {
 # What LLVM's linker does not know and a program that is only run does not need.
 UNKNOWN_TO_LLD = re.compile(r"-plugin|--out-implib|--major-image-version|--minor-image-version")
 COMPILE_LIMIT_S = 300
+SYSTEM_HEADER = re.compile(r"^#include (<[\w./]+>)", re.MULTILINE)
 
 
 class BuildFailed(Exception):
@@ -65,6 +67,7 @@ class Build:
         self.objects = {}  # of each program
         self.dependents = {}  # objects that include each file
         self.links = {}
+        self.precompiled = {}  # by object, the headers that can be taken instead of being read anew
 
     def make(self, *settings, targets=("desktop_holder",)):
         """All that the programs are linked from, but not the programs."""
@@ -99,6 +102,30 @@ class Build:
             elif ": #deps" in line:
                 obj = line.split(": #deps")[0]
 
+    def precompile(self, texts, folder):
+        """The system's headers that several files of the product include, compiled once: most of a compilation is reading
+        them. Only for objects that this does not change by a byte."""
+        included = collections.Counter(header for text in texts for header in set(SYSTEM_HEADER.findall(text)))
+        # This one first: others need it.
+        headers = ["<windows.h>"] + [name for name, files in included.most_common() if files > 2 and name != "<windows.h>"]
+        by_flags = collections.defaultdict(list)
+        for made, words in self.compile_commands.items():
+            if "-include" not in words and words[-1].startswith(f"{self.source}/") and words[-1].endswith(".cpp"):
+                by_flags[tuple(self.without_outputs(words)[:-2])].append(made)
+        folder.mkdir(parents=True, exist_ok=True)
+        for number, objects in enumerate(by_flags.values()):
+            header = folder / f"{number}.h"
+            header.write_text("".join(f"#include {name}\n" for name in headers), encoding="utf-8")
+            words = self.without_outputs(self.compile_commands[objects[0]])[:-2]
+            if run([*words, "-x", "c++-header", "-o", f"{header}.gch", header], cwd=self.folder)[0] != 0:
+                continue
+            for made in objects:
+                self.precompiled[made] = header
+                tried = folder / "tried.obj"
+                if self.compile(made, self.source, tried) is not None or \
+                        tried.read_bytes() != (self.folder / made).read_bytes():
+                    del self.precompiled[made]
+
     def as_lld(self, link):
         """The same link by LLVM's linker, with the places of what each mutant has of its own."""
         called = must(["bash", "-c", link + " -###"], cwd=self.folder)
@@ -124,13 +151,21 @@ class Build:
         old, new = str(self.source), str(source)
         words = [word.replace(old + "/", new + "/") if old + "/" in word else re.sub(re.escape(old) + r"(?=$|=)", new, word)
                  for word in self.compile_commands[made]]
+        words = self.without_outputs(words)
+        if made in self.precompiled:
+            words[1:1] = ["-include", str(self.precompiled[made])]
+        target.parent.mkdir(parents=True, exist_ok=True)
+        code, output = run([*words, "-w", "-o", target], limit=COMPILE_LIMIT_S, cwd=self.folder)
+        return None if code == 0 else output
+
+    @staticmethod
+    def without_outputs(words):
+        words = list(words)
         for option, values in (("-MD", 0), ("-MT", 1), ("-MF", 1), ("-o", 1)):
             if option in words:
                 at = words.index(option)
                 del words[at:at + 1 + values]
-        target.parent.mkdir(parents=True, exist_ok=True)
-        code, output = run([*words, "-w", "-o", target], limit=COMPILE_LIMIT_S, cwd=self.folder)
-        return None if code == 0 else output
+        return words
 
     def link(self, program, changed, target):
         """`changed`: files to take in place of these objects. The linker's words when it does not link."""

@@ -55,8 +55,21 @@ class Product:
         print("Building the tests, and once more so that they write down their lines...", flush=True)
         self.build.make("-DTALVENOR_LINES_OF_TESTS=OFF")
         self.build.learn()
+        self.precompile()
         self.lines_build.make("-DTALVENOR_LINES_OF_TESTS=ON", targets=())
         self.lines_build.learn()
+
+    def precompile(self):
+        """Once for each state of the sources."""
+        kept = self.work / "headers.json"
+        if kept.is_file():
+            known = json.loads(kept.read_text(encoding="utf-8"))
+            if known["digest"] == self.digest:
+                self.build.precompiled = known["objects"]
+                return
+        self.build.precompile(self.texts.values(), self.work / "headers")
+        objects = {made: str(header) for made, header in self.build.precompiled.items()}
+        kept.write_text(json.dumps({"digest": self.digest, "objects": objects}), encoding="utf-8")
 
     def in_test_programs(self, file):
         return file in self.build.dependents
