@@ -12,9 +12,9 @@ public:
     // Asks the system where the interpreter is.
     InterpreterRun();
 
-    // Starts it with the command line `arguments` in `workingFolder`. Its console has the title `windowTitle`,
-    // and is not shown when `isHidden`. The system may write into both texts. False when it could not be
-    // started; the thread's last error is then that of the attempt.
+    // Starts it with the command line `arguments` in `workingFolder`. Its console has the title
+    // `windowTitle`, and is not shown when `isHidden`. The system may write into both texts. False when it
+    // could not be started; the thread's last error is then that of the attempt.
     [[nodiscard]] bool Start(std::wstring& arguments, const std::wstring& workingFolder,
                              std::wstring& windowTitle, bool isHidden) noexcept;
 

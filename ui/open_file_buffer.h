@@ -6,12 +6,13 @@
 #include <cstddef>
 #include <span>
 
-// Larger than the size that is passed to the dialog: Wine writes a selection that does not fit all the same, and reports
-// success. A block of this size comes from the system in fresh pages, which cost nothing until they are
-// written to.
+// Larger than the size that is passed to the dialog: Wine writes a selection that does not fit all the same,
+// and reports success. A block of this size comes from the system in fresh pages, which cost nothing until
+// they are written to.
 class OpenFileBuffer {
 public:
-    // The size passed to the dialog, in characters. Deliberate: room for 99 paths of 260; a larger selection fails.
+    // The size passed to the dialog, in characters. Deliberate: room for 99 paths of 260; a larger selection
+    // fails.
     static constexpr std::size_t kLength = std::size_t{99} * 260;
 
     OpenFileBuffer() noexcept;

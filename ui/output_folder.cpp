@@ -59,8 +59,8 @@ void CMainDlg::OnOpenDestination() {
         folder = path.Text();
     }
     if (folder.empty()) return;
-    // Deliberate: no quotes around the folder, as in every version. Explorer then takes a comma for the end of
-    // the path.
+    // Deliberate: no quotes around the folder, as in every version. Explorer then takes a comma for the end
+    // of the path.
     ShellOpen(SystemExplorer().c_str(), folder.c_str());
 }
 
