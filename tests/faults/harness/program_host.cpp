@@ -24,8 +24,18 @@ void KeepSystemLibraries() {
     static_cast<void>(s_kept);
 }
 
+BOOL CALLBACK FindFileList(HWND control, LPARAM found) {
+    if (::GetDlgCtrlID(control) != IDC_FILE_LIST) return TRUE;
+    *reinterpret_cast<bool*>(found) = true;
+    return FALSE;
+}
+
+// Not by GetDlgItem: the window may be closed by its own thread meanwhile, and the server of Wine 10 then
+// follows the controls without an end, and answers nobody any more.
 BOOL CALLBACK FindMainWindow(HWND window, LPARAM found) {
-    if (!::GetDlgItem(window, IDC_FILE_LIST)) return TRUE;
+    bool hasFileList = false;
+    ::EnumChildWindows(window, &FindFileList, reinterpret_cast<LPARAM>(&hasFileList));
+    if (!hasFileList) return TRUE;
     *reinterpret_cast<HWND*>(found) = window;
     return FALSE;
 }
