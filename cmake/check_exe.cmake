@@ -5,7 +5,7 @@
 #     -DSIZE=refuse|report|ignore -P check_exe.cmake
 #
 # SIZE says what becomes of a program that is too large: an error, a warning, nothing. MAP is the linker's account of
-# what it took, from which the check tells why.
+# what it took, from which the check derives the reason.
 cmake_minimum_required(VERSION 3.25)
 
 # On every Windows from 7 on, and none of them is looked for in the program's own folder: all but comctl32 are
@@ -71,7 +71,7 @@ endfunction()
 # can bring all of their machinery, four times the program's code.
 function(explain_size result)
   if(NOT EXISTS "${MAP}")
-    set(${result} "there is no ${MAP} to tell why" PARENT_SCOPE)
+    set(${result} "there is no ${MAP} to derive the reason from" PARENT_SCOPE)
     return()
   endif()
   file(READ ${MAP} map LIMIT 200000)  # what was taken comes first
@@ -103,7 +103,7 @@ function(check_size)
   endif()
   explain_size(explanation)
   if(SIZE STREQUAL report)
-    message(WARNING "${PROGRAM}: ${finding}: this compiler is not one that we know. The program is whole.\n${explanation}")
+    message(WARNING "${PROGRAM}: ${finding}: this compiler is not one that we know. The program itself is complete.\n${explanation}")
   else()
     refuse("${finding}\n${explanation}")
   endif()

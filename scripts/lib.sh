@@ -52,7 +52,7 @@ within() {
     done
 }
 
-# entries PRESET WHAT NAME: what tests/entries.py says of the entries of ctest in this build that the name stands for.
+# entries PRESET WHAT NAME: what tests/entries.py says of the entries of ctest in this build that the name means.
 entries() { ctest --test-dir "$build/$1" --show-only=json-v1 | python3 "$repository/tests/entries.py" "$2" "$3"; }
 
 # windows_path PATH: how a program under Wine calls this file or folder, which need not exist.
@@ -209,7 +209,7 @@ hold_desktop() {
 stop_all() {
     local status=$? name
     trap - EXIT
-    # Our own session only: the server is told by its prefix.
+    # Our own session only: the server is known by its prefix.
     if [[ $wine_is_ours || $unfinished_prefix ]]; then
         wineserver -k >/dev/null 2>&1 || true # it may have ended by itself
         timeout 60 wineserver -w || true

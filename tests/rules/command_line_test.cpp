@@ -53,6 +53,15 @@ TEST(BuildConverterCommandLine, DropsAnEmptyResolutionButNotPagesOfBlanks) {
         LR"(pdf2djvu.exe -o "C:\Docs\Rapport annuel.djvu" -v  -p "" "C:\Docs\Rapport annuel.pdf")");
 }
 
+TEST(ConversionOptionsTest, AreAllOffUntilTheyAreRead) {
+    ConversionOptions options;
+    options.pages = L"1";
+    options.resolution = L"300";
+    options.outputFolder = L"D:\\Sortie";
+    EXPECT_EQ(LineFor(options), LR"(pdf2djvu.exe -o "a.djvu" -v  "a.pdf")");
+    EXPECT_FALSE(options.outputFolderEnabled);
+}
+
 const LineCase kOneOption[] = {
     {"None", {}, LR"(pdf2djvu.exe -o "a.djvu" -v  "a.pdf")"},
     {"Resolution", OptionsBuilder().Resolution(L"300"), LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 "a.pdf")"},

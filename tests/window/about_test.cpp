@@ -37,6 +37,13 @@ TEST_F(AboutTest, ShowsTheVersionOfTheProgramsOwnResource) {
     EXPECT_EQ(VersionLine(), shipped::kAboutLine);
 }
 
+TEST_F(AboutTest, LeavesTheFocusToTheSystem) {
+    CAboutDlg about;
+    LRESULT result = 0;
+    EXPECT_TRUE(about.ProcessWindowMessage(nullptr, WM_INITDIALOG, 0, 0, result, 0));
+    EXPECT_EQ(result, TRUE);
+}
+
 struct WayOut {
     const char* name;
     UINT message;

@@ -9,6 +9,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
+using testing::SizeIs;
 
 constexpr char kHidden[] = "SetProgressState 0";
 
@@ -41,14 +42,14 @@ protected:
 };
 
 // Windows of this process that are neither shown nor listed anywhere, of the kind that receives reports.
-int MessageOnlyWindows() {
-    int count = 0;
+std::vector<HWND> MessageOnlyWindows() {
+    std::vector<HWND> windows;
     for (HWND window = nullptr; (window = ::FindWindowExW(HWND_MESSAGE, window, L"Static", nullptr));) {
         DWORD process = 0;
         ::GetWindowThreadProcessId(window, &process);
-        if (process == ::GetCurrentProcessId()) ++count;
+        if (process == ::GetCurrentProcessId()) windows.push_back(window);
     }
-    return count;
+    return windows;
 }
 
 TEST_F(BatchTaskbarTest, ShowsRowsDoneOfRows) {
@@ -164,13 +165,22 @@ TEST_F(BatchTaskbarTest, OfTwoBatchesAtOnceTheNewerIsShown) {
 
 TEST_F(BatchTaskbarTest, OneWindowThatNobodySeesReceivesTheReportsAsLongAsTheDialogLives) {
     AddFiles({L"C:\\in\\a.pdf"});
-    EXPECT_EQ(MessageOnlyWindows(), 0);
+    EXPECT_THAT(MessageOnlyWindows(), IsEmpty());
     RunBatch();
     RunBatch();
-    EXPECT_EQ(MessageOnlyWindows(), 1);
+    EXPECT_THAT(MessageOnlyWindows(), SizeIs(1));
     Destroy();
-    EXPECT_EQ(MessageOnlyWindows(), 0);
+    EXPECT_THAT(MessageOnlyWindows(), IsEmpty());
     Create();
+}
+
+TEST_F(BatchTaskbarTest, TheReceivingWindowIsAnOrdinaryOneForAllElse) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    RunBatch();
+    ASSERT_THAT(MessageOnlyWindows(), SizeIs(1));
+    const HWND receiver = MessageOnlyWindows().front();
+    ::SetWindowTextW(receiver, L"text");
+    EXPECT_EQ(::SendMessageW(receiver, WM_GETTEXTLENGTH, 0, 0), 4);
 }
 
 TEST_F(BatchTaskbarTest, ABatchWithoutFilesShowsNothing) {

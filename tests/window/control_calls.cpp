@@ -106,7 +106,8 @@ std::string Arguments(UINT message, WPARAM wParam, LPARAM lParam) {
         return row() + " column=" + Number(item->iSubItem) + " size=" + Number(item->cchTextMax);
     case LVM_INSERTCOLUMNW: return Number(static_cast<int>(wParam));
     case LVM_SETCOLUMNWIDTH:
-        return Number(static_cast<int>(wParam)) + ' ' + Number(static_cast<short>(lParam));
+        return Number(static_cast<int>(wParam)) + ' ' + Number(static_cast<short>(lParam)) +
+               (HIWORD(lParam) != 0 ? " and more" : "");
     case TTM_ADDTOOLW: return WindowName(reinterpret_cast<const TTTOOLINFOW*>(lParam)->hwnd);
     case LVM_SETIMAGELIST:
     case BM_SETIMAGE:

@@ -1,9 +1,22 @@
-// What F7 shows: the command line of which row, and options as they stand in their controls.
+// What F7 shows: the command line of which row, and the options as they are in their controls.
+#include "tests/window/forwarding_import.h"
 #include "tests/window/main_window_fixture.h"
 
 namespace {
 
 using testing::ElementsAre;
+
+std::vector<int> g_read;  // ids of controls, in the order in which they were asked
+
+UINT WINAPI RecordBox(HWND dialog, int id) {
+    g_read.push_back(id);
+    return original<&RecordBox>(dialog, id);
+}
+
+int WINAPI RecordText(HWND control, LPWSTR text, int size) {
+    g_read.push_back(::GetDlgCtrlID(control));
+    return original<&RecordText>(control, text, size);
+}
 
 class FileListPreviewTest : public MainWindowFixture {
 protected:
@@ -50,6 +63,23 @@ TEST_F(FileListPreviewTest, TheOutputFolderKeepsItsBlanks) {
     PressListKey(VK_F7);
     EXPECT_THAT(calls.Calls(),
                 ElementsAre(Preview("pdf2djvu.exe -o \"  D:\\out  \\a.djvu\" -v  \"C:\\in\\a.pdf\"")));
+}
+
+TEST_F(FileListPreviewTest, EachBoxIsReadWithWhatBelongsToItFromTheTopOfTheOptionsDown) {
+    SelectRow(0);
+    for (const int box : {IDC_PAGES_CHECK, IDC_RESOLUTION_CHECK, IDC_OUTPUT_FOLDER_CHECK}) {
+        ::CheckDlgButton(Dialog(), box, BST_CHECKED);
+    }
+    const auto boxes = ReplaceAndForward<&RecordBox>("IsDlgButtonChecked");
+    const auto texts = ReplaceAndForward<&RecordText>("GetWindowTextW");
+    SetText(IDC_PAGES, L"1");
+    SetText(IDC_RESOLUTION, L"300");
+    g_read.clear();
+    PressListKey(VK_F7);
+    EXPECT_THAT(g_read,
+                ElementsAre(IDC_PAGES_CHECK, IDC_PAGES, IDC_RESOLUTION_CHECK, IDC_RESOLUTION, IDC_NO_METADATA,
+                            IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_NO_TEXT, IDC_LINES, IDC_MONOCHROME,
+                            IDC_EXTRA_OPTIONS, IDC_OUTPUT_FOLDER_CHECK, IDC_OUTPUT_FOLDER));
 }
 
 TEST_F(FileListPreviewTest, TheResolutionKeepsItsZeros) {

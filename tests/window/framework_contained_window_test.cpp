@@ -102,6 +102,17 @@ TEST_F(FrameworkContainedWindowTest, TheProcedureIsReplacedByOneCallAndKept) {
     EXPECT_EQ(Procedure(), m_ownProcedure);
 }
 
+// As when a control is given to another owner by somebody who does not know of this one.
+TEST_F(FrameworkContainedWindowTest, AControlWithoutItsObjectGetsDefaultProcessing) {
+    m_contained->SubclassWindow(m_edit);
+    ::SetWindowLongPtrW(m_edit, GWLP_USERDATA, 0);
+    EXPECT_TRUE(::SendMessageW(m_edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"title")));
+    wchar_t title[16] = {};
+    ::InternalGetWindowText(m_edit, title, ARRAYSIZE(title));
+    EXPECT_STREQ(title, L"title");
+    EXPECT_THAT(m_owner.messages, IsEmpty());
+}
+
 TEST_F(FrameworkContainedWindowTest, WhatTheOwnerDoesNotHandleGoesToTheReplacedProcedure) {
     m_contained->SubclassWindow(m_edit);
     m_owner.answer = 99;  // of no account

@@ -110,8 +110,11 @@ TEST_F(ShellActionExplorerTest, IsTheSystemsByItsFullPathWhenTheSearchPathLeadsE
     EXPECT_EQ(Asked(), Systems());
     SearchPathAnswer::path = L"";  // nowhere
     EXPECT_EQ(Asked(), Systems());
-    SearchPathAnswer::length = MAX_PATH + 10;  // further than a path reaches
-    EXPECT_EQ(Asked(), Systems());
+    // What does not fit is no path, whatever is in the buffer.
+    const std::wstring systems = Systems();
+    SearchPathAnswer::path = systems.c_str();
+    SearchPathAnswer::length = MAX_PATH + 10;
+    EXPECT_EQ(Asked(), systems);
 }
 
 // Whether the search path has the current directory is a setting of the system.
