@@ -3,9 +3,9 @@
     entries.py names NAME    their names, one a line
     entries.py files NAME    the files of the build that they need
     entries.py filter NAME   the tests that they run, as one filter of GoogleTest
-    entries.py subjects ''   what there is to choose from: all names of entries without their level, and all labels
+    entries.py subjects ''   what there is to choose from: all names of entries without their level, all levels and all labels
 
-NAME is a label (window, package), or the name of entries, with or without their level, or its first words: "batch"
+NAME is a level (window, package) or another label, or the name of entries, with or without their level, or its first words: "batch"
 stands for app.batch, app.batch_stop, window.batch_timer and so on, "window.batch" for those of them that are in the
 window's tests. With no such entry nothing is written.
 """
@@ -22,12 +22,16 @@ def properties(entry, name):
     return []
 
 
+def level(entry):
+    return entry["name"].partition(".")[0]
+
+
 def subject(entry):
     return entry["name"].partition(".")[2] or entry["name"]
 
 
 def is_meant(entry, name):
-    return name in properties(entry, "LABELS") or any(
+    return name in (level(entry), *properties(entry, "LABELS")) or any(
         known == name or known.startswith(name + "_") for known in (entry["name"], subject(entry)))
 
 
@@ -46,10 +50,12 @@ def main():
         lines = [":".join(argument.removeprefix(FILTER) for argument in arguments if argument.startswith(FILTER))]
     elif what == "subjects":
         lines = sorted({subject(entry) for entry in everything}
+                       | {level(entry) for entry in everything}
                        | {label for entry in everything for label in properties(entry, "LABELS")})
     else:
         sys.exit(__doc__)
-    print("\n".join(lines))
+    for line in lines:
+        print(line)
 
 
 if __name__ == "__main__":
