@@ -23,6 +23,7 @@ void CMainDlg::SetRunningState(bool running) {
     if (IsChecked(IDC_PAGES_CHECK)) enable(IDC_PAGES);
     enable(IDC_RESOLUTION_CHECK);
     if (IsChecked(IDC_RESOLUTION_CHECK)) enable(IDC_RESOLUTION);
+    // Deliberate: IDOK is named a second time. The call finds it in its state already and changes nothing.
     for (const int id : {IDC_NO_METADATA, IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_NO_TEXT, IDC_LINES,
                          IDC_MONOCHROME, IDC_EXTRA_OPTIONS, IDC_HIDE_OUTPUT, IDC_OUTPUT_FOLDER_CHECK,
                          IDC_OUTPUT_FOLDER, IDC_BROWSE, IDC_SHUT_DOWN, IDOK}) {

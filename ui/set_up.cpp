@@ -104,7 +104,8 @@ void CMainDlg::SetButtonIcons() {
         const HICON icon =
             ::LoadIconW(CAppModule::Instance().ResourceInstance(), MAKEINTRESOURCEW(picture.icon));
         Item(picture.button).Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
-        // The system keeps icons loaded like this for the life of the program: the button's picture stays.
+        // Deliberate: the icon is shared, and the system keeps such icons for the life of the program. The
+        // button's picture stays.
         ::DestroyIcon(icon);
     }
 }
