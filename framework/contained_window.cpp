@@ -1,5 +1,7 @@
 #include "framework/contained_window.h"
 
+#include "framework/app_module.h"
+
 bool CContainedWindow::SubclassWindow(HWND control) noexcept {
     m_hWnd = control;
     const auto self = reinterpret_cast<LONG_PTR>(this);
@@ -8,6 +10,22 @@ bool CContainedWindow::SubclassWindow(HWND control) noexcept {
     m_replaced = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowProc)));
     return m_replaced != nullptr;
+}
+
+void CContainedWindow::CreateMessageOnly() noexcept {
+    if (Handle()) return;
+    const HWND window = ::CreateWindowExW(0, L"Static", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                          CAppModule::Instance().ResourceInstance(), nullptr);
+    if (window) SubclassWindow(window);
+}
+
+void CContainedWindow::Destroy() noexcept {
+    const HWND window = Handle();
+    if (!window) return;
+    // Before the window goes, if it goes: no thread begins to wait for it from here on.
+    Unsubclass();
+    m_hWnd = nullptr;
+    ::DestroyWindow(window);
 }
 
 void CContainedWindow::Unsubclass() noexcept {

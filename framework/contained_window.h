@@ -19,6 +19,12 @@ public:
     // messages do not come to the owner; false then.
     bool SubclassWindow(HWND control) noexcept;
 
+    // Creates a window that nobody sees and that only gets messages which are meant for it, on the calling
+    // thread, and takes it. Has no effect while there is one, or when it cannot be created.
+    void CreateMessageOnly() noexcept;
+    // Called on the same thread.
+    void Destroy() noexcept;
+
 private:
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 

@@ -20,6 +20,8 @@
 #include <process.h>
 #include <shlwapi.h>
 
+#include <optional>
+
 namespace {
 
 std::wstring LastComponent(const std::wstring& path) {
@@ -37,6 +39,7 @@ void CMainDlg::StartConversion() {
         return;
     }
     m_taskbarProgress.Prepare(m_hWnd);
+    m_userInterface.Open();
     // Nothing is disabled here: the worker takes the window into the running state. If the thread cannot be
     // created, the window stays idle and nothing is reported.
     ++m_workers;
@@ -59,7 +62,7 @@ void CMainDlg::ConvertAll() {
     if (m_fileList.RowCount() == 0) return;
 
     const std::wstring programFolder = ProgramFolder();
-    HideLogButton();
+    ShowLogButton(false);
     ::DeleteFileW(LogPath().c_str());  // there may be none
     m_fileList.FitColumns(true);
     const HCURSOR previousCursor = ::SetCursor(::LoadCursorW(nullptr, IDC_APPSTARTING));
@@ -74,25 +77,48 @@ void CMainDlg::ConvertAll() {
     ::SetCursor(previousCursor);
 }
 
+// What a row's end and the next one's beginning do to controls is one step of the user-interface thread: it
+// costs one message, and what changes is drawn once.
 void CMainDlg::ConvertRows(const std::wstring& programFolder, unsigned batch, AwakeSystem& awake) {
-    int row = 0;
-    int rows = m_fileList.RowCount();
-    if (rows < 1) return;
-    std::wstring pdfPath;
+    BatchRow row;
+    row.batch = batch;
+    row.count = m_fileList.RowCount();
+    if (row.count < 1 || !m_running) return;
+    awake.Hold();
+    m_userInterface.Invoke([&] { BeginRow(row); });
+    bool goesOn = false;
     do {
-        if (!m_running) return;
-        awake.Hold();
-        m_taskbarProgress.Report(batch, row, rows);
-        m_fileList.GetListItemText(row, 0, pdfPath);
-        m_fileList.SelectListItem(row);
-        SetStatusText(LoadText(IDS_CONVERTING) + pdfPath);
-        const std::wstring converter = BuildCommandLine(pdfPath);  // its boxes are read before the next
-        std::wstring arguments = BuildInterpreterArguments(converter, IsChecked(IDC_HIDE_OUTPUT));
-        if (!RunConverter(arguments, programFolder, pdfPath)) return;
-        ++row;
-        rows = m_fileList.RowCount();
-    } while (row < rows);
-    m_taskbarProgress.Report(batch, row, rows);
+        std::optional<InterpreterRun> interpreter;
+        const bool converted = RunConverter(interpreter, row, programFolder);
+        const std::wstring duration = FormatElapsed(0);
+        m_userInterface.Invoke([&] {
+            m_fileList.SetDurationText(m_fileList.FirstSelectedRow(), duration);
+            interpreter.reset();
+            goesOn = converted && BeginNextRow(row);
+        });
+    } while (goesOn);
+}
+
+bool CMainDlg::BeginNextRow(BatchRow& row) const {
+    ++row.index;
+    row.count = m_fileList.RowCount();
+    if (row.index >= row.count) {
+        m_taskbarProgress.Report(row.batch, row.index, row.count);
+        return false;
+    }
+    if (!m_running) return false;
+    BeginRow(row);
+    return true;
+}
+
+void CMainDlg::BeginRow(BatchRow& row) const {
+    m_taskbarProgress.Report(row.batch, row.index, row.count);
+    m_fileList.GetListItemText(row.index, 0, row.pdfPath);
+    m_fileList.SelectListItem(row.index);
+    SetStatusText(LoadText(IDS_CONVERTING) + row.pdfPath);
+    const std::wstring converter = BuildCommandLine(row.pdfPath);  // its boxes are read before the next
+    row.isHidden = IsChecked(IDC_HIDE_OUTPUT);
+    row.arguments = BuildInterpreterArguments(converter, row.isHidden);
 }
 
 // Deliberate: also after a batch that was stopped or failed. Whoever goes to bed wants the machine off, and
@@ -110,20 +136,19 @@ void CMainDlg::EndBatch() {
                     MB_OK | MB_ICONINFORMATION);
     }
     SetStatusText(L"");
-    if (IsChecked(IDC_HIDE_OUTPUT)) ShowLogButton();
+    if (IsChecked(IDC_HIDE_OUTPUT)) ShowLogButton(true);
     m_running = false;
     SetRunningState(false);
 }
 
-bool CMainDlg::RunConverter(std::wstring& arguments, const std::wstring& workingFolder,
-                            const std::wstring& pdfPath) {
-    std::wstring title = LastComponent(pdfPath);
-    const bool isHidden = IsChecked(IDC_HIDE_OUTPUT);
-    InterpreterRun interpreter;
+bool CMainDlg::RunConverter(std::optional<InterpreterRun>& run, BatchRow& row,
+                            const std::wstring& workingFolder) {
+    std::wstring title = LastComponent(row.pdfPath);
+    InterpreterRun& interpreter = run.emplace();
     m_startTick = ::GetTickCount();
     ::SetTimer(m_hWnd, kElapsedTimerId, kElapsedPeriodMs, nullptr);
     bool converted = false;
-    if (interpreter.Start(arguments, workingFolder, title, isHidden)) {
+    if (interpreter.Start(row.arguments, workingFolder, title, row.isHidden)) {
         m_converterJob.Add(interpreter.Process());
         m_converterProcessId = interpreter.ProcessId();
         converted = interpreter.WaitForSuccess();
@@ -140,8 +165,6 @@ bool CMainDlg::RunConverter(std::wstring& arguments, const std::wstring& working
     m_endTick = ::GetTickCount();
     ::KillTimer(m_hWnd, kElapsedTimerId);
     if (IsChecked(IDC_HIDE_OUTPUT)) WriteLogRecord();
-    const std::wstring duration = FormatElapsed(0);
-    m_fileList.SetDurationText(m_fileList.FirstSelectedRow(), duration);
     return converted;
 }
 
@@ -158,16 +181,20 @@ std::wstring CMainDlg::FormatElapsed(DWORD now) const {
 
 // The batch keeps the file being converted selected, so that its row is found without being handed over.
 void CMainDlg::OnTimer() {
-    m_fileList.SetDurationText(m_fileList.FirstSelectedRow(), FormatElapsed(::GetTickCount()));
+    const int row = m_fileList.FirstSelectedRow();
+    m_fileList.SetDurationText(row, FormatElapsed(::GetTickCount()));
 }
 
 void CMainDlg::OnQuit() {
     if (!m_running) {
         const HWND window = m_hWnd;
-        // A worker that still winds down asks for controls. It finds none from here on, instead of some that
-        // are just being destroyed: Wine 10 hangs, with all its programs, when a thread asks for the siblings
-        // of one.
-        if (HasWorker()) m_hWnd = nullptr;
+        // A worker that still winds down waits for nobody here from now on, and finds no controls instead of
+        // some that are just being destroyed: Wine 10 hangs, with all its programs, when a thread asks for
+        // the siblings of one.
+        if (HasWorker()) {
+            m_hWnd = nullptr;
+            m_userInterface.Close();
+        }
         ::DestroyWindow(window);
         ::PostQuitMessage(IDCANCEL);
         return;

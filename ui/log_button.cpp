@@ -10,22 +10,13 @@
 #include <shlwapi.h>
 
 void CMainDlg::UpdateLogButton() {
-    const bool logExists = ::PathFileExistsW(LogPath().c_str()) != FALSE;
-    const CWindow button = Item(IDC_OPEN_LOG);
-    button.Enable(logExists);
-    button.Show(logExists ? SW_SHOW : SW_HIDE);
+    ShowLogButton(::PathFileExistsW(LogPath().c_str()) != FALSE);
 }
 
-void CMainDlg::HideLogButton() {
+void CMainDlg::ShowLogButton(bool shown) {
     const CWindow button = Item(IDC_OPEN_LOG);
-    button.Enable(false);
-    button.Show(SW_HIDE);
-}
-
-void CMainDlg::ShowLogButton() {
-    const CWindow button = Item(IDC_OPEN_LOG);
-    button.Enable(true);
-    button.Show(SW_SHOW);
+    button.Enable(shown);
+    button.Show(shown ? SW_SHOW : SW_HIDE);
 }
 
 void CMainDlg::OnOpenLog() {

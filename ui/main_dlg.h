@@ -8,6 +8,7 @@
 #include "engine/converter_job.h"
 #include "framework/contained_window.h"
 #include "framework/dialog.h"
+#include "framework/invoker.h"
 #include "framework/message_loop.h"
 #include "framework/update_ui.h"
 #include "res/resource.h"
@@ -22,9 +23,11 @@
 
 #include <atomic>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 class AwakeSystem;
+class InterpreterRun;
 
 class CMainDlg final : public CDialogImpl<CMainDlg>,
                        public CUpdateUI,
@@ -108,12 +111,11 @@ private:
     void OnOutputFolderKillFocus();
     void OnLButtonDown(WPARAM flags, POINT point);
     [[nodiscard]] bool ItemContains(int id, POINT point) const;
-    void SetStatusText(const std::wstring& text) { Item(IDC_STATUS).SetText(text.c_str()); }
+    void SetStatusText(const std::wstring& text) const { Item(IDC_STATUS).SetText(text.c_str()); }
 
     // log_button.cpp
     void UpdateLogButton();
-    void HideLogButton();
-    void ShowLogButton();
+    void ShowLogButton(bool shown);  // and enables it, or hides and disables it
     void OnOpenLog();
 
     // output_folder.cpp
@@ -126,21 +128,33 @@ private:
     [[nodiscard]] ConversionOptions ReadOptions() const;
     [[nodiscard]] std::wstring BuildCommandLine(const std::wstring& pdfPath) const;
 
-    // batch.cpp: the user interface's part ...
+    // batch.cpp: the row that is being converted, and what its converter is to be started with.
+    struct BatchRow {
+        unsigned batch = 0;  // number of
+        int index = 0;
+        int count = 0;  // of all rows
+        std::wstring pdfPath;
+        std::wstring arguments;  // of the interpreter
+        bool isHidden = false;   // its console
+    };
+    // The user interface's part ...
     void StartConversion();
     void OnTimer();
     void OnQuit();  // or stop, while a batch runs
     // The text of the duration column at tick `now`, or at the end of the file when `now` is 0. Any thread.
     [[nodiscard]] std::wstring FormatElapsed(DWORD now) const;
+    // Shows row `row.index` as the one being converted and fills `row`.
+    void BeginRow(BatchRow& row) const;
+    // The same with the next row. False when there is none, or the batch has been stopped.
+    bool BeginNextRow(BatchRow& row) const;
     // ... and the worker's.
     static void ConversionThreadProc(void* dialog);
     void ConvertAll();
     void ConvertRows(const std::wstring& programFolder, unsigned batch, AwakeSystem& awake);
     void OfferShutdown();
     void EndBatch();
-    // Whether the file was converted.
-    bool RunConverter(std::wstring& arguments, const std::wstring& workingFolder,
-                      const std::wstring& pdfPath);
+    // Whether the file was converted. Its row has no duration yet; `run` has had the interpreter.
+    bool RunConverter(std::optional<InterpreterRun>& run, BatchRow& row, const std::wstring& workingFolder);
     void WriteLogRecord();
 
     CContainedWindow m_pageEdit{*this, kSectionPageEdit};
@@ -151,6 +165,7 @@ private:
     AccessibleNames m_accessibleNames;
     DisabledKeyFilter m_disabledKeys;
     TaskbarProgress m_taskbarProgress;
+    CInvoker m_userInterface;  // open from the first batch on
     const ConverterJob m_converterJob;
 
     // Shared between the user-interface thread and the workers without a lock. Each is independent: nothing

@@ -5,7 +5,7 @@
 #include "engine/command_line.h"
 #include "engine/output_path.h"
 
-// Every question is a message to the other thread: what an unchecked box makes meaningless is not asked.
+// What an unchecked box makes meaningless is not asked.
 ConversionOptions CMainDlg::ReadOptions() const {
     ConversionOptions options;
     options.pagesEnabled = IsChecked(IDC_PAGES_CHECK);

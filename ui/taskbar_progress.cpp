@@ -1,7 +1,5 @@
 #include "ui/taskbar_progress.h"
 
-#include "framework/app_module.h"
-
 #include <windows.h>
 #include <shobjidl.h>
 
@@ -19,15 +17,12 @@ constexpr GUID kTaskbarList3 = {0xEA1AFB91, 0x9E28, 0x4B86, {0x90, 0xE9, 0x9E, 0
 TaskbarProgress::TaskbarProgress() = default;
 
 TaskbarProgress::~TaskbarProgress() {
-    if (const HWND receiver = m_receiver.Handle()) ::DestroyWindow(receiver);
+    m_receiver.Destroy();
 }
 
 void TaskbarProgress::Prepare(HWND window) {
     m_button = window;
-    if (m_receiver.Handle()) return;
-    const HWND receiver = ::CreateWindowExW(0, L"Static", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                            CAppModule::Instance().ResourceInstance(), nullptr);
-    if (receiver) m_receiver.SubclassWindow(receiver);
+    m_receiver.CreateMessageOnly();
 }
 
 void TaskbarProgress::Stop() {

@@ -6,6 +6,7 @@
 namespace {
 
 thread_local bool t_inAction = false;
+thread_local DWORD t_onBehalfOf = 0;
 
 bool BeginsWithOne(const std::string& call, const std::vector<std::string>& beginnings) {
     return std::any_of(beginnings.begin(), beginnings.end(),
@@ -14,12 +15,19 @@ bool BeginsWithOne(const std::string& call, const std::vector<std::string>& begi
 
 }  // namespace
 
+WorkerCalls::OnBehalfOf::OnBehalfOf(DWORD worker) : m_before(std::exchange(t_onBehalfOf, worker)) {}
+
+WorkerCalls::OnBehalfOf::~OnBehalfOf() {
+    t_onBehalfOf = m_before;
+}
+
 bool WorkerCalls::Note(const std::string& call) {
-    if (::GetCurrentThreadId() == m_userInterface || t_inAction) return false;
+    const DWORD thread = t_onBehalfOf != 0 ? t_onBehalfOf : ::GetCurrentThreadId();
+    if (thread == m_userInterface || t_inAction) return false;
     std::vector<std::function<void()>> due;
     {
         const std::lock_guard lock(m_lock);
-        m_calls.push_back({::GetCurrentThreadId(), call});
+        m_calls.push_back({thread, call});
         for (Action& action : m_actions) {
             if (call.starts_with(action.call) && --action.callsLeft == 0) due.push_back(action.run);
         }

@@ -20,12 +20,29 @@ public:
     WorkerCalls(const WorkerCalls&) = delete;
     WorkerCalls& operator=(const WorkerCalls&) = delete;
 
+    // While one lives on the user-interface thread, what that thread does is done for a worker, which has
+    // sent it a function to run; or, with 0, for itself again: what a window does about a worker's call.
+    class OnBehalfOf {
+    public:
+        explicit OnBehalfOf(DWORD worker);
+        OnBehalfOf(const OnBehalfOf&) = delete;
+        OnBehalfOf& operator=(const OnBehalfOf&) = delete;
+        ~OnBehalfOf();
+
+    private:
+        const DWORD m_before;
+    };
+
+    // Whether the calling thread is the one of the user interface.
+    [[nodiscard]] bool IsUserInterface() const { return ::GetCurrentThreadId() == m_userInterface; }
+
     // To be called first by every replaced function. On a worker, writes `call` down and runs the action that
-    // is due at it. False, with nothing done, on the user-interface thread and inside an action.
+    // is due at it. False, with nothing done, inside an action and on the user-interface thread, unless that
+    // works for a worker.
     bool Note(const std::string& call);
 
-    // Runs `action` on the worker in the `nth` call from now (1 is the next) that begins with `call`, before
-    // the call has its effect.
+    // Runs `action` on the calling thread in the `nth` call from now (1 is the next) that begins with `call`,
+    // before the call has its effect.
     void At(std::string call, int nth, std::function<void()> action);
 
     [[nodiscard]] std::vector<std::string> All() const;

@@ -1,5 +1,6 @@
 #include "tests/window/worker_window_calls.h"
 
+#include "framework/invoker.h"
 #include "tests/support/utf8.h"
 #include "tests/window/control_calls.h"
 
@@ -41,31 +42,51 @@ std::string ListMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+// A function that a worker has the user-interface thread run.
+struct Invocation {
+    CInvoker::CallFunction call;
+    const void* function;
+    DWORD worker;
+};
+
+void RunForWorker(const void* target) {
+    const auto& invocation = *static_cast<const Invocation*>(target);
+    const WorkerCalls::OnBehalfOf worker(invocation.worker);
+    invocation.call(invocation.function);
+}
+
+// The system's function. What windows do about the call is not the worker's doing.
+template <class Function, class... Arguments>
+auto CallSystem(const ReplacedImport& import, Arguments... arguments) {
+    const WorkerCalls::OnBehalfOf nobody(0);
+    return import.Original<Function>()(arguments...);
+}
+
 }  // namespace
 
 UINT WINAPI WorkerWindowCalls::IsChecked(HWND dialog, int id) {
     s_current->m_calls.Note("IsDlgButtonChecked " + Number(id));
-    return s_current->m_isChecked.Original<decltype(::IsDlgButtonChecked)>()(dialog, id);
+    return CallSystem<decltype(::IsDlgButtonChecked)>(s_current->m_isChecked, dialog, id);
 }
 
 BOOL WINAPI WorkerWindowCalls::Enable(HWND window, BOOL enabled) {
     s_current->m_calls.Note("EnableWindow " + WindowName(window) + ' ' + Number(enabled));
-    return s_current->m_enable.Original<decltype(::EnableWindow)>()(window, enabled);
+    return CallSystem<decltype(::EnableWindow)>(s_current->m_enable, window, enabled);
 }
 
 BOOL WINAPI WorkerWindowCalls::Show(HWND window, int command) {
     s_current->m_calls.Note("ShowWindow " + WindowName(window) + ' ' + Number(command));
-    return s_current->m_show.Original<decltype(::ShowWindow)>()(window, command);
+    return CallSystem<decltype(::ShowWindow)>(s_current->m_show, window, command);
 }
 
 BOOL WINAPI WorkerWindowCalls::SetText(HWND window, LPCWSTR text) {
     s_current->m_calls.Note("SetWindowTextW " + WindowName(window) + ' ' + Quoted(text));
-    return s_current->m_setText.Original<decltype(::SetWindowTextW)>()(window, text);
+    return CallSystem<decltype(::SetWindowTextW)>(s_current->m_setText, window, text);
 }
 
 BOOL WINAPI WorkerWindowCalls::Update(HWND window) {
     s_current->m_calls.Note("UpdateWindow " + WindowName(window));
-    return s_current->m_update.Original<decltype(::UpdateWindow)>()(window);
+    return CallSystem<decltype(::UpdateWindow)>(s_current->m_update, window);
 }
 
 LRESULT WINAPI WorkerWindowCalls::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -74,7 +95,15 @@ LRESULT WINAPI WorkerWindowCalls::Send(HWND window, UINT message, WPARAM wParam,
             s_current->m_calls.Note(call);
         }
     }
-    return s_current->m_send.Original<decltype(::SendMessageW)>()(window, message, wParam, lParam);
+    if (message == CInvoker::kInvokeMessage && !s_current->m_calls.IsUserInterface()) {
+        const Invocation invocation{reinterpret_cast<CInvoker::CallFunction>(wParam),
+                                    reinterpret_cast<const void*>(lParam), ::GetCurrentThreadId()};
+        const CInvoker::CallFunction run = &RunForWorker;
+        wParam = reinterpret_cast<WPARAM>(run);
+        lParam = reinterpret_cast<LPARAM>(&invocation);
+        return s_current->m_send.Original<decltype(::SendMessageW)>()(window, message, wParam, lParam);
+    }
+    return CallSystem<decltype(::SendMessageW)>(s_current->m_send, window, message, wParam, lParam);
 }
 
 UINT_PTR WINAPI WorkerWindowCalls::StartTimer(HWND window, UINT_PTR id, UINT periodMs, TIMERPROC callback) {

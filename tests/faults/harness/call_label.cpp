@@ -1,5 +1,6 @@
 #include "tests/faults/harness/call_label.h"
 
+#include "framework/invoker.h"
 #include "tests/equipment/window_driver.h"
 #include "tests/support/utf8.h"
 
@@ -40,6 +41,7 @@ std::string LastComponent(std::uint64_t path) {
 
 std::string MessageName(std::uint64_t message) {
     static const std::map<std::uint64_t, const char*> kNames = {
+        {CInvoker::kInvokeMessage, "step"},
         {WM_COMMAND, "WM_COMMAND"},
         {WM_SETICON, "WM_SETICON"},
         {WM_SETREDRAW, "WM_SETREDRAW"},

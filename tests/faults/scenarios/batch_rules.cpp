@@ -8,7 +8,7 @@ constexpr char kColumns[] = "(do not )?fit( with durations)?";
 
 // The list could not tell how many rows it has, which reads as none.
 const Rule kRowsUnknown = {
-    .call = "worker SendMessageW 1040 LVM_GETITEMCOUNT #.*",
+    .call = "(worker|ui) SendMessageW 1040 LVM_GETITEMCOUNT #.*",
     .why =
         "a list that does not answer has no rows: the batch ends there, or waits for its stop as on an empty "
         "list",
@@ -36,7 +36,7 @@ std::vector<Rule> BatchRules() {
         {.call = "ui ITaskbarList3::SetProgressState #1",
          .why = "the taskbar goes on showing how far it was",
          .changes = {Loses("taskbar", "\nnone"), Becomes("shown", "\\d of \\d")}},
-        {.call = "worker PostMessageW #.",
+        {.call = "ui PostMessageW #.|worker PostMessageW #1",
          .why = "a report that is not taken is lost, the last as well as any other",
          .changes = {MayBecome("taskbar", "(\\d of \\d\n?)*(none)?"), MayBecome("shown", "\\d of \\d")}},
         {.call = "worker SetThreadExecutionState awake #1",
@@ -65,17 +65,16 @@ std::vector<Rule> BatchRules() {
         {.call = "(worker|ui) SendMessageW 1040 (LVM_GETNEXTITEM|LVM_SETITEMW) #.*",
          .why = "a duration is not written",
          .changes = {MayBecome("\\w+\\.durations", kAnything)}},
-        {.call = "worker SendMessageW 1040 LVM_GETITEMTEXTW #.*",
-         .why = "a row that cannot be read has an empty path, with which the converter does what it does",
-         .changes = {MayBecome("\\w+\\.1004", "ES Conversion en cours : "),
-                     MayBecome("starts", "[^]*(hidden|visible)  in ~: [^]* -v [^]*\"\"\"[^]*")}},
         {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #.*",
-         .why = "the status line does not show the path",
-         .changes = {MayBecome("\\w+\\.1004", "ES.*")}},
+         .why = "a row that cannot be read has an empty path, with which the converter does what it does; or "
+                "the "
+                "status line does not show the path",
+         .changes = {MayBecome("\\w+\\.1004", "ES.*"),
+                     MayBecome("starts", "[^]*(hidden|visible)  in ~: [^]* -v [^]*\"\"\"[^]*")}},
         {.call = "ui IsDlgButtonChecked main 1026 #.*",
          .why = "the destination's button follows the row instead of the folder",
          .changes = {MayBecome("\\w+\\.1022", "[E-]S")}},
-        {.call = "worker (FindResourceExW|LoadResource|LockResource).* #.*",
+        {.call = "(worker|ui) (FindResourceExW|LoadResource|LockResource).* #.*",
          .why = "a text that is not there is empty, and the button keeps the one that it has",
          .changes = {MayBecome("\\w+\\.2", "ES (Quitter|Arrêter )"), MayBecome("\\w+\\.1004", "ES .*"),
                      MayBecome("\\w+\\.columns", kColumns), MayLose("\\w+\\.durations", "*** Annulé !"),

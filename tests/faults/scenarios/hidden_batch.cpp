@@ -50,11 +50,18 @@ std::string Start(const std::string& name, const std::string& folder = "~") {
            name + ".pdf\"\" 2>>TalvenorLog.txt";
 }
 
+// The same of a row that begins with the output shown.
+std::string ShownStart(const std::string& name) {
+    constexpr std::string_view hidden = "hidden";
+    const std::string start = Start(name);
+    return "visible" + start.substr(hidden.size(), start.rfind(" 2>>") - hidden.size());
+}
+
 constexpr char kFinished[] = "information main Conversion terminée !";
 
 // What a control stands for on the command line: without an answer it is left out for that file.
 Rule Option(const std::string& ids, const std::string& option) {
-    return {.call = "worker .* (" + ids + ") #.*",
+    return {.call = "(worker|ui) .* (" + ids + ") #.*",
             .why = "an option that cannot be read is left out, a control that is not reached stays as it was",
             .changes = {MayLose("starts", option), MayBecome("\\w+\\.(" + ids + ")", "[E-]S.*")}};
 }
@@ -122,20 +129,24 @@ std::vector<Rule> Rules() {
         {.call = "worker GetLocaleInfoW #.",
          .why = "a locale that does not tell its ordering has year, month, day",
          .changes = {Reads("log", "2026/11, 16", "16/11, 2026")}},
-        {.call = "worker CloseHandle #[14]",
+        {.call = "worker CloseHandle #[12]",
          .why = "the log stays open to nobody else",
          .changes = {MayBecome("log", kAnything), Becomes("handles", "1")}},
         {.call = "worker MessageBoxW #1", .why = "the end is not told", .changes = {Becomes("boxes", "")}},
         {.call = "worker malloc for a box's text #.",
          .why = "the end is not told",
          .changes = {Becomes("boxes", "")}},
+        {.call = "ui IsDlgButtonChecked main 1019 #1",
+         .why = "the row begins as if its output were shown",
+         .changes = {Becomes("starts", Exactly(ShownStart("a") + '\n' + Start("b")))}},
+        {.call = "ui IsDlgButtonChecked main 1019 #2",
+         .why = "the row begins as if its output were shown",
+         .changes = {Becomes("starts", Exactly(Start("a") + '\n' + ShownStart("b")))}},
         {.call = "worker .* 1019 #.*",
-         .why =
-             "the box is read afresh at each place: redirection, window, record and button are on their own",
-         .changes = {MayLose("starts", " 2>>TalvenorLog.txt"), MayRead("starts", "visible", "hidden"),
-                     MayBecome("log", oneRecord), MayBecome("done.1024", "-h"),
+         .why = "the box is read again for the record of each row and for the button",
+         .changes = {MayBecome("log", oneRecord), MayBecome("done.1024", "-h"),
                      MayBecome("\\w+\\.1019", "[E-]S C")}},
-        {.call = "worker PathRenameExtensionW #.",
+        {.call = "ui PathRenameExtensionW #.",
          .why = "a path that the system refuses stays as it is",
          .changes = {MayRead("starts", "-o \"C:\\in\\a.pdf\"", "-o \"C:\\in\\a.djvu\""),
                      MayRead("starts", "-o \"C:\\in\\b.pdf\"", "-o \"C:\\in\\b.djvu\"")}},

@@ -85,7 +85,7 @@ TEST_F(Threads, StopWhileTheConverterRunsAsksItsConsoleToClose) {
 
 TEST_F(Threads, StopBetweenTwoRowsKeepsTheFirstDurationAndConvertsNoMore) {
     OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    const Gate gate(watch, "worker CloseHandle", 2);  // the process, then the thread of the first converter
+    const Gate gate(watch, "worker SendMessageW other step", 2);  // which ends the first row
     user.Press(IDOK);
     gate.WaitForArrival();
     Stop();
@@ -148,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(All, ThreadsAroundAConverter,
                                          StopCase{"Ended", "worker GetExitCodeProcess", 1, true},
                                          StopCase{"Timed", "worker GetTickCount", 2, false},
                                          StopCase{"TimerKilled", "worker KillTimer main 2", 1, false},
-                                         StopCase{"ProcessClosed", "worker CloseHandle", 1, false}),
+                                         StopCase{"RowEnded", "worker SendMessageW other step", 2, false}),
                          [](const auto& one) { return std::string(one.param.name); });
 
 TEST_F(Threads, SecondConvertBeforeTheFirstWorkerRunsMakesASecondWorker) {

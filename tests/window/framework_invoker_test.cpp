@@ -1,0 +1,101 @@
+// Functions that another thread has the thread of the windows run.
+#include "framework/invoker.h"
+
+#include "tests/support/pump.h"
+#include "tests/support/replaced_imports.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <future>
+#include <optional>
+#include <thread>
+
+namespace {
+
+using Milliseconds = std::chrono::milliseconds;
+
+class FrameworkInvokerTest : public testing::Test {
+protected:
+    // Has another thread ask once, and waits for it.
+    void RunFromAnotherThread() {
+        std::future<DWORD> caller = std::async(std::launch::async, [&] {
+            m_invoker.Invoke([&] { m_threads.push_back(::GetCurrentThreadId()); });
+            m_ranBeforeReturn = m_threads.size() == 1;
+            return ::GetCurrentThreadId();
+        });
+        EXPECT_TRUE(PumpUntil([&] { return caller.wait_for(Milliseconds(0)) == std::future_status::ready; },
+                              std::chrono::seconds(10)));
+        m_caller = caller.get();
+    }
+
+    CInvoker m_invoker;
+    DWORD m_caller = 0;
+    std::vector<DWORD> m_threads;  // those that ran the function, one for each time
+    bool m_ranBeforeReturn = false;
+};
+
+TEST_F(FrameworkInvokerTest, RunsAFunctionOnceOnTheThreadThatOpenedItBeforeTheCallReturns) {
+    m_invoker.Open();
+    RunFromAnotherThread();
+    EXPECT_THAT(m_threads, testing::ElementsAre(::GetCurrentThreadId()));
+    EXPECT_TRUE(m_ranBeforeReturn);
+    EXPECT_NE(m_caller, ::GetCurrentThreadId());
+}
+
+TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadBeforeItIsOpened) {
+    RunFromAnotherThread();
+    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
+}
+
+TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadAfterItIsClosed) {
+    m_invoker.Open();
+    m_invoker.Close();
+    RunFromAnotherThread();
+    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
+}
+
+TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowCannotBeCreated) {
+    const ReplacedImport create{"CreateWindowExW",
+                                +[](DWORD, LPCWSTR, LPCWSTR, DWORD, int, int, int, int, HWND, HMENU,
+                                    HINSTANCE, LPVOID) WINAPI -> HWND { return nullptr; }};
+    m_invoker.Open();
+    RunFromAnotherThread();
+    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
+}
+
+TEST_F(FrameworkInvokerTest, CanBeOpenedAgain) {
+    m_invoker.Open();
+    m_invoker.Close();
+    m_invoker.Open();
+    RunFromAnotherThread();
+    EXPECT_THAT(m_threads, testing::ElementsAre(::GetCurrentThreadId()));
+}
+
+TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowIsAnothers) {
+    const ReplacedImport subclass{"SetWindowLongPtrW",
+                                  +[](HWND, int, LONG_PTR) WINAPI -> LONG_PTR { return 0; }};
+    m_invoker.Open();
+    RunFromAnotherThread();
+    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
+}
+
+TEST_F(FrameworkInvokerTest, RunsAFunctionThatStillWaitsWhenItIsClosedOnItsOwnThread) {
+    m_invoker.Open();
+    DWORD ranOn = 0;
+    std::future<DWORD> caller = std::async(std::launch::async, [&] {
+        m_invoker.Invoke([&] { ranOn = ::GetCurrentThreadId(); });
+        return ::GetCurrentThreadId();
+    });
+    // This thread serves no message meanwhile.
+    const ULONGLONG end = ::GetTickCount64() + 10'000;
+    while ((HIWORD(::GetQueueStatus(QS_SENDMESSAGE)) & QS_SENDMESSAGE) == 0 && ::GetTickCount64() < end) {
+        caller.wait_for(Milliseconds(1));
+    }
+    EXPECT_EQ(caller.wait_for(Milliseconds(0)), std::future_status::timeout) << "it waits for its turn";
+    m_invoker.Close();
+    ASSERT_EQ(caller.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    EXPECT_EQ(ranOn, caller.get());
+}
+
+}  // namespace
