@@ -6,8 +6,12 @@
 
 #include <windows.h>
 
+#include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 struct ImportSlot {
@@ -32,7 +36,7 @@ public:
     }
     ReplacedImport(const ReplacedImport&) = delete;
     ReplacedImport& operator=(const ReplacedImport&) = delete;
-    ~ReplacedImport() { WriteImportSlot(m_slot, m_original); }
+    virtual ~ReplacedImport() { WriteImportSlot(m_slot, m_original); }
 
     // What the slot held before, to be called on.
     template <class Function>
@@ -46,3 +50,45 @@ private:
     void** m_slot;
     void* m_original;
 };
+
+template <class Function, class Handler>
+class HandledImport;
+
+template <class Result, class... Arguments, class Handler>
+class HandledImport<Result(Arguments...), Handler> final : public ReplacedImport {
+public:
+    using Function = Result(Arguments...);
+
+    HandledImport(const char* name, Handler handler) : ReplacedImport(name, Keep(std::move(handler))) {
+        s_original = Original<Function>();
+    }
+
+private:
+    static Function* Keep(Handler handler) {
+        s_handler.emplace(std::move(handler));
+        return &Call;
+    }
+    static Result Call(Arguments... arguments) {
+        if constexpr (std::is_invocable_v<Handler&, Function*, Arguments...>) {
+            return (*s_handler)(s_original, arguments...);
+        } else {
+            return (*s_handler)(arguments...);
+        }
+    }
+
+    static inline std::optional<Handler> s_handler;
+    static inline Function* s_original = nullptr;
+};
+
+// Calls of the import `name`, of type `Function`, go to a lambda for the life of what this returns. The
+// lambda takes the call's arguments, behind the function that it replaced where it calls that:
+//
+//   const auto beep = Replace<decltype(::Beep)>("Beep", [&](DWORD, DWORD) { return ++beeps; });
+//   const auto show = Replace<decltype(::ShowWindow)>(
+//       "ShowWindow", [](auto original, HWND window, int) { return original(window, SW_HIDE); });
+//
+// A place in the code has one replacement at a time.
+template <class Function, class Handler>
+[[nodiscard]] std::unique_ptr<ReplacedImport> Replace(const char* name, Handler handler) {
+    return std::make_unique<HandledImport<Function, Handler>>(name, std::move(handler));
+}

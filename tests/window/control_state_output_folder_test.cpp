@@ -1,6 +1,7 @@
-// The output folder: its box, its edit, the browse button and the button that opens the destination.
-#include "tests/window/control_calls.h"
+// The output folder: its check box, its edit, the browse button and the button that opens the destination.
 #include "tests/window/main_window_fixture.h"
+
+#include <shlwapi.h>
 
 #include <filesystem>
 
@@ -9,96 +10,47 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr int kCodes[] = {BN_CLICKED, BN_DOUBLECLICKED, BN_SETFOCUS, BN_KILLFOCUS, 0x7FFF};
-
-std::vector<std::wstring> g_testedFolders;
-BOOL WINAPI EveryFolderExists(LPCWSTR path) {
-    g_testedFolders.push_back(path);
-    return TRUE;
-}
-
 class ControlStateOutputFolderTest : public MainWindowFixture {
 protected:
     ControlStateOutputFolderTest() { Create(); }
 
-    void Check(bool checked) {
-        ::CheckDlgButton(Dialog(), IDC_OUTPUT_FOLDER_CHECK, checked ? BST_CHECKED : BST_UNCHECKED);
+    std::vector<std::string> Notified(bool checked, int code) {
+        Check(IDC_OUTPUT_FOLDER_CHECK, checked);
+        return Recorded([&] { Command(IDC_OUTPUT_FOLDER_CHECK, code); });
     }
-    // The edit enabled by its box, with the focus and without a text.
+    // The edit enabled by its check box, with the focus and without a text.
     void EnterEmptyEdit() {
+        SetText(IDC_OUTPUT_FOLDER, L"");
+        Check(IDC_OUTPUT_FOLDER_CHECK, false);
         Click(IDC_OUTPUT_FOLDER_CHECK);
         ASSERT_EQ(::GetFocus(), Control(IDC_OUTPUT_FOLDER));
     }
-    void ExpectOn() {
-        EXPECT_TRUE(IsChecked(IDC_OUTPUT_FOLDER_CHECK));
-        EXPECT_TRUE(IsEnabled(IDC_OUTPUT_FOLDER));
-        EXPECT_TRUE(IsEnabled(IDC_BROWSE));
-    }
-    void ExpectOff() {
-        EXPECT_FALSE(IsChecked(IDC_OUTPUT_FOLDER_CHECK));
-        EXPECT_FALSE(IsEnabled(IDC_OUTPUT_FOLDER));
-        EXPECT_FALSE(IsEnabled(IDC_BROWSE));
+    void ExpectOption(bool on) {
+        EXPECT_EQ(IsChecked(IDC_OUTPUT_FOLDER_CHECK), on);
+        EXPECT_EQ(IsEnabled(IDC_OUTPUT_FOLDER), on);
+        EXPECT_EQ(IsEnabled(IDC_BROWSE), on);
     }
     [[nodiscard]] bool CanOpenDestination() const { return IsEnabled(IDC_OPEN_DESTINATION); }
 };
 
-TEST_F(ControlStateOutputFolderTest, CheckingTheBoxEnablesEditAndBrowserAndMovesTheFocusToTheEdit) {
-    Click(IDC_OUTPUT_FOLDER_CHECK);
-    ExpectOn();
-    EXPECT_EQ(::GetFocus(), Control(IDC_OUTPUT_FOLDER));
+TEST_F(ControlStateOutputFolderTest, AClickEnablesEditAndBrowserAndMovesTheFocusToTheEdit) {
+    EnterEmptyEdit();
+    ExpectOption(true);
     EXPECT_FALSE(CanOpenDestination()) << "there is no folder yet";
 }
 
-TEST_F(ControlStateOutputFolderTest, CheckingTakesItsStepsInOrder) {
-    SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
-    ::EnableWindow(Control(IDC_OPEN_DESTINATION), FALSE);
-    Check(true);
-    const ControlCalls recorded(calls);
-    Command(IDC_OUTPUT_FOLDER_CHECK, BN_CLICKED);
-    EXPECT_THAT(
-        Only({"EnableWindow", "SetFocus"}, calls.Calls()),
-        ElementsAre("EnableWindow 1028 1", "EnableWindow 1027 1", "SetFocus 1027", "EnableWindow 1022 1"));
-}
-
-TEST_F(ControlStateOutputFolderTest, UncheckingDisablesEditAndBrowserAndLeavesTheRest) {
-    Click(IDC_OUTPUT_FOLDER_CHECK);
-    SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
-    ASSERT_TRUE(CanOpenDestination());
-    Check(false);
-    {
-        const ControlCalls recorded(calls);
-        Command(IDC_OUTPUT_FOLDER_CHECK, BN_CLICKED);
+TEST_F(ControlStateOutputFolderTest, EveryNotificationOfTheCheckBoxTakesTheStepsInOrder) {
+    for (const int code : {BN_CLICKED, BN_DOUBLECLICKED, BN_SETFOCUS, BN_KILLFOCUS, 0x7FFF}) {
+        SCOPED_TRACE(code);
+        SetText(IDC_OUTPUT_FOLDER, L"Q:\\absent");
+        EXPECT_THAT(Notified(true, code),
+                    ElementsAre("EnableWindow 1028 1", "EnableWindow 1027 1", "SetFocus 1027"));
+        EXPECT_THAT(Notified(false, code), ElementsAre("EnableWindow 1028 0", "EnableWindow 1027 0"));
+        SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
+        EXPECT_THAT(Notified(true, code), ElementsAre("EnableWindow 1028 1", "EnableWindow 1027 1",
+                                                      "SetFocus 1027", "EnableWindow 1022 1"));
+        EXPECT_THAT(Notified(false, code), ElementsAre("EnableWindow 1028 0", "EnableWindow 1027 0"));
     }
-    EXPECT_THAT(Only({"EnableWindow", "SetFocus", "SetWindowTextW"}, calls.Calls()),
-                ElementsAre("EnableWindow 1028 0", "EnableWindow 1027 0"));
-    EXPECT_TRUE(CanOpenDestination());
-    EXPECT_EQ(Text(IDC_OUTPUT_FOLDER), folder.Path().wstring());
-}
-
-TEST_F(ControlStateOutputFolderTest, EveryNotificationOfTheBoxCounts) {
-    for (const int code : kCodes) {
-        Check(true);
-        Command(IDC_OUTPUT_FOLDER_CHECK, code);
-        ExpectOn();
-        Check(false);
-        Command(IDC_OUTPUT_FOLDER_CHECK, code);
-        ExpectOff();
-    }
-}
-
-TEST_F(ControlStateOutputFolderTest, CheckingTheBoxNeverDisablesTheDestinationButton) {
-    Drop({L"C:\\in\\a.pdf"});
-    SelectRow(0);
-    ASSERT_TRUE(CanOpenDestination());
-    Click(IDC_OUTPUT_FOLDER_CHECK);
-    EXPECT_TRUE(CanOpenDestination()) << "although there is no folder";
-}
-
-TEST_F(ControlStateOutputFolderTest, CheckingTheBoxEnablesTheDestinationButtonForAFolderThatExists) {
-    SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
-    ::EnableWindow(Control(IDC_OPEN_DESTINATION), FALSE);
-    Click(IDC_OUTPUT_FOLDER_CHECK);
-    EXPECT_TRUE(CanOpenDestination());
 }
 
 TEST_F(ControlStateOutputFolderTest, EveryChangeOfTheTextTellsWhetherTheDestinationCanBeOpened) {
@@ -116,70 +68,62 @@ TEST_F(ControlStateOutputFolderTest, EveryChangeOfTheTextTellsWhetherTheDestinat
     EXPECT_FALSE(CanOpenDestination()) << "a file is no folder";
 }
 
-TEST_F(ControlStateOutputFolderTest, TheWholeTextIsTestedWhateverItsLength) {
-    g_testedFolders.clear();
-    const ReplacedImport isDirectory("PathIsDirectoryW", &EveryFolderExists);
-    const std::wstring longPath = L"C:\\" + std::wstring(700, L'd');
-    SetText(IDC_OUTPUT_FOLDER, longPath.c_str());
-    EXPECT_THAT(g_testedFolders, ElementsAre(longPath));
+TEST_F(ControlStateOutputFolderTest, TheWholeTextIsTestedAsItIsWhateverItsLength) {
+    std::vector<std::wstring> tested;
+    const auto isDirectory = Replace<decltype(::PathIsDirectoryW)>("PathIsDirectoryW", [&](LPCWSTR path) {
+        tested.emplace_back(path);
+        return TRUE;
+    });
+    const std::vector<std::wstring> texts = {L"C:\\" + std::wstring(700, L'd'), L"\"C:\\a, b\\\"  ", L"."};
+    for (const std::wstring& text : texts) SetText(IDC_OUTPUT_FOLDER, text.c_str());
+    EXPECT_EQ(tested, texts);
     EXPECT_TRUE(CanOpenDestination());
 }
 
 TEST_F(ControlStateOutputFolderTest, LeavingTheEmptyEditTurnsTheOptionOff) {
     EnterEmptyEdit();
     ::SetFocus(Control(IDC_EXTRA_OPTIONS));
-    ExpectOff();
-}
-
-TEST_F(ControlStateOutputFolderTest, TabbingOutOfTheEmptyEditTurnsTheOptionOff) {
+    ExpectOption(false);
     EnterEmptyEdit();
-    // Backwards: the next stop forwards would be the browse button.
+    // By Tab, backwards: the next stop forwards would be the browse button.
     ::SendMessageW(Dialog(), WM_NEXTDLGCTL, TRUE, FALSE);
     ASSERT_EQ(::GetFocus(), Control(IDC_HIDE_OUTPUT));
-    ExpectOff();
+    ExpectOption(false);
+    EnterEmptyEdit();
+    ::SetFocus(nullptr);  // no control at all
+    ExpectOption(false);
+}
+
+TEST_F(ControlStateOutputFolderTest, LeavingTheEmptyEditForItsCheckBoxOrTheBrowserKeepsTheOption) {
+    for (const int next : {IDC_OUTPUT_FOLDER_CHECK, IDC_BROWSE}) {
+        EnterEmptyEdit();
+        ::SetFocus(Control(next));
+        ExpectOption(true);
+    }
 }
 
 TEST_F(ControlStateOutputFolderTest, TurningOffTakesItsStepsInOrder) {
     EnterEmptyEdit();
     ::SetFocus(Control(IDC_BROWSE));
-    ExpectOn();
     ::SetFocus(Control(IDC_EXTRA_OPTIONS));
-    const ControlCalls recorded(calls);
-    Command(IDC_OUTPUT_FOLDER, EN_KILLFOCUS);
-    EXPECT_THAT(calls.Calls(),
+    EXPECT_THAT(Recorded([&] { Command(IDC_OUTPUT_FOLDER, EN_KILLFOCUS); }),
                 ElementsAre("CheckDlgButton 1026 0", "EnableWindow 1028 0", "EnableWindow 1027 0"));
-}
-
-TEST_F(ControlStateOutputFolderTest, LeavingTheEmptyEditForItsBoxOrTheBrowserKeepsTheOption) {
-    for (const int next : {IDC_OUTPUT_FOLDER_CHECK, IDC_BROWSE}) {
-        Check(true);
-        Command(IDC_OUTPUT_FOLDER_CHECK, BN_CLICKED);
-        ::SetFocus(Control(next));
-        ExpectOn();
-    }
-}
-
-TEST_F(ControlStateOutputFolderTest, LeavingTheEmptyEditForNoControlAtAllTurnsTheOptionOff) {
-    EnterEmptyEdit();
-    ::SetFocus(nullptr);
-    ExpectOff();
 }
 
 TEST_F(ControlStateOutputFolderTest, LeavingTheEditWithATextKeepsTheOptionWhateverTheTextIs) {
     EnterEmptyEdit();
     SetText(IDC_OUTPUT_FOLDER, L"no such folder");
+    EXPECT_THAT(Recorded([&] { Command(IDC_OUTPUT_FOLDER, EN_KILLFOCUS); }), IsEmpty());
     ::SetFocus(Control(IDC_EXTRA_OPTIONS));
-    ExpectOn();
-    EXPECT_EQ(Text(IDC_OUTPUT_FOLDER), L"no such folder");
+    ExpectOption(true);
     EXPECT_FALSE(CanOpenDestination());
 }
 
 TEST_F(ControlStateOutputFolderTest, OtherNotificationsOfTheEditChangeNothing) {
     EnterEmptyEdit();
-    const ControlCalls recorded(calls);
-    for (const int code : {EN_SETFOCUS, EN_UPDATE, EN_MAXTEXT, EN_HSCROLL, 0})
-        Command(IDC_OUTPUT_FOLDER, code);
-    EXPECT_THAT(calls.Calls(), IsEmpty());
+    for (const int code : {EN_SETFOCUS, EN_UPDATE, EN_MAXTEXT, EN_HSCROLL, 0}) {
+        EXPECT_THAT(Recorded([&] { Command(IDC_OUTPUT_FOLDER, code); }), IsEmpty()) << code;
+    }
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 // The main window's message map: what each section handles, and what it leaves to the default.
 #include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/scripted_shell.h"
 
 #include <commdlg.h>
 #include <process.h>
-#include <shellapi.h>
 #include <shlobj.h>
 
 #include <set>
@@ -18,48 +18,12 @@ constexpr DWORD kDialog = 0;
 constexpr DWORD kPageEdit = 1;
 constexpr DWORD kFileList = 2;
 
-// Keeps what the commands would set going from going: each is written down instead.
-struct Actions {
-    static inline CallRecord* record = nullptr;
-    static inline const HWND kActive = reinterpret_cast<HWND>(0x123456);
+const HWND kActiveWindow = reinterpret_cast<HWND>(0x123456);
 
-    static INT_PTR WINAPI RunDialog(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure, LPARAM) {
-        record->Add("dialog " + std::to_string(reinterpret_cast<ULONG_PTR>(name)) +
-                    (module == ::GetModuleHandleW(nullptr) ? " of the program" : " of another module") +
-                    (parent == kActive ? " owned by the active window" : " owned by another window") +
-                    (procedure ? "" : " without procedure"));
-        return -1;
-    }
-    static HWND WINAPI ActiveWindow() { return kActive; }
-    static uintptr_t StartThread(void (*)(void*), unsigned, void*) {
-        record->Add("thread");
-        return static_cast<uintptr_t>(-1);  // failed: nothing runs
-    }
-    static BOOL WINAPI Destroy(HWND) {
-        record->Add("destroy");
-        return TRUE;
-    }
-    static void WINAPI Quit(int code) { record->Add("quit " + std::to_string(code)); }
-    static BOOL WINAPI OpenFile(LPOPENFILENAMEW) {
-        record->Add("open dialog");
-        return FALSE;
-    }
-    static LPITEMIDLIST WINAPI Browse(LPBROWSEINFOW) {
-        record->Add("browse");
-        return nullptr;
-    }
-    static BOOL WINAPI Execute(LPSHELLEXECUTEINFOW request) {
-        record->Add("execute " + Utf8(request->lpFile));
-        return TRUE;
-    }
-};
-
+// What the commands would set going is written down instead.
 class DispatchMapTest : public MainWindowFixture {
 protected:
-    DispatchMapTest() {
-        Create();
-        Actions::record = &calls;
-    }
+    DispatchMapTest() { Create(); }
 
     struct Answer {
         bool handled;
@@ -101,46 +65,88 @@ protected:
         return handled;
     }
 
+    ScriptedShell shell;
+
 private:
-    ReplacedImport m_dialogBox{"DialogBoxParamW", &Actions::RunDialog};
-    ReplacedImport m_activeWindow{"GetActiveWindow", &Actions::ActiveWindow};
-    ReplacedImport m_thread{"_beginthread", &Actions::StartThread};
-    ReplacedLateImport m_openFile{"GetOpenFileNameW", &Actions::OpenFile};
-    ReplacedImport m_browse{"SHBrowseForFolderW", &Actions::Browse};
-    ReplacedImport m_execute{"ShellExecuteExW", &Actions::Execute};
+    std::unique_ptr<ReplacedImport> m_dialogBox = Replace<decltype(::DialogBoxParamW)>(
+        "DialogBoxParamW", [](HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure, LPARAM) {
+            EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
+            EXPECT_EQ(parent, kActiveWindow);
+            EXPECT_NE(procedure, nullptr);
+            calls.Add("dialog " + std::to_string(reinterpret_cast<ULONG_PTR>(name)));
+            return -1;
+        });
+    std::unique_ptr<ReplacedImport> m_activeWindow =
+        Replace<decltype(::GetActiveWindow)>("GetActiveWindow", [] { return kActiveWindow; });
+    std::unique_ptr<ReplacedImport> m_thread =
+        Replace<decltype(::_beginthread)>("_beginthread", [](void (*)(void*), unsigned, void*) {
+            calls.Add("thread");
+            return static_cast<uintptr_t>(-1);  // failed: nothing runs
+        });
+    ReplacedLateImport m_openFile{"GetOpenFileNameW", +[](LPOPENFILENAMEW) WINAPI -> BOOL {
+                                      calls.Add("open dialog");
+                                      return FALSE;
+                                  }};
+    std::unique_ptr<ReplacedImport> m_browse =
+        Replace<decltype(::SHBrowseForFolderW)>("SHBrowseForFolderW", [](LPBROWSEINFOW) -> LPITEMIDLIST {
+            calls.Add("browse");
+            return nullptr;
+        });
 };
 
-constexpr int kCodes[] = {0, 1, 2, 5, 6, 7, 0x100, 0x200, 0x300, 0x400, 0x500, 0x7FFF, 0xFFFF};
+// Codes of buttons, of edits, and some that no control sends.
+constexpr int kCodes[] = {BN_CLICKED,  BN_PAINT,     2,         BN_DOUBLECLICKED, BN_SETFOCUS, BN_KILLFOCUS,
+                          EN_SETFOCUS, EN_KILLFOCUS, EN_CHANGE, EN_UPDATE,        EN_MAXTEXT,  0x7FFF,
+                          0xFFFF};
 
 TEST_F(DispatchMapTest, CommandsThatTakeAnyNotificationAreHandledWithEveryCode) {
-    const ReplacedImport destroy("DestroyWindow", &Actions::Destroy);
-    const ReplacedImport quit("PostQuitMessage", &Actions::Quit);
-    for (const int id : {57664, 1, 2, 1034, 1033, 1026, 1015}) {
+    const auto destroy = Replace<decltype(::DestroyWindow)>("DestroyWindow", [](HWND) { return TRUE; });
+    const auto quit = Replace<decltype(::PostQuitMessage)>("PostQuitMessage", [](int) {});
+    for (const int id : {IDC_ABOUT, IDOK, IDCANCEL, IDC_PAGES_CHECK, IDC_RESOLUTION_CHECK,
+                         IDC_OUTPUT_FOLDER_CHECK, IDC_NO_TEXT}) {
         for (const int code : kCodes) EXPECT_TRUE(HandlesCommand(id, code)) << id << " code " << code;
     }
 }
 
 TEST_F(DispatchMapTest, TheOtherCommandsAreHandledWithTheirOwnCodesOnly) {
-    static constexpr struct {
+    static const struct {
         int id;
-        std::initializer_list<int> codes;
-    } kCommands[] = {{1032, {0x200}}, {1003, {0}}, {1005, {0}},           {1022, {0}},
-                     {1024, {0}},     {1028, {0}}, {1027, {0x300, 0x200}}};
+        std::set<int> codes;
+    } kCommands[] = {
+        {IDC_RESOLUTION, {EN_KILLFOCUS}},
+        {IDC_ADD, {BN_CLICKED}},
+        {IDC_CLEAR, {BN_CLICKED}},
+        {IDC_OPEN_DESTINATION, {BN_CLICKED}},
+        {IDC_OPEN_LOG, {BN_CLICKED}},
+        {IDC_BROWSE, {BN_CLICKED}},
+        {IDC_OUTPUT_FOLDER, {EN_CHANGE, EN_KILLFOCUS}},
+    };
     for (const auto& command : kCommands) {
         for (const int code : kCodes) {
-            const bool own =
-                std::find(command.codes.begin(), command.codes.end(), code) != command.codes.end();
-            EXPECT_EQ(HandlesCommand(command.id, code), own) << command.id << " code " << code;
+            EXPECT_EQ(HandlesCommand(command.id, code), command.codes.contains(code))
+                << command.id << " code " << code;
         }
     }
 }
 
 TEST_F(DispatchMapTest, UnknownCommandsAreNotHandled) {
-    const std::set<int> known = {57664, 1,    2,    1034, 1032, 1033, 1003,
-                                 1005,  1022, 1024, 1026, 1015, 1027, 1028};
+    const std::set<int> known = {IDC_ABOUT,
+                                 IDOK,
+                                 IDCANCEL,
+                                 IDC_PAGES_CHECK,
+                                 IDC_RESOLUTION,
+                                 IDC_RESOLUTION_CHECK,
+                                 IDC_ADD,
+                                 IDC_CLEAR,
+                                 IDC_OPEN_DESTINATION,
+                                 IDC_OPEN_LOG,
+                                 IDC_OUTPUT_FOLDER_CHECK,
+                                 IDC_NO_TEXT,
+                                 IDC_OUTPUT_FOLDER,
+                                 IDC_BROWSE};
     for (int id = 0; id <= 0xFFFF; ++id) {
         if (known.contains(id)) continue;
-        for (const int code : {0, 1, 0x200, 0x300})
+        for (const int code : {BN_CLICKED, BN_PAINT, EN_KILLFOCUS, EN_CHANGE})
             ASSERT_FALSE(HandlesCommand(id, code)) << id << " code " << code;
     }
     EXPECT_THAT(calls.Calls(), IsEmpty());
@@ -148,12 +154,10 @@ TEST_F(DispatchMapTest, UnknownCommandsAreNotHandled) {
 
 TEST_F(DispatchMapTest, OnlyTwoNotificationsOfTheListAreHandled) {
     for (int code = -1'000; code <= 10; ++code) {
-        EXPECT_EQ(HandlesNotification(1040, code), code == -101 || code == -155) << code;
+        EXPECT_EQ(HandlesNotification(IDC_FILE_LIST, code), code == -101 || code == -155) << code;
     }
-}
-
-TEST_F(DispatchMapTest, NotificationsOfOtherSendersAreNotHandled) {
-    for (const UINT_PTR sender : std::initializer_list<UINT_PTR>{0, 1, 1004, 1014, 1039, 1041}) {
+    for (const UINT_PTR sender : std::initializer_list<UINT_PTR>{0, IDOK, IDC_STATUS, IDC_PAGES,
+                                                                 IDC_FILE_LIST - 1, IDC_FILE_LIST + 1}) {
         EXPECT_FALSE(HandlesNotification(sender, -101)) << sender;
         EXPECT_FALSE(HandlesNotification(sender, -155)) << sender;
     }
@@ -198,42 +202,34 @@ TEST_F(DispatchMapTest, ProcessWindowMessageLeadsToTheSameMap) {
     EXPECT_FALSE(map.ProcessWindowMessage(Dialog(), WM_CHAR, L'a', 0, result, kDialog));
 }
 
-struct ActionCase {
-    int id;
-    const char* action;
-};
-
 TEST_F(DispatchMapTest, CommandsSetTheirActionsGoing) {
     Drop({L"C:\\in\\a.pdf"});
     SelectRow(0);
-    programPath = L"C:\\program\\Talvenor.exe";
-    static constexpr ActionCase kCases[] = {
-        {57664, "dialog 100 of the program owned by the active window"},
-        {1, "thread"},
-        {1003, "open dialog"},
-        {1028, "browse"},
-        {1022, "execute explorer.exe"},
-        {1024, "execute C:\\program\\TalvenorLog.txt"},
-    };
-    for (const ActionCase& command : kCases) {
+    static constexpr struct {
+        int id;
+        const char* action;
+    } kCases[] = {
+        {IDC_ABOUT, "dialog 100"}, {IDOK, "thread"}, {IDC_ADD, "open dialog"}, {IDC_BROWSE, "browse"}};
+    for (const auto& command : kCases) {
         calls.Clear();
         Command(command.id, BN_CLICKED);
         EXPECT_THAT(calls.Calls(), ElementsAre(command.action)) << command.id;
     }
+    Command(IDC_OPEN_DESTINATION, BN_CLICKED);
+    Command(IDC_OPEN_LOG, BN_CLICKED);
+    ASSERT_EQ(shell.requests.size(), 2u);
+    EXPECT_EQ(shell.requests[0].file, L"explorer.exe");
+    EXPECT_EQ(shell.requests[1].file, folder.File(L"TalvenorLog.txt"));
 }
 
 // A message that a handler sends comes back to the map while the handler still runs. Here the beep of a
 // refused character "types" one that is let through.
-HWND g_pageEdit = nullptr;
-BOOL WINAPI TypeAOne(DWORD, DWORD) {
-    ::SendMessageW(g_pageEdit, WM_CHAR, L'1', 1);
-    return TRUE;
-}
-
 TEST_F(DispatchMapTest, AMessageSentByAHandlerLeavesItsFlag) {
-    g_pageEdit = Control(IDC_PAGES);
-    const ReplacedImport beep("Beep", &TypeAOne);
-    ::SendMessageW(g_pageEdit, WM_CHAR, L'a', 1);
+    const auto beep = Replace<decltype(::Beep)>("Beep", [this](DWORD, DWORD) {
+        ::SendMessageW(Control(IDC_PAGES), WM_CHAR, L'1', 1);
+        return TRUE;
+    });
+    ::SendMessageW(Control(IDC_PAGES), WM_CHAR, L'a', 1);
     EXPECT_EQ(Text(IDC_PAGES), L"1") << "the refused character was let through after all";
 }
 

@@ -1,14 +1,9 @@
-// The file list: what a drop adds, how rows are told apart, and what a row is.
-#include "tests/window/control_calls.h"
-#include "tests/window/forwarding_import.h"
-#include "tests/window/forwarding_import.h"
+// The list of files as it is after set-up, its rows' texts, and the current row.
 #include "tests/window/main_window_fixture.h"
-
-#include <shellapi.h>
-#include <shlobj.h>
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -17,176 +12,216 @@ protected:
     FileListTest() { Create(); }
 };
 
-TEST_F(FileListTest, DropAddsPdfsInTheirOrderAndNothingElse) {
-    Drop({L"C:\\in\\A.PDF", L"C:\\in\\b.pdf", L"C:\\in\\c.txt", L"C:\\in\\d"});
-    EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\A.PDF", L"C:\\in\\b.pdf"));
-    EXPECT_THAT(Column(1), ElementsAre(L"", L""));
-    EXPECT_THAT(calls.Calls(), IsEmpty());
-}
-
-TEST_F(FileListTest, DropLeavesTheConvertButtonDisabledInAFreshWindow) {
-    Drop({L"C:\\in\\a.pdf"});
-    EXPECT_FALSE(IsEnabled(IDOK));
-}
-
-TEST_F(FileListTest, DropLeavesTheConvertButtonEnabledToo) {
-    ::EnableWindow(Control(IDOK), TRUE);
-    Drop({L"C:\\in\\a.pdf"});
-    Drop({L"C:\\in\\a.txt"});
-    EXPECT_TRUE(IsEnabled(IDOK));
-}
-
-TEST_F(FileListTest, OnlyTheLastComponentsExtensionCounts) {
-    Drop({L"C:\\in\\report.pdf.bak", L"C:\\in\\noextension", L"C:\\in.pdf\\noextension", L"C:\\in\\.pdf",
-          L"C:\\in\\a.b.Pdf", L"C:\\in\\pdf", L"C:\\in\\a.pdfx", L"C:\\in\\a.", L"C:\\in\\a.pdf "});
-    EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\.pdf", L"C:\\in\\a.b.Pdf"));
-    EXPECT_THAT(calls.Calls(), IsEmpty()) << "what is ignored is ignored in silence";
-}
-
-TEST_F(FileListTest, AFolderThatIsCalledLikeAPdfIsAddedLikeAFile) {
-    const std::filesystem::path likePdf = folder.Path() / "folder.pdf";
-    std::filesystem::create_directory(likePdf);
-    std::filesystem::create_directory(folder.Path() / "folder");
-    Drop({likePdf.wstring(), folder.File(L"folder")});
-    EXPECT_THAT(Column(0), ElementsAre(likePdf.wstring()));
-}
-
-TEST_F(FileListTest, PathsAreKeptAsTheyCome) {
-    const std::vector<std::wstring> paths = {
-        L"c:\\In\\..\\in\\A.pDf",          L"\\\\server\\share\\a b.pdf", L"C:/in/a.pdf",           L"a.pdf",
-        L"C:\\in\\\u00E9t\u00E9 & co.pdf", L"C:\\in\\\u65E5\u672C.pdf",   L"C:\\in\\\U0001F4C4.pdf"};
-    Drop(paths);
-    EXPECT_EQ(Column(0), paths);
-}
-
-TEST_F(FileListTest, AFileDroppedTwiceLeavesOneRowAndBeepsOnce) {
-    Drop({L"C:\\in\\a.pdf"});
-    Drop({L"C:\\in\\a.pdf"});
-    EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\a.pdf"));
-    EXPECT_THAT(calls.Calls(), ElementsAre("Beep 440 100"));
-}
-
-TEST_F(FileListTest, EveryDuplicateBeepsAndTheOtherFilesAreStillAdded) {
+TEST_F(FileListTest, EveryRowHasThePagePicture) {
+    Destroy();
+    std::vector<HICON> pages, added;
+    const auto load = Replace<decltype(::LoadImageW)>(
+        "LoadImageW", [&](auto original, HINSTANCE module, LPCWSTR name, auto... others) {
+            const HANDLE loaded = original(module, name, others...);
+            if (name == MAKEINTRESOURCEW(IDI_PAGE)) pages.push_back(static_cast<HICON>(loaded));
+            return loaded;
+        });
+    const auto add = Replace<decltype(::ImageList_ReplaceIcon)>(
+        "ImageList_ReplaceIcon", [&](auto original, HIMAGELIST images, int index, HICON icon) {
+            added.push_back(icon);
+            return original(images, index, icon);
+        });
+    Create();
+    ASSERT_EQ(pages.size(), 1u);
+    EXPECT_NE(pages.front(), nullptr);
+    EXPECT_EQ(added, pages);
+    const auto images = reinterpret_cast<HIMAGELIST>(SendList(LVM_GETIMAGELIST, LVSIL_SMALL));
+    EXPECT_EQ(::ImageList_GetImageCount(images), 1);
     Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    Drop({L"C:\\in\\b.pdf", L"C:\\in\\c.pdf", L"C:\\in\\a.pdf", L"C:\\in\\c.pdf", L"C:\\in\\d.pdf"});
-    EXPECT_THAT(Column(0),
-                ElementsAre(L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf", L"C:\\in\\d.pdf"));
-    EXPECT_THAT(calls.Calls(), ElementsAre("Beep 440 100", "Beep 440 100", "Beep 440 100"));
-}
-
-TEST_F(FileListTest, PathsThatDifferInOneUnitOnlyAreDifferentRows) {
-    const std::vector<std::wstring> paths = {L"C:\\a.pdf",      L"c:\\A.PDF",       L"C:\\a.PDF",
-                                             L"C:\\\\a.pdf",    L"C:\\.\\a.pdf",    L"C:/a.pdf",
-                                             L"C:\\\u00E9.pdf", L"C:\\e\u0301.pdf", L"C:\\\u00C9.pdf"};
-    Drop(paths);
-    EXPECT_EQ(Column(0), paths);
-    EXPECT_THAT(calls.Calls(), IsEmpty());
-}
-
-TEST_F(FileListTest, ARowCarriesNothingButItsPath) {
-    {
-        const ControlCalls recorded(calls);
-        Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    for (int row = 0; row < 2; ++row) {
+        LVITEMW item = {};
+        item.mask = LVIF_IMAGE;
+        item.iItem = row;
+        item.iImage = -1;
+        SendList(LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        EXPECT_EQ(item.iImage, 0);
     }
-    EXPECT_THAT(Only({"LVM_INSERTITEMW", "LVM_SETITEMW"}, calls.Calls()),
-                ElementsAre("LVM_INSERTITEMW 1040 row=0 column=0 mask=1 \"C:\\in\\a.pdf\"",
-                            "LVM_INSERTITEMW 1040 row=1 column=0 mask=1 \"C:\\in\\b.pdf\""));
-    LVITEMW item = {};
-    item.mask = LVIF_PARAM;
-    item.lParam = 5;
-    ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    EXPECT_EQ(item.lParam, 0);
 }
 
-TEST_F(FileListTest, RowsComeAtTheEndBehindThoseThatWereThere) {
-    Drop({L"C:\\z.pdf"});
-    Drop({L"C:\\a.pdf", L"C:\\m.pdf"});
-    Drop({L"C:\\b.pdf"});
-    EXPECT_THAT(Column(0), ElementsAre(L"C:\\z.pdf", L"C:\\a.pdf", L"C:\\m.pdf", L"C:\\b.pdf"));
+TEST_F(FileListTest, RowsDoWithoutPicturesWhenThereIsNoImageList) {
+    Destroy();
+    const auto create = Replace<decltype(::ImageList_Create)>(
+        "ImageList_Create", [](int, int, UINT, int, int) -> HIMAGELIST { return nullptr; });
+    EXPECT_EQ(Recorded([&] { Create(); }).back(), "BM_SETIMAGE 1028 1") << "the set-up did not go on";
+    EXPECT_EQ(SendList(LVM_GETIMAGELIST, LVSIL_SMALL), 0);
 }
 
-TEST_F(FileListTest, ARowThatCannotBeAddedIsLeftOutInSilence) {
-    bool refused = false;
-    const ControlCalls recorded(calls, [&](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        if (message != LVM_INSERTITEMW || refused) return std::nullopt;
-        refused = true;
-        return -1;
-    });
-    Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\a.pdf", L"C:\\in\\a.pdf"});
-    EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\b.pdf", L"C:\\in\\a.pdf"));
-    EXPECT_THAT(Only({"Beep"}, calls.Calls()), ElementsAre("Beep 440 100"))
-        << "only the last one is a duplicate of a row";
+TEST_F(FileListTest, APathIsReadBackWholeWithTwiceTheRoomUntilItFits) {
+    // 255 characters fill the first buffer, of 256, to its last place, and could have been cut.
+    static const struct {
+        std::size_t length;
+        std::vector<int> sizes;
+    } kCases[] = {{253, {256}},
+                  {254, {256}},
+                  {255, {256, 512}},
+                  {257, {256, 512}},
+                  {510, {256, 512}},
+                  {511, {256, 512, 1024}},
+                  {5'000, {256, 512, 1024, 2048, 4096, 8192}}};
+    for (const auto& row : kCases) {
+        SCOPED_TRACE(row.length);
+        SendList(LVM_DELETEALLITEMS);
+        std::wstring path = L"C:\\";
+        while (path.size() < row.length) path += static_cast<wchar_t>(L'a' + path.size() % 26);
+        InsertRow(path);
+        std::vector<std::string> expected;
+        for (const int size : row.sizes) {
+            expected.push_back("LVM_GETITEMTEXTW 1040 row=0 column=0 size=" + std::to_string(size));
+        }
+        NMLISTVIEW change = {};
+        change.hdr = {Control(IDC_FILE_LIST), IDC_FILE_LIST, static_cast<UINT>(LVN_ITEMCHANGED)};
+        EXPECT_EQ(Recorded(
+                      [&] {
+                          ::SendMessageW(Dialog(), WM_NOTIFY, IDC_FILE_LIST,
+                                         reinterpret_cast<LPARAM>(&change));
+                      },
+                      {"LVM_GETITEMTEXTW"}),
+                  expected);
+        EXPECT_EQ(Text(IDC_STATUS), path);
+    }
 }
 
-TEST_F(FileListTest, TheListIsNotDrawnWhileRowsAreAdded) {
-    const ControlCalls recorded(calls);
-    Drop({L"C:\\in\\a.txt", L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    EXPECT_THAT(
-        Only({"WM_SETREDRAW", "LVM_INSERTITEMW"}, calls.Calls()),
-        ElementsAre("WM_SETREDRAW 1040 0 0", "LVM_INSERTITEMW 1040 row=0 column=0 mask=1 \"C:\\in\\a.pdf\"",
-                    "LVM_INSERTITEMW 1040 row=1 column=0 mask=1 \"C:\\in\\b.pdf\"", "WM_SETREDRAW 1040 1 0"));
-}
+// What makes a row the current one: the list's notifications of changed rows.
+class FileListCurrentRowTest : public FileListTest {
+protected:
+    FileListCurrentRowTest() { Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"}); }
 
-// While drawing is off the list forgets what it would have drawn.
-struct Invalidation {
-    static inline std::vector<HWND> whole;
-    static BOOL WINAPI Invalidate(HWND window, const RECT* area, BOOL erases) {
-        if (!area && erases) whole.push_back(window);
-        return original<&Invalidate>(window, area, erases);
+    // The kind of the change is left out: any counts.
+    std::vector<std::string> Report(int row, UINT oldState, UINT newState,
+                                    ControlCalls::Answer answer = nullptr) {
+        NMLISTVIEW change = {};
+        change.hdr = {Control(IDC_FILE_LIST), IDC_FILE_LIST, static_cast<UINT>(LVN_ITEMCHANGED)};
+        change.iItem = row;
+        change.uOldState = oldState;
+        change.uNewState = newState;
+        return Recorded(
+            [&] { ::SendMessageW(Dialog(), WM_NOTIFY, IDC_FILE_LIST, reinterpret_cast<LPARAM>(&change)); },
+            {"LVM_SETITEMSTATE", "LVM_SETSELECTIONMARK", "LVM_ENSUREVISIBLE"}, std::move(answer));
+    }
+    [[nodiscard]] std::vector<int> RowsWith(UINT state) const {
+        std::vector<int> rows;
+        for (int row = 0; row < RowCount(); ++row) {
+            if (SendList(LVM_GETITEMSTATE, static_cast<WPARAM>(row), state)) rows.push_back(row);
+        }
+        return rows;
+    }
+    void ExpectCurrent(int row) {
+        EXPECT_THAT(RowsWith(LVIS_SELECTED), ElementsAre(row));
+        EXPECT_THAT(RowsWith(LVIS_FOCUSED), ElementsAre(row));
+        EXPECT_EQ(Text(IDC_STATUS), Cell(row, 0));
     }
 };
 
-TEST_F(FileListTest, TheWholeListIsDueToBeDrawnAfterADropThatAddedRows) {
-    const auto invalidate = ReplaceAndForward<&Invalidation::Invalidate>("InvalidateRect");
-    Invalidation::whole.clear();
-    Drop({L"C:\\in\\a.txt"});
-    EXPECT_THAT(Invalidation::whole, IsEmpty());
-    Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    EXPECT_THAT(Invalidation::whole, ElementsAre(Control(IDC_FILE_LIST)));
+TEST_F(FileListCurrentRowTest, IsNoneAfterADrop) {
+    EXPECT_EQ(SelectedRow(), -1);
+    EXPECT_EQ(Text(IDC_STATUS), L"");
+    EXPECT_FALSE(IsEnabled(IDC_OPEN_DESTINATION));
 }
 
-TEST_F(FileListTest, ADropThatAddsNothingDrawsNothing) {
-    const ControlCalls recorded(calls);
-    Drop({L"C:\\in\\a.txt"});
-    EXPECT_THAT(calls.Calls(), IsEmpty());
+TEST_F(FileListCurrentRowTest, IsTheOneThatGainsTheFocusOrIsSelected) {
+    SetRowState(1, LVIS_FOCUSED, LVIS_FOCUSED);
+    ExpectCurrent(1);
+    EXPECT_EQ(SendList(LVM_GETSELECTIONMARK), 1);
+    SetRowState(2, LVIS_FOCUSED, LVIS_FOCUSED);
+    ExpectCurrent(2);
+    SelectRow(0);
+    ExpectCurrent(0);
 }
 
-TEST_F(FileListTest, TheListIsDrawnAgainAfterwards) {
+TEST_F(FileListCurrentRowTest, FollowsTheArrowKeys) {
+    SelectRow(0);
+    PressListKey(VK_DOWN);
+    ExpectCurrent(1);
+    PressListKey(VK_DOWN);
+    ExpectCurrent(2);
+    PressListKey(VK_UP);
+    ExpectCurrent(1);
+}
+
+TEST_F(FileListCurrentRowTest, FollowsAClick) {
     ::ShowWindow(Dialog(), SW_SHOWNA);
-    Drop({L"C:\\in\\a.pdf", L"C:\\in\\a.pdf"});
-    EXPECT_NE(::GetWindowLongPtrW(Control(IDC_FILE_LIST), GWL_STYLE) & WS_VISIBLE, 0);
-    ::UpdateWindow(Control(IDC_FILE_LIST));
-    Drop({L"C:\\in\\b.pdf"});
-    EXPECT_TRUE(::GetUpdateRect(Control(IDC_FILE_LIST), nullptr, FALSE)) << "the new row would not be seen";
+    RECT row = {LVIR_LABEL, 0, 0, 0};
+    SendList(LVM_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&row));
+    const LPARAM point = MAKELPARAM(row.left + 5, (row.top + row.bottom) / 2);
+    // The list waits for the button's end before it answers.
+    ::PostMessageW(Control(IDC_FILE_LIST), WM_LBUTTONUP, 0, point);
+    SendList(WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PumpPending();
+    ExpectCurrent(2);
 }
 
-TEST_F(FileListTest, ADropIsAnsweredWithZeroAndNotFinished) {
-    const HGLOBAL block = ::GlobalAlloc(GHND, sizeof(DROPFILES) + 64);
-    auto* const header = static_cast<DROPFILES*>(::GlobalLock(block));
-    header->pFiles = sizeof(DROPFILES);
-    header->fWide = TRUE;
-    ::lstrcpyW(reinterpret_cast<wchar_t*>(header + 1), L"C:\\a.pdf");
-    ::GlobalUnlock(block);
-    EXPECT_EQ(::SendMessageW(Control(IDC_FILE_LIST), WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0), 0);
-    EXPECT_EQ(RowCount(), 1);
-    EXPECT_GE(::GlobalSize(block), sizeof(DROPFILES) + 64) << "the block is gone";
-    ::GlobalFree(block);
+TEST_F(FileListCurrentRowTest, IsNotTheOneThatLosesItsSelection) {
+    SelectRow(1);
+    ClearSelection();
+    EXPECT_EQ(SelectedRow(), -1) << "the row still has the focus, but has not gained it";
 }
 
-std::vector<std::string> g_queries;
-UINT WINAPI TwoFilesThenNone(HDROP, UINT index, LPWSTR path, UINT size) {
-    g_queries.push_back(std::to_string(index) + " of " + std::to_string(size));
-    if (index == 2) return 0;
-    ::lstrcpyW(path, index == 0 ? L"C:\\a.pdf" : index == 1 ? L"C:\\b.pdf" : L"C:\\c.pdf");
-    return 8;
+TEST_F(FileListCurrentRowTest, IsSelectedThenMarkedThenShown) {
+    SelectRow(1);
+    EXPECT_THAT(Report(1, 0, LVIS_FOCUSED),
+                ElementsAre("LVM_SETITEMSTATE 1040 row=1 state=3 mask=3", "LVM_SETSELECTIONMARK 1040 0 1",
+                            "LVM_ENSUREVISIBLE 1040 1 0"));
 }
 
-TEST_F(FileListTest, FilesAreAskedForUntilThereIsNone) {
-    g_queries.clear();
-    const ReplacedImport query("DragQueryFileW", &TwoFilesThenNone);
-    ::SendMessageW(Control(IDC_FILE_LIST), WM_DROPFILES, 1, 0);
-    EXPECT_THAT(g_queries, ElementsAre("0 of 260", "1 of 260", "2 of 260"));
-    EXPECT_THAT(Column(0), ElementsAre(L"C:\\a.pdf", L"C:\\b.pdf"));
+using Change = std::pair<UINT, UINT>;  // old state, new state
+
+TEST_F(FileListCurrentRowTest, IsNotChangedByARowWithoutTheFocusOrOneJustBeingDeselected) {
+    for (const auto& [oldState, newState] : {Change{0, 0},
+                                             {0, LVIS_SELECTED},
+                                             {LVIS_FOCUSED, 0},
+                                             {LVIS_SELECTED, 0},
+                                             {LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED}}) {
+        EXPECT_THAT(Report(1, oldState, newState), IsEmpty()) << oldState << " to " << newState;
+    }
+}
+
+TEST_F(FileListCurrentRowTest, IsTheOneWithTheFocusWhateverThatWas) {
+    for (const auto& [oldState, newState] : {Change{0, LVIS_FOCUSED},
+                                             {LVIS_FOCUSED, LVIS_FOCUSED},
+                                             {LVIS_SELECTED, LVIS_SELECTED | LVIS_FOCUSED},
+                                             {LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED}}) {
+        EXPECT_THAT(Report(1, oldState, newState), Contains("LVM_ENSUREVISIBLE 1040 1 0"))
+            << oldState << " to " << newState;
+    }
+}
+
+TEST_F(FileListCurrentRowTest, IsNeitherMarkedNorShownWhenItCannotBeSelected) {
+    SelectRow(1);
+    EXPECT_THAT(Report(1, 0, LVIS_FOCUSED,
+                       [](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+                           if (message == LVM_SETITEMSTATE) return FALSE;
+                           return std::nullopt;
+                       }),
+                ElementsAre("LVM_SETITEMSTATE 1040 row=1 state=3 mask=3"));
+}
+
+TEST_F(FileListCurrentRowTest, IsTheOnlyOneInAListOfSeveralSelections) {
+    AllowSeveralSelectedRows();
+    SelectRow(1);
+    EXPECT_EQ(Report(1, 0, LVIS_FOCUSED).front(), "LVM_SETITEMSTATE 1040 row=-1 state=0 mask=2");
+    EXPECT_THAT(RowsWith(LVIS_SELECTED), ElementsAre(1));
+}
+
+TEST_F(FileListCurrentRowTest, IsScrolledIntoView) {
+    std::vector<std::wstring> many;
+    for (int number = 0; number < 100; ++number)
+        many.push_back(L"C:\\many\\" + std::to_wstring(number) + L".pdf");
+    Drop(many);
+    SetRowState(90, LVIS_FOCUSED, LVIS_FOCUSED);
+    EXPECT_LE(SendList(LVM_GETTOPINDEX), 90);
+    EXPECT_LT(90, SendList(LVM_GETTOPINDEX) + SendList(LVM_GETCOUNTPERPAGE));
+}
+
+TEST_F(FileListCurrentRowTest, IsNoneWhenNoRowGainsTheFocus) {
+    SelectRow(1);
+    EXPECT_THAT(Report(-1, 0, LVIS_FOCUSED), ElementsAre("LVM_SETITEMSTATE 1040 row=-1 state=0 mask=2"));
+    EXPECT_EQ(SelectedRow(), -1);
+    EXPECT_EQ(Text(IDC_STATUS), L"");
 }
 
 }  // namespace

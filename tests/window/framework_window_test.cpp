@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 
 namespace {
@@ -40,7 +40,7 @@ TEST_F(FrameworkWindowTest, ItemsAreFoundById) {
     EXPECT_EQ(CWindow(m_parent).Item(10).Handle(), m_edit);
 }
 
-TEST_F(FrameworkWindowTest, AMissingItemIsAWindowThatIsNotThere) {
+TEST_F(FrameworkWindowTest, AMissingItemIsNoWindowAndDoesNothing) {
     const CWindow parent(m_parent);
     const CWindow missing = parent.Item(99);
     EXPECT_EQ(missing.Handle(), nullptr);
@@ -56,7 +56,7 @@ TEST_F(FrameworkWindowTest, ClientWidthIsThatOfTheClientArea) {
     EXPECT_EQ(CWindow(m_edit).ClientWidth(), 33);
 }
 
-TEST_F(FrameworkWindowTest, BoxesAreCheckedAndUnchecked) {
+TEST_F(FrameworkWindowTest, CheckBoxesAreCheckedAndUnchecked) {
     ::CreateWindowExW(0, L"Button", L"", WS_CHILD | BS_AUTOCHECKBOX, 0, 0, 9, 9, m_parent,
                       reinterpret_cast<HMENU>(INT_PTR{11}), nullptr, nullptr);
     const CWindow parent(m_parent);
@@ -66,146 +66,102 @@ TEST_F(FrameworkWindowTest, BoxesAreCheckedAndUnchecked) {
     EXPECT_FALSE(parent.IsChecked(11));
 }
 
-// The desktop of the centring tests: one window, perhaps an owner, and a monitor.
-struct Desktop {
-    enum class OwnerState { None, Visible, Hidden, Iconic };
+// A desktop of one window, perhaps an owner, and a monitor.
+const HWND kWindow = reinterpret_cast<HWND>(0x100);
+const HWND kOwner = reinterpret_cast<HWND>(0x200);
+enum class OwnerState { None, Visible, Hidden, Minimised };
 
-    static inline const HWND kWindow = reinterpret_cast<HWND>(0x100);
-    static inline const HWND kOwner = reinterpret_cast<HWND>(0x200);
+class FrameworkWindowCenterTest : public testing::Test {
+protected:
+    void Center() { CWindow(kWindow).Center(); }
 
-    RECT window = {};
-    RECT work = {};
-    RECT owner = {};
-    OwnerState ownerState = OwnerState::None;
+    RECT window = {0, 0, 300, 200};
+    RECT work = {100, 50, 1100, 850};  // without a task bar on the left and a tool bar on top
+    RECT ownerArea = {};
+    OwnerState owner = OwnerState::None;
     bool hasMonitor = true;
-    // Results.
     HWND monitorOf = nullptr;
     std::optional<POINT> movedTo;
 
-    static inline Desktop* current = nullptr;
-
-    static BOOL WINAPI WindowRect(HWND window, LPRECT area) {
-        *area = window == kOwner ? current->owner : current->window;
-        return TRUE;
-    }
-    static HWND WINAPI Related(HWND window, UINT command) {
-        EXPECT_EQ(window, kWindow);
-        EXPECT_EQ(command, static_cast<UINT>(GW_OWNER));
-        return current->ownerState == OwnerState::None ? nullptr : kOwner;
-    }
-    static BOOL WINAPI Visible(HWND) { return current->ownerState != OwnerState::Hidden; }
-    static BOOL WINAPI Iconic(HWND) { return current->ownerState == OwnerState::Iconic; }
-    static HMONITOR WINAPI MonitorOf(HWND window, DWORD whenOutside) {
-        EXPECT_EQ(whenOutside, static_cast<DWORD>(MONITOR_DEFAULTTONEAREST));
-        current->monitorOf = window;
-        return reinterpret_cast<HMONITOR>(0x300);
-    }
-    static BOOL WINAPI MonitorInfo(HMONITOR, LPMONITORINFO info) {
-        info->rcMonitor = {-5000, -5000, 5000, 5000};  // of no account
-        info->rcWork = current->work;
-        return current->hasMonitor;
-    }
-    static BOOL WINAPI SetPosition(HWND window, HWND, int x, int y, int, int, UINT flags) {
-        EXPECT_EQ(window, kWindow);
-        EXPECT_EQ(flags, static_cast<UINT>(SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
-        current->movedTo = POINT{x, y};
-        return TRUE;
-    }
+private:
+    std::unique_ptr<ReplacedImport> m_rect =
+        Replace<decltype(::GetWindowRect)>("GetWindowRect", [this](HWND asked, LPRECT area) {
+            *area = asked == kOwner ? ownerArea : window;
+            return TRUE;
+        });
+    std::unique_ptr<ReplacedImport> m_related =
+        Replace<decltype(::GetWindow)>("GetWindow", [this](HWND asked, UINT command) {
+            EXPECT_EQ(asked, kWindow);
+            EXPECT_EQ(command, static_cast<UINT>(GW_OWNER));
+            return owner == OwnerState::None ? nullptr : kOwner;
+        });
+    std::unique_ptr<ReplacedImport> m_visible = Replace<decltype(::IsWindowVisible)>(
+        "IsWindowVisible", [this](HWND) -> BOOL { return owner != OwnerState::Hidden; });
+    std::unique_ptr<ReplacedImport> m_iconic = Replace<decltype(::IsIconic)>(
+        "IsIconic", [this](HWND) -> BOOL { return owner == OwnerState::Minimised; });
+    std::unique_ptr<ReplacedImport> m_monitor =
+        Replace<decltype(::MonitorFromWindow)>("MonitorFromWindow", [this](HWND asked, DWORD whenOutside) {
+            EXPECT_EQ(whenOutside, static_cast<DWORD>(MONITOR_DEFAULTTONEAREST));
+            monitorOf = asked;
+            return reinterpret_cast<HMONITOR>(0x300);
+        });
+    std::unique_ptr<ReplacedImport> m_monitorInfo =
+        Replace<decltype(::GetMonitorInfoW)>("GetMonitorInfoW", [this](HMONITOR, LPMONITORINFO info) -> BOOL {
+            info->rcMonitor = {-5000, -5000, 5000, 5000};  // does not count
+            info->rcWork = work;
+            return hasMonitor;
+        });
+    std::unique_ptr<ReplacedImport> m_position = Replace<decltype(::SetWindowPos)>(
+        "SetWindowPos", [this](HWND moved, HWND, int x, int y, int, int, UINT flags) {
+            EXPECT_EQ(moved, kWindow);
+            EXPECT_EQ(flags, static_cast<UINT>(SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
+            movedTo = POINT{x, y};
+            return TRUE;
+        });
 };
 
-void CenterOn(Desktop& desktop) {
-    Desktop::current = &desktop;
-    const ReplacedImport rect("GetWindowRect", &Desktop::WindowRect);
-    const ReplacedImport related("GetWindow", &Desktop::Related);
-    const ReplacedImport visible("IsWindowVisible", &Desktop::Visible);
-    const ReplacedImport iconic("IsIconic", &Desktop::Iconic);
-    const ReplacedImport monitor("MonitorFromWindow", &Desktop::MonitorOf);
-    const ReplacedImport info("GetMonitorInfoW", &Desktop::MonitorInfo);
-    const ReplacedImport position("SetWindowPos", &Desktop::SetPosition);
-    CWindow(Desktop::kWindow).Center();
+TEST_F(FrameworkWindowCenterTest, PutsTheWindowInTheMiddleOfItsOwnerOrTheWorkAreaButNeverOverAnEdge) {
+    using enum OwnerState;
+    static constexpr struct {
+        const char* name;
+        RECT window;
+        OwnerState owner;
+        RECT ownerArea;
+        POINT expected;
+    } kCases[] = {
+        {"without owner", {0, 0, 300, 200}, None, {}, {450, 350}},
+        {"wherever it was before", {700, 600, 1000, 800}, None, {}, {450, 350}},
+        {"with an owner", {0, 0, 300, 200}, Visible, {200, 300, 700, 600}, {300, 350}},
+        {"with a hidden owner", {0, 0, 300, 200}, Hidden, {200, 300, 700, 600}, {450, 350}},
+        {"with a minimised owner", {0, 0, 300, 200}, Minimised, {200, 300, 700, 600}, {450, 350}},
+        {"with an owner at the left edge", {0, 0, 300, 200}, Visible, {100, 300, 200, 600}, {100, 350}},
+        {"with an owner at the top edge", {0, 0, 300, 200}, Visible, {200, 0, 700, 100}, {300, 50}},
+        {"with an owner at the right edge", {0, 0, 300, 200}, Visible, {1000, 300, 1200, 600}, {800, 350}},
+        {"with an owner at the bottom edge", {0, 0, 300, 200}, Visible, {200, 800, 700, 1000}, {300, 650}},
+        {"larger than the work area, its upper left corner in sight",
+         {0, 0, 2000, 1500},
+         None,
+         {},
+         {100, 50}},
+    };
+    for (const auto& row : kCases) {
+        SCOPED_TRACE(row.name);
+        window = row.window;
+        owner = row.owner;
+        ownerArea = row.ownerArea;
+        movedTo.reset();
+        Center();
+        ASSERT_TRUE(movedTo);
+        EXPECT_EQ(movedTo->x, row.expected.x);
+        EXPECT_EQ(movedTo->y, row.expected.y);
+        EXPECT_EQ(monitorOf, row.owner == Visible ? kOwner : kWindow);
+    }
 }
 
-struct CenterCase {
-    const char* name;
-    RECT window;
-    Desktop::OwnerState ownerState;
-    RECT owner;
-    POINT expected;
-
-    friend void PrintTo(const CenterCase& row, std::ostream* out) { *out << row.name; }
-};
-
-class FrameworkWindowCenterTest : public testing::TestWithParam<CenterCase> {};
-
-// The work area leaves out a task bar on the left and a tool bar on top.
-constexpr RECT kWork = {100, 50, 1100, 850};
-
-TEST_P(FrameworkWindowCenterTest, IsPutInTheMiddle) {
-    const CenterCase& row = GetParam();
-    Desktop desktop;
-    desktop.window = row.window;
-    desktop.work = kWork;
-    desktop.owner = row.owner;
-    desktop.ownerState = row.ownerState;
-    CenterOn(desktop);
-    ASSERT_TRUE(desktop.movedTo);
-    EXPECT_EQ(desktop.movedTo->x, row.expected.x);
-    EXPECT_EQ(desktop.movedTo->y, row.expected.y);
-    const bool byOwner = row.ownerState == Desktop::OwnerState::Visible;
-    EXPECT_EQ(desktop.monitorOf, byOwner ? Desktop::kOwner : Desktop::kWindow);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, FrameworkWindowCenterTest,
-    testing::Values(
-        CenterCase{"OfTheWorkAreaWithoutOwner", {0, 0, 300, 200}, Desktop::OwnerState::None, {}, {450, 350}},
-        CenterCase{"WhereverItWasBefore", {700, 600, 1000, 800}, Desktop::OwnerState::None, {}, {450, 350}},
-        CenterCase{
-            "OfItsOwner", {0, 0, 300, 200}, Desktop::OwnerState::Visible, {200, 300, 700, 600}, {300, 350}},
-        CenterCase{"OfTheWorkAreaWhenTheOwnerIsHidden",
-                   {0, 0, 300, 200},
-                   Desktop::OwnerState::Hidden,
-                   {200, 300, 700, 600},
-                   {450, 350}},
-        CenterCase{"OfTheWorkAreaWhenTheOwnerIsMinimised",
-                   {0, 0, 300, 200},
-                   Desktop::OwnerState::Iconic,
-                   {200, 300, 700, 600},
-                   {450, 350}},
-        CenterCase{"ButNotOverTheLeftEdge",
-                   {0, 0, 300, 200},
-                   Desktop::OwnerState::Visible,
-                   {100, 300, 200, 600},
-                   {100, 350}},
-        CenterCase{"ButNotOverTheTopEdge",
-                   {0, 0, 300, 200},
-                   Desktop::OwnerState::Visible,
-                   {200, 0, 700, 100},
-                   {300, 50}},
-        CenterCase{"ButNotOverTheRightEdge",
-                   {0, 0, 300, 200},
-                   Desktop::OwnerState::Visible,
-                   {1000, 300, 1200, 600},
-                   {800, 350}},
-        CenterCase{"ButNotOverTheBottomEdge",
-                   {0, 0, 300, 200},
-                   Desktop::OwnerState::Visible,
-                   {200, 800, 700, 1000},
-                   {300, 650}},
-        CenterCase{"WithItsUpperLeftCornerInSightWhenItIsTooLarge",
-                   {0, 0, 2000, 1500},
-                   Desktop::OwnerState::None,
-                   {},
-                   {100, 50}}),
-    [](const auto& test) { return std::string(test.param.name); });
-
-TEST(FrameworkWindowCenterFailureTest, StaysWhereItIsWhenTheMonitorIsUnknown) {
-    Desktop desktop;
-    desktop.window = {0, 0, 300, 200};
-    desktop.work = kWork;
-    desktop.hasMonitor = false;
-    CenterOn(desktop);
-    EXPECT_FALSE(desktop.movedTo);
+TEST_F(FrameworkWindowCenterTest, LeavesTheWindowWhenTheMonitorIsUnknown) {
+    hasMonitor = false;
+    Center();
+    EXPECT_FALSE(movedTo);
 }
 
 }  // namespace

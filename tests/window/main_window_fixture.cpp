@@ -54,8 +54,14 @@ void MainWindowFixture::Click(int id) {
     if (IsEnabled(id)) ::SendMessageW(Control(id), BM_CLICK, 0, 0);
 }
 
+int MainWindowFixture::ListWidth() const {
+    RECT client = {};
+    ::GetClientRect(Control(IDC_FILE_LIST), &client);
+    return client.right;
+}
+
 int MainWindowFixture::RowCount() const {
-    return static_cast<int>(::SendMessageW(Control(IDC_FILE_LIST), LVM_GETITEMCOUNT, 0, 0));
+    return static_cast<int>(SendList(LVM_GETITEMCOUNT));
 }
 
 std::wstring MainWindowFixture::Cell(int row, int column) const {
@@ -64,8 +70,8 @@ std::wstring MainWindowFixture::Cell(int row, int column) const {
     item.iSubItem = column;
     item.pszText = text.data();
     item.cchTextMax = static_cast<int>(text.size());
-    const LRESULT length = ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                                          reinterpret_cast<LPARAM>(&item));
+    const LRESULT length =
+        SendList(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
     text.resize(static_cast<std::size_t>(length));
     return text;
 }
@@ -77,13 +83,18 @@ std::vector<std::wstring> MainWindowFixture::Column(int column) const {
 }
 
 int MainWindowFixture::SelectedRow() const {
-    return static_cast<int>(
-        ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    return static_cast<int>(SendList(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
 }
 
 int MainWindowFixture::ColumnWidth(int column) const {
-    return static_cast<int>(
-        ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+    return static_cast<int>(SendList(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+}
+
+void MainWindowFixture::InsertRow(std::wstring path) {
+    LVITEMW item = {};
+    item.mask = LVIF_TEXT;
+    item.pszText = path.data();
+    SendList(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 void MainWindowFixture::SelectRow(int row) {
@@ -99,18 +110,17 @@ void MainWindowFixture::SetRowState(int row, UINT state, UINT mask) {
     LVITEMW item = {};
     item.state = state;
     item.stateMask = mask;
-    ::SendMessageW(Control(IDC_FILE_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                   reinterpret_cast<LPARAM>(&item));
+    SendList(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
 void MainWindowFixture::PressListKey(WORD key) {
-    ::SendMessageW(Control(IDC_FILE_LIST), WM_KEYDOWN, key, 1);
-    ::SendMessageW(Control(IDC_FILE_LIST), WM_KEYUP, key, 1);
+    SendList(WM_KEYDOWN, key, 1);
+    SendList(WM_KEYUP, key, 1);
 }
 
 void MainWindowFixture::Drop(const std::vector<std::wstring>& paths) {
     const DroppedFiles drop(paths);
-    ::SendMessageW(Control(IDC_FILE_LIST), WM_DROPFILES, reinterpret_cast<WPARAM>(drop.Get()), 0);
+    SendList(WM_DROPFILES, reinterpret_cast<WPARAM>(drop.Get()));
 }
 
 DWORD WINAPI MainWindowFixture::AnswerModuleFileName(HMODULE /*module*/, LPWSTR path, DWORD size) {

@@ -7,6 +7,7 @@
 #include "tests/support/replaced_imports.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/utf8.h"
+#include "tests/window/control_calls.h"
 
 #include "res/resource.h"
 #include "framework/app_module.h"
@@ -46,19 +47,46 @@ protected:
     [[nodiscard]] bool IsChecked(int id) const { return ::IsDlgButtonChecked(Dialog(), id) != 0; }
     [[nodiscard]] std::wstring Text(int id) const;
     void SetText(int id, const wchar_t* text) { ::SetWindowTextW(Control(id), text); }
-    // What a click of the user does to a button or a box: nothing when it is disabled.
+    // What a click of the user does to a button or a check box: nothing when it is disabled.
     void Click(int id);
+    // Changes a check box without a notification.
+    void Check(int id, bool checked = true) {
+        ::CheckDlgButton(Dialog(), id, checked ? BST_CHECKED : BST_UNCHECKED);
+    }
     void Command(int id, int code) {
         ::SendMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(Control(id)));
     }
 
+    // What `action` makes the dialog do, as a ControlCalls writes it down: all, or the calls that begin with
+    // one of `beginnings`. `answer` is for messages to controls.
+    std::vector<std::string> Recorded(const std::function<void()>& action,
+                                      const std::vector<std::string>& beginnings = {},
+                                      ControlCalls::Answer answer = nullptr) {
+        calls.Clear();
+        const ControlCalls recorded(calls, std::move(answer));
+        action();
+        return beginnings.empty() ? calls.Calls() : Only(beginnings, calls.Calls());
+    }
+    // How `calls` has a message box.
+    [[nodiscard]] static std::string MessageBoxCall(const std::string& text, const char* type,
+                                                    const char* owner = "main") {
+        return std::string("MessageBoxW owner=") + owner + " text=" + text + " caption=Talvenor type=" + type;
+    }
+
     // The file list.
+    LRESULT SendList(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+        return ::SendMessageW(Control(IDC_FILE_LIST), message, wParam, lParam);
+    }
+    [[nodiscard]] int ListWidth() const;  // of its client area
     [[nodiscard]] int RowCount() const;
     [[nodiscard]] std::wstring Cell(int row, int column) const;
     [[nodiscard]] std::vector<std::wstring> Column(int column) const;
     [[nodiscard]] int SelectedRow() const;
     [[nodiscard]] int ColumnWidth(int column) const;
+    // Adds a row as it is: no filter of names, no limit of length.
+    void InsertRow(std::wstring path);
     void SelectRow(int row);
+    void ClearSelection() { SetRowState(-1, 0, LVIS_SELECTED); }
     void AllowSeveralSelectedRows();
     void SetRowState(int row, UINT state, UINT mask);
     void PressListKey(WORD key);

@@ -1,5 +1,7 @@
-// The folder browser: how it is opened, and what becomes of the folder that was chosen.
+// The folder browser, and the folder that is opened as the destination.
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/path_steps.h"
+#include "tests/window/scripted_shell.h"
 #include "tests/window/watched_window.h"
 
 #include <objbase.h>
@@ -13,182 +15,216 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
-// The user chooses `s_path`; without one, something that is no folder of the file system when `s_chooses`,
-// else nothing. The item list is of the test and its release written down.
+// The user chooses `path`; without one, something that is no folder of the file system when `chooses`, else
+// nothing. The item list is the test's and its release written down.
 class OutputFolderBrowseTest : public MainWindowFixture {
 protected:
     OutputFolderBrowseTest() {
-        s_chooses = true;
-        s_path.reset();
-        s_browsers.clear();
-        s_callbackResults.clear();
-        s_freed.clear();
-        s_converted.clear();
-        s_watched.emplace();
         Create();
-        ::CheckDlgButton(Dialog(), IDC_OUTPUT_FOLDER_CHECK, BST_CHECKED);
+        Check(IDC_OUTPUT_FOLDER_CHECK);
         ::EnableWindow(Control(IDC_BROWSE), TRUE);
     }
-    ~OutputFolderBrowseTest() override { s_watched.reset(); }
     void Browse() { Click(IDC_BROWSE); }
-    void Choose(const std::wstring& path) {
-        s_path = path;
+    void Choose(const std::wstring& chosen) {
+        path = chosen;
         Browse();
     }
 
     static inline const auto kItemList = reinterpret_cast<PIDLIST_ABSOLUTE>(0x5001);
-    static inline bool s_chooses = true;
-    static inline std::optional<std::wstring> s_path;
-    static inline std::vector<BROWSEINFOW> s_browsers;
-    static inline std::vector<int> s_callbackResults;
-    static inline std::vector<void*> s_freed;
-    static inline std::vector<const void*> s_converted;
-    static inline std::optional<WatchedWindow> s_watched;  // in the browser's place
-    static inline int s_toldBrowser = -1;                  // messages to it
+    bool chooses = true;
+    std::optional<std::wstring> path;
+    std::vector<BROWSEINFOW> browsers;
+    std::vector<int> callbackResults;
+    std::vector<void*> freed;
+    std::vector<const void*> converted;
+    const WatchedWindow watched;  // in the browser's place
+    int messagesToBrowser = -1;
 
 private:
-    static PIDLIST_ABSOLUTE WINAPI BrowseForFolder(LPBROWSEINFOW browser) {
-        s_browsers.push_back(*browser);
+    PIDLIST_ABSOLUTE RunBrowser(BROWSEINFOW& browser) {
+        browsers.push_back(browser);
         // All of the display name's 260 characters may be written to.
-        std::fill_n(browser->pszDisplayName, MAX_PATH - 1, L'n');
-        browser->pszDisplayName[MAX_PATH - 1] = L'\0';
-        if (browser->lpfn) {
-            const int before = s_watched->Messages();
-            for (const UINT event : {BFFM_INITIALIZED, BFFM_SELCHANGED, BFFM_VALIDATEFAILEDA,
-                                     BFFM_VALIDATEFAILEDW, BFFM_IUNKNOWN}) {
-                s_callbackResults.push_back(browser->lpfn(s_watched->Window(), event, 0, browser->lParam));
-            }
-            s_toldBrowser = s_watched->Messages() - before;
+        std::fill_n(browser.pszDisplayName, MAX_PATH - 1, L'n');
+        browser.pszDisplayName[MAX_PATH - 1] = L'\0';
+        const int before = watched.Messages();
+        for (const UINT event :
+             {BFFM_INITIALIZED, BFFM_SELCHANGED, BFFM_VALIDATEFAILEDA, BFFM_VALIDATEFAILEDW, BFFM_IUNKNOWN}) {
+            callbackResults.push_back(browser.lpfn(watched.Window(), event, 0, browser.lParam));
         }
-        return s_chooses ? kItemList : nullptr;
+        messagesToBrowser = watched.Messages() - before;
+        return chooses ? kItemList : nullptr;
     }
-    static BOOL WINAPI GetPath(PCIDLIST_ABSOLUTE items, LPWSTR path) {
-        s_converted.push_back(items);
-        if (!s_path) {
-            ::lstrcpynW(path, L"left over", MAX_PATH);
-            return FALSE;
-        }
-        ::lstrcpynW(path, s_path->c_str(), MAX_PATH);
-        return TRUE;
-    }
-    static void WINAPI Free(LPVOID block) { s_freed.push_back(block); }
 
-    ReplacedImport m_browse{"SHBrowseForFolderW", &BrowseForFolder};
-    ReplacedImport m_getPath{"SHGetPathFromIDListW", &GetPath};
-    ReplacedImport m_free{"CoTaskMemFree", &Free};
+    std::unique_ptr<ReplacedImport> m_browse = Replace<decltype(::SHBrowseForFolderW)>(
+        "SHBrowseForFolderW", [this](LPBROWSEINFOW browser) { return RunBrowser(*browser); });
+    std::unique_ptr<ReplacedImport> m_getPath = Replace<decltype(::SHGetPathFromIDListW)>(
+        "SHGetPathFromIDListW", [this](PCIDLIST_ABSOLUTE items, LPWSTR text) -> BOOL {
+            converted.push_back(items);
+            ::lstrcpynW(text, path ? path->c_str() : L"left over", MAX_PATH);
+            return path.has_value();
+        });
+    std::unique_ptr<ReplacedImport> m_free =
+        Replace<decltype(::CoTaskMemFree)>("CoTaskMemFree", [this](LPVOID block) { freed.push_back(block); });
 };
 
 TEST_F(OutputFolderBrowseTest, OpensForTheWindowOnTheWholeNamespaceWithFoldersOnly) {
     Browse();
-    ASSERT_EQ(s_browsers.size(), 1u);
-    const BROWSEINFOW& browser = s_browsers[0];
-    EXPECT_EQ(browser.hwndOwner, Dialog());
-    EXPECT_EQ(browser.pidlRoot, nullptr);
-    EXPECT_NE(browser.pszDisplayName, nullptr);
-    EXPECT_EQ(browser.lpszTitle, nullptr);
-    EXPECT_EQ(browser.ulFlags, 1u);  // BIF_RETURNONLYFSDIRS
-    EXPECT_EQ(browser.iImage, 0);
-    EXPECT_NE(browser.lpfn, nullptr);
+    ASSERT_THAT(browsers, SizeIs(1));
+    EXPECT_EQ(browsers[0].hwndOwner, Dialog());
+    EXPECT_EQ(browsers[0].pidlRoot, nullptr);
+    EXPECT_EQ(browsers[0].lpszTitle, nullptr);
+    EXPECT_EQ(browsers[0].ulFlags, 1u);  // BIF_RETURNONLYFSDIRS
+    EXPECT_EQ(browsers[0].iImage, 0);
 }
 
 TEST_F(OutputFolderBrowseTest, PreselectsNothing) {
     Browse();
-    EXPECT_THAT(s_callbackResults, ElementsAre(0, 0, 0, 0, 0));
-    EXPECT_EQ(s_toldBrowser, 0);
+    EXPECT_THAT(callbackResults, ElementsAre(0, 0, 0, 0, 0));
+    EXPECT_EQ(messagesToBrowser, 0);
 }
 
 TEST_F(OutputFolderBrowseTest, OpensForTheActiveWindowWhereThereIsNoWindow) {
     const HWND active = ::GetActiveWindow();
-    ::SetActiveWindow(s_watched->Window());
+    ::SetActiveWindow(watched.Window());
     CMainDlg without;
     LRESULT result = 0;
     EXPECT_TRUE(
         without.DispatchDialogMessage(nullptr, WM_COMMAND, MAKEWPARAM(IDC_BROWSE, BN_CLICKED), 0, result, 0));
     ::SetActiveWindow(active);
-    ASSERT_EQ(s_browsers.size(), 1u);
-    EXPECT_EQ(s_browsers[0].hwndOwner, s_watched->Window());
+    ASSERT_THAT(browsers, SizeIs(1));
+    EXPECT_EQ(browsers[0].hwndOwner, watched.Window());
 }
 
-TEST_F(OutputFolderBrowseTest, TheChosenFolderReplacesTheText) {
+TEST_F(OutputFolderBrowseTest, TheChosenFolderReplacesTheTextAndTheCheckBoxStays) {
     SetText(IDC_OUTPUT_FOLDER, L"C:\\avant");
+    Check(IDC_OUTPUT_FOLDER_CHECK, false);
     Choose(L"D:\\Été\\sous dossier");
     EXPECT_EQ(Text(IDC_OUTPUT_FOLDER), L"D:\\Été\\sous dossier");
-    EXPECT_THAT(s_converted, ElementsAre(kItemList));
-    EXPECT_THAT(s_freed, ElementsAre(kItemList));
+    EXPECT_FALSE(IsChecked(IDC_OUTPUT_FOLDER_CHECK));
+    EXPECT_THAT(converted, ElementsAre(kItemList));
+    EXPECT_THAT(freed, ElementsAre(kItemList));
 }
 
-TEST_F(OutputFolderBrowseTest, AnExistingFolderEnablesTheDestinationAtOnce) {
-    ASSERT_FALSE(IsEnabled(IDC_OPEN_DESTINATION));
+TEST_F(OutputFolderBrowseTest, TheDestinationIsEnabledAtOnceIfTheChosenFolderExists) {
     Choose(folder.Path().wstring());
     EXPECT_TRUE(IsEnabled(IDC_OPEN_DESTINATION));
-}
-
-TEST_F(OutputFolderBrowseTest, AFolderThatIsGoneAgainDisablesTheDestination) {
-    Choose(folder.Path().wstring());
     Choose(folder.File(L"absent"));
     EXPECT_FALSE(IsEnabled(IDC_OPEN_DESTINATION));
 }
 
 TEST_F(OutputFolderBrowseTest, CancelChangesNothing) {
     SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
-    s_chooses = false;
+    chooses = false;
     Browse();
     EXPECT_EQ(Text(IDC_OUTPUT_FOLDER), folder.Path().wstring());
     EXPECT_TRUE(IsEnabled(IDC_OPEN_DESTINATION));
-    EXPECT_THAT(s_converted, IsEmpty());
-    EXPECT_THAT(s_freed, Each(nullptr));  // to free nothing is allowed
+    EXPECT_THAT(converted, IsEmpty());
+    EXPECT_THAT(freed, Each(nullptr));  // to free nothing is allowed
 }
 
 TEST_F(OutputFolderBrowseTest, AnItemThatIsNoFolderChangesNothingAndIsFreed) {
     SetText(IDC_OUTPUT_FOLDER, L"C:\\avant");
     Browse();
     EXPECT_EQ(Text(IDC_OUTPUT_FOLDER), L"C:\\avant");
-    EXPECT_THAT(s_freed, ElementsAre(kItemList));
+    EXPECT_THAT(freed, ElementsAre(kItemList));
 }
 
-TEST_F(OutputFolderBrowseTest, DoesNotTouchTheBox) {
-    ::CheckDlgButton(Dialog(), IDC_OUTPUT_FOLDER_CHECK, BST_UNCHECKED);
-    Choose(folder.Path().wstring());
-    EXPECT_FALSE(IsChecked(IDC_OUTPUT_FOLDER_CHECK));
-    EXPECT_EQ(Text(IDC_OUTPUT_FOLDER), folder.Path().wstring());
-}
+class OutputFolderOpenTest : public MainWindowFixture {
+protected:
+    OutputFolderOpenTest() { Create(); }
 
-TEST_F(OutputFolderBrowseTest, OnlyAClickOpensIt) {
-    Command(IDC_BROWSE, BN_DBLCLK);
-    Command(IDC_BROWSE, BN_SETFOCUS);
-    EXPECT_TRUE(s_browsers.empty());
-    Command(IDC_BROWSE, BN_CLICKED);
-    EXPECT_EQ(s_browsers.size(), 1u);
-}
+    void UseOutputFolder(const wchar_t* text) {
+        Check(IDC_OUTPUT_FOLDER_CHECK);
+        SetText(IDC_OUTPUT_FOLDER, text);
+    }
+    void OpenDestination() { Command(IDC_OPEN_DESTINATION, BN_CLICKED); }
 
-// What the text of the output folder must name.
-struct AcceptCase {
-    const char* name;
-    const wchar_t* text;  // after the temporary folder, when it begins with a backslash
-    bool accepted;
+    ScriptedShell shell;
 };
-class OutputFolderTextTest : public MainWindowFixture, public testing::WithParamInterface<AcceptCase> {};
 
-TEST_P(OutputFolderTextTest, EnablesTheDestinationWhenItIsAnExistingFolder) {
-    std::filesystem::create_directory(folder.Path() / "sous, dossier");
-    std::ofstream(folder.Path() / "fichier") << "x";
-    Create();
-    const std::wstring text = GetParam().text;
-    // From the other state, so that each way is a change.
-    ::EnableWindow(Control(IDC_OPEN_DESTINATION), !GetParam().accepted);
-    SetText(IDC_OUTPUT_FOLDER, (text.starts_with(L'\\') ? folder.Path().wstring() + text : text).c_str());
-    EXPECT_EQ(IsEnabled(IDC_OPEN_DESTINATION), GetParam().accepted);
+TEST_F(OutputFolderOpenTest, TheOutputFolderIsOpenedByExplorerAsItIs) {
+    const std::vector<std::wstring> texts = {L"D:\\Sortie", L"C:\\Mes documents\\DjVu",
+                                             L"C:\\a, b,c", L"D:\\Sortie\\",
+                                             L"Q:\\absent", L"..\\Sortie",
+                                             L"  ",         L"\"C:\\a\""};
+    for (const std::wstring& text : texts) {
+        SCOPED_TRACE(Utf8(text));
+        UseOutputFolder(text.c_str());
+        OpenDestination();
+        ExpectPlainRequest(shell.requests.back(), Dialog(), L"explorer.exe", text);
+    }
+    EXPECT_EQ(shell.Folders(), texts);
+    EXPECT_THAT(calls.Calls(), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, OutputFolderTextTest,
-                         testing::Values(AcceptCase{"Existing", L"\\sous, dossier", true},
-                                         AcceptCase{"TrailingBackslash", L"\\sous, dossier\\", true},
-                                         AcceptCase{"OneCharacterMore", L"\\sous, dossiers", false},
-                                         AcceptCase{"File", L"\\fichier", false},
-                                         AcceptCase{"CurrentFolder", L".", true},
-                                         AcceptCase{"Quoted", L"\"C:\\windows\"", false},
-                                         AcceptCase{"TrailingBlanks", L"C:\\absent  ", false}),
-                         [](const auto& row) { return std::string(row.param.name); });
+TEST_F(OutputFolderOpenTest, TheSystemsExplorerIsNamedInFullBesideAnother) {
+    std::ofstream(folder.Path() / "explorer.exe") << "MZ";
+    UseOutputFolder(L"D:\\Sortie");
+    OpenDestination();
+    wchar_t windowsFolder[MAX_PATH] = {};
+    ::GetSystemWindowsDirectoryW(windowsFolder, MAX_PATH);
+    ASSERT_THAT(shell.requests, SizeIs(1));
+    EXPECT_EQ(shell.requests[0].file, std::wstring(windowsFolder) + L"\\explorer.exe");
+}
+
+TEST_F(OutputFolderOpenTest, AnEmptyOutputFolderDoesNothing) {
+    Drop({L"C:\\in\\a.pdf"});
+    SelectRow(0);
+    UseOutputFolder(L"");
+    OpenDestination();
+    EXPECT_THAT(shell.requests, IsEmpty());
+    EXPECT_THAT(calls.Calls(), IsEmpty());
+}
+
+TEST_F(OutputFolderOpenTest, WithoutAnOutputFolderItIsThatOfTheSelectedFile) {
+    Drop({L"C:\\in\\a.pdf", L"D:\\Mes documents, 2026\\b c.pdf", L"C:\\a.pdf", L"C:\\v1.0 final\\a.pdf",
+          L"\\\\serveur\\partage\\d\\a.pdf", L"C:\\Отчёт\\報告.pdf"});
+    SetText(IDC_OUTPUT_FOLDER, L"E:\\ignored");
+    for (const int row : {1, 0, 2, 3, 4, 5}) {
+        SelectRow(row);
+        OpenDestination();
+    }
+    EXPECT_THAT(shell.Folders(), ElementsAre(L"D:\\Mes documents, 2026", L"C:\\in", L"C:\\",
+                                             L"C:\\v1.0 final", L"\\\\serveur\\partage\\d", L"C:\\Отчёт"));
+}
+
+TEST_F(OutputFolderOpenTest, TheFolderOfALongPathIsOpenedWhole) {
+    const std::wstring pdfFolder = L"C:\\" + std::wstring(200, L'a') + L'\\' + std::wstring(200, L'b');
+    InsertRow(pdfFolder + L"\\c.pdf");
+    SelectRow(0);
+    OpenDestination();
+    EXPECT_THAT(shell.Folders(), ElementsAre(pdfFolder));
+}
+
+TEST_F(OutputFolderOpenTest, ThePathLosesItsExtensionBeforeItsLastComponent) {
+    Drop({L"C:\\in\\a.pdf"});
+    SelectRow(0);
+    programPath = L"C:\\Talvenor\\Talvenor.exe";
+    const PathSteps path;
+    OpenDestination();
+    // The last step is of the look for another explorer beside the program.
+    EXPECT_THAT(path.steps, ElementsAre("PathRemoveExtensionW C:\\in\\a.pdf",
+                                        "PathRemoveFileSpecW C:\\without\\extension",
+                                        "PathRemoveFileSpecW C:\\Talvenor\\Talvenor.exe"));
+    EXPECT_THAT(shell.Folders(), ElementsAre(L"C:\\folder"));
+}
+
+TEST_F(OutputFolderOpenTest, WithNeitherAFolderNorASelectedRowItDoesNothing) {
+    Drop({L"C:\\in\\a.pdf"});
+    SelectRow(0);
+    ClearSelection();
+    OpenDestination();
+    EXPECT_THAT(shell.requests, IsEmpty());
+    EXPECT_THAT(calls.Calls(), IsEmpty());
+}
+
+TEST_F(OutputFolderOpenTest, AFailureIsShownWithTheSystemsTextAndLeavesTheWindowAsItWas) {
+    shell.error = ERROR_ACCESS_DENIED;
+    UseOutputFolder(folder.Path().c_str());
+    EXPECT_THAT(Recorded([&] { OpenDestination(); }),
+                ElementsAre(MessageBoxCall("Erreur ShellExecute : erreur 5", "0x10")));
+}
 
 }  // namespace

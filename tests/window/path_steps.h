@@ -2,24 +2,30 @@
 // the next one can be seen to have got it.
 #pragma once
 
+#include "tests/support/replaced_imports.h"
 #include "tests/support/utf8.h"
 
 #include <windows.h>
+#include <shlwapi.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
-// For a ReplacedImport each. `steps` reads "PathRemoveExtensionW C:\in\a.pdf" and the like; clear it first.
 struct PathSteps {
-    static inline std::vector<std::string> steps;
+    // "PathRemoveExtensionW C:\in\a.pdf" and the like.
+    std::vector<std::string> steps;
 
-    static void WINAPI RemoveExtension(LPWSTR path) {
-        steps.push_back("PathRemoveExtensionW " + Utf8(path));
-        ::lstrcpyW(path, L"C:\\without\\extension");
-    }
-    static BOOL WINAPI RemoveFileSpec(LPWSTR path) {
-        steps.push_back("PathRemoveFileSpecW " + Utf8(path));
-        ::lstrcpyW(path, L"C:\\folder");
-        return TRUE;
-    }
+private:
+    std::unique_ptr<ReplacedImport> m_extension =
+        Replace<decltype(::PathRemoveExtensionW)>("PathRemoveExtensionW", [this](LPWSTR path) {
+            steps.push_back("PathRemoveExtensionW " + Utf8(path));
+            ::lstrcpyW(path, L"C:\\without\\extension");
+        });
+    std::unique_ptr<ReplacedImport> m_fileSpec =
+        Replace<decltype(::PathRemoveFileSpecW)>("PathRemoveFileSpecW", [this](LPWSTR path) {
+            steps.push_back("PathRemoveFileSpecW " + Utf8(path));
+            ::lstrcpyW(path, L"C:\\folder");
+            return TRUE;
+        });
 };

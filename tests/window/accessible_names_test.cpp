@@ -6,11 +6,9 @@
 #include <oleacc.h>
 
 #include <map>
-#include <optional>
 
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 using testing::UnorderedElementsAre;
@@ -19,7 +17,7 @@ constexpr GUID kClass = {0xB5F8350B, 0x0548, 0x48B1, {0xA6, 0xEE, 0x88, 0xBD, 0x
 constexpr GUID kInterface = {0x6E26E776, 0x04F0, 0x495D, {0x80, 0xE4, 0x33, 0x30, 0x35, 0x2E, 0x31, 0x69}};
 constexpr GUID kName = {0x608D3DF8, 0x8128, 0x4AA7, {0xA4, 0x28, 0xF5, 0x5E, 0x49, 0x26, 0x72, 0x91}};
 
-// The system's annotation service, on paper.
+// The system's annotation service, as the tests have it.
 class Service final : public IAccPropServices {
 public:
     static inline std::map<int, std::wstring> names;  // by control
@@ -78,56 +76,60 @@ public:
 };
 Service g_service;
 
-class SetUpAccessibleNamesTest : public MainWindowFixture {
+class AccessibleNamesTest : public MainWindowFixture {
 protected:
-    SetUpAccessibleNamesTest() {
-        s_reader = TRUE;
-        s_readerIsKnown = TRUE;
-        s_created = 0;
-        s_creation = S_OK;
+    AccessibleNamesTest() {
         Service::names.clear();
         Service::references = 0;
         Service::result = S_OK;
     }
-    ~SetUpAccessibleNamesTest() override {
+    ~AccessibleNamesTest() override {
         Destroy();
         EXPECT_EQ(Service::references, 0);
-        EXPECT_THAT(Service::names, IsEmpty()) << "names of windows that are gone";
+        EXPECT_THAT(Service::names, IsEmpty()) << "names of windows that are already destroyed";
     }
 
-    static inline BOOL s_reader = TRUE;
-    static inline BOOL s_readerIsKnown = TRUE;
-    static inline int s_created = 0;
-    static inline HRESULT s_creation = S_OK;
+    // Creates the dialog and selects a file, which shows its path in the status line whatever comes of names.
+    void CreateAndSelect() {
+        Create();
+        Drop({L"C:\\in\\a.pdf"});
+        SelectRow(0);
+        EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
+        EXPECT_THAT(calls.Calls(), IsEmpty());
+    }
+
+    BOOL reader = TRUE;
+    BOOL readerIsKnown = TRUE;
+    int created = 0;
+    HRESULT creation = S_OK;
 
 private:
-    static BOOL WINAPI Ask(UINT action, UINT size, PVOID answer, UINT change) {
-        EXPECT_EQ(action, static_cast<UINT>(SPI_GETSCREENREADER));
-        EXPECT_EQ(size, 0u);
-        EXPECT_EQ(change, 0u);
-        if (s_readerIsKnown) *static_cast<BOOL*>(answer) = s_reader;
-        return s_readerIsKnown;
-    }
-    static HRESULT WINAPI Create(REFCLSID classId, LPUNKNOWN outer, DWORD context, REFIID interfaceId,
-                                 LPVOID* object) {
-        ++s_created;
-        EXPECT_TRUE(::IsEqualGUID(classId, kClass));
-        EXPECT_TRUE(::IsEqualGUID(interfaceId, kInterface));
-        EXPECT_EQ(outer, nullptr);
-        EXPECT_EQ(context, static_cast<DWORD>(CLSCTX_INPROC_SERVER));
-        *object = nullptr;
-        if (FAILED(s_creation)) return s_creation;
-        g_service.AddRef();
-        *object = static_cast<IAccPropServices*>(&g_service);
-        return S_OK;
-    }
-
-    ReplacedImport m_ask{"SystemParametersInfoW", &Ask};
-    ReplacedImport m_create{"CoCreateInstance", &Create};
+    std::unique_ptr<ReplacedImport> m_ask = Replace<decltype(::SystemParametersInfoW)>(
+        "SystemParametersInfoW", [this](UINT action, UINT size, PVOID answer, UINT change) {
+            EXPECT_EQ(action, static_cast<UINT>(SPI_GETSCREENREADER));
+            EXPECT_EQ(size, 0u);
+            EXPECT_EQ(change, 0u);
+            if (readerIsKnown) *static_cast<BOOL*>(answer) = reader;
+            return readerIsKnown;
+        });
+    std::unique_ptr<ReplacedImport> m_create = Replace<decltype(::CoCreateInstance)>(
+        "CoCreateInstance",
+        [this](REFCLSID classId, LPUNKNOWN outer, DWORD context, REFIID interfaceId, LPVOID* object) {
+            ++created;
+            EXPECT_TRUE(::IsEqualGUID(classId, kClass));
+            EXPECT_TRUE(::IsEqualGUID(interfaceId, kInterface));
+            EXPECT_EQ(outer, nullptr);
+            EXPECT_EQ(context, static_cast<DWORD>(CLSCTX_INPROC_SERVER));
+            *object = nullptr;
+            if (FAILED(creation)) return creation;
+            g_service.AddRef();
+            *object = static_cast<IAccPropServices*>(&g_service);
+            return S_OK;
+        });
 };
 
-TEST_F(SetUpAccessibleNamesTest, ControlsWithoutATextAreCalledByTheTextBesideThem) {
-    MainWindowFixture::Create();
+TEST_F(AccessibleNamesTest, ControlsWithoutATextAreCalledByTheTextBesideThem) {
+    Create();
     EXPECT_THAT(Service::names,
                 UnorderedElementsAre(Pair(IDC_FILE_LIST, L"Fichiers PDF"), Pair(IDC_PAGES, L"Pages :"),
                                      Pair(IDC_RESOLUTION, L"DPI (-d) : "),
@@ -135,14 +137,11 @@ TEST_F(SetUpAccessibleNamesTest, ControlsWithoutATextAreCalledByTheTextBesideThe
                                      Pair(IDC_OUTPUT_FOLDER, L"Convertir les DjVu dans ce dossier :"),
                                      Pair(IDC_BROWSE, L"Convertir les DjVu dans ce dossier :"),
                                      Pair(IDC_STATUS, L"Fichiers PDF")));
-    EXPECT_EQ(s_created, 1);
+    EXPECT_EQ(created, 1);
 }
 
-TEST_F(SetUpAccessibleNamesTest, TheStatusLinesTextIsNotHiddenBehindAName) {
-    MainWindowFixture::Create();
-    Drop({L"C:\\in\\a.pdf"});
-    SelectRow(0);
-    ASSERT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
+TEST_F(AccessibleNamesTest, TheStatusLinesTextIsNotHiddenBehindAName) {
+    CreateAndSelect();
     EXPECT_EQ(Service::names.count(IDC_STATUS), 0u);
     Click(IDC_CLEAR);
     ASSERT_EQ(Text(IDC_STATUS), L"");
@@ -150,42 +149,31 @@ TEST_F(SetUpAccessibleNamesTest, TheStatusLinesTextIsNotHiddenBehindAName) {
     EXPECT_EQ(Service::names.size(), 7u);
 }
 
-TEST_F(SetUpAccessibleNamesTest, WithoutAScreenReaderNothingIsLoaded) {
-    s_reader = FALSE;
-    MainWindowFixture::Create();
-    Drop({L"C:\\in\\a.pdf"});
-    SelectRow(0);
-    EXPECT_EQ(s_created, 0);
-    EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
+TEST_F(AccessibleNamesTest, WithoutAScreenReaderNothingIsLoaded) {
+    reader = FALSE;
+    CreateAndSelect();
+    EXPECT_EQ(created, 0);
 }
 
-TEST_F(SetUpAccessibleNamesTest, ASystemThatDoesNotTellHasNoScreenReader) {
-    s_readerIsKnown = FALSE;
-    MainWindowFixture::Create();
-    EXPECT_EQ(s_created, 0);
+TEST_F(AccessibleNamesTest, ASystemThatDoesNotTellHasNoScreenReader) {
+    readerIsKnown = FALSE;
+    Create();
+    EXPECT_EQ(created, 0);
 }
 
-TEST_F(SetUpAccessibleNamesTest, AServiceThatIsNotThereLeavesTheWindowWhole) {
-    s_creation = REGDB_E_CLASSNOTREG;
-    MainWindowFixture::Create();
-    Drop({L"C:\\in\\a.pdf"});
-    SelectRow(0);
-    EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
+TEST_F(AccessibleNamesTest, AServiceThatIsMissingLeavesTheWindowWhole) {
+    creation = REGDB_E_CLASSNOTREG;
+    CreateAndSelect();
     EXPECT_THAT(Service::names, IsEmpty());
-    EXPECT_THAT(calls.Calls(), IsEmpty());
 }
 
-TEST_F(SetUpAccessibleNamesTest, AServiceThatRefusesLeavesTheWindowWhole) {
+TEST_F(AccessibleNamesTest, AServiceThatRefusesLeavesTheWindowWhole) {
     Service::result = E_FAIL;
-    MainWindowFixture::Create();
-    Drop({L"C:\\in\\a.pdf"});
-    SelectRow(0);
-    EXPECT_EQ(Text(IDC_STATUS), L"C:\\in\\a.pdf");
-    EXPECT_THAT(calls.Calls(), IsEmpty());
+    CreateAndSelect();
 }
 
-TEST_F(SetUpAccessibleNamesTest, NamesAreTakenBackBeforeTheControlsAreGone) {
-    MainWindowFixture::Create();
+TEST_F(AccessibleNamesTest, NamesAreTakenBackBeforeTheControlsAreDestroyed) {
+    Create();
     ::DestroyWindow(Dialog());
     EXPECT_THAT(Service::names, IsEmpty());
     EXPECT_EQ(Service::references, 0);

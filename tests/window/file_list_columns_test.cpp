@@ -1,0 +1,126 @@
+// The list's columns: how they are made, and how wide they are with durations from a batch's start and
+// without them after clearing.
+#include "tests/window/held_batch_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr wchar_t kDurationTitle[] = L"Durée de conversion";
+
+class FileListColumnsTest : public HeldBatchFixture {
+protected:
+    FileListColumnsTest() { Drop({L"C:\\in\\a.pdf"}); }
+
+    [[nodiscard]] HWND Header() const { return reinterpret_cast<HWND>(SendList(LVM_GETHEADER)); }
+    [[nodiscard]] int TitleWidth() const {
+        return static_cast<int>(SendList(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(kDurationTitle)));
+    }
+    // What a picture before the title takes, with the header's margins.
+    [[nodiscard]] int PictureWidth() const {
+        return 16 + 4 * static_cast<int>(::SendMessageW(Header(), HDM_GETBITMAPMARGIN, 0, 0));
+    }
+    // What a batch's start does to a duration column that became `width` wide and that the header draws in
+    // `format`.
+    [[nodiscard]] std::vector<std::string> StartBatchWith(int width, int format) {
+        return Recorded([&] { StartBatch(); }, {"LVM_SETCOLUMNWIDTH", "LVM_GETCOLUMNWIDTH", "UpdateWindow"},
+                        [=](HWND, UINT message, WPARAM column, LPARAM lParam) -> std::optional<LRESULT> {
+                            if (message == LVM_GETCOLUMNWIDTH && column == 1) return width;
+                            if (message == HDM_GETITEMW && column == 1) {
+                                reinterpret_cast<HDITEMW*>(lParam)->fmt = format;
+                                return TRUE;
+                            }
+                            return std::nullopt;
+                        });
+    }
+};
+
+TEST_F(FileListColumnsTest, AreInsertedWithTheirTitlesWidthsAndFormats) {
+    Destroy();
+    std::vector<LVCOLUMNW> columns;
+    std::vector<std::wstring> titles;
+    Recorded([&] { Create(); }, {},
+             [&](HWND, UINT message, WPARAM, LPARAM column) -> std::optional<LRESULT> {
+                 if (message == LVM_INSERTCOLUMNW) {
+                     columns.push_back(*reinterpret_cast<const LVCOLUMNW*>(column));
+                     titles.emplace_back(columns.back().pszText);
+                 }
+                 return std::nullopt;
+             });
+    EXPECT_THAT(titles, ElementsAre(L"Fichiers PDF", kDurationTitle));
+    constexpr UINT kStated = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+    for (const LVCOLUMNW& column : columns) {
+        EXPECT_EQ(column.mask & kStated, kStated);
+        EXPECT_EQ(column.cchTextMax, 260);
+    }
+    EXPECT_EQ(columns[0].cx, ListWidth());
+    EXPECT_EQ(columns[0].fmt, LVCFMT_LEFT | LVCFMT_COL_HAS_IMAGES);
+    EXPECT_EQ(columns[1].cx, 0) << "the durations are hidden until a batch";
+    EXPECT_EQ(columns[1].fmt, LVCFMT_CENTER | LVCFMT_COL_HAS_IMAGES);
+    EXPECT_EQ(::SendMessageW(Header(), HDM_GETITEMCOUNT, 0, 0), 2);
+}
+
+TEST_F(FileListColumnsTest, ABatchShowsTheDurationsWholeAndGivesThePathsTheRest) {
+    StartBatch();
+    EXPECT_GE(ColumnWidth(1), TitleWidth());
+    EXPECT_EQ(ColumnWidth(0), ListWidth() - ColumnWidth(1));
+}
+
+// Wine's header draws the list's picture before the title; that of Windows draws the title alone.
+TEST_F(FileListColumnsTest, DurationsAreFittedToTheirContentsButNeverNarrowerThanWhatTheHeaderDraws) {
+    const int title = TitleWidth();
+    const int both = title + PictureWidth();
+    const struct {
+        const char* name;
+        int fitted;
+        int format;
+        int expected;
+    } cases[] = {
+        {"wider than the title", title + 40, HDF_STRING, title + 40},
+        {"as wide as the title", title, HDF_STRING, title},
+        {"narrower than the title", title - 1, HDF_STRING, title},
+        {"as wide as picture and title", both, HDF_IMAGE, both},
+        {"narrower than picture and title", both - 1, HDF_IMAGE | HDF_STRING, both},
+        {"as wide as the title beside a picture", title, HDF_IMAGE | HDF_STRING, both},
+        {"nothing", 0, HDF_IMAGE | HDF_STRING, both},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        std::vector<std::string> expected = {"LVM_SETCOLUMNWIDTH 1040 1 -2", "LVM_GETCOLUMNWIDTH 1040 1 0"};
+        if (row.fitted != row.expected) {
+            expected.push_back("LVM_SETCOLUMNWIDTH 1040 1 " + std::to_string(row.expected));
+        }
+        expected.push_back("LVM_SETCOLUMNWIDTH 1040 0 " + std::to_string(ListWidth() - row.expected));
+        expected.push_back("UpdateWindow 1040");  // it is drawn at once
+        EXPECT_EQ(StartBatchWith(row.fitted, row.format), expected);
+        converter.End(0);
+        ASSERT_TRUE(WaitFor([&] { return !dialog->HasWorker(); }));
+    }
+}
+
+// The second batch finds less room than the first: the list has a vertical scroll bar now.
+TEST_F(FileListColumnsTest, TheTitleIsWholeAgainAfterAScrollBarHasCome) {
+    StartBatch();
+    FinishBatch();
+    const int firstWidth = ColumnWidth(1);
+    const int firstListWidth = ListWidth();
+    std::vector<std::wstring> many;
+    for (int file = 0; file < 60; ++file) many.push_back(L"C:\\in\\" + std::to_wstring(file) + L".pdf");
+    Drop(many);
+    ASSERT_LT(ListWidth(), firstListWidth) << "no scroll bar came";
+    StartBatch();
+    EXPECT_EQ(ColumnWidth(1), firstWidth);
+    EXPECT_EQ(ColumnWidth(0), ListWidth() - ColumnWidth(1));
+}
+
+TEST_F(FileListColumnsTest, DurationsStayAfterTheBatchUntilTheListIsCleared) {
+    StartBatch();
+    const int wide = ColumnWidth(1);
+    FinishBatch();
+    EXPECT_EQ(ColumnWidth(1), wide);
+    Click(IDC_CLEAR);
+    EXPECT_EQ(ColumnWidth(0), ListWidth());
+    EXPECT_EQ(ColumnWidth(1), 0);
+}
+
+}  // namespace

@@ -1,0 +1,49 @@
+// String tables in which each string is its own number, "<139>": a text from anywhere else shows.
+#pragma once
+
+#include "tests/support/replaced_imports.h"
+
+#include <windows.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+class MarkedStrings {
+public:
+    MarkedStrings() = default;
+    MarkedStrings(const MarkedStrings&) = delete;
+    MarkedStrings& operator=(const MarkedStrings&) = delete;
+
+private:
+    static std::wstring Mark(UINT id) { return L'<' + std::to_wstring(id) + L'>'; }
+
+    // Sixteen texts, each after its length. By number, from 1.
+    const wchar_t* Block(ULONG_PTR number) {
+        constexpr UINT kInBlock = 16;
+        std::wstring& texts = m_blocks[number];
+        if (texts.empty()) {
+            const auto first = static_cast<UINT>(number - 1) * kInBlock;
+            for (UINT id = first; id < first + kInBlock; ++id) {
+                texts.append(1, static_cast<wchar_t>(Mark(id).size())).append(Mark(id));
+            }
+        }
+        return texts.data();
+    }
+
+    std::map<ULONG_PTR, std::wstring> m_blocks;
+    std::unique_ptr<ReplacedImport> m_find =
+        Replace<decltype(::FindResourceExW)>("FindResourceExW", [](HMODULE, LPCWSTR, LPCWSTR block, WORD) {
+            return reinterpret_cast<HRSRC>(reinterpret_cast<ULONG_PTR>(block));
+        });
+    std::unique_ptr<ReplacedImport> m_load = Replace<decltype(::LoadResource)>(
+        "LoadResource", [](HMODULE, HRSRC block) { return reinterpret_cast<HGLOBAL>(block); });
+    std::unique_ptr<ReplacedImport> m_lock = Replace<decltype(::LockResource)>(
+        "LockResource",
+        [this](HGLOBAL block) { return const_cast<wchar_t*>(Block(reinterpret_cast<ULONG_PTR>(block))); });
+    std::unique_ptr<ReplacedImport> m_loadString =
+        Replace<decltype(::LoadStringW)>("LoadStringW", [](HINSTANCE, UINT id, LPWSTR text, int size) {
+            ::lstrcpynW(text, Mark(id).c_str(), size);
+            return ::lstrlenW(text);
+        });
+};

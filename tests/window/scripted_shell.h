@@ -1,0 +1,69 @@
+// What the program hands to the shell: kept, and not opened.
+#pragma once
+
+#include "tests/support/replaced_imports.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+#include <shellapi.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+struct ShellRequest {
+    SHELLEXECUTEINFOW info;
+    std::wstring verb;
+    std::wstring file;
+    std::wstring parameters;
+};
+
+// Requests fail with `error` when that is not 0. The system's text for an error is "erreur 5" and the like.
+class ScriptedShell {
+public:
+    std::vector<ShellRequest> requests;
+    DWORD error = ERROR_SUCCESS;
+
+    // The parameters of each request that opened a folder.
+    [[nodiscard]] std::vector<std::wstring> Folders() const {
+        std::vector<std::wstring> folders;
+        for (const ShellRequest& request : requests) folders.push_back(request.parameters);
+        return folders;
+    }
+
+private:
+    std::unique_ptr<ReplacedImport> m_execute =
+        Replace<decltype(::ShellExecuteExW)>("ShellExecuteExW", [this](SHELLEXECUTEINFOW* info) -> BOOL {
+            const auto text = [](LPCWSTR value) { return value ? value : L"(null)"; };
+            requests.push_back({*info, text(info->lpVerb), text(info->lpFile), text(info->lpParameters)});
+            ::SetLastError(error);
+            return error == ERROR_SUCCESS;
+        });
+    std::unique_ptr<ReplacedImport> m_describe = Replace<decltype(::FormatMessageW)>(
+        "FormatMessageW", [](DWORD, LPCVOID, DWORD code, DWORD, LPWSTR text, DWORD size, va_list*) {
+            ::lstrcpynW(text, (L"erreur " + std::to_wstring(code)).c_str(), static_cast<int>(size));
+            return static_cast<DWORD>(::lstrlenW(text));
+        });
+};
+
+// A request of `owner` to open `file`, with nothing but what opening takes.
+inline void ExpectPlainRequest(const ShellRequest& request, HWND owner, const std::wstring& file,
+                               const std::wstring& parameters) {
+    EXPECT_EQ(request.verb, L"open");
+    EXPECT_EQ(request.file, file);
+    EXPECT_EQ(request.parameters, parameters);
+    const SHELLEXECUTEINFOW& info = request.info;
+    EXPECT_EQ(info.cbSize, 112u);
+    EXPECT_EQ(info.fMask, 0u);
+    EXPECT_EQ(info.hwnd, owner);
+    EXPECT_EQ(info.lpDirectory, nullptr);
+    EXPECT_EQ(info.nShow, SW_SHOW);
+    EXPECT_EQ(info.hInstApp, nullptr);
+    EXPECT_EQ(info.lpIDList, nullptr);
+    EXPECT_EQ(info.lpClass, nullptr);
+    EXPECT_EQ(info.hkeyClass, nullptr);
+    EXPECT_EQ(info.dwHotKey, 0u);
+    EXPECT_EQ(info.hMonitor, nullptr);
+    EXPECT_EQ(info.hProcess, nullptr);
+}

@@ -1,0 +1,110 @@
+// Tool tips: one control of the dialog's, six tools.
+#include "tests/window/main_window_fixture.h"
+#include "tests/window/marked_strings.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+class ToolTipsTest : public MainWindowFixture {
+protected:
+    ToolTipsTest() { CreateOn(TRUE); }
+
+    // Creates the dialog on a system that is version 6 or later, or earlier.
+    void CreateOn(BOOL isLater) {
+        Destroy();
+        texts.clear();
+        tools.clear();
+        const auto verify = Replace<decltype(::VerifyVersionInfoW)>(
+            "VerifyVersionInfoW", [&](LPOSVERSIONINFOEXW version, DWORD types, DWORDLONG conditions) {
+                EXPECT_EQ(version->dwOSVersionInfoSize, sizeof(OSVERSIONINFOEXW));
+                EXPECT_EQ(version->dwMajorVersion, 6u);
+                EXPECT_EQ(version->dwMinorVersion, 0u);
+                EXPECT_EQ(version->wServicePackMajor, 0);
+                EXPECT_EQ(types,
+                          static_cast<DWORD>(VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR));
+                // "Greater or equal" is 3; three bits a field: minor version at 0, major version at 3,
+                // service pack at 15.
+                EXPECT_EQ(conditions & 0x00FFFFFF, 0x1801Bu);
+                return isLater;
+            });
+        const auto create = Replace<decltype(::CreateWindowExW)>(
+            "CreateWindowExW",
+            [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
+                int width, int height, HWND parent, auto... others) {
+                EXPECT_STREQ(className, L"tooltips_class32");
+                EXPECT_EQ(exStyle, static_cast<DWORD>(WS_EX_TOPMOST));
+                EXPECT_EQ(style, static_cast<DWORD>(WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP));
+                EXPECT_THAT((std::vector{x, y, width, height}), testing::Each(CW_USEDEFAULT));
+                owner = parent;
+                return window =
+                           original(exStyle, className, title, style, x, y, width, height, parent, others...);
+            });
+        const MarkedStrings strings;
+        Recorded([&] { Create(); }, {},
+                 [&](HWND to, UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+                     if (message >= TTM_ACTIVATE && message <= TTM_ADDTOOLW) {
+                         EXPECT_EQ(to, window);
+                     }
+                     if (message == TTM_SETMAXTIPWIDTH) maximumWidth = lParam;
+                     if (message == TTM_ADDTOOLW) {
+                         tools.push_back(*reinterpret_cast<const TTTOOLINFOW*>(lParam));
+                         texts.emplace_back(tools.back().lpszText);
+                     }
+                     return std::nullopt;
+                 });
+    }
+    [[nodiscard]] LRESULT ToolCount() const { return ::SendMessageW(window, TTM_GETTOOLCOUNT, 0, 0); }
+    [[nodiscard]] RECT ExtraOptionsArea() const {
+        RECT area = {};
+        ::GetClientRect(Control(IDC_EXTRA_OPTIONS), &area);
+        return area;
+    }
+
+    HWND window = nullptr;
+    HWND owner = nullptr;
+    LPARAM maximumWidth = 0;
+    std::vector<TTTOOLINFOW> tools;
+    std::vector<std::wstring> texts;
+};
+
+TEST_F(ToolTipsTest, OneWindowOfTheDialogsShowsAllSix) {
+    EXPECT_EQ(owner, Dialog());
+    EXPECT_EQ(ToolCount(), 6);
+}
+
+TEST_F(ToolTipsTest, EachControlHasItsText) {
+    std::vector<int> controls;
+    for (const TTTOOLINFOW& tool : tools) controls.push_back(::GetDlgCtrlID(tool.hwnd));
+    EXPECT_THAT(controls, ElementsAre(IDC_PAGES, IDC_EXTRA_OPTIONS, IDC_ADD, IDC_HIDE_OUTPUT,
+                                      IDC_OUTPUT_FOLDER_CHECK, IDC_SHUT_DOWN));
+    EXPECT_THAT(texts, ElementsAre(L"<204>", L"<205>", L"<147>", L"<133>", L"<136>", L"<138>"));
+}
+
+TEST_F(ToolTipsTest, EveryToolHasTheRectangleOfTheExtraOptionsAndTheFullDescription) {
+    const RECT area = ExtraOptionsArea();
+    ASSERT_EQ(tools.size(), 6u);
+    for (const TTTOOLINFOW& tool : tools) {
+        EXPECT_EQ(tool.cbSize, 72u);
+        EXPECT_EQ(tool.uFlags, static_cast<UINT>(TTF_SUBCLASS));
+        EXPECT_EQ(tool.uId, 1u);
+        EXPECT_TRUE(::EqualRect(&tool.rect, &area));
+        EXPECT_EQ(tool.lParam, 0);
+    }
+}
+
+TEST_F(ToolTipsTest, TipsAreAsWideAsTheExtraOptionsAtMost) {
+    EXPECT_EQ(maximumWidth, ExtraOptionsArea().right);
+    EXPECT_EQ(::SendMessageW(window, TTM_GETMAXTIPWIDTH, 0, 0), maximumWidth);
+}
+
+TEST_F(ToolTipsTest, EarlierSystemsGetTheShorterDescriptionAndTakeItAll) {
+    CreateOn(FALSE);
+    ASSERT_EQ(tools.size(), 6u);
+    for (const TTTOOLINFOW& tool : tools) {
+        EXPECT_EQ(tool.cbSize, 64u);  // without the reserved field behind the data
+    }
+    EXPECT_EQ(ToolCount(), 6);
+}
+
+}  // namespace
