@@ -43,7 +43,13 @@ public:
         return ended ? m_result : -2;
     }
     [[nodiscard]] bool HasEnded() const { return ::WaitForSingleObject(m_thread, 0) == WAIT_OBJECT_0; }
-    [[nodiscard]] DWORD ThreadId() const { return ::GetThreadId(m_thread); }
+    // The control that has the focus in the dialog's thread.
+    [[nodiscard]] HWND Focused() const {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof info;
+        ::GetGUIThreadInfo(::GetThreadId(m_thread), &info);
+        return info.hwndFocus;
+    }
 
 private:
     static DWORD WINAPI Run(void* self) {

@@ -4,10 +4,13 @@
 
 #include "tests/support/call_record.h"
 #include "tests/support/replaced_imports.h"
+#include "tests/support/utf8.h"
 
 #include <windows.h>
 
 #include <atomic>
+#include <memory>
+#include <string>
 
 // Records, in `record`:
 //   OpenProcessToken self access=0x28
@@ -17,7 +20,7 @@
 // Each names what is not as expected, for example "other token".
 class ScriptedShutdown {
 public:
-    explicit ScriptedShutdown(CallRecord& record) : m_record(record) { s_current = this; }
+    explicit ScriptedShutdown(CallRecord& record) : m_record(record) {}
     ScriptedShutdown(const ScriptedShutdown&) = delete;
     ScriptedShutdown& operator=(const ScriptedShutdown&) = delete;
 
@@ -28,17 +31,52 @@ public:
     std::atomic<bool> accepts{true};
 
 private:
-    static BOOL WINAPI OpenToken(HANDLE process, DWORD access, PHANDLE token);
-    static BOOL WINAPI LookUp(LPCWSTR system, LPCWSTR name, PLUID luid);
-    static BOOL WINAPI Adjust(HANDLE token, BOOL disableAll, PTOKEN_PRIVILEGES privileges, DWORD size,
-                              PTOKEN_PRIVILEGES previous, PDWORD needed);
-    static BOOL WINAPI Initiate(LPWSTR machine, LPWSTR message, DWORD seconds, BOOL force, BOOL reboot);
+    static inline const auto kToken = reinterpret_cast<HANDLE>(0x7001);
 
-    static inline ScriptedShutdown* s_current = nullptr;
+    static std::string Name(const wchar_t* text, const char* none) { return text ? Utf8(text) : none; }
+    static BOOL Answer(bool succeeds, DWORD error) {
+        if (!succeeds) ::SetLastError(error);
+        return succeeds;
+    }
 
     CallRecord& m_record;
-    ReplacedImport m_openToken{"OpenProcessToken", &OpenToken};
-    ReplacedImport m_lookUp{"LookupPrivilegeValueW", &LookUp};
-    ReplacedImport m_adjust{"AdjustTokenPrivileges", &Adjust};
-    ReplacedImport m_initiate{"InitiateSystemShutdownW", &Initiate};
+    std::unique_ptr<ReplacedImport> m_openToken = Replace<decltype(::OpenProcessToken)>(
+        "OpenProcessToken", [this](HANDLE process, DWORD access, PHANDLE token) {
+            const bool self = process == ::GetCurrentProcess();
+            m_record.Add(std::string("OpenProcessToken ") + (self ? "self" : "other process") +
+                         " access=" + (access == 0x28 ? "0x28" : std::to_string(access)));
+            if (opensToken) *token = kToken;
+            return Answer(opensToken, ERROR_ACCESS_DENIED);
+        });
+    std::unique_ptr<ReplacedImport> m_lookUp = Replace<decltype(::LookupPrivilegeValueW)>(
+        "LookupPrivilegeValueW", [this](LPCWSTR system, LPCWSTR name, PLUID luid) {
+            m_record.Add("LookupPrivilegeValueW " + Name(system, "local") + ' ' + Name(name, "(null)"));
+            if (knowsPrivilege) {
+                luid->HighPart = 5;
+                luid->LowPart = 19;
+            }
+            return Answer(knowsPrivilege, ERROR_NO_SUCH_PRIVILEGE);
+        });
+    std::unique_ptr<ReplacedImport> m_adjust = Replace<decltype(::AdjustTokenPrivileges)>(
+        "AdjustTokenPrivileges",
+        [this](HANDLE token, BOOL disableAll, PTOKEN_PRIVILEGES privileges, DWORD, PTOKEN_PRIVILEGES previous,
+               PDWORD) -> BOOL {
+            const LUID_AND_ATTRIBUTES& entry = privileges->Privileges[0];
+            m_record.Add(std::string("AdjustTokenPrivileges ") + (token == kToken ? "token" : "other token") +
+                         " all=" + std::to_string(disableAll) +
+                         " count=" + std::to_string(privileges->PrivilegeCount) + " luid=" +
+                         std::to_string(entry.Luid.HighPart) + ':' + std::to_string(entry.Luid.LowPart) +
+                         " attributes=" + std::to_string(entry.Attributes) +
+                         " previous=" + (previous ? "asked" : "none"));
+            ::SetLastError(adjustError);
+            return adjustSucceeds;
+        });
+    std::unique_ptr<ReplacedImport> m_initiate = Replace<decltype(::InitiateSystemShutdownW)>(
+        "InitiateSystemShutdownW",
+        [this](LPWSTR machine, LPWSTR message, DWORD seconds, BOOL force, BOOL reboot) {
+            m_record.Add("InitiateSystemShutdownW machine=" + Name(machine, "none") +
+                         " message=" + Name(message, "none") + " seconds=" + std::to_string(seconds) +
+                         " force=" + std::to_string(force) + " reboot=" + std::to_string(reboot));
+            return Answer(accepts, ERROR_SHUTDOWN_IN_PROGRESS);
+        });
 };

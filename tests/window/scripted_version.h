@@ -3,10 +3,14 @@
 
 #include "tests/support/call_record.h"
 #include "tests/support/replaced_imports.h"
+#include "tests/support/utf8.h"
 
 #include <windows.h>
 
+#include <algorithm>
+#include <memory>
 #include <string>
+#include <string_view>
 
 // While one lives, the functions of version.dll are these: they answer with `fixed`, or fail where `failing`
 // says. Records, in `calls`:
@@ -26,29 +30,83 @@ public:
     VS_FIXEDFILEINFO fixed = {};
     CallRecord calls;
 
-    ScriptedVersion();
+    ScriptedVersion() { s_current = this; }
     ScriptedVersion(const ScriptedVersion&) = delete;
     ScriptedVersion& operator=(const ScriptedVersion&) = delete;
 
 private:
-    static HMODULE WINAPI Load(LPCWSTR path);
-    static BOOL WINAPI Unload(HMODULE library);
-    static FARPROC WINAPI Find(HMODULE library, LPCSTR name);
-    static LPVOID WINAPI Allocate(HANDLE heap, DWORD flags, SIZE_T size);
-    static BOOL WINAPI Free(HANDLE heap, DWORD flags, LPVOID block);
-    static DWORD WINAPI ModuleFileName(HMODULE module, LPWSTR path, DWORD size);
-    static DWORD WINAPI GetSize(LPCWSTR path, LPDWORD handle);
-    static BOOL WINAPI GetInfo(LPCWSTR path, DWORD handle, DWORD size, LPVOID block);
-    static BOOL WINAPI QueryValue(LPCVOID block, LPCWSTR path, LPVOID* value, PUINT length);
+    bool Fails(std::string_view name) const { return failing == name; }
+
+    static DWORD WINAPI GetSize(LPCWSTR path, LPDWORD /*handle*/) {
+        s_current->calls.Add("GetFileVersionInfoSizeW " + Utf8(path));
+        return s_current->Fails("GetFileVersionInfoSizeW") ? 0 : s_current->size;
+    }
+    static BOOL WINAPI GetInfo(LPCWSTR path, DWORD handle, DWORD size, LPVOID block) {
+        s_current->calls.Add("GetFileVersionInfoW " + Utf8(path) + ' ' + std::to_string(size) +
+                             (handle == 0 ? "" : " with a handle"));
+        if (!block) return FALSE;  // reading nothing into a block succeeds
+        const auto* const bytes = static_cast<const char*>(block);
+        if (!std::all_of(bytes, bytes + size, [](char byte) { return byte == 0; })) {
+            s_current->calls.Add("not zeroed");
+        }
+        return !s_current->Fails("GetFileVersionInfoW");
+    }
+    static BOOL WINAPI QueryValue(LPCVOID block, LPCWSTR path, LPVOID* value, PUINT length) {
+        s_current->calls.Add("VerQueryValueW " + Utf8(path) +
+                             (block == s_current->m_block ? "" : " of another block"));
+        if (!block || s_current->Fails("VerQueryValueW")) return FALSE;
+        *value = &s_current->fixed;
+        *length = s_current->fixedSize;
+        return TRUE;
+    }
+    // By way of void*: the two function types have nothing in common.
+    template <class Function>
+    static FARPROC AsProcedure(Function* function) {
+        return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));
+    }
 
     static inline ScriptedVersion* s_current = nullptr;
 
     LPVOID m_block = nullptr;     // the product's
     HMODULE m_library = nullptr;  // the product's
-    ReplacedImport m_load{"LoadLibraryW", &Load};
-    ReplacedImport m_unload{"FreeLibrary", &Unload};
-    ReplacedImport m_find{"GetProcAddress", &Find};
-    ReplacedImport m_allocate{"HeapAlloc", &Allocate};
-    ReplacedImport m_free{"HeapFree", &Free};
-    ReplacedImport m_moduleFileName{"GetModuleFileNameW", &ModuleFileName};
+    std::unique_ptr<ReplacedImport> m_load =
+        Replace<decltype(::LoadLibraryW)>("LoadLibraryW", [this](auto original, LPCWSTR path) {
+            calls.Add("LoadLibraryW " + Utf8(path));
+            return m_library = Fails("LoadLibraryW") ? nullptr : original(path);
+        });
+    std::unique_ptr<ReplacedImport> m_unload =
+        Replace<decltype(::FreeLibrary)>("FreeLibrary", [this](auto original, HMODULE library) {
+            if (library == m_library) calls.Add(library ? "FreeLibrary" : "FreeLibrary of none");
+            return original(library);
+        });
+    std::unique_ptr<ReplacedImport> m_find = Replace<decltype(::GetProcAddress)>(
+        "GetProcAddress", [this](auto original, HMODULE library, LPCSTR name) {
+            const std::string_view wanted = name;
+            if (Fails("GetProcAddress " + std::string(wanted))) return FARPROC{nullptr};
+            if (wanted == "GetFileVersionInfoSizeW") return AsProcedure(&GetSize);
+            if (wanted == "GetFileVersionInfoW") return AsProcedure(&GetInfo);
+            if (wanted == "VerQueryValueW") return AsProcedure(&QueryValue);
+            return original(library, name);
+        });
+    std::unique_ptr<ReplacedImport> m_allocate = Replace<decltype(::HeapAlloc)>(
+        "HeapAlloc", [this](auto original, HANDLE heap, DWORD flags, SIZE_T bytes) {
+            if (bytes != size) return original(heap, flags, bytes);
+            calls.Add("HeapAlloc " + std::to_string(bytes) + ((flags & HEAP_ZERO_MEMORY) ? " zeroed" : "") +
+                      (heap == ::GetProcessHeap() ? "" : " of another heap"));
+            return m_block = Fails("HeapAlloc") ? nullptr : original(heap, flags, bytes);
+        });
+    std::unique_ptr<ReplacedImport> m_free = Replace<decltype(::HeapFree)>(
+        "HeapFree", [this](auto original, HANDLE heap, DWORD flags, LPVOID block) {
+            if (block && block == m_block) {
+                calls.Add(flags == 0 ? "HeapFree" : "HeapFree with flags");
+                m_block = nullptr;
+            }
+            return original(heap, flags, block);
+        });
+    std::unique_ptr<ReplacedImport> m_moduleFileName = Replace<decltype(::GetModuleFileNameW)>(
+        "GetModuleFileNameW", [this](HMODULE, LPWSTR path, DWORD length) -> DWORD {
+            calls.Add("GetModuleFileNameW " + std::to_string(length));
+            ::lstrcpynW(path, L"C:\\Outils\\Talvenor.exe", static_cast<int>(length));
+            return 22;
+        });
 };

@@ -9,7 +9,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr char kOpen[] = "OpenProcessToken self access=0x28";
 constexpr char kLookUp[] = "LookupPrivilegeValueW local SeShutdownPrivilege";
@@ -17,45 +16,35 @@ constexpr char kEnable[] = "AdjustTokenPrivileges token all=0 count=1 luid=5:19 
 constexpr char kInitiate[] = "InitiateSystemShutdownW machine=none message=none seconds=0 force=0 reboot=0";
 constexpr char kDisable[] = "AdjustTokenPrivileges token all=0 count=1 luid=5:19 attributes=0 previous=none";
 
-class ShutdownTest : public testing::Test {
+class ShutDownComputerTest : public testing::Test {
 protected:
-    ShutdownTest() { s_other.Clear(); }
-
-    CallRecord calls;
+    CallRecord calls;  // a message box and a handle that is closed would be among them
     ScriptedShutdown system{calls};
-    static inline CallRecord s_other;  // what must not happen
 
 private:
-    static int WINAPI RecordBox(HWND, LPCWSTR, LPCWSTR, UINT) {
-        s_other.Add("MessageBoxW");
-        return IDOK;
-    }
-    static BOOL WINAPI RecordClose(HANDLE handle) {
-        s_other.Add("CloseHandle " + std::to_string(reinterpret_cast<ULONG_PTR>(handle)));
+    std::unique_ptr<ReplacedImport> m_messageBox =
+        Replace<decltype(::MessageBoxW)>("MessageBoxW", [this](HWND, LPCWSTR, LPCWSTR, UINT) {
+            calls.Add("MessageBoxW");
+            return IDOK;
+        });
+    std::unique_ptr<ReplacedImport> m_close = Replace<decltype(::CloseHandle)>("CloseHandle", [this](HANDLE) {
+        calls.Add("CloseHandle");
         return TRUE;
-    }
-    ReplacedImport m_box{"MessageBoxW", &RecordBox};
-    ReplacedImport m_close{"CloseHandle", &RecordClose};
+    });
 };
 
-TEST_F(ShutdownTest, EnablesThePrivilegeAsksAndDisablesIt) {
+TEST_F(ShutDownComputerTest, EnablesThePrivilegeAsksAndDisablesItAndLeavesTheTokenOpen) {
     EXPECT_TRUE(CShutMeDownDlg::ShutDownComputer());
     EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable, kInitiate, kDisable));
 }
 
-TEST_F(ShutdownTest, LeavesTheTokenOpen) {
-    CShutMeDownDlg::ShutDownComputer();
-    EXPECT_THAT(s_other.Calls(), IsEmpty());
-}
-
-TEST_F(ShutdownTest, WithoutATokenNothingMoreIsTried) {
+TEST_F(ShutDownComputerTest, TriesNothingMoreWithoutAToken) {
     system.opensToken = false;
     EXPECT_FALSE(CShutMeDownDlg::ShutDownComputer());
     EXPECT_THAT(calls.Calls(), ElementsAre(kOpen));
-    EXPECT_THAT(s_other.Calls(), IsEmpty());
 }
 
-TEST_F(ShutdownTest, AnUnknownPrivilegeIsNotLookedAt) {
+TEST_F(ShutDownComputerTest, DoesNotLookAtAnUnknownPrivilege) {
     system.knowsPrivilege = false;
     EXPECT_TRUE(CShutMeDownDlg::ShutDownComputer());
     EXPECT_THAT(calls.Calls(),
@@ -65,29 +54,22 @@ TEST_F(ShutdownTest, AnUnknownPrivilegeIsNotLookedAt) {
                             "AdjustTokenPrivileges token all=0 count=1 luid=0:0 attributes=0 previous=none"));
 }
 
-TEST_F(ShutdownTest, AnAccountWithoutThePrivilegeMakesNoRequest) {
+TEST_F(ShutDownComputerTest, MakesNoRequestForAnAccountWithoutThePrivilege) {
     system.adjustError = ERROR_NOT_ALL_ASSIGNED;  // which comes with a success
     EXPECT_FALSE(CShutMeDownDlg::ShutDownComputer());
     EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable));
-    EXPECT_THAT(s_other.Calls(), IsEmpty());
 }
 
-TEST_F(ShutdownTest, TheLastErrorCountsAndNotTheResultOfTheAdjustment) {
+TEST_F(ShutDownComputerTest, LooksAtTheLastErrorAndNotAtTheResultOfTheAdjustment) {
     system.adjustSucceeds = false;
     EXPECT_TRUE(CShutMeDownDlg::ShutDownComputer());
     EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable, kInitiate, kDisable));
 }
 
-TEST_F(ShutdownTest, ARefusedRequestLeavesThePrivilegeAndSaysNothing) {
+TEST_F(ShutDownComputerTest, LeavesThePrivilegeAfterARefusedRequestAndCanBeRepeated) {
     system.accepts = false;
     EXPECT_FALSE(CShutMeDownDlg::ShutDownComputer());
     EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable, kInitiate));
-    EXPECT_THAT(s_other.Calls(), IsEmpty());
-}
-
-TEST_F(ShutdownTest, ASecondRequestTakesAllSteps) {
-    system.accepts = false;
-    EXPECT_FALSE(CShutMeDownDlg::ShutDownComputer());
     system.accepts = true;
     calls.Clear();
     EXPECT_TRUE(CShutMeDownDlg::ShutDownComputer());

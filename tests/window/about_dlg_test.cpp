@@ -1,0 +1,68 @@
+// The About dialog: its version line, and its ways out.
+#include "ui/about/about_dlg.h"
+
+#include "tests/equipment/shipped_version.h"
+#include "tests/window/modal_thread.h"
+
+#include "framework/app_module.h"
+#include "res/resource.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+class AboutDlgTest : public testing::Test {
+protected:
+    AboutDlgTest() { CAppModule::Instance().Init(::GetModuleHandleW(nullptr)); }
+    ~AboutDlgTest() override { CAppModule::Instance().Term(); }
+
+    static constexpr wchar_t kTitle[] = L"À propos...";
+};
+
+TEST_F(AboutDlgTest, ShowsTheVersionOfTheProgramsOwnResource) {
+    const ModalThread<CAboutDlg> about(kTitle);
+    wchar_t text[100] = L"no dialog";
+    ::GetDlgItemTextW(about.Window(), IDC_VERSION, text, ARRAYSIZE(text));
+    EXPECT_EQ(std::wstring(text), shipped::kAboutLine);
+}
+
+TEST_F(AboutDlgTest, LeavesTheFocusToTheSystem) {
+    CAboutDlg about;
+    LRESULT result = 0;
+    EXPECT_TRUE(about.ProcessWindowMessage(nullptr, WM_INITDIALOG, 0, 0, result, 0));
+    EXPECT_EQ(result, TRUE);
+}
+
+TEST_F(AboutDlgTest, EndsWithTheResultOfEachWayOut) {
+    static constexpr struct {
+        const char* name;
+        UINT message;
+        WPARAM wParam;
+        INT_PTR result;
+    } kWays[] = {
+        {"OK", WM_COMMAND, IDOK, 1},          {"OK by any notification", WM_COMMAND, MAKEWPARAM(IDOK, 7), 1},
+        {"cancel", WM_COMMAND, IDCANCEL, 2},  {"Enter", WM_KEYDOWN, VK_RETURN, 1},
+        {"Escape", WM_KEYDOWN, VK_ESCAPE, 2}, {"close button", WM_SYSCOMMAND, SC_CLOSE, 2},
+    };
+    for (const auto& way : kWays) {
+        SCOPED_TRACE(way.name);
+        const ModalThread<CAboutDlg> about(kTitle);
+        const HWND window = about.Window();
+        ASSERT_NE(window, nullptr);
+        EXPECT_EQ(about.Focused(), ::GetDlgItem(window, IDOK));
+        const bool isKey = way.message == WM_KEYDOWN;
+        ::PostMessageW(isKey ? about.Focused() : window, way.message, way.wParam, isKey ? 1 : 0);
+        EXPECT_EQ(about.Result(), way.result);
+    }
+}
+
+TEST_F(AboutDlgTest, OtherCommandsGetDefaultProcessing) {
+    CAboutDlg about;
+    LRESULT result = 0;
+    EXPECT_FALSE(about.ProcessWindowMessage(nullptr, WM_COMMAND, 3, 0, result, 0));
+    EXPECT_FALSE(about.ProcessWindowMessage(nullptr, WM_COMMAND, IDC_VERSION, 0, result, 0));
+}
+
+}  // namespace
