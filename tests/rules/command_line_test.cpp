@@ -62,120 +62,87 @@ TEST(ConversionOptionsTest, AreAllOffUntilTheyAreRead) {
     EXPECT_FALSE(options.outputFolderEnabled);
 }
 
-const LineCase kOneOption[] = {
-    {"None", {}, LR"(pdf2djvu.exe -o "a.djvu" -v  "a.pdf")"},
-    {"Resolution", OptionsBuilder().Resolution(L"300"), LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 "a.pdf")"},
-    {"NoMetadata", OptionsBuilder().NoMetadata(), LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata "a.pdf")"},
-    {"NoOutline", OptionsBuilder().NoOutline(), LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline "a.pdf")"},
-    {"NoHyperlinks", OptionsBuilder().NoHyperlinks(),
-     LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks "a.pdf")"},
-    {"NoText", OptionsBuilder().NoText(), LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text "a.pdf")"},
-    {"Lines", OptionsBuilder().Lines(), LR"(pdf2djvu.exe -o "a.djvu" -v  --lines "a.pdf")"},
-    {"Monochrome", OptionsBuilder().Monochrome(), LR"(pdf2djvu.exe -o "a.djvu" -v  --monochrome "a.pdf")"},
-    {"ExtraOptions", OptionsBuilder().Extra(L"--x=1"), LR"(pdf2djvu.exe -o "a.djvu" -v  --x=1 "a.pdf")"},
-    {"Pages", OptionsBuilder().Pages(L"2,5"), LR"(pdf2djvu.exe -o "a.djvu" -v  -p "2,5" "a.pdf")"},
-};
-
-class OneOptionTest : public testing::TestWithParam<LineCase> {};
-
-TEST_P(OneOptionTest, IsWrittenAlone) {
-    EXPECT_EQ(LineFor(GetParam().options), GetParam().line);
+TEST(BuildConverterCommandLine, WritesEveryCombinationOfOptionsInTheFixedOrder) {
+    struct Option {
+        OptionsBuilder& (*choose)(OptionsBuilder&);
+        const wchar_t* text;
+    };
+    // Behind the resolution, which leaves its blank when there is none.
+    const Option options[] = {{[](auto& builder) -> auto& {return builder.NoMetadata();
+}
+, L" --no-metadata"
+}  // namespace
+, {[](auto& builder) -> auto& {return builder.NoOutline();
+}
+, L" --no-outline"
+}
+, {[](auto& builder) -> auto& {return builder.NoHyperlinks();
+}
+, L" --no-hyperlinks"
+}
+, {[](auto& builder) -> auto& {return builder.Lines();
+}
+, L" --lines"
+}
+, {[](auto& builder) -> auto& {return builder.Monochrome();
+}
+, L" --monochrome"
+}
+, {[](auto& builder) -> auto& {return builder.Extra(L"--x=1");
+}
+, L" --x=1"
+}
+, {[](auto& builder) -> auto& {return builder.Pages(L"2,5");
+}
+, L" -p \"2,5\""
+}
+,
+}
+;
+constexpr std::size_t kCount = std::size(options);
+for (unsigned combination = 0; combination < 1u << kCount; ++combination) {
+    OptionsBuilder builder;
+    std::wstring chosen;
+    for (std::size_t i = 0; i < kCount; ++i) {
+        if ((combination >> i & 1) == 0) continue;
+        options[i].choose(builder);
+        chosen += options[i].text;
+    }
+    EXPECT_EQ(LineFor(builder), LR"(pdf2djvu.exe -o "a.djvu" -v )" + chosen + LR"( "a.pdf")");
+    builder.Resolution(L"300");
+    EXPECT_EQ(LineFor(builder), LR"(pdf2djvu.exe -o "a.djvu" -v -d 300)" + chosen + LR"( "a.pdf")");
+}
 }
 
-INSTANTIATE_TEST_SUITE_P(BuildConverterCommandLine, OneOptionTest, testing::ValuesIn(kOneOption),
-                         NameOfLineCase);
-
-// Chooses one option, with a value where it takes one.
-using Choice = void (*)(OptionsBuilder&);
-constexpr Choice kResolution = [](OptionsBuilder& options) { options.Resolution(L"300"); };
-constexpr Choice kNoMetadata = [](OptionsBuilder& options) { options.NoMetadata(); };
-constexpr Choice kNoOutline = [](OptionsBuilder& options) { options.NoOutline(); };
-constexpr Choice kNoHyperlinks = [](OptionsBuilder& options) { options.NoHyperlinks(); };
-constexpr Choice kNoText = [](OptionsBuilder& options) { options.NoText(); };
-constexpr Choice kLines = [](OptionsBuilder& options) { options.Lines(); };
-constexpr Choice kMonochrome = [](OptionsBuilder& options) { options.Monochrome(); };
-constexpr Choice kExtra = [](OptionsBuilder& options) { options.Extra(L"--x=1"); };
-constexpr Choice kPages = [](OptionsBuilder& options) { options.Pages(L"2,5"); };
-
-TEST(BuildConverterCommandLine, WritesEveryPairOfOptionsInTheFixedOrder) {
-    struct Pair {
-        Choice first;
-        Choice second;
-        const wchar_t* line;
-    };
-    const Pair pairs[] = {
-        {kResolution, kNoMetadata, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-metadata "a.pdf")"},
-        {kResolution, kNoOutline, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-outline "a.pdf")"},
-        {kResolution, kNoHyperlinks, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-hyperlinks "a.pdf")"},
-        {kResolution, kNoText, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-text "a.pdf")"},
-        {kResolution, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --lines "a.pdf")"},
-        {kResolution, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --monochrome "a.pdf")"},
-        {kResolution, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --x=1 "a.pdf")"},
-        {kResolution, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 -p "2,5" "a.pdf")"},
-        {kNoMetadata, kNoOutline, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --no-outline "a.pdf")"},
-        {kNoMetadata, kNoHyperlinks,
-         LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --no-hyperlinks "a.pdf")"},
-        {kNoMetadata, kNoText, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --no-text "a.pdf")"},
-        {kNoMetadata, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --lines "a.pdf")"},
-        {kNoMetadata, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --monochrome "a.pdf")"},
-        {kNoMetadata, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata --x=1 "a.pdf")"},
-        {kNoMetadata, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-metadata -p "2,5" "a.pdf")"},
-        {kNoOutline, kNoHyperlinks, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --no-hyperlinks "a.pdf")"},
-        {kNoOutline, kNoText, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --no-text "a.pdf")"},
-        {kNoOutline, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --lines "a.pdf")"},
-        {kNoOutline, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --monochrome "a.pdf")"},
-        {kNoOutline, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline --x=1 "a.pdf")"},
-        {kNoOutline, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-outline -p "2,5" "a.pdf")"},
-        {kNoHyperlinks, kNoText, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks --no-text "a.pdf")"},
-        {kNoHyperlinks, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks --lines "a.pdf")"},
-        {kNoHyperlinks, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks --monochrome "a.pdf")"},
-        {kNoHyperlinks, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks --x=1 "a.pdf")"},
-        {kNoHyperlinks, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-hyperlinks -p "2,5" "a.pdf")"},
-        {kNoText, kLines, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text "a.pdf")"},
-        {kNoText, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text --monochrome "a.pdf")"},
-        {kNoText, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text --x=1 "a.pdf")"},
-        {kNoText, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text -p "2,5" "a.pdf")"},
-        {kLines, kMonochrome, LR"(pdf2djvu.exe -o "a.djvu" -v  --lines --monochrome "a.pdf")"},
-        {kLines, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --lines --x=1 "a.pdf")"},
-        {kLines, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --lines -p "2,5" "a.pdf")"},
-        {kMonochrome, kExtra, LR"(pdf2djvu.exe -o "a.djvu" -v  --monochrome --x=1 "a.pdf")"},
-        {kMonochrome, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --monochrome -p "2,5" "a.pdf")"},
-        {kExtra, kPages, LR"(pdf2djvu.exe -o "a.djvu" -v  --x=1 -p "2,5" "a.pdf")"},
-    };
-    for (const Pair& pair : pairs) {
-        OptionsBuilder options;
-        pair.first(options);
-        pair.second(options);
-        EXPECT_EQ(LineFor(options), pair.line);
-    }
-}
-
-TEST(BuildConverterCommandLine, WritesAllOptionsInTheFixedOrder) {
-    OptionsBuilder options;
-    for (const Choice choose :
-         {kResolution, kNoMetadata, kNoOutline, kNoHyperlinks, kLines, kMonochrome, kExtra, kPages}) {
-        choose(options);
-    }
-    EXPECT_EQ(LineFor(options),
-              LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-metadata --no-outline --no-hyperlinks --lines)"
-              LR"( --monochrome --x=1 -p "2,5" "a.pdf")");
-    kNoText(options);
-    EXPECT_EQ(LineFor(options),
+TEST(BuildConverterCommandLine, LeavesTextByLinesOutWhenTheTextIsLeftOut) {
+    EXPECT_EQ(LineFor(OptionsBuilder().NoText()), LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text "a.pdf")");
+    EXPECT_EQ(LineFor(OptionsBuilder().NoText().Lines()),
+              LR"(pdf2djvu.exe -o "a.djvu" -v  --no-text "a.pdf")");
+    EXPECT_EQ(LineFor(OptionsBuilder()
+                          .Resolution(L"300")
+                          .NoMetadata()
+                          .NoOutline()
+                          .NoHyperlinks()
+                          .NoText()
+                          .Lines()
+                          .Monochrome()
+                          .Extra(L"--x=1")
+                          .Pages(L"2,5")),
               LR"(pdf2djvu.exe -o "a.djvu" -v -d 300 --no-metadata --no-outline --no-hyperlinks --no-text)"
               LR"( --monochrome --x=1 -p "2,5" "a.pdf")");
 }
 
-TEST(BuildConverterCommandLine, LeavesOutWhatIsNotTickedOrEmpty) {
+TEST(BuildConverterCommandLine, LeavesOutWhatIsUncheckedOrEmpty) {
     const ConversionOptions cases[] = {
         OptionsBuilder().Resolution(L""),
-        OptionsBuilder().UntickedResolution(L"300"),
+        OptionsBuilder().UncheckedResolution(L"300"),
         OptionsBuilder().Pages(L""),
-        OptionsBuilder().UntickedPages(L"1-5"),
-        OptionsBuilder().UntickedPages(L"  "),
+        OptionsBuilder().UncheckedPages(L"1-5"),
+        OptionsBuilder().UncheckedPages(L"  "),
         OptionsBuilder().Extra(L""),
         // The folder is in the path of the DjVu file already.
         OptionsBuilder().OutputFolder(L"D:\\Out"),
-        OptionsBuilder().UntickedOutputFolder(L"D:\\Out"),
+        OptionsBuilder().UncheckedOutputFolder(L"D:\\Out"),
     };
     for (const ConversionOptions& options : cases) {
         SCOPED_TRACE(&options - cases);

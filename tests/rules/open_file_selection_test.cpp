@@ -5,11 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 // The characters of a literal without the null that the compiler adds.
 template <std::size_t Size>
@@ -17,69 +15,38 @@ std::span<const wchar_t> Characters(const wchar_t (&literal)[Size]) {
     return {literal, Size - 1};
 }
 
-TEST(ParseOpenFileBuffer, ReadsOneFileAsItsFullPath) {
-    const OpenFileSelection selection = ParseOpenFileBuffer(Characters(L"C:\\in\\a.pdf\0\0"));
-    EXPECT_EQ(selection.folder, L"");
-    EXPECT_THAT(selection.files, ElementsAre(L"C:\\in\\a.pdf"));
-}
-
-TEST(ParseOpenFileBuffer, ReadsAFolderAndTheNamesInItInTheirOrder) {
-    const OpenFileSelection selection =
-        ParseOpenFileBuffer(Characters(L"C:\\in\0z.pdf\0a b.PDF\0отчёт 報告.pdf\0\0"));
-    EXPECT_EQ(selection.folder, L"C:\\in");
-    EXPECT_THAT(selection.files, ElementsAre(L"z.pdf", L"a b.PDF", L"отчёт 報告.pdf"));
-}
-
-TEST(ParseOpenFileBuffer, TakesASingleNameBehindAFolderForANameInIt) {
-    const OpenFileSelection selection = ParseOpenFileBuffer(Characters(L"C:\\in\0a.pdf\0\0"));
-    EXPECT_EQ(selection.folder, L"C:\\in");
-    EXPECT_THAT(selection.files, ElementsAre(L"a.pdf"));
-}
-
-TEST(ParseOpenFileBuffer, KeepsTheFolderAsItIs) {
-    EXPECT_EQ(ParseOpenFileBuffer(Characters(L"C:\\\0a\0b\0\0")).folder, L"C:\\");
-    EXPECT_EQ(ParseOpenFileBuffer(Characters(L"\\\\server\\share\0a\0b\0\0")).folder, L"\\\\server\\share");
-}
-
-TEST(ParseOpenFileBuffer, KeepsNamesThatCameTwice) {
-    EXPECT_THAT(ParseOpenFileBuffer(Characters(L"C:\\in\0a\0a\0\0")).files, ElementsAre(L"a", L"a"));
-}
-
-TEST(ParseOpenFileBuffer, StopsAtTheFirstEmptyName) {
-    const OpenFileSelection one = ParseOpenFileBuffer(Characters(L"C:\\a.pdf\0\0left from before\0\0"));
-    EXPECT_EQ(one.folder, L"");
-    EXPECT_THAT(one.files, ElementsAre(L"C:\\a.pdf"));
-
-    const OpenFileSelection several =
-        ParseOpenFileBuffer(Characters(L"C:\\in\0a\0b\0\0left from before\0\0"));
-    EXPECT_EQ(several.folder, L"C:\\in");
-    EXPECT_THAT(several.files, ElementsAre(L"a", L"b"));
-}
-
-TEST(ParseOpenFileBuffer, EndsWhereABufferWithoutFinalNullsEnds) {
-    const OpenFileSelection one = ParseOpenFileBuffer(Characters(L"C:\\a.pdf"));
-    EXPECT_EQ(one.folder, L"");
-    EXPECT_THAT(one.files, ElementsAre(L"C:\\a.pdf"));
-
-    const OpenFileSelection oneTerminated = ParseOpenFileBuffer(Characters(L"C:\\a.pdf\0"));
-    EXPECT_EQ(oneTerminated.folder, L"");
-    EXPECT_THAT(oneTerminated.files, ElementsAre(L"C:\\a.pdf"));
-
-    const OpenFileSelection several = ParseOpenFileBuffer(Characters(L"C:\\in\0a\0b"));
-    EXPECT_EQ(several.folder, L"C:\\in");
-    EXPECT_THAT(several.files, ElementsAre(L"a", L"b"));
-
-    const OpenFileSelection severalTerminated = ParseOpenFileBuffer(Characters(L"C:\\in\0a\0b\0"));
-    EXPECT_EQ(severalTerminated.folder, L"C:\\in");
-    EXPECT_THAT(severalTerminated.files, ElementsAre(L"a", L"b"));
-}
-
-TEST(ParseOpenFileBuffer, ReadsAnEmptyPathFromABufferWithoutText) {
-    for (const std::span<const wchar_t> buffer :
-         {std::span<const wchar_t>(), Characters(L"\0"), Characters(L"\0\0"), Characters(L"\0\0\0a\0")}) {
-        const OpenFileSelection selection = ParseOpenFileBuffer(buffer);
-        EXPECT_EQ(selection.folder, L"");
-        EXPECT_THAT(selection.files, ElementsAre(L""));
+TEST(ParseOpenFileBuffer, ReadsOnePathOrAFolderAndTheNamesInItUpToTheFirstEmptyOne) {
+    const struct {
+        const char* name;
+        std::span<const wchar_t> buffer;
+        std::wstring_view folder;
+        std::vector<std::wstring_view> files;
+    } cases[] = {
+        {"one file", Characters(L"C:\\in\\a.pdf\0\0"), L"", {L"C:\\in\\a.pdf"}},
+        {"names in their order",
+         Characters(L"C:\\in\0z.pdf\0a b.PDF\0отчёт 報告.pdf\0\0"),
+         L"C:\\in",
+         {L"z.pdf", L"a b.PDF", L"отчёт 報告.pdf"}},
+        {"a single name in a folder", Characters(L"C:\\in\0a.pdf\0\0"), L"C:\\in", {L"a.pdf"}},
+        {"a root", Characters(L"C:\\\0a\0b\0\0"), L"C:\\", {L"a", L"b"}},
+        {"a share", Characters(L"\\\\server\\share\0a\0b\0\0"), L"\\\\server\\share", {L"a", L"b"}},
+        {"a name twice", Characters(L"C:\\in\0a\0a\0\0"), L"C:\\in", {L"a", L"a"}},
+        {"more behind the path", Characters(L"C:\\a.pdf\0\0left from before\0\0"), L"", {L"C:\\a.pdf"}},
+        {"more behind the names", Characters(L"C:\\in\0a\0b\0\0left\0\0"), L"C:\\in", {L"a", L"b"}},
+        {"a path without a null", Characters(L"C:\\a.pdf"), L"", {L"C:\\a.pdf"}},
+        {"a path with one null", Characters(L"C:\\a.pdf\0"), L"", {L"C:\\a.pdf"}},
+        {"names without a null", Characters(L"C:\\in\0a\0b"), L"C:\\in", {L"a", L"b"}},
+        {"names with one null", Characters(L"C:\\in\0a\0b\0"), L"C:\\in", {L"a", L"b"}},
+        {"nothing", {}, L"", {L""}},
+        {"one null", Characters(L"\0"), L"", {L""}},
+        {"two nulls", Characters(L"\0\0"), L"", {L""}},
+        {"more behind nulls", Characters(L"\0\0\0a\0"), L"", {L""}},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        const OpenFileSelection selection = ParseOpenFileBuffer(row.buffer);
+        EXPECT_EQ(selection.folder, row.folder);
+        EXPECT_EQ(selection.files, row.files);
     }
 }
 

@@ -7,7 +7,7 @@
 
 class OptionsBuilder {
 public:
-    // Box ticked, text typed.
+    // Check box checked, text typed.
     OptionsBuilder& Pages(std::wstring_view text) {
         m_options.pagesEnabled = true;
         m_options.pages = text;
@@ -24,16 +24,16 @@ public:
         return *this;
     }
 
-    // Text typed, box not ticked.
-    OptionsBuilder& UntickedPages(std::wstring_view text) {
+    // Text typed, check box unchecked.
+    OptionsBuilder& UncheckedPages(std::wstring_view text) {
         m_options.pages = text;
         return *this;
     }
-    OptionsBuilder& UntickedResolution(std::wstring_view text) {
+    OptionsBuilder& UncheckedResolution(std::wstring_view text) {
         m_options.resolution = text;
         return *this;
     }
-    OptionsBuilder& UntickedOutputFolder(std::wstring_view text) {
+    OptionsBuilder& UncheckedOutputFolder(std::wstring_view text) {
         m_options.outputFolder = text;
         return *this;
     }
@@ -67,7 +67,7 @@ public:
         return *this;
     }
 
-    // Implicit: a builder stands wherever options are wanted.
+    // Implicit: a builder is taken wherever options are.
     operator ConversionOptions() const { return m_options; }  // NOLINT(google-explicit-constructor)
 
 private:

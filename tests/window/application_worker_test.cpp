@@ -11,77 +11,62 @@
 
 namespace {
 
-// Takes the place of the process's end: only the user-interface thread ends, as soon as the worker is done
-// with the dialog on that thread's stack.
-struct ProcessEnd {
-    static inline std::atomic<int> exitCode{-1};
-    static inline std::atomic<bool> workerWaited{false};
-    static inline HeldConverter* converter = nullptr;
-    static inline std::atomic<HANDLE> worker{nullptr};
-
-    static void WINAPI Exit(UINT code) {
-        exitCode = static_cast<int>(code);
-        workerWaited = ::WaitForSingleObject(worker, 0) == WAIT_TIMEOUT;
-        converter->EndAll(1);
-        ::WaitForSingleObject(worker, 10'000);
-        ::ExitThread(0);
-    }
-    static uintptr_t Start(void (*procedure)(void*), unsigned stackSize, void* argument) {
-        const auto thread = original(procedure, stackSize, argument);
-        HANDLE own = nullptr;
-        // The worker is held by its converter, so that the handle is still good.
-        ::DuplicateHandle(::GetCurrentProcess(), reinterpret_cast<HANDLE>(thread), ::GetCurrentProcess(),
-                          &own, 0, FALSE, DUPLICATE_SAME_ACCESS);
-        worker = own;
-        return thread;
-    }
-    static inline uintptr_t (*original)(void (*)(void*), unsigned, void*) = nullptr;
-};
-
 class ApplicationWorkerTest : public MainWindowFixture {
 protected:
-    static BOOL WINAPI StopAndQuit(HWND window, int command) {
-        if (::GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) return s_show(window, command);
-        wchar_t path[] = L"C:\\in\\a.pdf";
-        LVITEMW item = {};
-        item.mask = LVIF_TEXT;
-        item.pszText = path;
-        ::SendMessageW(::GetDlgItem(window, IDC_FILE_LIST), LVM_INSERTITEMW, 0,
-                       reinterpret_cast<LPARAM>(&item));
-        ::SendMessageW(window, WM_COMMAND, IDOK, 0);
-        PumpUntil([] { return ProcessEnd::converter->Started() == 1; }, std::chrono::seconds(10));
-        boxAnswer = IDYES;
-        ::SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
-        ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-        return FALSE;
-    }
     static DWORD WINAPI UserInterface(void* returned) {
         RunMainDialog(L"", SW_SHOW);
         *static_cast<std::atomic<bool>*>(returned) = true;
         return 0;
     }
-
-    static inline BOOL(WINAPI* s_show)(HWND, int) = nullptr;
 };
 
 TEST_F(ApplicationWorkerTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
     HeldConverter converter;
-    ProcessEnd::converter = &converter;
-    ProcessEnd::exitCode = -1;
-    const ReplacedImport start("_beginthread", &ProcessEnd::Start);
-    ProcessEnd::original = start.Original<uintptr_t(void (*)(void*), unsigned, void*)>();
-    const ReplacedImport exitProcess("ExitProcess", &ProcessEnd::Exit);
-    const ReplacedImport show("ShowWindow", &StopAndQuit);
-    s_show = show.Original<BOOL WINAPI(HWND, int)>();
+    HANDLE worker = nullptr;
+    int exitCode = -1;
+    bool workerWaited = false;
+    const auto start = Replace<decltype(::_beginthread)>(
+        "_beginthread", [&](auto original, void (*procedure)(void*), unsigned stackSize, void* argument) {
+            const auto thread = original(procedure, stackSize, argument);
+            // The worker is held by its converter, so that the handle is still good.
+            ::DuplicateHandle(::GetCurrentProcess(), reinterpret_cast<HANDLE>(thread), ::GetCurrentProcess(),
+                              &worker, 0, FALSE, DUPLICATE_SAME_ACCESS);
+            return thread;
+        });
+    // Takes the place of the process's end: only the user-interface thread ends, as soon as the worker is
+    // done with the dialog on that thread's stack.
+    const auto exitProcess = Replace<decltype(::ExitProcess)>("ExitProcess", [&](UINT code) {
+        exitCode = static_cast<int>(code);
+        workerWaited = ::WaitForSingleObject(worker, 0) == WAIT_TIMEOUT;
+        converter.EndAll(1);
+        ::WaitForSingleObject(worker, 10'000);
+        ::ExitThread(0);
+    });
+    const auto stopAndQuit =
+        Replace<decltype(::ShowWindow)>("ShowWindow", [&](auto original, HWND window, int command) {
+            if (::GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) return original(window, command);
+            wchar_t path[] = L"C:\\in\\a.pdf";
+            LVITEMW item = {};
+            item.mask = LVIF_TEXT;
+            item.pszText = path;
+            ::SendMessageW(::GetDlgItem(window, IDC_FILE_LIST), LVM_INSERTITEMW, 0,
+                           reinterpret_cast<LPARAM>(&item));
+            ::SendMessageW(window, WM_COMMAND, IDOK, 0);
+            PumpUntil([&] { return converter.Started() == 1; }, std::chrono::seconds(10));
+            boxAnswer = IDYES;
+            ::SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
+            ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+            return FALSE;
+        });
 
     std::atomic<bool> returned{false};
     const HANDLE thread = ::CreateThread(nullptr, 0, &UserInterface, &returned, 0, nullptr);
     EXPECT_EQ(::WaitForSingleObject(thread, 30'000), WAIT_OBJECT_0) << "the thread did not end";
     EXPECT_FALSE(returned) << "the dialog was destroyed under its worker";
-    EXPECT_EQ(ProcessEnd::exitCode, 2);
-    EXPECT_TRUE(ProcessEnd::workerWaited);
+    EXPECT_EQ(exitCode, 2);
+    EXPECT_TRUE(workerWaited);
     ::CloseHandle(thread);
-    ::CloseHandle(ProcessEnd::worker);
+    ::CloseHandle(worker);
 }
 
 }  // namespace

@@ -3,23 +3,29 @@
 #pragma once
 
 #include "tests/support/replaced_imports.h"
+#include "tests/support/utf8.h"
 #include "tests/window/worker_calls.h"
 
 #include <windows.h>
 
 #include <atomic>
+#include <cstring>
+#include <memory>
 #include <optional>
+#include <string>
 
 // Records, of workers:
-//   GetLocaleInfoW locale=0x400 type=0x20000021 size=2
+//   GetLocaleInfoW locale=1024 type=536870945 size=2
 //   GetLocalTime
-//   CreateFileW C:\...\TalvenorLog.txt access=0x40000000 share=0 security=none disposition=4 flags=0
-//   template=none SetFilePointer log 0 high=none method=2 WideCharToMultiByte page=0 flags=0 default=none
-//   used=none     (not of UTF-8) WriteFile log 176 bytes
-// The handle's name is "log", as in "CloseHandle log".
+//   CreateFileW C:\...\TalvenorLog.txt access=1073741824 share=0 disposition=4 flags=0
+//   SetFilePointer log 0 method=2
+//   WideCharToMultiByte page=0 flags=0        (not of UTF-8)
+//   WriteFile log 176 bytes
+// The handle's name is "log", as in "CloseHandle log". An argument that is to be null and is not adds " and
+// more".
 class ScriptedLogCalls {
 public:
-    explicit ScriptedLogCalls(WorkerCalls& calls) : m_calls(calls) { s_current = this; }
+    explicit ScriptedLogCalls(WorkerCalls& calls) : m_calls(calls) {}
     ScriptedLogCalls(const ScriptedLogCalls&) = delete;
     ScriptedLogCalls& operator=(const ScriptedLogCalls&) = delete;
 
@@ -37,23 +43,70 @@ public:
     std::atomic<bool> writes{true};
 
 private:
-    static int WINAPI LocaleInfo(LCID locale, LCTYPE type, LPWSTR data, int size);
-    static void WINAPI LocalTime(LPSYSTEMTIME time);
-    static HANDLE WINAPI Open(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                              DWORD disposition, DWORD flags, HANDLE pattern);
-    static DWORD WINAPI Seek(HANDLE file, LONG distance, PLONG high, DWORD method);
-    static int WINAPI Convert(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int size,
-                              LPCCH defaultCharacter, LPBOOL usedDefault);
-    static BOOL WINAPI Write(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written,
-                             LPOVERLAPPED overlapped);
-
-    static inline ScriptedLogCalls* s_current = nullptr;
+    static std::string Number(const char* name, DWORD value) {
+        return std::string(" ") + name + '=' + std::to_string(value);
+    }
+    static std::string More(bool more) { return more ? " and more" : ""; }
 
     WorkerCalls& m_calls;
-    ReplacedImport m_localeInfo{"GetLocaleInfoW", &LocaleInfo};
-    ReplacedImport m_localTime{"GetLocalTime", &LocalTime};
-    ReplacedImport m_open{"CreateFileW", &Open};
-    ReplacedImport m_seek{"SetFilePointer", &Seek};
-    ReplacedImport m_convert{"WideCharToMultiByte", &Convert};
-    ReplacedImport m_write{"WriteFile", &Write};
+    std::unique_ptr<ReplacedImport> m_localeInfo = Replace<decltype(::GetLocaleInfoW)>(
+        "GetLocaleInfoW", [this](auto original, LCID locale, LCTYPE type, LPWSTR data, int size) {
+            if (!m_calls.Note("GetLocaleInfoW" + Number("locale", locale) + Number("type", type) +
+                              " size=" + std::to_string(size))) {
+                return original(locale, type, data, size);
+            }
+            if (!ordering) return 0;
+            std::memcpy(data, &*ordering, sizeof *ordering);
+            return 2;
+        });
+    std::unique_ptr<ReplacedImport> m_localTime =
+        Replace<decltype(::GetLocalTime)>("GetLocalTime", [this](auto original, LPSYSTEMTIME now) {
+            if (m_calls.Note("GetLocalTime")) {
+                *now = time;
+            } else {
+                original(now);
+            }
+        });
+    std::unique_ptr<ReplacedImport> m_open = Replace<decltype(::CreateFileW)>(
+        "CreateFileW",
+        [this](auto original, LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+               DWORD disposition, DWORD flags, HANDLE pattern) {
+            const bool onWorker = m_calls.Note("CreateFileW " + Utf8(path) + Number("access", access) +
+                                               Number("share", share) + Number("disposition", disposition) +
+                                               Number("flags", flags) + More(security || pattern));
+            if (onWorker && !opens) {
+                ::SetLastError(ERROR_ACCESS_DENIED);
+                return INVALID_HANDLE_VALUE;
+            }
+            const HANDLE file = original(path, access, share, security, disposition, flags, pattern);
+            if (onWorker && file != INVALID_HANDLE_VALUE) m_calls.NameHandle(file, "log");
+            return file;
+        });
+    std::unique_ptr<ReplacedImport> m_seek = Replace<decltype(::SetFilePointer)>(
+        "SetFilePointer", [this](auto original, HANDLE file, LONG distance, PLONG high, DWORD method) {
+            const bool onWorker =
+                m_calls.Note("SetFilePointer " + m_calls.HandleName(file) + ' ' + std::to_string(distance) +
+                             Number("method", method) + More(high));
+            return onWorker && !seeks ? INVALID_SET_FILE_POINTER : original(file, distance, high, method);
+        });
+    std::unique_ptr<ReplacedImport> m_convert = Replace<decltype(::WideCharToMultiByte)>(
+        "WideCharToMultiByte", [this](auto original, UINT codePage, DWORD flags, LPCWCH text, int length,
+                                      LPSTR bytes, int size, LPCCH defaultCharacter, LPBOOL usedDefault) {
+            if (codePage != CP_UTF8) {
+                m_calls.Note("WideCharToMultiByte" + Number("page", codePage) + Number("flags", flags) +
+                             More(defaultCharacter || usedDefault));
+            }
+            return original(codePage, flags, text, length, bytes, size, defaultCharacter, usedDefault);
+        });
+    std::unique_ptr<ReplacedImport> m_write = Replace<decltype(::WriteFile)>(
+        "WriteFile", [this](auto original, HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written,
+                            LPOVERLAPPED overlapped) {
+            const bool onWorker = m_calls.Note("WriteFile " + m_calls.HandleName(file) + ' ' +
+                                               std::to_string(count) + " bytes");
+            if (onWorker && !writes) {
+                *written = 0;
+                return FALSE;
+            }
+            return original(file, bytes, count, written, overlapped);
+        });
 };

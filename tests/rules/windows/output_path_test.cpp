@@ -51,8 +51,8 @@ TEST_P(BesideThePdfTest, ReplacesTheExtension) {
 INSTANTIATE_TEST_SUITE_P(BuildOutputPath, BesideThePdfTest, testing::ValuesIn(kBesideThePdf),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(BuildOutputPath, IgnoresTheFolderWhoseBoxIsNotTicked) {
-    EXPECT_EQ(BuildOutputPath(OptionsBuilder().UntickedOutputFolder(L"D:\\Out"), L"C:\\x\\name.pdf"),
+TEST(BuildOutputPath, IgnoresTheFolderWhoseCheckBoxIsUnchecked) {
+    EXPECT_EQ(BuildOutputPath(OptionsBuilder().UncheckedOutputFolder(L"D:\\Out"), L"C:\\x\\name.pdf"),
               L"C:\\x\\name.djvu");
 }
 

@@ -1,14 +1,13 @@
 // The mutex by which a copy of the program knows of another.
 #include "ui/instance_mutex.h"
 
-#include "tests/window/forwarding_import.h"
+#include "tests/support/replaced_imports.h"
 #include "tests/window/scripted_mutex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <vector>
 
 namespace {
 
@@ -25,20 +24,20 @@ using testing::ElementsAre;
     mutex.reset();
 }
 
-class StartUpMutexTest : public testing::Test {
+class InstanceMutexTest : public testing::Test {
 protected:
-    StartUpMutexTest() { ScriptedMutex::asked.clear(); }
+    InstanceMutexTest() { ScriptedMutex::asked.clear(); }
 
 private:
     ReplacedImport m_createMutex{"CreateMutexW", &ScriptedMutex::Create};
 };
 
-TEST_F(StartUpMutexTest, IsMadeWithDefaultSecurityUnownedUnderItsName) {
+TEST_F(InstanceMutexTest, IsMadeWithDefaultSecurityUnownedUnderItsName) {
     const auto mutex = MakeMutex({true, ERROR_SUCCESS});
     EXPECT_THAT(ScriptedMutex::asked, ElementsAre("default unowned {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
 }
 
-TEST_F(StartUpMutexTest, OnlyItsOwnErrorMeansAnotherCopy) {
+TEST_F(InstanceMutexTest, OnlyItsOwnErrorMeansAnotherCopy) {
     for (const DWORD error : {0ul, 5ul, 6ul, 182ul, 183ul, 184ul}) {
         const auto mutex = MakeMutex({true, error});
         // What comes later does not count.
@@ -47,19 +46,16 @@ TEST_F(StartUpMutexTest, OnlyItsOwnErrorMeansAnotherCopy) {
     }
 }
 
-std::vector<HANDLE> g_closed;
-BOOL WINAPI NoteClosing(HANDLE object) {
-    g_closed.push_back(object);
-    return original<&NoteClosing>(object);
-}
-
-TEST_F(StartUpMutexTest, IsClosedOnceAtItsEndWhenItWasMade) {
+TEST_F(InstanceMutexTest, IsClosedOnceAtItsEndWhenItWasMade) {
     for (const bool created : {true, false}) {
         auto mutex = MakeMutex({created, ERROR_SUCCESS});
-        g_closed.clear();
-        const auto close = ReplaceAndForward<&NoteClosing>("CloseHandle");
+        int closed = 0;
+        const auto close = Replace<decltype(::CloseHandle)>("CloseHandle", [&](auto original, HANDLE object) {
+            ++closed;
+            return original(object);
+        });
         End(mutex);
-        EXPECT_EQ(g_closed.size(), created ? 1u : 0u);
+        EXPECT_EQ(closed, created ? 1 : 0);
     }
 }
 

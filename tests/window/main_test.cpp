@@ -1,0 +1,199 @@
+// The process entry: the instance mutex, what a second copy does, and the frame around the dialog.
+#include "tests/support/replaced_imports.h"
+#include "tests/support/utf8.h"
+#include "tests/window/scripted_mutex.h"
+
+#include "ui/application.h"
+#include "framework/app_module.h"
+#include "ui/instance_mutex.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <windows.h>
+#include <commctrl.h>
+#include <objbase.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using testing::ElementsAre;
+
+// Set before all other objects of this file, among them those of the program's entry.
+[[gnu::init_priority(101)]] std::optional<ReplacedImport> g_createMutex(std::in_place, "CreateMutexW",
+                                                                        &ScriptedMutex::Create);
+
+bool AnswerMutex(ScriptedMutex::Answer answer) {
+    ScriptedMutex::answer = answer;
+    return true;
+}
+
+bool StopAnsweringMutex() {
+    g_createMutex.reset();
+    return true;
+}
+
+}  // namespace
+
+// The program's entry three times, its mutex answered in another way each time. What it includes is included
+// above already, so that nothing but its own code lands in the namespaces.
+// NOLINTBEGIN(bugprone-suspicious-include)
+static const bool g_firstCopyComes = AnswerMutex({true, ERROR_SUCCESS});
+namespace first_copy {
+#include "ui/main.cpp"
+}
+static const bool g_secondCopyComes = AnswerMutex({true, ERROR_ALREADY_EXISTS});
+namespace second_copy {
+#include "ui/main.cpp"
+}
+static const bool g_copyWithoutMutexComes = AnswerMutex({false, ERROR_ACCESS_DENIED});
+namespace without_mutex {
+#include "ui/main.cpp"
+}
+static const bool g_allHaveCome = StopAnsweringMutex();
+// NOLINTEND(bugprone-suspicious-include)
+
+namespace {
+
+const HINSTANCE kInstance = reinterpret_cast<HINSTANCE>(0x50000);
+
+using Entry = int WINAPI(HINSTANCE, HINSTANCE, LPWSTR, int);
+using SetDirectories = BOOL WINAPI(DWORD);
+
+// The system around an entry, with what the program asks of it in `calls`. The dialog is never created.
+class MainTest : public testing::Test {
+protected:
+    int Run(Entry& entry) {
+        wchar_t line[] = L"ignored";
+        return entry(kInstance, nullptr, line, SW_SHOWDEFAULT);
+    }
+
+    HRESULT comResult = S_OK;
+    bool canRestrictLibraries = true;
+    std::optional<int> quitCode;  // what the dialog leaves
+    HWND firstCopysWindow = reinterpret_cast<HWND>(0x60000);
+    BOOL iconic = FALSE;
+    static inline std::vector<std::string> calls;
+
+private:
+    // The module comes after COM and the controls.
+    static std::string ModuleBegun() {
+        return CAppModule::Instance().ResourceInstance() ? " after the module's beginning" : "";
+    }
+    void Add(std::string call, HWND window) {
+        calls.push_back(std::move(call) + (window == firstCopysWindow ? "" : " of another window"));
+    }
+    static BOOL WINAPI Restrict(DWORD directories) {
+        calls.push_back("SetDefaultDllDirectories " + std::to_string(directories));
+        return TRUE;
+    }
+
+    void SetUp() override { calls.clear(); }
+
+    std::unique_ptr<ReplacedImport> m_procedure = Replace<decltype(::GetProcAddress)>(
+        "GetProcAddress", [this](auto original, HMODULE module, LPCSTR name) {
+            if (std::string(name) != "SetDefaultDllDirectories") return original(module, name);
+            SetDirectories* const restrict = canRestrictLibraries ? &Restrict : nullptr;
+            return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(restrict));
+        });
+    std::unique_ptr<ReplacedImport> m_initializeCom =
+        Replace<decltype(::CoInitialize)>("CoInitialize", [this](LPVOID reserved) {
+            calls.push_back(reserved ? "CoInitialize with something" : "CoInitialize" + ModuleBegun());
+            return comResult;
+        });
+    std::unique_ptr<ReplacedImport> m_controls = Replace<decltype(::InitCommonControlsEx)>(
+        "InitCommonControlsEx", [](const INITCOMMONCONTROLSEX* controls) {
+            calls.push_back("InitCommonControlsEx " + std::to_string(controls->dwSize) + ' ' +
+                            std::to_string(controls->dwICC) + ModuleBegun());
+            return TRUE;
+        });
+    std::unique_ptr<ReplacedImport> m_create = Replace<decltype(::CreateDialogParamW)>(
+        "CreateDialogParamW", [this](HINSTANCE module, LPCWSTR name, HWND, DLGPROC, LPARAM) -> HWND {
+            const CAppModule& application = CAppModule::Instance();
+            const bool ready = application.MainThreadId() == ::GetCurrentThreadId() &&
+                               application.ResourceInstance() == kInstance;
+            calls.push_back("dialog " + std::to_string(reinterpret_cast<ULONG_PTR>(name)) +
+                            (module == kInstance && ready ? " of the module" : " of something else"));
+            if (quitCode) ::PostQuitMessage(*quitCode);
+            return nullptr;
+        });
+    std::unique_ptr<ReplacedImport> m_uninitializeCom =
+        Replace<decltype(::CoUninitialize)>("CoUninitialize", [] {
+            const bool ended = CAppModule::Instance().ResourceInstance() == nullptr;
+            calls.push_back(ended ? "CoUninitialize" : "CoUninitialize before the module's end");
+        });
+    std::unique_ptr<ReplacedImport> m_find =
+        Replace<decltype(::FindWindowW)>("FindWindowW", [this](LPCWSTR className, LPCWSTR title) {
+            calls.push_back("FindWindowW class " + Utf8(className) + (title ? " and a title" : ""));
+            return firstCopysWindow;
+        });
+    std::unique_ptr<ReplacedImport> m_toFront =
+        Replace<decltype(::SetForegroundWindow)>("SetForegroundWindow", [this](HWND window) {
+            Add("SetForegroundWindow", window);
+            return TRUE;
+        });
+    std::unique_ptr<ReplacedImport> m_isIconic =
+        Replace<decltype(::IsIconic)>("IsIconic", [this](HWND window) {
+            Add("IsIconic", window);
+            return iconic;
+        });
+    std::unique_ptr<ReplacedImport> m_show =
+        Replace<decltype(::ShowWindow)>("ShowWindow", [this](HWND window, int command) {
+            Add("ShowWindow " + std::to_string(command), window);
+            return TRUE;
+        });
+};
+
+TEST_F(MainTest, TheFirstCopyTakesItsStepsInOrderAlsoWithoutCom) {
+    for (const HRESULT result : {S_OK, E_OUTOFMEMORY}) {
+        comResult = result;
+        calls.clear();
+        EXPECT_EQ(Run(first_copy::wWinMain), 0) << "the dialog was not created";
+        EXPECT_THAT(calls,
+                    ElementsAre("SetDefaultDllDirectories 2048", "CoInitialize", "InitCommonControlsEx 8 4",
+                                "dialog 102 of the module", "CoUninitialize"));
+    }
+}
+
+TEST_F(MainTest, TheDialogsResultIsTheExitCode) {
+    quitCode = 2;
+    EXPECT_EQ(Run(first_copy::wWinMain), 2);
+}
+
+TEST_F(MainTest, SystemsThatCannotRestrictLibrariesStartTheSame) {
+    canRestrictLibraries = false;
+    Run(first_copy::wWinMain);
+    EXPECT_THAT(calls, ElementsAre("CoInitialize", "InitCommonControlsEx 8 4", "dialog 102 of the module",
+                                   "CoUninitialize"));
+}
+
+TEST_F(MainTest, ACopyWhoseMutexCouldNotBeCreatedRunsNormally) {
+    quitCode = 2;
+    EXPECT_EQ(Run(without_mutex::wWinMain), 2);
+    EXPECT_THAT(calls, ElementsAre("SetDefaultDllDirectories 2048", "CoInitialize",
+                                   "InitCommonControlsEx 8 4", "dialog 102 of the module", "CoUninitialize"));
+}
+
+TEST_F(MainTest, ASecondCopyLooksForAWindowOfTheMutexsClassAndEndsWithZero) {
+    quitCode = 2;  // would be the code of a copy that ran
+    for (const HWND found : {firstCopysWindow, HWND{nullptr}}) {
+        firstCopysWindow = found;
+        calls.clear();
+        EXPECT_EQ(Run(second_copy::wWinMain), 0);
+        EXPECT_THAT(calls, ElementsAre("FindWindowW class {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}",
+                                       "SetForegroundWindow", "IsIconic"));
+    }
+}
+
+TEST_F(MainTest, ASecondCopyRestoresAMinimisedWindow) {
+    iconic = TRUE;
+    EXPECT_EQ(Run(second_copy::wWinMain), 0);
+    EXPECT_THAT(calls, ElementsAre("FindWindowW class {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}",
+                                   "SetForegroundWindow", "IsIconic", "ShowWindow 1"));
+}
+
+}  // namespace
