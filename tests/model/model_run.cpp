@@ -1,5 +1,7 @@
 #include "tests/model/model_run.h"
 
+#include "res/resource.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -9,9 +11,14 @@ namespace {
 const std::vector<std::wstring> kPaths = {L"C:\\in\\a.pdf",    L"C:\\in\\b.PDF",     L"C:\\other\\a.pdf",
                                           L"C:\\in\\A.pdf",    L"C:\\in\\été 1.pdf", L"C:\\in\\note.txt",
                                           L"C:\\in\\x.pdf.bak"};
-const std::vector<int> kBoxIds = {1034, 1033, 1017, 1036, 1037, 1015, 1016,
-                                  1030, 1019, 1026, 1038, 1026, 1033};
-const std::vector<int> kHintedEdits = {1014, 1032, 1027};
+const std::vector<int> kCheckBoxIds = {IDC_PAGES_CHECK,     IDC_RESOLUTION_CHECK,
+                                       IDC_NO_METADATA,     IDC_NO_OUTLINE,
+                                       IDC_NO_HYPERLINKS,   IDC_NO_TEXT,
+                                       IDC_LINES,           IDC_MONOCHROME,
+                                       IDC_HIDE_OUTPUT,     IDC_OUTPUT_FOLDER_CHECK,
+                                       IDC_SHUT_DOWN,       IDC_OUTPUT_FOLDER_CHECK,
+                                       IDC_RESOLUTION_CHECK};
+const std::vector<int> kHintedEdits = {IDC_PAGES, IDC_RESOLUTION, IDC_OUTPUT_FOLDER};
 const std::vector<std::wstring> kPageTexts = {L"1", L"2-", L",8", L"a", L"x3 "};
 const std::vector<std::wstring> kResolutions = {L"", L"50", L"72", L"300", L"6000", L"6001"};
 
@@ -48,12 +55,14 @@ std::vector<std::wstring> PickPaths(std::uint32_t choice) {
 
 }  // namespace
 
-ModelRun::ModelRun() : m_goodFolder(folder.Path().wstring()) {}
+ModelRun::ModelRun() : m_goodFolder(folder.Path().wstring()) {
+    s_current = this;
+}
 
 std::optional<std::string> ModelRun::Play(const std::vector<Action>& actions) {
     calls.Clear();
-    s_opened.clear();
-    s_countdowns = 0;
+    m_opened.clear();
+    m_countdowns = 0;
     std::filesystem::remove(folder.File(L"TalvenorLog.txt"));  // of an earlier play
     HeldConverter converter;
     Create();
@@ -110,24 +119,24 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
     };
     switch (action.kind) {
     case ActionKind::Drop:
-        if (!model.enabled[1040]) return false;
+        if (!model.enabled[IDC_FILE_LIST]) return false;
         Drop(PickPaths(choice));
         model.Drop(PickPaths(choice));
         return true;
     case ActionKind::AddByDialog:
-        if (!model.enabled[1003]) return false;
-        s_chosen = choice % 4 == 0 ? std::vector<std::wstring>() : PickPaths(choice / 4);
-        s_chosen.resize(std::min<std::size_t>(s_chosen.size(), 1));
-        Click(1003);
-        model.AddByDialog(s_chosen);
+        if (!model.enabled[IDC_ADD]) return false;
+        m_chosen = choice % 4 == 0 ? std::vector<std::wstring>() : PickPaths(choice / 4);
+        m_chosen.resize(std::min<std::size_t>(m_chosen.size(), 1));
+        Click(IDC_ADD);
+        model.AddByDialog(m_chosen);
         return true;
     case ActionKind::Clear:
-        if (!model.enabled[1005]) return false;
-        Click(1005);
+        if (!model.enabled[IDC_CLEAR]) return false;
+        Click(IDC_CLEAR);
         model.Clear();
         return true;
     case ActionKind::SelectRow: {
-        if (!model.enabled[1040] || model.rows.empty()) return false;
+        if (!model.enabled[IDC_FILE_LIST] || model.rows.empty()) return false;
         const int row = static_cast<int>(choice % model.rows.size());
         SelectRow(row);
         model.SelectRow(row);
@@ -135,18 +144,18 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
     }
     case ActionKind::DeleteKey: {
         // A row less under a waiting worker is allowed; the row it works on is then another.
-        if (!model.enabled[1040] || model.workerWaits) return false;
+        if (!model.enabled[IDC_FILE_LIST] || model.workerWaits) return false;
         PressListKey(VK_DELETE);
         const auto focused = static_cast<int>(
-            ::SendMessageW(Control(1040), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
+            ::SendMessageW(Control(IDC_FILE_LIST), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
         model.DeleteKey(focused);
         return true;
     }
-    case ActionKind::ClickBox: {
-        const int box = Pick(kBoxIds, choice);
-        if (!model.enabled[box]) return false;
-        Click(box);
-        model.ClickBox(box);
+    case ActionKind::ClickCheckBox: {
+        const int id = Pick(kCheckBoxIds, choice);
+        if (!model.enabled[id]) return false;
+        Click(id);
+        model.ClickCheckBox(id);
         return true;
     }
     case ActionKind::ClickDisabledEdit: {
@@ -161,32 +170,34 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
         return true;
     }
     case ActionKind::TypePages:
-        if (!model.enabled[1014]) return false;
-        SetFocusTo(1014);
-        ::SendMessageW(Control(1014), EM_SETSEL, 1000, 1000);
+        if (!model.enabled[IDC_PAGES]) return false;
+        SetFocusTo(IDC_PAGES);
+        ::SendMessageW(Control(IDC_PAGES), EM_SETSEL, 1000, 1000);
         for (const wchar_t character : Pick(kPageTexts, choice)) {
-            ::SendMessageW(Control(1014), WM_CHAR, character, 1);
+            ::SendMessageW(Control(IDC_PAGES), WM_CHAR, character, 1);
         }
         model.TypePages(Pick(kPageTexts, choice));
         return true;
-    case ActionKind::TypeResolution: return type(1032, Pick(kResolutions, choice));
+    case ActionKind::TypeResolution: return type(IDC_RESOLUTION, Pick(kResolutions, choice));
     case ActionKind::TypeFolder:
-        return type(1027, choice % 3 == 0 ? L"" : choice % 3 == 1 ? m_goodFolder : m_goodFolder + L"x");
-    case ActionKind::TypeExtraOptions: return type(1018, choice % 2 ? L"--loss-level=20" : L"");
+        return type(IDC_OUTPUT_FOLDER, choice % 3 == 0   ? L""
+                                       : choice % 3 == 1 ? m_goodFolder
+                                                         : m_goodFolder + L"x");
+    case ActionKind::TypeExtraOptions: return type(IDC_EXTRA_OPTIONS, choice % 2 ? L"--loss-level=20" : L"");
     case ActionKind::Browse:
-        if (!model.enabled[1028]) return false;
-        s_browsed = choice % 2 ? m_goodFolder : L"";
-        Click(1028);
-        model.Browse(s_browsed);
+        if (!model.enabled[IDC_BROWSE]) return false;
+        m_browsed = choice % 2 ? m_goodFolder : L"";
+        Click(IDC_BROWSE);
+        model.Browse(m_browsed);
         return true;
     case ActionKind::OpenDestination:
-        if (!model.enabled[1022]) return false;
-        Click(1022);
+        if (!model.enabled[IDC_OPEN_DESTINATION]) return false;
+        Click(IDC_OPEN_DESTINATION);
         model.OpenDestination();
         return true;
     case ActionKind::Convert:
-        if (!model.enabled[1] || model.workerWaits) return false;
-        Click(1);
+        if (!model.enabled[IDOK] || model.workerWaits) return false;
+        Click(IDOK);
         if (!WaitForWorker(started, converter)) return true;
         model.Convert();
         return true;
@@ -195,7 +206,7 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
         if (!model.running) return false;
         const bool yes = action.kind == ActionKind::StopYes;
         boxAnswer = yes ? IDYES : IDNO;
-        Click(2);
+        Click(IDCANCEL);
         model.Stop(yes);
         return true;
     }
@@ -231,7 +242,7 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
         const bool isSpace = action.kind == ActionKind::PressSpace;
         if (!(isSpace ? model.KnowsSpace() : model.KnowsEnter())) return false;
         // One that begins a batch beside a stopped worker is left out, as with a click.
-        if (model.enabled[model.focus] && model.enabled[1] && model.workerWaits) return false;
+        if (model.enabled[model.focus] && model.enabled[IDOK] && model.workerWaits) return false;
         const bool wasRunning = model.running;
         PressKey(isSpace ? VK_SPACE : VK_RETURN);
         isSpace ? model.SpaceKey() : model.EnterKey();
@@ -245,7 +256,6 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
         model.Character(character);
         return true;
     }
-    case ActionKind::Count: break;
     }
     return false;
 }
@@ -296,48 +306,20 @@ std::optional<std::string> ModelRun::Compare(const WindowModel& model) const {
     expect("log button shown", IsShown(IDC_OPEN_LOG), model.logButtonShown);
     expect("durations shown", ColumnWidth(1) > 0, model.durationsShown);
     expect("running", dialog->IsRunning(), model.running);
-    expect("countdowns", s_countdowns, model.countdowns);
+    expect("countdowns", m_countdowns, model.countdowns);
     if (model.focus != 0) expect("focus", ::GetDlgCtrlID(::GetFocus()), model.focus);
-    std::vector<std::string> boxes;
+    std::vector<std::string> messages;
     int beeps = 0;
     for (const std::string& call : calls.Calls()) {
         if (call.starts_with("Beep")) ++beeps;
         if (call.starts_with("MessageBoxW owner=main text=")) {
-            boxes.push_back(call.substr(28, call.find(" caption=") - 28));
+            messages.push_back(call.substr(28, call.find(" caption=") - 28));
         }
     }
-    std::vector<std::string> wantedBoxes;
-    for (const std::wstring& box : model.boxes) wantedBoxes.push_back(Utf8(box));
-    expect("boxes", boxes, wantedBoxes);
+    std::vector<std::string> wantedMessages;
+    for (const std::wstring& text : model.messages) wantedMessages.push_back(Utf8(text));
+    expect("messages", messages, wantedMessages);
     expect("beeps", beeps, model.beeps);
-    expect("opened folders", s_opened, model.openedFolders);
+    expect("opened folders", m_opened, model.openedFolders);
     return differences.empty() ? std::nullopt : std::optional(differences);
-}
-
-BOOL WINAPI ModelRun::ChooseFiles(LPOPENFILENAMEW dialog) {
-    if (s_chosen.empty()) return FALSE;
-    std::wcscpy(dialog->lpstrFile, s_chosen.front().c_str());
-    return TRUE;
-}
-
-PIDLIST_ABSOLUTE WINAPI ModelRun::BrowseFolder(LPBROWSEINFOW /*browser*/) {
-    static ITEMIDLIST item = {};
-    return s_browsed.empty() ? nullptr : &item;
-}
-
-BOOL WINAPI ModelRun::PathOfFolder(PCIDLIST_ABSOLUTE /*item*/, LPWSTR path) {
-    std::wcscpy(path, s_browsed.c_str());
-    return TRUE;
-}
-
-void WINAPI ModelRun::FreeFolder(LPVOID /*item*/) {}
-
-BOOL WINAPI ModelRun::RecordShell(SHELLEXECUTEINFOW* request) {
-    s_opened.emplace_back(request->lpParameters);
-    return TRUE;
-}
-
-INT_PTR WINAPI ModelRun::RecordDialog(HINSTANCE, LPCWSTR templateName, HWND, DLGPROC, LPARAM) {
-    if (templateName == MAKEINTRESOURCEW(IDD_COUNTDOWN)) ++s_countdowns;
-    return IDCANCEL;
 }

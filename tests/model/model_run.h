@@ -9,11 +9,13 @@
 
 #include <windows.h>
 #include <commdlg.h>
+#include <objbase.h>
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include <cwchar>
+#include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -44,29 +46,46 @@ private:
     void ServeKeys();
     void SetFocusTo(int id) { ::SetFocus(Control(id)); }
 
-    static BOOL WINAPI ChooseFiles(LPOPENFILENAMEW dialog);
-    static PIDLIST_ABSOLUTE WINAPI BrowseFolder(LPBROWSEINFOW browser);
-    static BOOL WINAPI PathOfFolder(PCIDLIST_ABSOLUTE item, LPWSTR path);
-    static void WINAPI FreeFolder(LPVOID item);
-    static BOOL WINAPI RecordShell(SHELLEXECUTEINFOW* request);
-    static INT_PTR WINAPI RecordDialog(HINSTANCE, LPCWSTR templateName, HWND, DLGPROC, LPARAM);
-    static DWORD WINAPI StandingClock() { return 1000; }
-    static UINT_PTR WINAPI NoTimer(HWND, UINT_PTR, UINT, TIMERPROC) { return 1; }
-    static BOOL WINAPI NoKill(HWND, UINT_PTR) { return TRUE; }
-
-    static inline std::vector<std::wstring> s_chosen;
-    static inline std::wstring s_browsed;
-    static inline std::vector<std::wstring> s_opened;
-    static inline int s_countdowns = 0;
-
+    std::vector<std::wstring> m_chosen;
+    std::wstring m_browsed;
+    std::vector<std::wstring> m_opened;
+    int m_countdowns = 0;
     std::wstring m_goodFolder;
+
+    static BOOL WINAPI ChooseFiles(LPOPENFILENAMEW dialog) {
+        if (s_current->m_chosen.empty()) return FALSE;
+        std::wcscpy(dialog->lpstrFile, s_current->m_chosen.front().c_str());
+        return TRUE;
+    }
+
+    static inline ModelRun* s_current = nullptr;
     ReplacedLateImport m_open{"GetOpenFileNameW", &ChooseFiles};
-    ReplacedImport m_browse{"SHBrowseForFolderW", &BrowseFolder};
-    ReplacedImport m_path{"SHGetPathFromIDListW", &PathOfFolder};
-    ReplacedImport m_free{"CoTaskMemFree", &FreeFolder};
-    ReplacedImport m_shell{"ShellExecuteExW", &RecordShell};
-    ReplacedImport m_dialogBox{"DialogBoxParamW", &RecordDialog};
-    ReplacedImport m_clock{"GetTickCount", &StandingClock};
-    ReplacedImport m_timer{"SetTimer", &NoTimer};
-    ReplacedImport m_kill{"KillTimer", &NoKill};
+    std::unique_ptr<ReplacedImport> m_browse =
+        Replace<decltype(::SHBrowseForFolderW)>("SHBrowseForFolderW", [this](LPBROWSEINFOW) {
+            static ITEMIDLIST item = {};
+            return m_browsed.empty() ? nullptr : &item;
+        });
+    std::unique_ptr<ReplacedImport> m_path = Replace<decltype(::SHGetPathFromIDListW)>(
+        "SHGetPathFromIDListW", [this](PCIDLIST_ABSOLUTE, LPWSTR path) {
+            std::wcscpy(path, m_browsed.c_str());
+            return TRUE;
+        });
+    std::unique_ptr<ReplacedImport> m_free =
+        Replace<decltype(::CoTaskMemFree)>("CoTaskMemFree", [](LPVOID) {});
+    std::unique_ptr<ReplacedImport> m_shell =
+        Replace<decltype(::ShellExecuteExW)>("ShellExecuteExW", [this](SHELLEXECUTEINFOW* request) {
+            m_opened.emplace_back(request->lpParameters);
+            return TRUE;
+        });
+    std::unique_ptr<ReplacedImport> m_dialogBox = Replace<decltype(::DialogBoxParamW)>(
+        "DialogBoxParamW", [this](HINSTANCE, LPCWSTR name, HWND, DLGPROC, LPARAM) {
+            if (name == MAKEINTRESOURCEW(IDD_COUNTDOWN)) ++m_countdowns;
+            return IDCANCEL;
+        });
+    std::unique_ptr<ReplacedImport> m_clock =
+        Replace<decltype(::GetTickCount)>("GetTickCount", [] { return 1000ul; });
+    std::unique_ptr<ReplacedImport> m_timer = Replace<decltype(::SetTimer)>(
+        "SetTimer", [](HWND, UINT_PTR, UINT, TIMERPROC) -> UINT_PTR { return 1; });
+    std::unique_ptr<ReplacedImport> m_kill =
+        Replace<decltype(::KillTimer)>("KillTimer", [](HWND, UINT_PTR) { return TRUE; });
 };

@@ -1,5 +1,9 @@
 #include "tests/model/window_model.h"
 
+#include "res/resource.h"
+
+#include <windows.h>
+
 #include <algorithm>
 #include <cwctype>
 
@@ -8,32 +12,58 @@ namespace {
 const std::wstring kCancelled = L"*** Annulé !";
 const std::wstring kNoTime = L"00:00:00";  // the clock stands still in these tests
 
-const std::vector<int> kBoxes = {IDC_PAGES_CHECK,   IDC_RESOLUTION_CHECK,
-                                 IDC_NO_METADATA,   IDC_NO_OUTLINE,
-                                 IDC_NO_HYPERLINKS, IDC_NO_TEXT,
-                                 IDC_LINES,         IDC_MONOCHROME,
-                                 IDC_HIDE_OUTPUT,   IDC_OUTPUT_FOLDER_CHECK,
-                                 IDC_SHUT_DOWN};
+const std::vector<int> kCheckBoxes = {IDC_PAGES_CHECK,   IDC_RESOLUTION_CHECK,
+                                      IDC_NO_METADATA,   IDC_NO_OUTLINE,
+                                      IDC_NO_HYPERLINKS, IDC_NO_TEXT,
+                                      IDC_LINES,         IDC_MONOCHROME,
+                                      IDC_HIDE_OUTPUT,   IDC_OUTPUT_FOLDER_CHECK,
+                                      IDC_SHUT_DOWN};
 
 // As the template has them.
-const std::vector<int> kTabOrder = {1,    2,    57664, 1003, 1005, 1034, 1014, 1033, 1032, 1017, 1036, 1037,
-                                    1015, 1016, 1030,  1018, 1019, 1022, 1024, 1027, 1028, 1026, 1038, 1040};
+const std::vector<int> kTabOrder = {IDOK,
+                                    IDCANCEL,
+                                    IDC_ABOUT,
+                                    IDC_ADD,
+                                    IDC_CLEAR,
+                                    IDC_PAGES_CHECK,
+                                    IDC_PAGES,
+                                    IDC_RESOLUTION_CHECK,
+                                    IDC_RESOLUTION,
+                                    IDC_NO_METADATA,
+                                    IDC_NO_OUTLINE,
+                                    IDC_NO_HYPERLINKS,
+                                    IDC_NO_TEXT,
+                                    IDC_LINES,
+                                    IDC_MONOCHROME,
+                                    IDC_EXTRA_OPTIONS,
+                                    IDC_HIDE_OUTPUT,
+                                    IDC_OPEN_DESTINATION,
+                                    IDC_OPEN_LOG,
+                                    IDC_OUTPUT_FOLDER,
+                                    IDC_BROWSE,
+                                    IDC_OUTPUT_FOLDER_CHECK,
+                                    IDC_SHUT_DOWN,
+                                    IDC_FILE_LIST};
 
 }  // namespace
 
 WindowModel::WindowModel(std::set<std::wstring> existingFolders) : m_folders(std::move(existingFolders)) {
-    for (const int box : kBoxes) {
-        checked[box] = false;
-        enabled[box] = true;
+    for (const int id : kCheckBoxes) {
+        checked[id] = false;
+        enabled[id] = true;
     }
-    for (const int id : {1, 1014, 1032, 1027, 1028, 1022, 1024}) enabled[id] = false;
-    for (const int id : {2, 57664, 1003, 1005, 1018, 1040}) enabled[id] = true;
-    for (const int id : {1014, 1032, 1027, 1018, 1004}) text[id] = L"";
-    text[2] = L"Quitter";
+    for (const int id :
+         {IDOK, IDC_PAGES, IDC_RESOLUTION, IDC_OUTPUT_FOLDER, IDC_BROWSE, IDC_OPEN_DESTINATION, IDC_OPEN_LOG})
+        enabled[id] = false;
+    for (const int id : {IDCANCEL, IDC_ABOUT, IDC_ADD, IDC_CLEAR, IDC_EXTRA_OPTIONS, IDC_FILE_LIST})
+        enabled[id] = true;
+    for (const int id : {IDC_PAGES, IDC_RESOLUTION, IDC_OUTPUT_FOLDER, IDC_EXTRA_OPTIONS, IDC_STATUS})
+        text[id] = L"";
+    text[IDCANCEL] = L"Quitter";
 }
 
 bool WindowModel::OutputFolderExists() const {
-    return m_folders.contains(text.at(1027));
+    return m_folders.contains(text.at(IDC_OUTPUT_FOLDER));
 }
 
 // What leaving an edit does comes before anything that the new focus brings.
@@ -41,16 +71,18 @@ void WindowModel::MoveFocus(int id) {
     if (focus == id) return;
     const int left = focus;
     focus = id;
-    // This box tells of the focus too, and its edit follows it whatever it tells: also while a batch runs.
-    if (left == 1034 || id == 1034) enabled[1014] = checked[1034];
-    if (left == 1032 && !text[1032].empty()) {
-        const long value = std::stol(text[1032]);
-        if (value < 72) text[1032] = L"72";
-        if (value > 6000) text[1032] = L"6000";
+    // This check box tells of the focus too, and its edit follows it whatever it tells: also while a batch
+    // runs.
+    if (left == IDC_PAGES_CHECK || id == IDC_PAGES_CHECK) enabled[IDC_PAGES] = checked[IDC_PAGES_CHECK];
+    if (left == IDC_RESOLUTION && !text[IDC_RESOLUTION].empty()) {
+        const long value = std::stol(text[IDC_RESOLUTION]);
+        if (value < 72) text[IDC_RESOLUTION] = L"72";
+        if (value > 6000) text[IDC_RESOLUTION] = L"6000";
     }
-    if (left == 1027 && id != 1026 && id != 1028 && text[1027].empty()) {
-        checked[1026] = false;
-        enabled[1027] = enabled[1028] = false;
+    if (left == IDC_OUTPUT_FOLDER && id != IDC_OUTPUT_FOLDER_CHECK && id != IDC_BROWSE &&
+        text[IDC_OUTPUT_FOLDER].empty()) {
+        checked[IDC_OUTPUT_FOLDER_CHECK] = false;
+        enabled[IDC_OUTPUT_FOLDER] = enabled[IDC_BROWSE] = false;
     }
 }
 
@@ -72,23 +104,23 @@ void WindowModel::Drop(const std::vector<std::wstring>& paths) {
 }
 
 void WindowModel::AddByDialog(const std::vector<std::wstring>& chosen) {
-    MoveFocus(1003);
+    MoveFocus(IDC_ADD);
     for (const std::wstring& path : chosen) Append(path);
-    enabled[1] = !rows.empty();
+    enabled[IDOK] = !rows.empty();
 }
 
 void WindowModel::Clear() {
-    MoveFocus(1005);
+    MoveFocus(IDC_CLEAR);
     rows.clear();
     selected = focusedRow = -1;
-    enabled[1] = false;
+    enabled[IDOK] = false;
     durationsShown = false;
-    text[1004] = L"";
+    text[IDC_STATUS] = L"";
 }
 
 void WindowModel::RowChanged(int row) {
-    text[1004] = rows[static_cast<std::size_t>(row)].path;
-    if (!checked[1026]) enabled[1022] = true;
+    text[IDC_STATUS] = rows[static_cast<std::size_t>(row)].path;
+    if (!checked[IDC_OUTPUT_FOLDER_CHECK]) enabled[IDC_OPEN_DESTINATION] = true;
 }
 
 void WindowModel::SelectRow(int row) {
@@ -105,25 +137,25 @@ void WindowModel::DeleteKey(int focusedAfterwards) {
         selected = -1;
         focusedRow = focusedAfterwards;
     }
-    if (selected == -1) text[1004] = L"";
+    if (selected == -1) text[IDC_STATUS] = L"";
 }
 
-void WindowModel::ClickBox(int id) {
+void WindowModel::ClickCheckBox(int id) {
     MoveFocus(id);
     checked[id] = !checked[id];
     const bool on = checked[id];
     switch (id) {
-    case 1034: enabled[1014] = on; break;
-    case 1033:
-        enabled[1032] = on;
-        if (on && text[1032].empty()) text[1032] = L"300";
+    case IDC_PAGES_CHECK: enabled[IDC_PAGES] = on; break;
+    case IDC_RESOLUTION_CHECK:
+        enabled[IDC_RESOLUTION] = on;
+        if (on && text[IDC_RESOLUTION].empty()) text[IDC_RESOLUTION] = L"300";
         break;
-    case 1015: enabled[1016] = !on; break;
-    case 1026:
-        enabled[1028] = enabled[1027] = on;
+    case IDC_NO_TEXT: enabled[IDC_LINES] = !on; break;
+    case IDC_OUTPUT_FOLDER_CHECK:
+        enabled[IDC_BROWSE] = enabled[IDC_OUTPUT_FOLDER] = on;
         if (on) {
-            MoveFocus(1027);
-            if (OutputFolderExists()) enabled[1022] = true;
+            MoveFocus(IDC_OUTPUT_FOLDER);
+            if (OutputFolderExists()) enabled[IDC_OPEN_DESTINATION] = true;
         }
         break;
     default: break;
@@ -132,17 +164,19 @@ void WindowModel::ClickBox(int id) {
 
 void WindowModel::ClickDisabledEdit(int id) {
     enabled[id] = true;
-    checked[id == 1014 ? 1034 : id == 1032 ? 1033 : 1026] = true;
-    if (id == 1027) enabled[1028] = true;
+    checked[id == IDC_PAGES        ? IDC_PAGES_CHECK
+            : id == IDC_RESOLUTION ? IDC_RESOLUTION_CHECK
+                                   : IDC_OUTPUT_FOLDER_CHECK] = true;
+    if (id == IDC_OUTPUT_FOLDER) enabled[IDC_BROWSE] = true;
     MoveFocus(id);
 }
 
 void WindowModel::TypePages(const std::wstring& characters) {
-    MoveFocus(1014);
+    MoveFocus(IDC_PAGES);
     for (const wchar_t c : characters) {
         const bool accepted = c == L',' || c == L'-' || (c >= L'0' && c <= L'9');
         if (accepted) {
-            text[1014] += c;
+            text[IDC_PAGES] += c;
         } else {
             ++beeps;
         }
@@ -152,21 +186,21 @@ void WindowModel::TypePages(const std::wstring& characters) {
 void WindowModel::Replace(int edit, const std::wstring& newText) {
     MoveFocus(edit);
     text[edit] = newText;
-    if (edit == 1027) enabled[1022] = OutputFolderExists();
+    if (edit == IDC_OUTPUT_FOLDER) enabled[IDC_OPEN_DESTINATION] = OutputFolderExists();
 }
 
 void WindowModel::Browse(const std::wstring& folder) {
-    MoveFocus(1028);
+    MoveFocus(IDC_BROWSE);
     if (folder.empty()) return;
-    text[1027] = folder;
-    enabled[1022] = OutputFolderExists();
+    text[IDC_OUTPUT_FOLDER] = folder;
+    enabled[IDC_OPEN_DESTINATION] = OutputFolderExists();
 }
 
 void WindowModel::OpenDestination() {
-    MoveFocus(1022);
+    MoveFocus(IDC_OPEN_DESTINATION);
     std::wstring folder;
-    if (checked[1026]) {
-        folder = text[1027];
+    if (checked[IDC_OUTPUT_FOLDER_CHECK]) {
+        folder = text[IDC_OUTPUT_FOLDER];
     } else if (selected != -1) {
         const std::wstring& path = rows[static_cast<std::size_t>(selected)].path;
         folder = path.substr(0, path.rfind(L'\\'));
@@ -176,33 +210,35 @@ void WindowModel::OpenDestination() {
 
 void WindowModel::SetRunningState(bool toRunning) {
     const bool on = !toRunning;
-    for (const int id : {1, 1003, 1005, 1040, 1034, 1033, 1017, 1036, 1037, 1015, 1016, 1030, 1018, 1019,
-                         1026, 1027, 1028, 1038}) {
+    for (const int id :
+         {IDOK, IDC_ADD, IDC_CLEAR, IDC_FILE_LIST, IDC_PAGES_CHECK, IDC_RESOLUTION_CHECK, IDC_NO_METADATA,
+          IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_NO_TEXT, IDC_LINES, IDC_MONOCHROME, IDC_EXTRA_OPTIONS,
+          IDC_HIDE_OUTPUT, IDC_OUTPUT_FOLDER_CHECK, IDC_OUTPUT_FOLDER, IDC_BROWSE, IDC_SHUT_DOWN}) {
         enabled[id] = on;
     }
-    if (checked[1034]) enabled[1014] = on;
-    if (checked[1033]) enabled[1032] = on;
-    text[2] = toRunning ? L"Arrêter " : L"Quitter";
+    if (checked[IDC_PAGES_CHECK]) enabled[IDC_PAGES] = on;
+    if (checked[IDC_RESOLUTION_CHECK]) enabled[IDC_RESOLUTION] = on;
+    text[IDCANCEL] = toRunning ? L"Arrêter " : L"Quitter";
     if (running) {
         for (ModelRow& row : rows) row.duration.clear();
     }
 }
 
 void WindowModel::Convert() {
-    MoveFocus(1);
+    MoveFocus(IDOK);
     Start();
 }
 
 // The focus stays where it is, also on a control that is disabled now.
 void WindowModel::Start() {
-    if (checked[1026] && !OutputFolderExists()) {
-        boxes.push_back(L"Le dossier de destination est incorrect !");
+    if (checked[IDC_OUTPUT_FOLDER_CHECK] && !OutputFolderExists()) {
+        messages.push_back(L"Le dossier de destination est incorrect !");
         return;
     }
     running = true;
     SetRunningState(true);
     if (rows.empty()) return;
-    enabled[1024] = logButtonShown = false;
+    enabled[IDC_OPEN_LOG] = logButtonShown = false;
     durationsShown = true;
     GoToRow(0);
 }
@@ -211,7 +247,7 @@ void WindowModel::GoToRow(std::size_t row) {
     workerRow = row;
     workerWaits = true;
     SelectRow(static_cast<int>(row));
-    text[1004] = L"Conversion en cours : " + rows[row].path;
+    text[IDC_STATUS] = L"Conversion en cours : " + rows[row].path;
 }
 
 void WindowModel::SetDurationOfSelected(const std::wstring& duration) {
@@ -230,19 +266,19 @@ void WindowModel::ConverterEnds(bool success) {
 }
 
 void WindowModel::EndBatch() {
-    if (checked[1038]) ++countdowns;
+    if (checked[IDC_SHUT_DOWN]) ++countdowns;
     if (selected != -1) RowChanged(selected);  // losing the selection is a change too
     selected = -1;
-    if (running) boxes.push_back(L"Conversion terminée !");
-    text[1004] = L"";
-    if (checked[1019]) enabled[1024] = logButtonShown = true;
+    if (running) messages.push_back(L"Conversion terminée !");
+    text[IDC_STATUS] = L"";
+    if (checked[IDC_HIDE_OUTPUT]) enabled[IDC_OPEN_LOG] = logButtonShown = true;
     running = false;
     SetRunningState(false);
 }
 
 void WindowModel::Stop(bool confirmed) {
-    MoveFocus(2);
-    boxes.push_back(L"Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?");
+    MoveFocus(IDCANCEL);
+    messages.push_back(L"Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?");
     if (!confirmed) return;
     running = false;
     SetRunningState(false);
@@ -253,14 +289,14 @@ void WindowModel::TabKey(bool forward) {
     const auto start = static_cast<std::size_t>(std::ranges::find(kTabOrder, focus) - kTabOrder.begin());
     for (std::size_t step = 1; step <= size; ++step) {
         const int next = kTabOrder[(start + (forward ? step : size - step)) % size];
-        if (!enabled[next] || (next == 1024 && !logButtonShown)) continue;
+        if (!enabled[next] || (next == IDC_OPEN_LOG && !logButtonShown)) continue;
         MoveFocus(next);
         return;
     }
 }
 
 bool WindowModel::KnowsDown() const {
-    return !HasKeys() || (focus == 1040 && focusedRow != -1);
+    return !HasKeys() || (focus == IDC_FILE_LIST && focusedRow != -1);
 }
 
 void WindowModel::DownKey() {
@@ -268,34 +304,35 @@ void WindowModel::DownKey() {
 }
 
 bool WindowModel::KnowsSpace() const {
-    return !HasKeys() || focus == 1 || checked.contains(focus);
+    return !HasKeys() || focus == IDOK || checked.contains(focus);
 }
 
 void WindowModel::SpaceKey() {
     if (!HasKeys()) return;
-    if (focus == 1) {
+    if (focus == IDOK) {
         Start();
     } else {
-        ClickBox(focus);
+        ClickCheckBox(focus);
     }
 }
 
 bool WindowModel::KnowsEnter() const {
-    return !HasKeys() || focus == 1040 || checked.contains(focus) || KnowsCharacter();
+    return !HasKeys() || focus == IDC_FILE_LIST || checked.contains(focus) || KnowsCharacter();
 }
 
 // Presses the button that is the dialog's default, if that is enabled.
 void WindowModel::EnterKey() {
-    if (HasKeys() && enabled[1]) Start();
+    if (HasKeys() && enabled[IDOK]) Start();
 }
 
 bool WindowModel::KnowsCharacter() const {
-    return !HasKeys() || focus == 1014 || focus == 1032 || focus == 1018 || focus == 1027;
+    return !HasKeys() || focus == IDC_PAGES || focus == IDC_RESOLUTION || focus == IDC_EXTRA_OPTIONS ||
+           focus == IDC_OUTPUT_FOLDER;
 }
 
 void WindowModel::Character(wchar_t character) {
     if (!HasKeys()) return;
-    if (focus == 1014) {
+    if (focus == IDC_PAGES) {
         TypePages({character});
     } else {
         Replace(focus, text[focus] + character);

@@ -3,8 +3,6 @@
 // program, and is compared with the program after every action of a random user.
 #pragma once
 
-#include "res/resource.h"
-
 #include <map>
 #include <set>
 #include <string>
@@ -32,7 +30,7 @@ public:
     bool durationsShown = false;
     bool running = false;
     int beeps = 0;
-    std::vector<std::wstring> boxes;          // texts of the messages shown
+    std::vector<std::wstring> messages;       // texts of the message boxes shown
     std::vector<std::wstring> openedFolders;  // what Explorer was started on
     int countdowns = 0;
 
@@ -48,7 +46,7 @@ public:
     // `focusedAfterwards` is the row that the list hands the focus to. It does so without a word, so that
     // this row is not selected.
     void DeleteKey(int focusedAfterwards);
-    void ClickBox(int id);
+    void ClickCheckBox(int id);
     void ClickDisabledEdit(int id);
     void TypePages(const std::wstring& characters);
     void Replace(int edit, const std::wstring& newText);  // focuses the edit and replaces its text

@@ -1,7 +1,7 @@
 #include "tests/window/control_calls.h"
 
+#include "tests/support/replaced_imports.h"
 #include "tests/support/utf8.h"
-#include "tests/window/forwarding_import.h"
 
 #include <commctrl.h>
 
@@ -9,58 +9,11 @@
 
 namespace {
 
-CallRecord* g_record = nullptr;
-ControlCalls::Answer g_answer;
-
-void Add(std::string call) {
-    g_record->Add(std::move(call));
-}
-
 std::string Number(LONG_PTR value) {
     return std::to_string(value);
 }
 std::string Quoted(const wchar_t* text) {
     return text ? '"' + Utf8(text) + '"' : "(null)";
-}
-
-BOOL WINAPI Enable(HWND window, BOOL enabled) {
-    Add("EnableWindow " + WindowName(window) + ' ' + Number(enabled));
-    return original<&Enable>(window, enabled);
-}
-
-BOOL WINAPI Show(HWND window, int command) {
-    Add("ShowWindow " + WindowName(window) + ' ' + Number(command));
-    return original<&Show>(window, command);
-}
-
-HWND WINAPI Focus(HWND window) {
-    Add("SetFocus " + WindowName(window));
-    return original<&Focus>(window);
-}
-
-BOOL WINAPI Check(HWND dialog, int id, UINT state) {
-    Add("CheckDlgButton " + Number(id) + ' ' + Number(state));
-    return original<&Check>(dialog, id, state);
-}
-
-BOOL WINAPI SetText(HWND window, LPCWSTR text) {
-    Add("SetWindowTextW " + WindowName(window) + ' ' + Quoted(text));
-    return original<&SetText>(window, text);
-}
-
-BOOL WINAPI SetPosition(HWND window, HWND after, int x, int y, int width, int height, UINT flags) {
-    Add("SetWindowPos " + WindowName(window));
-    return original<&SetPosition>(window, after, x, y, width, height, flags);
-}
-
-BOOL WINAPI Update(HWND window) {
-    Add("UpdateWindow " + WindowName(window));
-    return original<&Update>(window);
-}
-
-BOOL WINAPI Destroy(HWND window) {
-    Add("DestroyWindow " + WindowName(window));
-    return original<&Destroy>(window);
 }
 
 const char* MessageName(UINT message) {
@@ -116,18 +69,6 @@ std::string Arguments(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-LRESULT WINAPI Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    // Commands of controls are the test's own doing.
-    const bool isTests = message == WM_COMMAND && lParam != 0;
-    if (const char* const name = isTests ? nullptr : MessageName(message)) {
-        Add(std::string(name) + ' ' + WindowName(window) + ' ' + Arguments(message, wParam, lParam));
-    }
-    if (g_answer) {
-        if (const auto answer = g_answer(window, message, wParam, lParam)) return *answer;
-    }
-    return original<&Send>(window, message, wParam, lParam);
-}
-
 }  // namespace
 
 std::string WindowName(HWND window) {
@@ -142,23 +83,63 @@ std::string WindowName(HWND window) {
 }
 
 ControlCalls::ControlCalls(CallRecord& record, Answer answer) {
-    g_record = &record;
-    g_answer = std::move(answer);
-    m_replaced.push_back(ReplaceAndForward<&Enable>("EnableWindow"));
-    m_replaced.push_back(ReplaceAndForward<&Show>("ShowWindow"));
-    m_replaced.push_back(ReplaceAndForward<&Focus>("SetFocus"));
-    m_replaced.push_back(ReplaceAndForward<&Check>("CheckDlgButton"));
-    m_replaced.push_back(ReplaceAndForward<&SetText>("SetWindowTextW"));
-    m_replaced.push_back(ReplaceAndForward<&SetPosition>("SetWindowPos"));
-    m_replaced.push_back(ReplaceAndForward<&Update>("UpdateWindow"));
-    m_replaced.push_back(ReplaceAndForward<&Destroy>("DestroyWindow"));
-    m_replaced.push_back(ReplaceAndForward<&Send>("SendMessageW"));
+    const auto add = [&record](const char* call, const std::string& arguments) {
+        record.Add(std::string(call) + ' ' + arguments);
+    };
+    m_replaced.push_back(
+        Replace<decltype(::EnableWindow)>("EnableWindow", [add](auto original, HWND window, BOOL enabled) {
+            add("EnableWindow", WindowName(window) + ' ' + Number(enabled));
+            return original(window, enabled);
+        }));
+    m_replaced.push_back(
+        Replace<decltype(::ShowWindow)>("ShowWindow", [add](auto original, HWND window, int command) {
+            add("ShowWindow", WindowName(window) + ' ' + Number(command));
+            return original(window, command);
+        }));
+    m_replaced.push_back(Replace<decltype(::SetFocus)>("SetFocus", [add](auto original, HWND window) {
+        add("SetFocus", WindowName(window));
+        return original(window);
+    }));
+    m_replaced.push_back(Replace<decltype(::CheckDlgButton)>(
+        "CheckDlgButton", [add](auto original, HWND dialog, int id, UINT state) {
+            add("CheckDlgButton", Number(id) + ' ' + Number(state));
+            return original(dialog, id, state);
+        }));
+    m_replaced.push_back(Replace<decltype(::SetWindowTextW)>(
+        "SetWindowTextW", [add](auto original, HWND window, LPCWSTR text) {
+            add("SetWindowTextW", WindowName(window) + ' ' + Quoted(text));
+            return original(window, text);
+        }));
+    m_replaced.push_back(
+        Replace<decltype(::SetWindowPos)>("SetWindowPos", [add](auto original, HWND window, auto... place) {
+            add("SetWindowPos", WindowName(window));
+            return original(window, place...);
+        }));
+    m_replaced.push_back(Replace<decltype(::UpdateWindow)>("UpdateWindow", [add](auto original, HWND window) {
+        add("UpdateWindow", WindowName(window));
+        return original(window);
+    }));
+    m_replaced.push_back(
+        Replace<decltype(::DestroyWindow)>("DestroyWindow", [add](auto original, HWND window) {
+            add("DestroyWindow", WindowName(window));
+            return original(window);
+        }));
+    m_replaced.push_back(Replace<decltype(::SendMessageW)>(
+        "SendMessageW", [add, answer = std::move(answer)](auto original, HWND window, UINT message,
+                                                          WPARAM wParam, LPARAM lParam) {
+            // Commands of controls are the test's own doing.
+            const bool isTests = message == WM_COMMAND && lParam != 0;
+            if (const char* const name = isTests ? nullptr : MessageName(message)) {
+                add(name, WindowName(window) + ' ' + Arguments(message, wParam, lParam));
+            }
+            if (answer) {
+                if (const auto answered = answer(window, message, wParam, lParam)) return *answered;
+            }
+            return original(window, message, wParam, lParam);
+        }));
 }
 
-ControlCalls::~ControlCalls() {
-    m_replaced.clear();
-    g_answer = nullptr;
-}
+ControlCalls::~ControlCalls() = default;
 
 std::vector<std::string> Only(const std::vector<std::string>& beginnings,
                               const std::vector<std::string>& calls) {

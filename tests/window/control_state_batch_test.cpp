@@ -153,4 +153,11 @@ TEST_F(ControlStateBatchTest, TheEndOfABatchLeavesTheDurationsAsTheyAre) {
     EXPECT_THAT(Column(1), ElementsAre(StartsWith(L"00:00:0")));
 }
 
+TEST_F(ControlStateBatchTest, ATimerMarksTheSelectedRowAsCancelledWhenNoBatchHasRunAtAll) {
+    Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    SelectRow(1);
+    ::SendMessageW(Dialog(), WM_TIMER, 2, 0);
+    EXPECT_THAT(Column(1), ElementsAre(L"", L"*** Annulé !"));
+}
+
 }  // namespace

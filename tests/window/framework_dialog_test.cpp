@@ -88,6 +88,9 @@ TEST_F(FrameworkDialogTest, AHandledMessagesResultIsTheWindowsAnswer) {
     EXPECT_EQ(Send(kAsked), 77);
     EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), TRUE);
     EXPECT_EQ(::GetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT), 77);
+    m_dialog.handlers[kAsked] = [](LRESULT&) {};
+    EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), TRUE);
+    EXPECT_EQ(::GetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT), 0) << "without a result it is zero";
 }
 
 TEST_F(FrameworkDialogTest, AnUnhandledMessageGetsDefaultProcessing) {
@@ -101,15 +104,7 @@ TEST_F(FrameworkDialogTest, AnUnhandledMessageGetsDefaultProcessing) {
     EXPECT_EQ(Send(kAsked), 0);
 }
 
-TEST_F(FrameworkDialogTest, WhatIsHandledWithoutAResultIsAnsweredWithZero) {
-    m_dialog.handlers[kAsked] = [](LRESULT&) {};
-    m_dialog.Create(nullptr);
-    ::SetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT, 5);
-    EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), TRUE);
-    EXPECT_EQ(::GetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT), 0);
-}
-
-TEST_F(FrameworkDialogTest, SomeMessagesGiveTheirResultDirectly) {
+TEST_F(FrameworkDialogTest, SomeMessagesReturnTheirResultDirectly) {
     m_dialog.Create(nullptr);
     ::SetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT, 5);
     // WM_CTLCOLORMSGBOX to WM_CTLCOLORSTATIC are 0x132 to 0x138.
@@ -121,7 +116,7 @@ TEST_F(FrameworkDialogTest, SomeMessagesGiveTheirResultDirectly) {
     }
 }
 
-TEST_F(FrameworkDialogTest, WmInitDialogGivesItsResultDirectly) {
+TEST_F(FrameworkDialogTest, WmInitDialogReturnsItsResultDirectly) {
     for (const LRESULT wanted : {0, 1}) {
         TestDialog dialog;
         dialog.handlers[WM_INITDIALOG] = [wanted](LRESULT& result) { result = wanted; };
@@ -189,7 +184,7 @@ TEST_F(FrameworkDialogTest, WithoutItsTemplateADialogIsNotCreated) {
     EXPECT_EQ(dialog.DoModal(nullptr), -1);
 }
 
-TEST_F(FrameworkDialogTest, AModalDialogGivesTheResultOfEndDialog) {
+TEST_F(FrameworkDialogTest, AModalDialogReturnsTheResultOfEndDialog) {
     m_dialog.handlers[WM_INITDIALOG] = [&](LRESULT& result) {
         result = TRUE;
         ::PostMessageW(m_dialog.Handle(), kAsked, 0, 0);
@@ -214,8 +209,8 @@ int CountWindowsOfThisThread() {
 
 TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
     const int before = CountWindowsOfThisThread();
-    const ReplacedImport setLong(
-        "SetWindowLongPtrW", +[](HWND, int, LONG_PTR) WINAPI -> LONG_PTR { return 0; });
+    const auto setLong =
+        Replace<decltype(::SetWindowLongPtrW)>("SetWindowLongPtrW", [](HWND, int, LONG_PTR) { return 0; });
     EXPECT_EQ(m_dialog.Create(nullptr), nullptr);
     EXPECT_EQ(m_dialog.Handle(), nullptr);
     EXPECT_EQ(CountWindowsOfThisThread(), before);
@@ -224,41 +219,28 @@ TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
     EXPECT_TRUE(m_dialog.messages.empty());
 }
 
-// What the system is asked for when a dialog is created.
-struct Request {
-    HINSTANCE module = nullptr;
-    LPCWSTR templateName = nullptr;
-    HWND parent = nullptr;
-    DLGPROC procedure = nullptr;
-};
-Request g_request;
-
-HWND WINAPI RefuseCreation(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure, LPARAM) {
-    g_request = {module, name, parent, procedure};
-    return nullptr;
-}
-
-INT_PTR WINAPI EndModalAtOnce(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure, LPARAM) {
-    g_request = {module, name, parent, procedure};
-    return 12;
-}
-
 TEST_F(FrameworkDialogTest, DialogsComeFromTheResourceModuleWithTheStandardProcedure) {
-    const ReplacedImport create("CreateDialogParamW", &RefuseCreation);
-    const ReplacedImport run("DialogBoxParamW", &EndModalAtOnce);
     const HWND parent = ::GetDesktopWindow();
-    EXPECT_EQ(m_dialog.Create(parent), nullptr);
-    const auto expectRequest = [&] {
-        EXPECT_EQ(g_request.module, ::GetModuleHandleW(nullptr));
-        EXPECT_EQ(g_request.templateName, MAKEINTRESOURCEW(100));
-        EXPECT_EQ(g_request.parent, parent);
-        EXPECT_EQ(g_request.procedure, &TestDialog::DialogProc);
-        EXPECT_EQ(m_dialog.GetDialogProc(), &TestDialog::DialogProc);
+    EXPECT_EQ(m_dialog.GetDialogProc(), &TestDialog::DialogProc);
+    const auto expectRequest = [&](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure) {
+        EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
+        EXPECT_EQ(name, MAKEINTRESOURCEW(IDD_ABOUT));
+        EXPECT_EQ(owner, parent);
+        EXPECT_EQ(procedure, &TestDialog::DialogProc);
     };
-    expectRequest();
-    g_request = {};
+    const HWND created = reinterpret_cast<HWND>(0x100);
+    const auto create = Replace<decltype(::CreateDialogParamW)>(
+        "CreateDialogParamW", [&](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM) {
+            expectRequest(module, name, owner, procedure);
+            return created;
+        });
+    const auto run = Replace<decltype(::DialogBoxParamW)>(
+        "DialogBoxParamW", [&](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM) {
+            expectRequest(module, name, owner, procedure);
+            return 12;
+        });
+    EXPECT_EQ(m_dialog.Create(parent), nullptr) << "a dialog that is already destroyed";
     EXPECT_EQ(m_dialog.DoModal(parent), 12);
-    expectRequest();
 }
 
 }  // namespace
