@@ -29,7 +29,7 @@ TEST_F(ModelRun, WindowDoesWhatTheModelSaysForRandomUsers) {
         "model: %d users, %d steps each, %d effective actions, %d conversions, %d keys of disabled "
         "controls\n",
         users, kSteps, effective, conversions, keysOfDisabled);
-    // Half of what is tried must be possible, or the users are no users.
+    // Half of what is tried must be possible, or the users prove little.
     EXPECT_GT(effective, users * kSteps / 2);
     EXPECT_GT(conversions, users / 2);
     EXPECT_GT(keysOfDisabled, users / 2);

@@ -10,7 +10,7 @@
 namespace {
 
 const std::wstring kCancelled = L"*** Annulé !";
-const std::wstring kNoTime = L"00:00:00";  // the clock stands still in these tests
+const std::wstring kNoTime = L"00:00:00";  // the clock does not advance in these tests
 
 const std::vector<int> kCheckBoxes = {IDC_PAGES_CHECK,   IDC_RESOLUTION_CHECK,
                                       IDC_NO_METADATA,   IDC_NO_OUTLINE,
@@ -71,7 +71,7 @@ void WindowModel::MoveFocus(int id) {
     if (focus == id) return;
     const int left = focus;
     focus = id;
-    // This check box tells of the focus too, and its edit follows it whatever it tells: also while a batch
+    // This check box also reports the focus, and its edit follows it whatever it reports: also while a batch
     // runs.
     if (left == IDC_PAGES_CHECK || id == IDC_PAGES_CHECK) enabled[IDC_PAGES] = checked[IDC_PAGES_CHECK];
     if (left == IDC_RESOLUTION && !text[IDC_RESOLUTION].empty()) {

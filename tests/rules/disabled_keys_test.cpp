@@ -32,7 +32,7 @@ std::ostream& operator<<(std::ostream& out, const KeyCase& row) {
 
 class RouteKeyOfDisabledControlTest : public testing::TestWithParam<KeyCase> {};
 
-TEST_P(RouteKeyOfDisabledControlTest, GivesTheWayOfTheKey) {
+TEST_P(RouteKeyOfDisabledControlTest, IsTheWayOfTheKey) {
     EXPECT_EQ(RouteKeyOfDisabledControl(GetParam().message, GetParam().key), GetParam().route);
 }
 

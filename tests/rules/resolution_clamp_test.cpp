@@ -102,7 +102,7 @@ TEST_P(ResolutionAllowedTest, StaysAsTyped) {
 
 INSTANTIATE_TEST_SUITE_P(ClampResolution, ResolutionAllowedTest, testing::ValuesIn(kAllowed), NameOfCase);
 
-TEST(ClampResolution, GivesTextsThatMayBeHandedToTheSystem) {
+TEST(ClampResolution, ReturnsTextsThatEndInANull) {
     EXPECT_STREQ(ClampResolution(L"1").value_or(L"").data(), L"72");
     EXPECT_STREQ(ClampResolution(L"9999").value_or(L"").data(), L"6000");
 }

@@ -1,4 +1,4 @@
-// The version line of the About box.
+// The version line of the About dialog.
 #include "ui/about/version_text.h"
 
 #include <gtest/gtest.h>

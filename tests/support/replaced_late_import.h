@@ -11,7 +11,7 @@
 class ReplacedLateImport {
 public:
     // `function` must have the type of the function `name`. Several functions may be replaced at a time, each
-    // once; the last to be replaced is the first to come back.
+    // once; the last to be replaced is restored first.
     template <class Function>
     ReplacedLateImport(const char* name, Function* function) : m_name(name) {
         s_functions[m_name] = reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));

@@ -128,7 +128,7 @@ private:
         });
 };
 
-TEST_F(AccessibleNamesTest, ControlsWithoutATextAreCalledByTheTextBesideThem) {
+TEST_F(AccessibleNamesTest, ControlsWithoutATextAreNamedAfterTheTextBesideThem) {
     Create();
     EXPECT_THAT(Service::names,
                 UnorderedElementsAre(Pair(IDC_FILE_LIST, L"Fichiers PDF"), Pair(IDC_PAGES, L"Pages :"),
@@ -155,7 +155,7 @@ TEST_F(AccessibleNamesTest, WithoutAScreenReaderNothingIsLoaded) {
     EXPECT_EQ(created, 0);
 }
 
-TEST_F(AccessibleNamesTest, ASystemThatDoesNotTellHasNoScreenReader) {
+TEST_F(AccessibleNamesTest, WithoutAReportOfTheSystemNoScreenReaderIsAssumed) {
     readerIsKnown = FALSE;
     Create();
     EXPECT_EQ(created, 0);

@@ -41,7 +41,7 @@ private:
         });
 };
 
-TEST_F(ApplicationTest, ShowsTheDialogAsToldWhateverTheCommandLineAndEndsWithTwoWhenItIsQuit) {
+TEST_F(ApplicationTest, ShowsTheDialogAsAskedWhateverTheCommandLineAndEndsWithTwoWhenItIsQuit) {
     for (const wchar_t* const line :
          {L"", L"C:\\in\\a.pdf", L"/quit --help", static_cast<const wchar_t*>(nullptr)}) {
         EXPECT_EQ(RunMainDialog(line, SW_SHOWMINNOACTIVE), 2);
@@ -106,8 +106,8 @@ TEST_F(ApplicationTest, ADialogThatCannotBeCreatedEndsItWithZeroInSilence) {
     EXPECT_EQ(CAppModule::Instance().MessageLoop(), nullptr);
 }
 
-// Some systems give no window for a dialog that closed itself, others the handle of the one that was. Windows
-// gives the quit message when no posted message is left, whatever is asked for.
+// Some systems return no window for a dialog that closed itself, others its former handle. Windows returns
+// the quit message when no posted message is left, whatever is asked for.
 TEST_F(ApplicationTest, MessagesPostedBeforeItClosedItselfAreServedAndDoNotHideItsCode) {
     const auto peek = Replace<decltype(::PeekMessageW)>(
         "PeekMessageW", [](auto original, LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
@@ -133,7 +133,7 @@ TEST_F(ApplicationTest, MessagesPostedBeforeItClosedItselfAreServedAndDoNotHideI
             return nullptr;
         });
     EXPECT_EQ(RunMainDialog(L"", SW_SHOW), 2);
-    EXPECT_EQ(s_served, 2) << "what others had to be told is lost";
+    EXPECT_EQ(s_served, 2) << "messages of others are lost";
     EXPECT_THAT(shown, IsEmpty());
 }
 

@@ -73,7 +73,7 @@ std::string Arguments(UINT message, WPARAM wParam, LPARAM lParam) {
 
 std::string WindowName(HWND window) {
     if (!window) return "none";
-    // Not GetDlgCtrlID: it gives a top-level window's menu.
+    // Not GetDlgCtrlID: it returns a top-level window's menu.
     if (::GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) {
         return std::to_string(static_cast<int>(::GetWindowLongPtrW(window, GWLP_ID)));
     }

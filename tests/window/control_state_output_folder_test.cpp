@@ -53,7 +53,7 @@ TEST_F(ControlStateOutputFolderTest, EveryNotificationOfTheCheckBoxTakesTheSteps
     }
 }
 
-TEST_F(ControlStateOutputFolderTest, EveryChangeOfTheTextTellsWhetherTheDestinationCanBeOpened) {
+TEST_F(ControlStateOutputFolderTest, EveryChangeOfTheTextDecidesWhetherTheDestinationCanBeOpened) {
     Click(IDC_OUTPUT_FOLDER_CHECK);
     SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
     EXPECT_TRUE(CanOpenDestination());

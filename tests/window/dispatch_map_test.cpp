@@ -222,7 +222,7 @@ TEST_F(DispatchMapTest, CommandsSetTheirActionsGoing) {
     EXPECT_EQ(shell.requests[1].file, folder.File(L"TalvenorLog.txt"));
 }
 
-// A message that a handler sends comes back to the map while the handler still runs. Here the beep of a
+// A message that a handler sends reaches the map again while the handler still runs. Here the beep of a
 // refused character "types" one that is let through.
 TEST_F(DispatchMapTest, AMessageSentByAHandlerLeavesItsFlag) {
     const auto beep = Replace<decltype(::Beep)>("Beep", [this](DWORD, DWORD) {

@@ -82,7 +82,7 @@ private:
     BYTE m_before[256] = {};
 };
 
-TEST_F(DispatchPageEditTest, SwallowedKeysStillGiveTheirCharacters) {
+TEST_F(DispatchPageEditTest, SwallowedKeysStillTypeTheirCharacters) {
     // The keys of the numeric pad and of the minus are refused, but the loop makes their characters before.
     // Which keys are the minus and the 8 depends on the keyboard.
     std::size_t typed = 0;

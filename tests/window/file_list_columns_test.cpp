@@ -60,7 +60,7 @@ TEST_F(FileListColumnsTest, AreInsertedWithTheirTitlesWidthsAndFormats) {
     EXPECT_EQ(::SendMessageW(Header(), HDM_GETITEMCOUNT, 0, 0), 2);
 }
 
-TEST_F(FileListColumnsTest, ABatchShowsTheDurationsWholeAndGivesThePathsTheRest) {
+TEST_F(FileListColumnsTest, ABatchShowsTheDurationsWholeAndLeavesThePathsTheRest) {
     StartBatch();
     EXPECT_GE(ColumnWidth(1), TitleWidth());
     EXPECT_EQ(ColumnWidth(0), ListWidth() - ColumnWidth(1));

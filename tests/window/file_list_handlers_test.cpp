@@ -44,7 +44,7 @@ TEST_F(FileListHandlersTest, AChangeOfNoRowEmptiesTheStatusLineAndHidesTheDurati
 }
 
 TEST_F(FileListHandlersTest, ClearingTakesItsStepsInOrder) {
-    // Nothing is selected, so that the list has nothing to tell about its rows.
+    // Nothing is selected, so that the list reports no change of its rows.
     EXPECT_THAT(Recorded([&] { Command(IDC_CLEAR, BN_CLICKED); }),
                 ElementsAre("LVM_DELETEALLITEMS 1040 0 0", "EnableWindow 1 0",
                             "LVM_SETCOLUMNWIDTH 1040 0 " + std::to_string(ListWidth()),

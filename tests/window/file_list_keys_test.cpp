@@ -105,7 +105,7 @@ TEST_F(FileListKeysTest, F7ShowsTheCommandLineAndChangesNothingInTheWindow) {
 }
 
 // No click brings a check box of two states there, but another program may.
-TEST_F(FileListKeysTest, ACheckBoxThatIsNotQuiteOffIsOn) {
+TEST_F(FileListKeysTest, AnIndeterminateCheckBoxCountsAsChecked) {
     SelectRow(1);
     SetText(IDC_PAGES, L"1, 3");
     SetText(IDC_RESOLUTION, L"300");

@@ -97,7 +97,7 @@ TEST_F(FrameworkContainedWindowTest, TheProcedureIsReplacedByOneCallAndKept) {
     EXPECT_NE(Procedure(), m_ownProcedure);
 }
 
-// As when a control is given to another owner by somebody who does not know of this one.
+// As when somebody who does not know of this owner stores something else with the control.
 TEST_F(FrameworkContainedWindowTest, AControlWithoutItsObjectGetsDefaultProcessing) {
     m_contained->SubclassWindow(m_edit);
     ::SetWindowLongPtrW(m_edit, GWLP_USERDATA, 0);

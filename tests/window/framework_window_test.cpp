@@ -138,7 +138,7 @@ TEST_F(FrameworkWindowCenterTest, PutsTheWindowInTheMiddleOfItsOwnerOrTheWorkAre
         {"with an owner at the top edge", {0, 0, 300, 200}, Visible, {200, 0, 700, 100}, {300, 50}},
         {"with an owner at the right edge", {0, 0, 300, 200}, Visible, {1000, 300, 1200, 600}, {800, 350}},
         {"with an owner at the bottom edge", {0, 0, 300, 200}, Visible, {200, 800, 700, 1000}, {300, 650}},
-        {"larger than the work area, its upper left corner in sight",
+        {"larger than the work area, so that its upper left corner is visible",
          {0, 0, 2000, 1500},
          None,
          {},

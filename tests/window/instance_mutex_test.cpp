@@ -32,7 +32,7 @@ private:
     ReplacedImport m_createMutex{"CreateMutexW", &ScriptedMutex::Create};
 };
 
-TEST_F(InstanceMutexTest, IsMadeWithDefaultSecurityUnownedUnderItsName) {
+TEST_F(InstanceMutexTest, IsCreatedWithDefaultSecurityUnownedUnderItsName) {
     const auto mutex = MakeMutex({true, ERROR_SUCCESS});
     EXPECT_THAT(ScriptedMutex::asked, ElementsAre("default unowned {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
 }
@@ -46,7 +46,7 @@ TEST_F(InstanceMutexTest, OnlyItsOwnErrorMeansAnotherCopy) {
     }
 }
 
-TEST_F(InstanceMutexTest, IsClosedOnceAtItsEndWhenItWasMade) {
+TEST_F(InstanceMutexTest, IsClosedOnceAtItsEndWhenItWasCreated) {
     for (const bool created : {true, false}) {
         auto mutex = MakeMutex({created, ERROR_SUCCESS});
         int closed = 0;

@@ -9,7 +9,6 @@ MainWindowFixture::MainWindowFixture() {
     std::ofstream(folder.Path() / "pdf2djvu.exe") << "stand-in";
     calls.Clear();
     boxAnswer = IDOK;
-    s_dialog = nullptr;
     CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
     CAppModule::Instance().AddMessageLoop(loop);
 }
@@ -22,8 +21,8 @@ MainWindowFixture::~MainWindowFixture() {
 
 void MainWindowFixture::Create() {
     dialog = std::make_unique<CMainDlg>();
-    s_dialog = dialog->Create(nullptr);
-    ASSERT_NE(s_dialog, nullptr);
+    m_created = dialog->Create(nullptr);
+    ASSERT_NE(m_created, nullptr);
 }
 
 void MainWindowFixture::Destroy() {
@@ -121,27 +120,4 @@ void MainWindowFixture::PressListKey(WORD key) {
 void MainWindowFixture::Drop(const std::vector<std::wstring>& paths) {
     const DroppedFiles drop(paths);
     SendList(WM_DROPFILES, reinterpret_cast<WPARAM>(drop.Get()));
-}
-
-DWORD WINAPI MainWindowFixture::AnswerModuleFileName(HMODULE /*module*/, LPWSTR path, DWORD size) {
-    ::lstrcpynW(path, programPath.c_str(), static_cast<int>(size));
-    const auto length = static_cast<DWORD>(programPath.size());
-    return length < size ? length : size;
-}
-
-int WINAPI MainWindowFixture::AnswerMessageBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
-    char hexType[16];
-    ::wsprintfA(hexType, "0x%X", type);
-    calls.Add(std::string("MessageBoxW owner=") +
-              (owner == nullptr    ? "none"
-               : owner == s_dialog ? "main"
-                                   : "other") +
-              " text=" + (text ? Utf8(text) : "(null)") + " caption=" + (caption ? Utf8(caption) : "(null)") +
-              " type=" + hexType);
-    return boxAnswer;
-}
-
-BOOL WINAPI MainWindowFixture::RecordBeep(DWORD frequency, DWORD duration) {
-    calls.Add("Beep " + std::to_string(frequency) + " " + std::to_string(duration));
-    return TRUE;
 }

@@ -20,12 +20,13 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
 // A program folder with a stand-in for the converter, a module, a loop and the dialog in it. The program's
-// path is `folder`\Talvenor.exe for all that asks. Message boxes are answered by `boxAnswer` and recorded in
+// path is `folder`\Talvenor.exe for every caller. Message boxes are answered by `boxAnswer` and recorded in
 // `calls` as "MessageBoxW owner=main|none text=... caption=... type=0x..", beeps as "Beep 440 100".
 class MainWindowFixture : public testing::Test {
 protected:
@@ -107,12 +108,25 @@ protected:
     static inline std::wstring programPath;
 
 private:
-    static DWORD WINAPI AnswerModuleFileName(HMODULE, LPWSTR path, DWORD size);
-    static int WINAPI AnswerMessageBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
-    static BOOL WINAPI RecordBeep(DWORD frequency, DWORD duration);
-
-    static inline HWND s_dialog = nullptr;
-    ReplacedImport m_moduleFileName{"GetModuleFileNameW", &AnswerModuleFileName};
-    ReplacedImport m_messageBox{"MessageBoxW", &AnswerMessageBox};
-    ReplacedImport m_beep{"Beep", &RecordBeep};
+    HWND m_created = nullptr;  // the dialog
+    std::unique_ptr<ReplacedImport> m_moduleFileName =
+        Replace<decltype(::GetModuleFileNameW)>("GetModuleFileNameW", [](HMODULE, LPWSTR path, DWORD size) {
+            ::lstrcpynW(path, programPath.c_str(), static_cast<int>(size));
+            return std::min(static_cast<DWORD>(programPath.size()), size);
+        });
+    std::unique_ptr<ReplacedImport> m_messageBox = Replace<decltype(::MessageBoxW)>(
+        "MessageBoxW", [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
+            char hexType[16];
+            ::wsprintfA(hexType, "0x%X", type);
+            const char* const name = !owner ? "none" : owner == m_created ? "main" : "other";
+            const auto shown = [](LPCWSTR value) { return value ? Utf8(value) : "(null)"; };
+            calls.Add(std::string("MessageBoxW owner=") + name + " text=" + shown(text) +
+                      " caption=" + shown(caption) + " type=" + hexType);
+            return boxAnswer;
+        });
+    std::unique_ptr<ReplacedImport> m_beep =
+        Replace<decltype(::Beep)>("Beep", [](DWORD frequency, DWORD duration) {
+            calls.Add("Beep " + std::to_string(frequency) + " " + std::to_string(duration));
+            return TRUE;
+        });
 };

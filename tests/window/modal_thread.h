@@ -19,7 +19,7 @@ public:
     ModalThread& operator=(const ModalThread&) = delete;
     ~ModalThread() {
         if (!HasEnded()) ::PostMessageW(FindOwnDialog(m_title), WM_COMMAND, IDCANCEL, 0);
-        // An owner of ours is told of the dialog's end.
+        // An owner of ours gets messages at the dialog's end.
         PumpUntil([&] { return HasEnded(); }, std::chrono::seconds(10));
         ::WaitForSingleObject(m_thread, INFINITE);
         ::CloseHandle(m_thread);

@@ -21,7 +21,7 @@ constexpr wchar_t kVersionZero[] = L"Version 0.0 (64-bit)";
 class ProgramVersionTest : public testing::Test {
 protected:
     ProgramVersionTest() {
-        version.fixed.dwFileVersionMS = version.fixed.dwFileVersionLS = 0x00090009;  // of no account
+        version.fixed.dwFileVersionMS = version.fixed.dwFileVersionLS = 0x00090009;  // does not count
         version.fixed.dwProductVersionMS = 0x00020005;
         version.fixed.dwProductVersionLS = 0x00030007;
         version.fixed.dwFileFlags = VS_FF_PRERELEASE;

@@ -1,4 +1,4 @@
-// The taskbar of the desktop, on paper: what the program would show in its button.
+// The taskbar of the desktop as a test has it: what the program would show in its button.
 #pragma once
 
 #include "tests/support/call_record.h"

@@ -224,7 +224,7 @@ TEST_F(SetUpTest, WmInitDialogReturnsFalseWithoutTheConverter) {
 }
 
 TEST_F(SetUpTest, AFolderOfTheConvertersNameWillDo) {
-    // The file is tested for by name only; the interpreter will tell the rest.
+    // The file is tested for by name only; the interpreter reports the rest.
     RemoveConverter();
     std::filesystem::create_directory(folder.Path() / "pdf2djvu.exe");
     EXPECT_NE(TryToCreate(), nullptr);
@@ -339,7 +339,7 @@ TEST_F(SetUpLoopTest, AnIdlePassChangesNoControl) {
                 IsEmpty());
 }
 
-TEST_F(SetUpLoopTest, AThreadWithoutALoopCanHaveTheDialogTheSame) {
+TEST_F(SetUpLoopTest, AThreadWithoutALoopCanCreateTheDialogAllTheSame) {
     CAppModule::Instance().RemoveMessageLoop();
     Create();
     EXPECT_NE(Dialog(), nullptr);

@@ -1,7 +1,6 @@
 // Text in the system's ANSI code page.
 #include "log/ansi_text.h"
 
-#include "tests/support/call_record.h"
 #include "tests/support/replaced_imports.h"
 
 #include <gmock/gmock.h>
@@ -9,7 +8,9 @@
 
 #include <cstring>
 #include <cwchar>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -78,56 +79,40 @@ TEST(AnsiText, WritesTheDefaultCharacterForWhatTheCodePageLacks) {
     EXPECT_EQ(Converted(L"a\xD83D\xDE00z"), "a??z");  // one for each of its two halves
 }
 
-CallRecord conversions;
-
-void Record(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int size,
-            LPCCH defaultCharacter, LPBOOL usedDefault) {
-    const bool ordinary = codePage == CP_ACP && flags == 0 && length == -1 && text != nullptr &&
-                          defaultCharacter == nullptr && usedDefault == nullptr;
-    conversions.Add(std::string(ordinary ? "ordinary " : "odd ") + (bytes ? "into " : "size ") +
-                    std::to_string(size));
-}
-
+// The conversion fails after half the work; what asks for the size is answered unless `knowsSize` is off.
 class AnsiTextCallsTest : public testing::Test {
 protected:
-    AnsiTextCallsTest() { conversions.Clear(); }
+    bool knowsSize = true;
+    std::vector<std::string> conversions;
+
+private:
+    std::unique_ptr<ReplacedImport> m_convert = Replace<decltype(::WideCharToMultiByte)>(
+        "WideCharToMultiByte", [this](UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes,
+                                      int size, LPCCH defaultCharacter, LPBOOL usedDefault) {
+            const bool ordinary = codePage == CP_ACP && flags == 0 && length == -1 && text != nullptr &&
+                                  defaultCharacter == nullptr && usedDefault == nullptr;
+            conversions.push_back(std::string(ordinary ? "ordinary " : "odd ") + (bytes ? "into " : "size ") +
+                                  std::to_string(size));
+            if (bytes) std::memset(bytes, 'x', 3);
+            return bytes || !knowsSize ? 0 : static_cast<int>(std::wcslen(text)) + 1;
+        });
 };
 
-// Tells how many bytes are needed, and fails to convert after half the work.
-int WINAPI FailToConvert(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int size,
-                         LPCCH defaultCharacter, LPBOOL usedDefault) {
-    Record(codePage, flags, text, length, bytes, size, defaultCharacter, usedDefault);
-    if (!bytes) return static_cast<int>(std::wcslen(text)) + 1;
-    std::memset(bytes, 'x', 3);
-    return 0;
-}
-
 TEST_F(AnsiTextCallsTest, AsksForTheAnsiCodePageWithoutFlagsAndADefaultCharacterOfItsOwn) {
-    const ReplacedImport convert("WideCharToMultiByte", &FailToConvert);
     { const AnsiText text(L"abcdef"); }
     { const AnsiText text(std::wstring(127, L'a')); }
     { const AnsiText text(std::wstring(128, L'a')); }
-    EXPECT_THAT(conversions.Calls(), ElementsAre("ordinary size 0", "ordinary into 128",  //
-                                                 "ordinary size 0", "ordinary into 128",  //
-                                                 "ordinary size 0", "ordinary into 129"));
+    EXPECT_THAT(conversions, ElementsAre("ordinary size 0", "ordinary into 128",  //
+                                         "ordinary size 0", "ordinary into 128",  //
+                                         "ordinary size 0", "ordinary into 129"));
 }
 
-TEST_F(AnsiTextCallsTest, IsEmptyWhenTheConversionFails) {
-    const ReplacedImport convert("WideCharToMultiByte", &FailToConvert);
-    EXPECT_STREQ(AnsiText(L"abcdef").Bytes(), "");
-    EXPECT_STREQ(AnsiText(std::wstring(5000, L'a')).Bytes(), "");
-}
-
-int WINAPI FailAlways(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int size,
-                      LPCCH defaultCharacter, LPBOOL usedDefault) {
-    Record(codePage, flags, text, length, bytes, size, defaultCharacter, usedDefault);
-    return 0;
-}
-
-TEST_F(AnsiTextCallsTest, IsEmptyWhenNotEvenTheSizeIsKnown) {
-    const ReplacedImport convert("WideCharToMultiByte", &FailAlways);
-    EXPECT_STREQ(AnsiText(L"abcdef").Bytes(), "");
-    EXPECT_STREQ(AnsiText(std::wstring(5000, L'a')).Bytes(), "");
+TEST_F(AnsiTextCallsTest, IsEmptyWhenTheConversionFailsOrNotEvenTheSizeIsKnown) {
+    for (const bool known : {true, false}) {
+        knowsSize = known;
+        EXPECT_STREQ(AnsiText(L"abcdef").Bytes(), "");
+        EXPECT_STREQ(AnsiText(std::wstring(5000, L'a')).Bytes(), "");
+    }
 }
 
 }  // namespace
