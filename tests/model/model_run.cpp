@@ -205,7 +205,7 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
     case ActionKind::StopYes: {
         if (!model.running) return false;
         const bool yes = action.kind == ActionKind::StopYes;
-        boxAnswer = yes ? IDYES : IDNO;
+        messageAnswer = yes ? IDYES : IDNO;
         Click(IDCANCEL);
         model.Stop(yes);
         return true;

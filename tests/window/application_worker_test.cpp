@@ -53,7 +53,7 @@ TEST_F(ApplicationWorkerTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
                            reinterpret_cast<LPARAM>(&item));
             ::SendMessageW(window, WM_COMMAND, IDOK, 0);
             PumpUntil([&] { return converter.Started() == 1; }, std::chrono::seconds(10));
-            boxAnswer = IDYES;
+            messageAnswer = IDYES;
             ::SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
             ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
             return FALSE;

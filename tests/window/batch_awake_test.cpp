@@ -7,7 +7,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr char kAsked[] = "SetThreadExecutionState 0x80000001";
-constexpr char kGivenBack[] = "SetThreadExecutionState 0x80000000";
+constexpr char kReleased[] = "SetThreadExecutionState 0x80000000";
 
 class BatchAwakeTest : public BatchFixture {
 protected:
@@ -16,48 +16,30 @@ protected:
     [[nodiscard]] std::vector<std::string> Requests() const { return worker.Of({"SetThreadExecutionState"}); }
 };
 
-TEST_F(BatchAwakeTest, IsAskedForOnceBeforeTheFirstFileAndGivenBackAfterTheLast) {
+TEST_F(BatchAwakeTest, IsAskedForOnceBeforeTheFirstFileAndReleasedAfterTheLastBeforeTheMessage) {
     RunBatch();
     EXPECT_THAT(worker.Of({"SetThreadExecutionState", "LVM_GETITEMTEXTW", "CreateProcessW", "MessageBoxW"}),
                 ElementsAre(kAsked, "LVM_GETITEMTEXTW 0,0", "CreateProcessW", "LVM_GETITEMTEXTW 1,0",
-                            "CreateProcessW", "LVM_GETITEMTEXTW 2,0", "CreateProcessW", kGivenBack,
+                            "CreateProcessW", "LVM_GETITEMTEXTW 2,0", "CreateProcessW", kReleased,
                             "MessageBoxW Conversion terminée !"));
 }
 
-TEST_F(BatchAwakeTest, ThePersonWhoReadsTheMessageInTheMorningHasAMachineThatSlept) {
-    std::vector<std::string> before;
-    worker.At("MessageBoxW Conversion terminée !", 1, [&] { before = Requests(); });
-    RunBatch();
-    EXPECT_THAT(before, ElementsAre(kAsked, kGivenBack));
-}
-
-TEST_F(BatchAwakeTest, EndsWithAFailedFile) {
-    converters.Plan({{.exitCode = 1}});
-    RunBatch();
-    EXPECT_THAT(Requests(), ElementsAre(kAsked, kGivenBack));
-}
-
-TEST_F(BatchAwakeTest, EndsWithAFailedStart) {
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
-    RunBatch();
-    EXPECT_THAT(Requests(), ElementsAre(kAsked, kGivenBack));
-}
-
-TEST_F(BatchAwakeTest, EndsWithAStoppedBatch) {
-    converters.Plan({{.held = true}});
-    PressConvert();
-    WaitForConverter(1);
-    PressStop();
-    converters.Release(1);
-    WaitForEnd();
-    EXPECT_THAT(Requests(), ElementsAre(kAsked, kGivenBack));
+TEST_F(BatchAwakeTest, EndsWithAFailedFileAFailedStartOrAStop) {
+    worker.At("WaitForSingleObject", 2, [this] { PressStop(); });
+    for (const Conversion& conversion :
+         {Conversion{.exitCode = 1}, Conversion{.startError = ERROR_FILE_NOT_FOUND}, Conversion{}}) {
+        converters.Plan({conversion});
+        RunBatch();
+    }
+    EXPECT_FALSE(MessageTexts().empty()) << "there was no stop";
+    EXPECT_THAT(Requests(), ElementsAre(kAsked, kReleased, kAsked, kReleased, kAsked, kReleased));
 }
 
 TEST_F(BatchAwakeTest, LastsOverTheCountdownAndEndsWhenItIsCancelled) {
-    SetChecked(IDC_SHUT_DOWN, true);
+    Check(IDC_SHUT_DOWN);
     RunBatch();
     EXPECT_THAT(worker.Of({"SetThreadExecutionState", "DialogBoxParamW", "MessageBoxW"}),
-                ElementsAre(kAsked, "DialogBoxParamW 101 owner=none", kGivenBack,
+                ElementsAre(kAsked, "DialogBoxParamW 101 owner=none", kReleased,
                             "MessageBoxW Conversion terminée !"));
 }
 
@@ -68,7 +50,7 @@ TEST_F(BatchAwakeTest, IsNotAskedForWhenTheStopComesBeforeTheFirstFile) {
 }
 
 TEST_F(BatchAwakeTest, IsNotAskedForWithoutFiles) {
-    ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0);
+    SendList(LVM_DELETEALLITEMS);
     PressConvert();
     ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }));
     PressStop();
@@ -76,7 +58,7 @@ TEST_F(BatchAwakeTest, IsNotAskedForWithoutFiles) {
 }
 
 TEST_F(BatchAwakeTest, IsNotAskedForWhenTheListIsEmptiedBetweenTheTwoCounts) {
-    worker.At("DeleteFileW", 1, [this] { ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0); });
+    worker.At("DeleteFileW", 1, [this] { SendList(LVM_DELETEALLITEMS); });
     RunBatch();
     EXPECT_THAT(Requests(), IsEmpty());
 }
@@ -85,7 +67,7 @@ TEST_F(BatchAwakeTest, ARefusalChangesNothing) {
     windows.executionState = 0;
     RunBatch();
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00", L"00:00:00"));
-    EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !"));
+    EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
 }
 
 }  // namespace

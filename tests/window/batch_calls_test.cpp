@@ -4,7 +4,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 class BatchCallsTest : public BatchFixture {
@@ -68,9 +67,9 @@ TEST_F(BatchCallsTest, FromTheRunningStateToTheFirstFile) {
                             "SetWindowTextW 1004 \"Conversion en cours : C:\\in\\a.pdf\""));
 }
 
-TEST_F(BatchCallsTest, TheOptionBoxesAreReadForEachFileAndTheHiddenOutputAfterThem) {
+TEST_F(BatchCallsTest, TheOptionsCheckBoxesAreReadForEachFileAndTheHiddenOutputAfterThem) {
     AddFiles({L"C:\\in\\a.pdf"});
-    SetChecked(IDC_NO_TEXT, true);
+    Check(IDC_NO_TEXT);
     RunBatch();
     std::vector<std::string> reads = worker.Between("SetWindowTextW 1004", "PathStripPathW");
     ASSERT_GE(reads.size(), 3u);
@@ -86,8 +85,8 @@ TEST_F(BatchCallsTest, TheOptionBoxesAreReadForEachFileAndTheHiddenOutputAfterTh
 
 TEST_F(BatchCallsTest, FromTheLastFileToTheIdleState) {
     AddFiles({L"C:\\in\\a.pdf"});
-    SetChecked(IDC_HIDE_OUTPUT, true);
-    SetChecked(IDC_SHUT_DOWN, true);
+    Check(IDC_HIDE_OUTPUT);
+    Check(IDC_SHUT_DOWN);
     RunBatch();
     EXPECT_THAT(worker.Between("IsDlgButtonChecked 1038", "EnableWindow 1 1"),
                 ElementsAre("IsDlgButtonChecked 1038", "GetActiveWindow", "DialogBoxParamW 101 owner=none",
@@ -98,25 +97,6 @@ TEST_F(BatchCallsTest, FromTheLastFileToTheIdleState) {
     EXPECT_THAT(worker.Between("SetWindowTextW 2 \"Quitter\"", "SetCursor"),
                 ElementsAre("SetWindowTextW 2 \"Quitter\"", "SetCursor previous"));
     EXPECT_EQ(worker.All().back(), "SetCursor previous");
-}
-
-TEST_F(BatchCallsTest, AListOfManySelectionsIsClearedBeforeARowIsSelected) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    AllowSeveralSelectedRows();
-    RunBatch();
-    EXPECT_THAT(worker.Between("LVM_GETITEMTEXTW 0,0", "LVM_ENSUREVISIBLE"),
-                ElementsAre("LVM_GETITEMTEXTW 0,0", "LVM_SETITEMSTATE -1 state=0 mask=2",
-                            "LVM_SETITEMSTATE 0 state=3 mask=3", "LVM_SETSELECTIONMARK 0",
-                            "LVM_ENSUREVISIBLE 0 partial=0"));
-}
-
-TEST_F(BatchCallsTest, ARowThatCannotBeSelectedIsNeitherMarkedNorShown) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    worker.At("LVM_SETITEMSTATE 0", 1,
-              [&] { ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0); });
-    RunBatch();
-    EXPECT_EQ(worker.Count("LVM_SETITEMSTATE 0"), 1);
-    EXPECT_THAT(worker.Of({"LVM_SETSELECTIONMARK", "LVM_ENSUREVISIBLE"}), IsEmpty());
 }
 
 }  // namespace

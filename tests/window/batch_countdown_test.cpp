@@ -8,44 +8,38 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-struct EndCase {
-    const char* name;
-    std::vector<Conversion> plan;
-    bool stopped;
-};
-class BatchCountdownComesTest : public BatchFixture, public testing::WithParamInterface<EndCase> {};
+class BatchCountdownComesTest : public BatchFixture, public testing::WithParamInterface<bool> {};
 
-TEST_P(BatchCountdownComesTest, AfterEveryEndWhenItsBoxIsChecked) {
+TEST_P(BatchCountdownComesTest, AfterEveryEndIfItsCheckBoxIsChecked) {
+    struct Case {
+        const char* name;
+        Conversion conversion;
+        bool stopped;
+    };
     AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan(GetParam().plan);
-    if (GetParam().stopped) worker.At("WaitForSingleObject process 1", 1, [&] { PressStop(); });
-    SetChecked(IDC_SHUT_DOWN, true);
-    RunBatch();
-    EXPECT_THAT(worker.Of({"DialogBoxParamW"}), ElementsAre("DialogBoxParamW 101 owner=none"));
-}
-
-TEST_P(BatchCountdownComesTest, AfterNoEndWhenItsBoxIsUnchecked) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan(GetParam().plan);
-    if (GetParam().stopped) worker.At("WaitForSingleObject process 1", 1, [&] { PressStop(); });
-    RunBatch();
-    EXPECT_EQ(worker.Count("DialogBoxParamW"), 0);
+    Check(IDC_SHUT_DOWN, GetParam());
+    int comes = 0;
+    for (const Case& row :
+         {Case{"all converted", {}, false}, Case{"one failed", {.exitCode = 1}, false},
+          Case{"one not started", {.startError = ERROR_FILE_NOT_FOUND}, false}, Case{"stopped", {}, true}}) {
+        converters.Plan({row.conversion});
+        if (row.stopped) worker.At("WaitForSingleObject", 1, [&] { PressStop(); });
+        RunBatch();
+        EXPECT_EQ(worker.Count("DialogBoxParamW 101 owner=none"), GetParam() ? ++comes : 0) << row.name;
+    }
+    EXPECT_EQ(worker.Count("DialogBoxParamW"), comes);
     EXPECT_THAT(shutdownCalls.Calls(), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, BatchCountdownComesTest,
-                         testing::Values(EndCase{"AllConverted", {}, false},
-                                         EndCase{"OneFailed", {{.exitCode = 1}}, false},
-                                         EndCase{"OneNotStarted", {{.startError = 2}}, false},
-                                         EndCase{"Stopped", {}, true}),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(CheckBox, BatchCountdownComesTest, testing::Bool(),
+                         [](const auto& test) { return test.param ? "Checked" : "Unchecked"; });
 
 class BatchCountdownTest : public BatchFixture {
 protected:
     // Runs a batch up to its countdown, and gives the dialog.
     HWND RunToCountdown() {
         windows.realDialogs = true;
-        SetChecked(IDC_SHUT_DOWN, true);
+        Check(IDC_SHUT_DOWN);
         AddFiles({L"C:\\in\\a.pdf"});
         PressConvert();
         HWND countdown = nullptr;
@@ -63,7 +57,7 @@ protected:
 
 TEST_F(BatchCountdownTest, BelongsToTheWindowThatIsActiveOnTheWorker) {
     windows.activeWindow = Control(IDC_FILE_LIST);
-    SetChecked(IDC_SHUT_DOWN, true);
+    Check(IDC_SHUT_DOWN);
     AddFiles({L"C:\\in\\a.pdf"});
     RunBatch();
     EXPECT_THAT(worker.Of({"GetActiveWindow", "DialogBoxParamW"}),
@@ -85,9 +79,9 @@ TEST_F(BatchCountdownTest, TheBatchCountsAsRunningUntilItIsAnswered) {
     EXPECT_EQ(Text(IDCANCEL), L"Arrêter ");
     EXPECT_FALSE(IsEnabled(IDOK));
     EXPECT_EQ(SelectedRow(), 0);
-    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_THAT(MessageTexts(), IsEmpty());
     Press(countdown, IDCANCEL);
-    EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !"));
+    EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
     EXPECT_EQ(Text(IDCANCEL), L"Quitter");
     EXPECT_THAT(shutdownCalls.Calls(), IsEmpty());
 }
@@ -96,7 +90,7 @@ TEST_F(BatchCountdownTest, ItsAnswerDoesNotChangeTheEndOfTheBatch) {
     shutdown.accepts = false;
     Press(RunToCountdown(), IDOK);
     EXPECT_THAT(shutdownCalls.Calls(), SizeIs(4));
-    EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !"));
+    EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
     EXPECT_EQ(Text(IDCANCEL), L"Quitter");
     EXPECT_FALSE(dialog->IsRunning());
 }

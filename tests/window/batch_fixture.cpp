@@ -1,12 +1,8 @@
 #include "tests/window/batch_fixture.h"
 
-#include <shlobj.h>
-#include <shlwapi.h>
-
 #include <fstream>
 
 BatchFixture::BatchFixture() {
-    s_current = this;
     stopAnswer = IDYES;
     Create();
 }
@@ -64,7 +60,7 @@ void BatchFixture::WriteLog(const std::string& bytes) const {
     std::ofstream(std::filesystem::path(LogFile()), std::ios::binary | std::ios::app) << bytes;
 }
 
-std::vector<std::string> BatchFixture::Boxes() const {
+std::vector<std::string> BatchFixture::MessageTexts() const {
     std::vector<std::string> texts;
     for (const std::string& call : calls.Calls()) {
         const std::size_t text = call.find(" text=");
@@ -72,33 +68,4 @@ std::vector<std::string> BatchFixture::Boxes() const {
         if (call.starts_with("MessageBoxW")) texts.push_back(call.substr(text + 6, caption - text - 6));
     }
     return texts;
-}
-
-int WINAPI BatchFixture::AnswerBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
-    s_current->m_box.Original<decltype(::MessageBoxW)>()(owner, text, caption, type);  // writes it down
-    s_current->worker.Note("MessageBoxW " + Utf8(text));
-    return (type & MB_YESNO) ? stopAnswer.load() : IDOK;
-}
-
-BOOL WINAPI BatchFixture::CancelOpenDialog(LPOPENFILENAMEW /*dialog*/) {
-    return FALSE;
-}
-
-BOOL WINAPI BatchFixture::RecordDelete(LPCWSTR path) {
-    s_current->worker.Note("DeleteFileW " + Utf8(path));
-    return s_current->m_delete.Original<decltype(::DeleteFileW)>()(path);
-}
-
-void WINAPI BatchFixture::RecordStrip(LPWSTR path) {
-    s_current->worker.Note("PathStripPathW " + Utf8(path));
-    s_current->m_strip.Original<decltype(::PathStripPathW)>()(path);
-}
-
-HRESULT WINAPI BatchFixture::AnswerFolder(HWND owner, int folder, HANDLE token, DWORD flags, LPWSTR path) {
-    char call[100];
-    ::wsprintfA(call, "SHGetFolderPathW owner=%s folder=0x%X token=%s flags=%d", owner ? "some" : "none",
-                folder, token ? "some" : "none", flags);
-    s_current->worker.Note(call);
-    ::lstrcpynW(path, L"C:\\système", MAX_PATH);
-    return S_OK;
 }

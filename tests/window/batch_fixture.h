@@ -1,5 +1,5 @@
-// The real main window with a batch whose converters run on paper only. A test adds files, plans how their
-// converters behave, presses "Convertir" and looks at what the window shows and what the worker did.
+// The real main window with a batch whose converters exist in the test only. A test adds files, plans how
+// their converters behave, presses "Convertir" and looks at what the window shows and what the worker did.
 #pragma once
 
 #include "tests/support/replaced_late_import.h"
@@ -13,8 +13,11 @@
 
 #include <windows.h>
 #include <commdlg.h>
+#include <shlobj.h>
+#include <shlwapi.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -48,14 +51,11 @@ protected:
     // A tick of the timer, when the system's clock shows `tick`.
     void Tick(DWORD tick, WPARAM timerId = 2);
 
-    void SetChecked(int id, bool checked) {
-        ::CheckDlgButton(Dialog(), id, checked ? BST_CHECKED : BST_UNCHECKED);
-    }
     [[nodiscard]] std::wstring LogFile() const { return folder.File(L"TalvenorLog.txt"); }
     [[nodiscard]] bool LogExists() const { return std::filesystem::exists(LogFile()); }
     void WriteLog(const std::string& bytes) const;
-    // The texts of the boxes that were shown, in their order.
-    [[nodiscard]] std::vector<std::string> Boxes() const;
+    // The texts of the message boxes that were shown, in their order.
+    [[nodiscard]] std::vector<std::string> MessageTexts() const;
 
     WorkerCalls worker;
     CallRecord shutdownCalls;
@@ -63,19 +63,33 @@ protected:
     static inline std::atomic<int> stopAnswer{IDYES};
 
 private:
-    static int WINAPI AnswerBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
-    static BOOL WINAPI CancelOpenDialog(LPOPENFILENAMEW dialog);
-    static BOOL WINAPI RecordDelete(LPCWSTR path);
-    static void WINAPI RecordStrip(LPWSTR path);
-    static HRESULT WINAPI AnswerFolder(HWND owner, int folder, HANDLE token, DWORD flags, LPWSTR path);
-
-    static inline BatchFixture* s_current = nullptr;
-
-    ReplacedImport m_box{"MessageBoxW", &AnswerBox};
-    ReplacedLateImport m_openDialog{"GetOpenFileNameW", &CancelOpenDialog};
-    ReplacedImport m_delete{"DeleteFileW", &RecordDelete};
-    ReplacedImport m_strip{"PathStripPathW", &RecordStrip};
-    ReplacedImport m_folder{"SHGetFolderPathW", &AnswerFolder};
+    std::unique_ptr<ReplacedImport> m_messageBox = Replace<decltype(::MessageBoxW)>(
+        "MessageBoxW", [this](auto original, HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
+            original(owner, text, caption, type);  // writes it down
+            worker.Note("MessageBoxW " + Utf8(text));
+            return (type & MB_YESNO) ? stopAnswer.load() : IDOK;
+        });
+    ReplacedLateImport m_openDialog{"GetOpenFileNameW",
+                                    +[](LPOPENFILENAMEW) WINAPI -> BOOL { return FALSE; }};
+    std::unique_ptr<ReplacedImport> m_delete =
+        Replace<decltype(::DeleteFileW)>("DeleteFileW", [this](auto original, LPCWSTR path) {
+            worker.Note("DeleteFileW " + Utf8(path));
+            return original(path);
+        });
+    std::unique_ptr<ReplacedImport> m_strip =
+        Replace<decltype(::PathStripPathW)>("PathStripPathW", [this](auto original, LPWSTR path) {
+            worker.Note("PathStripPathW " + Utf8(path));
+            original(path);
+        });
+    std::unique_ptr<ReplacedImport> m_folder = Replace<decltype(::SHGetFolderPathW)>(
+        "SHGetFolderPathW", [this](HWND owner, int folderId, HANDLE token, DWORD flags, LPWSTR path) {
+            char call[100];
+            ::wsprintfA(call, "SHGetFolderPathW owner=%s folder=0x%X token=%s flags=%d",
+                        owner ? "some" : "none", folderId, token ? "some" : "none", flags);
+            worker.Note(call);
+            ::lstrcpynW(path, L"C:\\système", MAX_PATH);
+            return S_OK;
+        });
 
 protected:
     ScriptedConsoles consoles{worker};

@@ -20,10 +20,10 @@ class BatchHiddenReadsTest : public BatchFixture, public testing::WithParamInter
 TEST_P(BatchHiddenReadsTest, EachReaderSeesTheBoxAsItIsThen) {
     const HiddenReads& reads = GetParam();
     AddFiles({L"C:\\in\\a.pdf"});
-    worker.At("SetWindowTextW 1004", 1, [&] { SetChecked(IDC_HIDE_OUTPUT, reads.row); });
-    worker.At("PathStripPathW", 1, [&] { SetChecked(IDC_HIDE_OUTPUT, !reads.row); });
-    worker.At("WaitForSingleObject", 1, [&] { SetChecked(IDC_HIDE_OUTPUT, reads.record); });
-    worker.At("MessageBoxW", 1, [&] { SetChecked(IDC_HIDE_OUTPUT, reads.button); });
+    worker.At("SetWindowTextW 1004", 1, [&] { Check(IDC_HIDE_OUTPUT, reads.row); });
+    worker.At("PathStripPathW", 1, [&] { Check(IDC_HIDE_OUTPUT, !reads.row); });
+    worker.At("WaitForSingleObject", 1, [&] { Check(IDC_HIDE_OUTPUT, reads.record); });
+    worker.At("MessageBoxW", 1, [&] { Check(IDC_HIDE_OUTPUT, reads.button); });
     RunBatch();
     ASSERT_THAT(converters.Starts(), SizeIs(1));
     const Start start = converters.Starts()[0];
@@ -47,24 +47,24 @@ class BatchFreshReadsTest : public BatchFixture {};
 
 TEST_F(BatchFreshReadsTest, TheShutdownBoxCountsAsItIsAtTheEnd) {
     AddFiles({L"C:\\in\\a.pdf"});
-    worker.At("WaitForSingleObject", 1, [&] { SetChecked(IDC_SHUT_DOWN, true); });
+    worker.At("WaitForSingleObject", 1, [&] { Check(IDC_SHUT_DOWN); });
     RunBatch();
     EXPECT_EQ(worker.Count("DialogBoxParamW 101"), 1);
-    worker.At("WaitForSingleObject", 1, [&] { SetChecked(IDC_SHUT_DOWN, false); });
+    worker.At("WaitForSingleObject", 1, [&] { Check(IDC_SHUT_DOWN, false); });
     RunBatch();
     EXPECT_EQ(worker.Count("DialogBoxParamW 101"), 1);
 }
 
 TEST_F(BatchFreshReadsTest, TheOptionsAreReadForEachFile) {
     AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
-    SetChecked(IDC_MONOCHROME, true);
+    Check(IDC_MONOCHROME);
     worker.At("WaitForSingleObject process 1", 1, [&] {
-        SetChecked(IDC_MONOCHROME, false);
+        Check(IDC_MONOCHROME, false);
         SetText(IDC_EXTRA_OPTIONS, L"--fg-colors=web");
     });
     worker.At("WaitForSingleObject process 2", 1, [&] {
         SetText(IDC_EXTRA_OPTIONS, L"");
-        SetChecked(IDC_OUTPUT_FOLDER_CHECK, true);
+        Check(IDC_OUTPUT_FOLDER_CHECK);
         SetText(IDC_OUTPUT_FOLDER, L"D:\\Sortie");
     });
     RunBatch();
@@ -79,7 +79,7 @@ TEST_F(BatchFreshReadsTest, TheOptionsAreReadForEachFile) {
 
 TEST_F(BatchFreshReadsTest, TheOutputFolderIsCheckedAtTheStartOnly) {
     AddFiles({L"C:\\in\\a.pdf"});
-    SetChecked(IDC_OUTPUT_FOLDER_CHECK, true);
+    Check(IDC_OUTPUT_FOLDER_CHECK);
     SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
     worker.At("DeleteFileW", 1, [&] { SetText(IDC_OUTPUT_FOLDER, L"Q:\\absent"); });
     RunBatch();

@@ -11,7 +11,7 @@ using testing::SizeIs;
 class BatchQuitTest : public BatchFixture {
 protected:
     void StartHeld() {
-        SetChecked(IDC_SHUT_DOWN, true);
+        Check(IDC_SHUT_DOWN);
         AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
         converters.Plan({{.durationMs = 1'000, .held = true}});
         PressConvert();
@@ -19,20 +19,13 @@ protected:
     }
 };
 
-TEST_F(BatchQuitTest, AfterAStopTheSecondPressDestroysTheWindowAndPostsQuit) {
+TEST_F(BatchQuitTest, AfterAStopTheSecondPressQuitsAndTheWorkerEndsWithoutItsWindow) {
     StartHeld();
     PressStop();
     PressStop();
     EXPECT_EQ(dialog->Handle(), nullptr);
     EXPECT_EQ(TakeQuitMessage(), 2);
     EXPECT_TRUE(dialog->HasWorker());
-}
-
-TEST_F(BatchQuitTest, TheStoppedWorkerEndsWithoutItsWindow) {
-    StartHeld();
-    PressStop();
-    PressStop();
-    TakeQuitMessage();
     converters.Release(1);
     WaitForEnd();
     EXPECT_THAT(converters.Starts(), SizeIs(1));
@@ -52,37 +45,24 @@ TEST_F(BatchQuitTest, AWorkerWhoseWindowWasTakenAwayEndsToo) {
     EXPECT_FALSE(dialog->IsRunning());
 }
 
-// Has the worker's thread, which does not run before it is let go.
-class BatchQuitEarlyTest : public BatchFixture {
-protected:
-    BatchQuitEarlyTest() { s_entry = nullptr; }
-
-    void LetWorkerGo() {
-        m_begin.Original<decltype(::_beginthread)>()(s_entry, 0, dialog.get());
-        WaitForEnd();
-    }
-
-    static inline void(__cdecl* s_entry)(void*) = nullptr;
-
-private:
-    static std::uintptr_t __cdecl Hold(void(__cdecl* entry)(void*), unsigned, void*) {
-        s_entry = entry;
-        return 1;  // a handle, as far as anyone may know
-    }
-
-    ReplacedImport m_begin{"_beginthread", &Hold};
-};
-
-TEST_F(BatchQuitEarlyTest, BeforeTheWorkerRunsNothingIsAsked) {
+TEST_F(BatchQuitTest, NothingIsAskedBeforeTheWorkerRuns) {
+    void (*entry)(void*) = nullptr;  // of the worker's thread, which does not run before it is let go
+    std::unique_ptr<ReplacedImport> begin =
+        Replace<decltype(::_beginthread)>("_beginthread", [&](void (*procedure)(void*), unsigned, void*) {
+            entry = procedure;
+            return std::uintptr_t{1};  // a handle, as far as anyone may know
+        });
     AddFiles({L"C:\\in\\a.pdf"});
     PressConvert();
-    ASSERT_NE(s_entry, nullptr);
+    ASSERT_NE(entry, nullptr);
     EXPECT_FALSE(dialog->IsRunning());
     Command(IDCANCEL, BN_CLICKED);
-    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_THAT(MessageTexts(), IsEmpty());
     EXPECT_EQ(dialog->Handle(), nullptr);
     EXPECT_EQ(TakeQuitMessage(), 2);
-    LetWorkerGo();
+    begin.reset();
+    ::_beginthread(entry, 0, dialog.get());
+    WaitForEnd();
     EXPECT_THAT(converters.Starts(), IsEmpty());
 }
 

@@ -3,11 +3,8 @@
 
 namespace {
 
-using testing::ElementsAre;
 using testing::SizeIs;
 using testing::UnorderedElementsAre;
-
-const std::vector<std::string> kHandleCalls = {"WaitForSingleObject", "GetExitCodeProcess", "CloseHandle"};
 
 class BatchSideBySideTest : public BatchFixture {
 protected:
@@ -21,10 +18,25 @@ protected:
         WaitForConverter(2);
     }
 
-    // What the worker that started converter `number` did with handles.
-    [[nodiscard]] std::vector<std::string> HandleCallsOf(int number) const {
-        return worker.OfWorker(converters.Starts().at(static_cast<std::size_t>(number) - 1).workerId,
-                               kHandleCalls);
+    [[nodiscard]] int ClosedHandlesOf(int number) const {
+        return worker.Count("CloseHandle process " + std::to_string(number)) +
+               worker.Count("CloseHandle thread " + std::to_string(number));
+    }
+    // Lets one converter end, then the other, and looks at what the worker of each did with handles.
+    void ExpectOwnHandles(int first, int last) {
+        converters.Release(first);
+        ASSERT_TRUE(WaitFor([&] { return ClosedHandlesOf(first) == 2; }));
+        EXPECT_EQ(ClosedHandlesOf(last), 0);
+        converters.Release(last);
+        WaitForEnd();
+        for (const int number : {1, 2}) {
+            const std::string name = std::to_string(number);
+            EXPECT_THAT(worker.OfWorker(converters.Starts().at(static_cast<std::size_t>(number) - 1).workerId,
+                                        {"WaitForSingleObject", "GetExitCodeProcess", "CloseHandle"}),
+                        UnorderedElementsAre("WaitForSingleObject process " + name + " INFINITE",
+                                             "GetExitCodeProcess process " + name,
+                                             "CloseHandle process " + name, "CloseHandle thread " + name));
+        }
     }
 };
 
@@ -35,33 +47,11 @@ TEST_F(BatchSideBySideTest, RunsOnAThreadOfItsOwn) {
 }
 
 TEST_F(BatchSideBySideTest, EachWorkerUsesItsOwnHandlesWhenTheNewOneEndsFirst) {
-    converters.Release(2);
-    ASSERT_TRUE(WaitFor([&] {
-        return worker.Count("CloseHandle thread 2") == 1 && worker.Count("CloseHandle process 2") == 1;
-    }));
-    EXPECT_EQ(worker.Count("CloseHandle process 1"), 0);
-    EXPECT_EQ(worker.Count("CloseHandle thread 1"), 0);
-    converters.Release(1);
-    WaitForEnd();
-    EXPECT_THAT(HandleCallsOf(1),
-                UnorderedElementsAre("WaitForSingleObject process 1 INFINITE", "GetExitCodeProcess process 1",
-                                     "CloseHandle process 1", "CloseHandle thread 1"));
-    EXPECT_THAT(HandleCallsOf(2),
-                UnorderedElementsAre("WaitForSingleObject process 2 INFINITE", "GetExitCodeProcess process 2",
-                                     "CloseHandle process 2", "CloseHandle thread 2"));
+    ExpectOwnHandles(2, 1);
 }
 
 TEST_F(BatchSideBySideTest, EachWorkerUsesItsOwnHandlesWhenTheOldOneEndsFirst) {
-    converters.Release(1);
-    ASSERT_TRUE(WaitFor([&] {
-        return worker.Count("CloseHandle thread 1") == 1 && worker.Count("CloseHandle process 1") == 1;
-    }));
-    EXPECT_EQ(worker.Count("CloseHandle process 2"), 0);
-    EXPECT_EQ(worker.Count("CloseHandle thread 2"), 0);
-    converters.Release(2);
-    WaitForEnd();
-    EXPECT_THAT(HandleCallsOf(1), SizeIs(4));
-    EXPECT_THAT(HandleCallsOf(2), SizeIs(4));
+    ExpectOwnHandles(1, 2);
 }
 
 TEST_F(BatchSideBySideTest, TheOldWorkerCountsUntilItHasEnded) {

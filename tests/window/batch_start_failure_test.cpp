@@ -1,36 +1,35 @@
 // A converter that cannot be started: the message, the duration up to its end, and a batch that ends as if it
 // had gone well.
 #include "tests/window/batch_fixture.h"
+#include "tests/window/scripted_shell.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::SizeIs;
 
-// The system's texts are "Texte de l'erreur <code>.\r\n".
 class BatchStartFailureTest : public BatchFixture {
-private:
-    static DWORD WINAPI Describe(DWORD /*flags*/, LPCVOID /*source*/, DWORD error, DWORD /*language*/,
-                                 LPWSTR text, DWORD size, va_list* /*arguments*/) {
-        const std::wstring description = L"Texte de l'erreur " + std::to_wstring(error) + L".\r\n";
-        ::lstrcpynW(text, description.c_str(), static_cast<int>(size));
-        return static_cast<DWORD>(description.size());
-    }
+protected:
+    static constexpr char kFailed[] = "Erreur CreateProcess :  erreur 2";
 
-    ReplacedImport m_describe{"FormatMessageW", &Describe};
+    ScriptedShell shell;  // describes errors
 };
 
 TEST_F(BatchStartFailureTest, ShowsTheSystemsTextAndThenThatTheBatchIsFinished) {
     AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
+    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}, {.durationMs = 4'000}});
     RunBatch();
-    EXPECT_THAT(calls.Calls(),
-                ElementsAre("MessageBoxW owner=main text=Erreur CreateProcess :  Texte de l'erreur 2.\r\n "
-                            "caption=Talvenor type=0x10",
-                            "MessageBoxW owner=main text=Conversion terminée ! caption=Talvenor type=0x40"));
+    EXPECT_THAT(calls.Calls(), ElementsAre(MessageBoxCall(kFailed, "0x10"),
+                                           MessageBoxCall("Conversion terminée !", "0x40")));
+    EXPECT_EQ(worker.Count("WaitForSingleObject"), 0);
+    EXPECT_EQ(worker.Count("GetExitCodeProcess"), 0);
+    EXPECT_EQ(worker.Count("CloseHandle"), 0);
+    EXPECT_EQ(worker.Count("KillTimer main 2"), 1);
+    RunBatch();  // as usual
+    EXPECT_EQ(Cell(0, 1), L"00:00:04");
 }
 
-TEST_F(BatchStartFailureTest, TheDurationLastsUntilTheBoxIsClosed) {
+TEST_F(BatchStartFailureTest, TheDurationLastsUntilTheMessageIsClosed) {
     AddFiles({L"C:\\in\\a.pdf"});
     converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
     worker.At("MessageBoxW Erreur CreateProcess", 1, [&] { converters.tick += 65'000; });
@@ -44,13 +43,12 @@ TEST_F(BatchStartFailureTest, TheFilesAfterItAreNotConverted) {
     RunBatch();
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:05", L"00:00:00", L""));
     EXPECT_THAT(converters.Starts(), SizeIs(2));
-    EXPECT_THAT(Boxes(),
-                ElementsAre("Erreur CreateProcess :  Texte de l'erreur 5.\r\n", "Conversion terminée !"));
+    EXPECT_THAT(MessageTexts(), ElementsAre("Erreur CreateProcess :  erreur 5", "Conversion terminée !"));
 }
 
 TEST_F(BatchStartFailureTest, TheBatchCountsAsRunningUntilItsEnd) {
     AddFiles({L"C:\\in\\a.pdf"});
-    SetChecked(IDC_SHUT_DOWN, true);
+    Check(IDC_SHUT_DOWN);
     converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
     std::vector<bool> running;
     const auto look = [&] { running.push_back(dialog->IsRunning()); };
@@ -63,45 +61,16 @@ TEST_F(BatchStartFailureTest, TheBatchCountsAsRunningUntilItsEnd) {
     EXPECT_EQ(Text(IDCANCEL), L"Quitter");
 }
 
-TEST_F(BatchStartFailureTest, NothingIsWaitedForOrClosed) {
+// Memory that is freed leaves another error behind, as any call may.
+TEST_F(BatchStartFailureTest, TheErrorIsTheOneThatTheFailedStartLeft) {
     AddFiles({L"C:\\in\\a.pdf"});
     converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
-    RunBatch();
-    EXPECT_EQ(worker.Count("WaitForSingleObject"), 0);
-    EXPECT_EQ(worker.Count("GetExitCodeProcess"), 0);
-    EXPECT_EQ(worker.Count("CloseHandle"), 0);
-    EXPECT_EQ(worker.Count("KillTimer main 2"), 1);
-}
-
-TEST_F(BatchStartFailureTest, TheNextBatchRunsAsUsual) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}, {.durationMs = 4'000}});
-    RunBatch();
-    RunBatch();
-    EXPECT_EQ(Cell(0, 1), L"00:00:04");
-}
-
-// Memory that is given back leaves another error behind, as any call may.
-class BatchStartErrorTest : public BatchStartFailureTest {
-private:
-    using Free = void(__cdecl*)(void*);
-
-    static void __cdecl FreeAndSpoilError(void* block) {
-        s_free(block);
+    const auto free = Replace<decltype(::free)>("free", [](auto original, void* block) {
+        original(block);
         ::SetLastError(ERROR_INVALID_ADDRESS);
-    }
-
-    static inline const Free s_free = reinterpret_cast<Free>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"msvcrt.dll"), "free")));
-    ReplacedImport m_free{"free", &FreeAndSpoilError};
-};
-
-TEST_F(BatchStartErrorTest, IsTheOneThatTheFailedStartLeft) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
+    });
     RunBatch();
-    ASSERT_EQ(Boxes().size(), 2u);
-    EXPECT_EQ(Boxes()[0], "Erreur CreateProcess :  Texte de l'erreur 2.\r\n");
+    EXPECT_THAT(MessageTexts(), ElementsAre(kFailed, "Conversion terminée !"));
 }
 
 }  // namespace

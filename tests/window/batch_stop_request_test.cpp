@@ -19,8 +19,7 @@ protected:
     }
     // The requests of a stop at a call of the worker, with windows for every process that ever ran.
     [[nodiscard]] std::vector<std::string> RequestsOfAStopAt(const std::string& call,
-                                                             std::vector<Conversion> plan = {
-                                                                 {.processId = 777}, {.processId = 888}}) {
+                                                             std::vector<Conversion> plan) {
         consoles.windows = {{777}, {888}};
         AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
         converters.Plan(std::move(plan));
@@ -66,9 +65,9 @@ TEST_F(BatchStopRequestTest, AClassThatOnlyBeginsLikeTheTerminalsIsAnOrdinaryOne
     EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
 }
 
-TEST_F(BatchStopRequestTest, AWindowWhoseClassIsNotToldIsAnOrdinaryOne) {
+TEST_F(BatchStopRequestTest, AWindowOfUnknownClassIsAnOrdinaryOne) {
     consoles.windows = {{777, L"PseudoConsoleWindow"}};
-    consoles.tellsClassNames = false;
+    consoles.reportsClassNames = false;
     EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened, "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
 }
 
@@ -112,43 +111,36 @@ TEST_F(BatchStopRequestTest, AnInterpreterThatEndsBeforeItIsOpenedIsNotLookedFor
     WaitForEnd();
 }
 
-TEST_F(BatchStopRequestTest, BeforeTheFirstStartNobodyIsAsked) {
-    EXPECT_THAT(RequestsOfAStopAt("DeleteFileW"), IsEmpty());
-}
+class BatchStopWithoutInterpreterTest
+    : public BatchStopRequestTest,
+      public testing::WithParamInterface<std::pair<const char*, const char*>> {};
 
-TEST_F(BatchStopRequestTest, WhileTheInterpreterIsStartedNobodyIsAsked) {
-    EXPECT_THAT(RequestsOfAStopAt("CreateProcessW"), IsEmpty());
-}
-
-TEST_F(BatchStopRequestTest, AfterTheInterpretersEndNobodyIsAsked) {
-    EXPECT_THAT(RequestsOfAStopAt("KillTimer main 2"), IsEmpty());
-}
-
-TEST_F(BatchStopRequestTest, BeforeItsHandlesAreClosedNobodyIsAskedAnyMore) {
-    EXPECT_THAT(RequestsOfAStopAt("CloseHandle process 1"), IsEmpty());
-}
-
-TEST_F(BatchStopRequestTest, BetweenTwoFilesNobodyIsAsked) {
-    EXPECT_THAT(RequestsOfAStopAt("LVM_GETITEMTEXTW 1,0"), IsEmpty());
-}
-
-TEST_F(BatchStopRequestTest, InTheBoxOfAFailedStartNobodyIsAsked) {
-    EXPECT_THAT(RequestsOfAStopAt("MessageBoxW Erreur CreateProcess",
-                                  {{.processId = 777}, {.startError = ERROR_FILE_NOT_FOUND}}),
+TEST_P(BatchStopWithoutInterpreterTest, AsksNobody) {
+    Check(IDC_SHUT_DOWN);
+    const bool startFails = std::string(GetParam().second).starts_with("MessageBoxW");
+    const DWORD startError = startFails ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS;
+    EXPECT_THAT(RequestsOfAStopAt(GetParam().second,
+                                  {{.processId = 777}, {.startError = startError, .processId = 888}}),
                 IsEmpty());
 }
 
-TEST_F(BatchStopRequestTest, InTheCountdownNobodyIsAsked) {
-    SetChecked(IDC_SHUT_DOWN, true);
-    EXPECT_THAT(RequestsOfAStopAt("DialogBoxParamW 101"), IsEmpty());
-}
+INSTANTIATE_TEST_SUITE_P(At, BatchStopWithoutInterpreterTest,
+                         testing::Values(std::pair("TheStartOfTheBatch", "DeleteFileW"),
+                                         std::pair("TheStartOfTheInterpreter", "CreateProcessW"),
+                                         std::pair("ItsEnd", "KillTimer main 2"),
+                                         std::pair("TheClosingOfItsHandles", "CloseHandle process 1"),
+                                         std::pair("TheNextFile", "LVM_GETITEMTEXTW 1,0"),
+                                         std::pair("TheMessageOfAFailedStart",
+                                                   "MessageBoxW Erreur CreateProcess"),
+                                         std::pair("TheCountdown", "DialogBoxParamW 101")),
+                         [](const auto& row) { return std::string(row.param.first); });
 
 TEST_F(BatchStopRequestTest, InABatchWithoutFilesNobodyIsAsked) {
     consoles.windows = {{777}};
     AddFiles({L"C:\\in\\a.pdf"});
     converters.Plan({{.processId = 777}});
     RunBatch();
-    ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0);
+    SendList(LVM_DELETEALLITEMS);
     PressConvert();
     ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }));
     PressStop();
@@ -185,35 +177,34 @@ TEST_F(BatchStopRequestTest, AnOldInterpretersEndLeavesTheNewOneToBeFound) {
                 ElementsAre("OpenProcess 888 access=0x100000", "window 1", "WM_SYSCOMMAND SC_CLOSE to 1"));
 }
 
-// One job for all batches.
-struct Jobs {
-    static inline int created = 0;
-    static inline bool refused = false;
+// The job that holds the interpreters, before the dialog that makes it.
+struct JobAnswer {
+    explicit JobAnswer(bool isRefused) : refused(isRefused) {}
 
-    static HANDLE WINAPI Create(LPSECURITY_ATTRIBUTES security, LPCWSTR name) {
-        ++created;
-        EXPECT_EQ(security, nullptr);
-        EXPECT_EQ(name, nullptr);
-        return refused ? nullptr : original<&Create>(security, name);
-    }
-
-    explicit Jobs(bool refuse) {
-        created = 0;
-        refused = refuse;
-    }
-    std::unique_ptr<ReplacedImport> create = ReplaceAndForward<&Create>("CreateJobObjectW");
+    int created = 0;
+    bool refused;
+    std::unique_ptr<ReplacedImport> create = Replace<decltype(::CreateJobObjectW)>(
+        "CreateJobObjectW", [this](auto original, LPSECURITY_ATTRIBUTES security, LPCWSTR name) {
+            ++created;
+            EXPECT_EQ(security, nullptr);
+            EXPECT_EQ(name, nullptr);
+            return refused ? nullptr : original(security, name);
+        });
 };
-
-struct GrantedJob : Jobs {
-    GrantedJob() : Jobs(false) {}
+struct GrantedJob : JobAnswer {
+    GrantedJob() : JobAnswer(false) {}
 };
-class BatchJobTest : public GrantedJob, public BatchFixture {};  // before the dialog
+struct RefusedJob : JobAnswer {
+    RefusedJob() : JobAnswer(true) {}
+};
+class BatchJobTest : public GrantedJob, public BatchFixture {};
+class BatchWithoutAJobTest : public RefusedJob, public BatchFixture {};
 
 TEST_F(BatchJobTest, IsMadeOnceAndHoldsEveryInterpreter) {
     AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     RunBatch();
     RunBatch();
-    EXPECT_EQ(Jobs::created, 1);
+    EXPECT_EQ(created, 1);
     EXPECT_THAT(worker.Of({"CreateProcessW", "AssignProcessToJobObject", "WaitForSingleObject"}),
                 ElementsAre("CreateProcessW", "AssignProcessToJobObject process 1",
                             "WaitForSingleObject process 1 INFINITE", "CreateProcessW",
@@ -228,11 +219,6 @@ TEST_F(BatchJobTest, IsMadeOnceAndHoldsEveryInterpreter) {
 TEST_F(BatchJobTest, HasNoLimits) {
     for (const ImportSlot& slot : ImportSlots()) EXPECT_NE(slot.name, "SetInformationJobObject");
 }
-
-struct RefusedJob : Jobs {
-    RefusedJob() : Jobs(true) {}
-};
-class BatchWithoutAJobTest : public RefusedJob, public BatchFixture {};
 
 TEST_F(BatchWithoutAJobTest, GoesAsItWouldWithOne) {
     AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});

@@ -21,7 +21,7 @@ class BatchStoppedAtTest : public BatchFixture, public testing::WithParamInterfa
 
 TEST_P(BatchStoppedAtTest, KeepsWhatWasConvertedAndConvertsNoMore) {
     AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
-    SetChecked(IDC_SHUT_DOWN, true);
+    Check(IDC_SHUT_DOWN);
     converters.Plan(GetParam().plan);
     int stops = 0;
     worker.At(GetParam().at, 1, [&] {
@@ -86,13 +86,6 @@ INSTANTIATE_TEST_SUITE_P(
 
 class BatchStopTest : public BatchFixture {};
 
-TEST_F(BatchStopTest, AsksFirst) {
-    StartHeldBatch();
-    PressStop();
-    EXPECT_THAT(calls.Calls(), ElementsAre(std::string("MessageBoxW owner=main text=") + kQuestion +
-                                           " caption=Talvenor type=0x24"));
-}
-
 TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
     StartHeldBatch();
     stopAnswer = IDNO;
@@ -104,10 +97,10 @@ TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
     converters.Release(1);
     WaitForEnd();
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
-    EXPECT_THAT(Boxes(), ElementsAre(kQuestion, "Conversion terminée !"));
+    EXPECT_THAT(MessageTexts(), ElementsAre(kQuestion, "Conversion terminée !"));
 }
 
-TEST_F(BatchStopTest, YesBringsTheIdleStateAtOnceWhileTheWorkerStillWaits) {
+TEST_F(BatchStopTest, YesBringsTheIdleStateAtOnceAndATimerTheMarkWhileTheWorkerStillWaits) {
     StartHeldBatch();
     PressStop();
     EXPECT_FALSE(dialog->IsRunning());
@@ -117,26 +110,12 @@ TEST_F(BatchStopTest, YesBringsTheIdleStateAtOnceWhileTheWorkerStillWaits) {
     EXPECT_TRUE(IsEnabled(IDC_FILE_LIST));
     EXPECT_EQ(Text(IDCANCEL), L"Quitter");
     EXPECT_EQ(Cell(0, 1), L"");
+    Tick(converters.tick + 3'000);
+    EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
     converters.Release(1);
     WaitForEnd();
     EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
     EXPECT_THAT(converters.Starts(), SizeIs(1));
-}
-
-TEST_F(BatchStopTest, ATickAfterTheStopMarksTheFileAsCancelled) {
-    StartHeldBatch();
-    PressStop();
-    Tick(converters.tick + 3'000);
-    EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
-    EXPECT_TRUE(dialog->HasWorker());
-}
-
-TEST_F(BatchStopTest, TheCloseBoxIsAStopToo) {
-    StartHeldBatch();
-    ::SendMessageW(Dialog(), WM_CLOSE, 0, 0);
-    EXPECT_TRUE(WaitFor([&] { return !dialog->IsRunning(); }));
-    EXPECT_THAT(Boxes(), ElementsAre(kQuestion));
-    EXPECT_NE(dialog->Handle(), nullptr);
 }
 
 }  // namespace

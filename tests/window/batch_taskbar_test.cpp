@@ -41,7 +41,8 @@ protected:
     }
 };
 
-// Windows of this process that are neither shown nor listed anywhere, of the kind that hears from workers.
+// Windows of this process that are neither shown nor listed anywhere, of the kind that receives messages of
+// workers.
 std::vector<HWND> MessageOnlyWindows() {
     std::vector<HWND> windows;
     for (HWND window = nullptr; (window = ::FindWindowExW(HWND_MESSAGE, window, L"Static", nullptr));) {
@@ -72,7 +73,7 @@ TEST_F(BatchTaskbarTest, IsLoadedWithTheFirstBatchAndOnce) {
     Create();
 }
 
-// The box waits for a person, who sees the button meanwhile.
+// The message box waits for a person, who sees the button meanwhile.
 TEST_F(BatchTaskbarTest, IsGoneBeforeTheMessageOfTheEnd) {
     AddFiles({L"C:\\in\\a.pdf"});
     bool isGone = false;
@@ -81,18 +82,14 @@ TEST_F(BatchTaskbarTest, IsGoneBeforeTheMessageOfTheEnd) {
     EXPECT_TRUE(isGone);
 }
 
-TEST_F(BatchTaskbarTest, IsGoneAfterAFailedFile) {
+TEST_F(BatchTaskbarTest, IsGoneAfterAFailedFileOrStart) {
     AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
-    converters.Plan({{}, {.exitCode = 1}});
+    converters.Plan({{}, {.exitCode = 1}, {.startError = ERROR_FILE_NOT_FOUND}});
     RunBatch();
     EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/3", "SetProgressValue 1/3", kHidden));
-}
-
-TEST_F(BatchTaskbarTest, IsGoneAfterAFailedStart) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
+    taskbar.calls.Clear();
     RunBatch();
-    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/2", kHidden));
+    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/3", kHidden));
 }
 
 TEST_F(BatchTaskbarTest, IsGoneAtOnceAtAConfirmedStopAndTheOldWorkerDoesNotBringItBack) {
@@ -163,47 +160,41 @@ TEST_F(BatchTaskbarTest, OfTwoBatchesAtOnceTheNewerIsShown) {
     EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/3", "SetProgressValue 1/4"));
 }
 
-TEST_F(BatchTaskbarTest, TwoWindowsThatNobodySeesHearFromWorkersAsLongAsTheDialogLives) {
+TEST_F(BatchTaskbarTest, TwoWindowsThatNobodySeesReceiveMessagesOfWorkersAsLongAsTheDialogLives) {
     AddFiles({L"C:\\in\\a.pdf"});
     EXPECT_THAT(MessageOnlyWindows(), IsEmpty());
     RunBatch();
     RunBatch();
-    EXPECT_THAT(MessageOnlyWindows(), SizeIs(2)) << "for reports, and for a row's steps";
+    ASSERT_THAT(MessageOnlyWindows(), SizeIs(2)) << "for reports, and for a row's steps";
+    for (const HWND receiver : MessageOnlyWindows()) {  // ordinary ones for all else
+        ::SetWindowTextW(receiver, L"text");
+        EXPECT_EQ(::SendMessageW(receiver, WM_GETTEXTLENGTH, 0, 0), 4);
+    }
     Destroy();
     EXPECT_THAT(MessageOnlyWindows(), IsEmpty());
     Create();
 }
 
-TEST_F(BatchTaskbarTest, TheReceivingWindowsAreOrdinaryOnesForAllElse) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    RunBatch();
-    ASSERT_THAT(MessageOnlyWindows(), SizeIs(2));
-    for (const HWND receiver : MessageOnlyWindows()) {
-        ::SetWindowTextW(receiver, L"text");
-        EXPECT_EQ(::SendMessageW(receiver, WM_GETTEXTLENGTH, 0, 0), 4);
-    }
-}
-
 TEST_F(BatchTaskbarTest, ABatchWithoutFilesShowsNothing) {
     AddFiles({L"C:\\in\\a.pdf"});
-    ::SendMessageW(Control(IDC_FILE_LIST), LVM_DELETEALLITEMS, 0, 0);
+    SendList(LVM_DELETEALLITEMS);
     PressConvert();
     ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }));
     PressStop();
     EXPECT_THAT(Calls(), IsEmpty());
 }
 
-TEST_F(BatchTaskbarTest, ATaskbarThatIsNotThereIsAskedForOnceAndNotMissed) {
+TEST_F(BatchTaskbarTest, AMissingTaskbarIsAskedForOnceAndNotMissed) {
     taskbar.creation = REGDB_E_CLASSNOTREG;
     AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     RunBatch();
     RunBatch();
     EXPECT_THAT(Calls(), ElementsAre("CoCreateInstance taskbar"));
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
-    EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !", "Conversion terminée !"));
+    EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !", "Conversion terminée !"));
 }
 
-TEST_F(BatchTaskbarTest, ATaskbarThatCannotBeginIsLetGo) {
+TEST_F(BatchTaskbarTest, ATaskbarThatCannotBeginIsReleased) {
     taskbar.initialisation = E_FAIL;
     AddFiles({L"C:\\in\\a.pdf"});
     RunBatch();
@@ -215,7 +206,7 @@ TEST_F(BatchTaskbarTest, ATaskbarThatRefusesEverythingIsNotNoticed) {
     AddFiles({L"C:\\in\\a.pdf"});
     RunBatch();
     EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/1", "SetProgressValue 1/1", kHidden));
-    EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !"));
+    EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
 }
 
 }  // namespace

@@ -15,7 +15,6 @@ protected:
         PressConvert();
         WaitForConverter(1);
     }
-    void Deselect() { SetRowState(-1, 0, LVIS_SELECTED); }
     void EndBatch(int held = 1) {
         converters.Release(held);
         WaitForEnd();
@@ -32,19 +31,12 @@ TEST_F(BatchTimerTest, IsSetAndStoppedForEachFile) {
                             "GetExitCodeProcess process 2", "KillTimer main 2"));
 }
 
-TEST_F(BatchTimerTest, ATickShowsTheTimeSinceTheFilesStart) {
+TEST_F(BatchTimerTest, AMessageOfAnyTimerShowsTheTimeSinceTheFilesStartInItsRowOnly) {
     StartHeld();
     Tick(1'001'000);
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:01", L"", L""));
-    Tick(1'000'000 + 3'725'999);
+    Tick(1'000'000 + 3'725'999, 99);
     EXPECT_THAT(Column(1), ElementsAre(L"01:02:05", L"", L""));
-    EndBatch();
-}
-
-TEST_F(BatchTimerTest, ATickOfAnyTimerShowsIt) {
-    StartHeld();
-    Tick(1'002'000, 99);
-    EXPECT_EQ(Cell(0, 1), L"00:00:02");
     EndBatch();
 }
 
@@ -95,17 +87,11 @@ TEST_F(BatchTimerTest, ATickAtZeroShowsTheTimeUpToTheEndOfTheFileBefore) {
     EndBatch(2);
 }
 
-TEST_F(BatchTimerTest, WithoutASelectedRowATickChangesNothing) {
+TEST_F(BatchTimerTest, WithoutASelectedRowNoRowShowsTheTimeOrTheFinalDuration) {
     StartHeld();
-    Deselect();
-    Tick(1'005'000);
+    ClearSelection();
+    Tick(1'000'000);
     EXPECT_THAT(Column(1), ElementsAre(L"", L"", L""));
-    EndBatch();
-}
-
-TEST_F(BatchTimerTest, WithoutASelectedRowTheFinalDurationGoesNowhere) {
-    StartHeld();
-    Deselect();
     converters.Plan({{.durationMs = 2'000}, {.durationMs = 3'000}});
     EndBatch();
     EXPECT_THAT(Column(1), ElementsAre(L"", L"00:00:02", L"00:00:03"));

@@ -89,7 +89,7 @@ TEST_F(ControlStateBatchTest, ABatchSwitchesTheControlsInTheirOrderAndTheStopBac
           IDC_SHUT_DOWN,
           IDOK}},
     };
-    boxAnswer = IDYES;
+    messageAnswer = IDYES;
     for (const auto& row : kCases) {
         SCOPED_TRACE(testing::PrintToString(row.checked));
         for (const int id : row.checked) Click(id);
@@ -125,7 +125,7 @@ TEST_F(ControlStateBatchTest, EveryDurationIsEmptiedAtABatchsStart) {
 TEST_F(ControlStateBatchTest, ABatchStoppedBeforeItHasBegunLeavesTheDurationsAsTheyAre) {
     Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     for (int row = 0; row < 2; ++row) SetDuration(row, L"00:00:09");
-    boxAnswer = IDYES;
+    messageAnswer = IDYES;
     HWND toStop = Dialog();  // while the worker is at the first control that it switches
     const auto enable =
         Replace<decltype(::EnableWindow)>("EnableWindow", [&](auto original, HWND window, BOOL enabled) {

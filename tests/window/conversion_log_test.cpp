@@ -18,7 +18,7 @@ using testing::SizeIs;
 
 class ConversionLogTest : public BatchFixture {
 protected:
-    ConversionLogTest() { SetChecked(IDC_HIDE_OUTPUT, true); }
+    ConversionLogTest() { Check(IDC_HIDE_OUTPUT); }
 
     [[nodiscard]] std::string LogBytes() const {
         std::ifstream file(std::filesystem::path(LogFile()), std::ios::binary);
@@ -102,7 +102,7 @@ TEST_F(ConversionLogBytesTest, TheTimeFollowsTheUsersShortDateOrHasTheYearFirst)
 }
 
 TEST_F(ConversionLogTest, AVisibleBatchWritesNone) {
-    SetChecked(IDC_HIDE_OUTPUT, false);
+    Check(IDC_HIDE_OUTPUT, false);
     Convert({{}, {}});
     EXPECT_FALSE(LogExists());
     EXPECT_EQ(worker.Count("CreateFileW"), 0);
@@ -116,7 +116,7 @@ protected:
     void RunWholeBatch() {
         RunBatch();
         EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
-        EXPECT_THAT(Boxes(), ElementsAre("Conversion terminée !"));
+        EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
         EXPECT_TRUE(IsEnabled(IDC_OPEN_LOG));
     }
     [[nodiscard]] std::uintmax_t LogSize() const { return std::filesystem::file_size(LogFile()); }

@@ -43,12 +43,10 @@ TEST_F(FrameworkInvokerTest, RunsAFunctionOnceOnTheThreadThatOpenedItBeforeTheCa
     EXPECT_NE(m_caller, ::GetCurrentThreadId());
 }
 
-TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadBeforeItIsOpened) {
+TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadBeforeItIsOpenedAndAfterItIsClosed) {
     RunFromAnotherThread();
     EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
-}
-
-TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadAfterItIsClosed) {
+    m_threads.clear();
     m_invoker.Open();
     m_invoker.Close();
     RunFromAnotherThread();
@@ -56,9 +54,16 @@ TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadAfterItIsClosed) {
 }
 
 TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowCannotBeCreated) {
-    const ReplacedImport create{"CreateWindowExW",
-                                +[](DWORD, LPCWSTR, LPCWSTR, DWORD, int, int, int, int, HWND, HMENU,
-                                    HINSTANCE, LPVOID) WINAPI -> HWND { return nullptr; }};
+    const auto create =
+        Replace<decltype(::CreateWindowExW)>("CreateWindowExW", [](auto...) -> HWND { return nullptr; });
+    m_invoker.Open();
+    RunFromAnotherThread();
+    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
+}
+
+TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowIsAnothers) {
+    const auto subclass =
+        Replace<decltype(::SetWindowLongPtrW)>("SetWindowLongPtrW", [](HWND, int, LONG_PTR) { return 0; });
     m_invoker.Open();
     RunFromAnotherThread();
     EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
@@ -70,14 +75,6 @@ TEST_F(FrameworkInvokerTest, CanBeOpenedAgain) {
     m_invoker.Open();
     RunFromAnotherThread();
     EXPECT_THAT(m_threads, testing::ElementsAre(::GetCurrentThreadId()));
-}
-
-TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowIsAnothers) {
-    const ReplacedImport subclass{"SetWindowLongPtrW",
-                                  +[](HWND, int, LONG_PTR) WINAPI -> LONG_PTR { return 0; }};
-    m_invoker.Open();
-    RunFromAnotherThread();
-    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
 }
 
 TEST_F(FrameworkInvokerTest, RunsAFunctionThatStillWaitsWhenItIsClosedOnItsOwnThread) {

@@ -29,7 +29,7 @@ protected:
     }
     // Asks for a stop and confirms. The worker goes on waiting for its converter.
     void StopBatch() {
-        boxAnswer = IDYES;
+        messageAnswer = IDYES;
         Click(IDCANCEL);
     }
     // Lets every converter end with `exitCode` and waits for the batch's end.

@@ -8,7 +8,7 @@ MainWindowFixture::MainWindowFixture() {
     programPath = folder.File(L"Talvenor.exe");
     std::ofstream(folder.Path() / "pdf2djvu.exe") << "stand-in";
     calls.Clear();
-    boxAnswer = IDOK;
+    messageAnswer = IDOK;
     CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
     CAppModule::Instance().AddMessageLoop(loop);
 }
@@ -29,7 +29,7 @@ void MainWindowFixture::Destroy() {
     if (!dialog) return;
     if (dialog->Handle()) {
         if (dialog->IsRunning()) {
-            boxAnswer = IDYES;  // to "really stop?"
+            messageAnswer = IDYES;  // to "really stop?"
             Command(IDCANCEL, BN_CLICKED);
         }
         EXPECT_TRUE(WaitFor([&] { return !dialog->HasWorker(); })) << "a worker did not end";

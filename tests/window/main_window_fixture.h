@@ -26,7 +26,7 @@
 #include <vector>
 
 // A program folder with a stand-in for the converter, a module, a loop and the dialog in it. The program's
-// path is `folder`\Talvenor.exe for every caller. Message boxes are answered by `boxAnswer` and recorded in
+// path is `folder`\Talvenor.exe for every caller. Message boxes are answered by `messageAnswer` and recorded in
 // `calls` as "MessageBoxW owner=main|none text=... caption=... type=0x..", beeps as "Beep 440 100".
 class MainWindowFixture : public testing::Test {
 protected:
@@ -104,7 +104,7 @@ protected:
     std::unique_ptr<CMainDlg> dialog;
 
     static inline CallRecord calls;
-    static inline int boxAnswer = IDOK;
+    static inline int messageAnswer = IDOK;
     static inline std::wstring programPath;
 
 private:
@@ -122,7 +122,7 @@ private:
             const auto shown = [](LPCWSTR value) { return value ? Utf8(value) : "(null)"; };
             calls.Add(std::string("MessageBoxW owner=") + name + " text=" + shown(text) +
                       " caption=" + shown(caption) + " type=" + hexType);
-            return boxAnswer;
+            return messageAnswer;
         });
     std::unique_ptr<ReplacedImport> m_beep =
         Replace<decltype(::Beep)>("Beep", [](DWORD frequency, DWORD duration) {

@@ -21,7 +21,7 @@ std::string Quoted(const wchar_t* text) {
     return '"' + Utf8(text) + '"';
 }
 
-// A message to the file list as it stands in the record; empty for one that is not written down.
+// A message to the file list as the record has it; empty for one that is not written down.
 std::string ListMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const std::string row = Number(static_cast<int>(wParam));
     const auto* const item = reinterpret_cast<const LVITEMW*>(lParam);  // of some messages
@@ -57,101 +57,96 @@ void RunForWorker(const void* target) {
 
 // The system's function. What windows do about the call is not the worker's doing.
 template <class Function, class... Arguments>
-auto CallSystem(const ReplacedImport& import, Arguments... arguments) {
+auto CallSystem(Function* function, Arguments... arguments) {
     const WorkerCalls::OnBehalfOf nobody(0);
-    return import.Original<Function>()(arguments...);
+    return function(arguments...);
+}
+
+// Notes a call by its name and its arguments, and passes it on.
+template <class Function, class Describe>
+std::unique_ptr<ReplacedImport> NoteAndCall(const char* name, WorkerCalls& calls, Describe describe) {
+    return Replace<Function>(name,
+                             [&calls, describe, call = std::string(name)](auto original, auto... arguments) {
+                                 calls.Note(call + ' ' + describe(arguments...));
+                                 return CallSystem(original, arguments...);
+                             });
 }
 
 }  // namespace
 
-UINT WINAPI WorkerWindowCalls::IsChecked(HWND dialog, int id) {
-    s_current->m_calls.Note("IsDlgButtonChecked " + Number(id));
-    return CallSystem<decltype(::IsDlgButtonChecked)>(s_current->m_isChecked, dialog, id);
-}
-
-BOOL WINAPI WorkerWindowCalls::Enable(HWND window, BOOL enabled) {
-    s_current->m_calls.Note("EnableWindow " + WindowName(window) + ' ' + Number(enabled));
-    return CallSystem<decltype(::EnableWindow)>(s_current->m_enable, window, enabled);
-}
-
-BOOL WINAPI WorkerWindowCalls::Show(HWND window, int command) {
-    s_current->m_calls.Note("ShowWindow " + WindowName(window) + ' ' + Number(command));
-    return CallSystem<decltype(::ShowWindow)>(s_current->m_show, window, command);
-}
-
-BOOL WINAPI WorkerWindowCalls::SetText(HWND window, LPCWSTR text) {
-    s_current->m_calls.Note("SetWindowTextW " + WindowName(window) + ' ' + Quoted(text));
-    return CallSystem<decltype(::SetWindowTextW)>(s_current->m_setText, window, text);
-}
-
-BOOL WINAPI WorkerWindowCalls::Update(HWND window) {
-    s_current->m_calls.Note("UpdateWindow " + WindowName(window));
-    return CallSystem<decltype(::UpdateWindow)>(s_current->m_update, window);
-}
-
-LRESULT WINAPI WorkerWindowCalls::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message >= LVM_FIRST && message < LVM_FIRST + 0x100) {
-        if (const std::string call = ListMessage(message, wParam, lParam); !call.empty()) {
-            s_current->m_calls.Note(call);
-        }
-    }
-    if (message == CInvoker::kInvokeMessage && !s_current->m_calls.IsUserInterface()) {
-        const Invocation invocation{reinterpret_cast<CInvoker::CallFunction>(wParam),
-                                    reinterpret_cast<const void*>(lParam), ::GetCurrentThreadId()};
-        const CInvoker::CallFunction run = &RunForWorker;
-        wParam = reinterpret_cast<WPARAM>(run);
-        lParam = reinterpret_cast<LPARAM>(&invocation);
-        return s_current->m_send.Original<decltype(::SendMessageW)>()(window, message, wParam, lParam);
-    }
-    return CallSystem<decltype(::SendMessageW)>(s_current->m_send, window, message, wParam, lParam);
-}
-
-UINT_PTR WINAPI WorkerWindowCalls::StartTimer(HWND window, UINT_PTR id, UINT periodMs, TIMERPROC callback) {
-    s_current->m_calls.Note("SetTimer " + WindowName(window) + ' ' + std::to_string(id) + ' ' +
-                            std::to_string(periodMs) + (callback ? " callback" : ""));
-    if (!s_current->realTimers) return id;
-    return s_current->m_startTimer.Original<decltype(::SetTimer)>()(window, id, periodMs, callback);
-}
-
-BOOL WINAPI WorkerWindowCalls::StopTimer(HWND window, UINT_PTR id) {
-    s_current->m_calls.Note("KillTimer " + WindowName(window) + ' ' + std::to_string(id));
-    if (!s_current->realTimers) return TRUE;
-    return s_current->m_stopTimer.Original<decltype(::KillTimer)>()(window, id);
-}
-
-HCURSOR WINAPI WorkerWindowCalls::LoadCursorByName(HINSTANCE module, LPCWSTR name) {
-    const bool onWorker = s_current->m_calls.Note(std::string("LoadCursorW ") + (module ? "module " : "") +
-                                                  std::to_string(reinterpret_cast<ULONG_PTR>(name)));
-    if (onWorker) return kBusyCursor;
-    return s_current->m_loadCursor.Original<decltype(::LoadCursorW)>()(module, name);
-}
-
-HCURSOR WINAPI WorkerWindowCalls::ChangeCursor(HCURSOR cursor) {
-    const bool onWorker = s_current->m_calls.Note(cursor == kBusyCursor       ? "SetCursor busy"
-                                                  : cursor == kPreviousCursor ? "SetCursor previous"
-                                                                              : "SetCursor other");
-    if (onWorker) return kPreviousCursor;
-    return s_current->m_changeCursor.Original<decltype(::SetCursor)>()(cursor);
-}
-
-EXECUTION_STATE WINAPI WorkerWindowCalls::KeepAwake(EXECUTION_STATE state) {
-    char call[60];
-    ::wsprintfA(call, "SetThreadExecutionState 0x%X", state);
-    s_current->m_calls.Note(call);
-    return s_current->executionState;
-}
-
-HWND WINAPI WorkerWindowCalls::ActiveWindow() {
-    if (s_current->m_calls.Note("GetActiveWindow")) return s_current->activeWindow;
-    return s_current->m_activeWindow.Original<decltype(::GetActiveWindow)>()();
-}
-
-INT_PTR WINAPI WorkerWindowCalls::RunDialog(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
-                                            LPARAM parameter) {
-    const bool onWorker =
-        s_current->m_calls.Note("DialogBoxParamW " + std::to_string(reinterpret_cast<ULONG_PTR>(name)) +
-                                " owner=" + WindowName(owner));
-    if (onWorker && !s_current->realDialogs) return IDCANCEL;
-    return s_current->m_runDialog.Original<decltype(::DialogBoxParamW)>()(module, name, owner, procedure,
-                                                                          parameter);
+WorkerWindowCalls::WorkerWindowCalls(WorkerCalls& calls) {
+    m_replaced.push_back(NoteAndCall<decltype(::IsDlgButtonChecked)>(
+        "IsDlgButtonChecked", calls, [](HWND, int id) { return Number(id); }));
+    m_replaced.push_back(NoteAndCall<decltype(::EnableWindow)>(
+        "EnableWindow", calls,
+        [](HWND window, BOOL enabled) { return WindowName(window) + ' ' + Number(enabled); }));
+    m_replaced.push_back(NoteAndCall<decltype(::ShowWindow)>(
+        "ShowWindow", calls,
+        [](HWND window, int command) { return WindowName(window) + ' ' + Number(command); }));
+    m_replaced.push_back(NoteAndCall<decltype(::SetWindowTextW)>(
+        "SetWindowTextW", calls,
+        [](HWND window, LPCWSTR text) { return WindowName(window) + ' ' + Quoted(text); }));
+    m_replaced.push_back(NoteAndCall<decltype(::UpdateWindow)>(
+        "UpdateWindow", calls, [](HWND window) { return WindowName(window); }));
+    m_replaced.push_back(Replace<decltype(::SendMessageW)>(
+        "SendMessageW", [&calls](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+            if (message >= LVM_FIRST && message < LVM_FIRST + 0x100) {
+                if (const std::string call = ListMessage(message, wParam, lParam); !call.empty()) {
+                    calls.Note(call);
+                }
+            }
+            if (message != CInvoker::kInvokeMessage || calls.IsUserInterface()) {
+                return CallSystem(original, window, message, wParam, lParam);
+            }
+            const Invocation invocation{reinterpret_cast<CInvoker::CallFunction>(wParam),
+                                        reinterpret_cast<const void*>(lParam), ::GetCurrentThreadId()};
+            const CInvoker::CallFunction run = &RunForWorker;
+            return original(window, message, reinterpret_cast<WPARAM>(run),
+                            reinterpret_cast<LPARAM>(&invocation));
+        }));
+    m_replaced.push_back(Replace<decltype(::SetTimer)>(
+        "SetTimer",
+        [&calls, this](auto original, HWND window, UINT_PTR id, UINT periodMs, TIMERPROC callback) {
+            calls.Note("SetTimer " + WindowName(window) + ' ' + std::to_string(id) + ' ' +
+                       std::to_string(periodMs) + (callback ? " callback" : ""));
+            return realTimers ? original(window, id, periodMs, callback) : id;
+        }));
+    m_replaced.push_back(
+        Replace<decltype(::KillTimer)>("KillTimer", [&calls, this](auto original, HWND window, UINT_PTR id) {
+            calls.Note("KillTimer " + WindowName(window) + ' ' + std::to_string(id));
+            return realTimers ? original(window, id) : TRUE;
+        }));
+    m_replaced.push_back(Replace<decltype(::LoadCursorW)>(
+        "LoadCursorW", [&calls](auto original, HINSTANCE module, LPCWSTR name) {
+            const bool onWorker = calls.Note(std::string("LoadCursorW ") + (module ? "module " : "") +
+                                             std::to_string(reinterpret_cast<ULONG_PTR>(name)));
+            return onWorker ? kBusyCursor : original(module, name);
+        }));
+    m_replaced.push_back(Replace<decltype(::SetCursor)>("SetCursor", [&calls](auto original, HCURSOR cursor) {
+        const bool onWorker = calls.Note(cursor == kBusyCursor       ? "SetCursor busy"
+                                         : cursor == kPreviousCursor ? "SetCursor previous"
+                                                                     : "SetCursor other");
+        return onWorker ? kPreviousCursor : original(cursor);
+    }));
+    m_replaced.push_back(Replace<decltype(::SetThreadExecutionState)>(
+        "SetThreadExecutionState", [&calls, this](EXECUTION_STATE state) -> EXECUTION_STATE {
+            char call[60];
+            ::wsprintfA(call, "SetThreadExecutionState 0x%X", state);
+            calls.Note(call);
+            return executionState;
+        }));
+    m_replaced.push_back(
+        Replace<decltype(::GetActiveWindow)>("GetActiveWindow", [&calls, this](auto original) -> HWND {
+            return calls.Note("GetActiveWindow") ? activeWindow.load() : original();
+        }));
+    m_replaced.push_back(Replace<decltype(::DialogBoxParamW)>(
+        "DialogBoxParamW",
+        [&calls, this](auto original, HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
+                       LPARAM parameter) -> INT_PTR {
+            const bool onWorker =
+                calls.Note("DialogBoxParamW " + std::to_string(reinterpret_cast<ULONG_PTR>(name)) +
+                           " owner=" + WindowName(owner));
+            if (onWorker && !realDialogs) return IDCANCEL;
+            return original(module, name, owner, procedure, parameter);
+        }));
 }

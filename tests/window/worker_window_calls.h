@@ -10,8 +10,8 @@
 //   SetTimer main 2 1000, KillTimer main 2  (no timer is set, unless `realTimers`)
 //   LoadCursorW 32650, SetCursor busy       (no cursor is set)
 //   SetThreadExecutionState 0x80000001      (nothing is requested)
-//   GetActiveWindow                         (gives `activeWindow`)
-//   DialogBoxParamW 101 owner=none          (gives 2, the answer of "Annuler", unless `realDialogs`)
+//   GetActiveWindow                         (returns `activeWindow`)
+//   DialogBoxParamW 101 owner=none          (returns 2, the answer of "Annuler", unless `realDialogs`)
 #pragma once
 
 #include "tests/support/replaced_imports.h"
@@ -20,10 +20,12 @@
 #include <windows.h>
 
 #include <atomic>
+#include <memory>
+#include <vector>
 
 class WorkerWindowCalls {
 public:
-    explicit WorkerWindowCalls(WorkerCalls& calls) : m_calls(calls) { s_current = this; }
+    explicit WorkerWindowCalls(WorkerCalls& calls);
     WorkerWindowCalls(const WorkerWindowCalls&) = delete;
     WorkerWindowCalls& operator=(const WorkerWindowCalls&) = delete;
 
@@ -34,35 +36,5 @@ public:
     std::atomic<EXECUTION_STATE> executionState{ES_CONTINUOUS};
 
 private:
-    static UINT WINAPI IsChecked(HWND dialog, int id);
-    static BOOL WINAPI Enable(HWND window, BOOL enabled);
-    static BOOL WINAPI Show(HWND window, int command);
-    static BOOL WINAPI SetText(HWND window, LPCWSTR text);
-    static BOOL WINAPI Update(HWND window);
-    static LRESULT WINAPI Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static UINT_PTR WINAPI StartTimer(HWND window, UINT_PTR id, UINT periodMs, TIMERPROC callback);
-    static BOOL WINAPI StopTimer(HWND window, UINT_PTR id);
-    static HCURSOR WINAPI LoadCursorByName(HINSTANCE module, LPCWSTR name);
-    static HCURSOR WINAPI ChangeCursor(HCURSOR cursor);
-    static EXECUTION_STATE WINAPI KeepAwake(EXECUTION_STATE state);
-    static HWND WINAPI ActiveWindow();
-    static INT_PTR WINAPI RunDialog(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
-                                    LPARAM parameter);
-
-    static inline WorkerWindowCalls* s_current = nullptr;
-
-    WorkerCalls& m_calls;
-    ReplacedImport m_isChecked{"IsDlgButtonChecked", &IsChecked};
-    ReplacedImport m_enable{"EnableWindow", &Enable};
-    ReplacedImport m_show{"ShowWindow", &Show};
-    ReplacedImport m_setText{"SetWindowTextW", &SetText};
-    ReplacedImport m_update{"UpdateWindow", &Update};
-    ReplacedImport m_send{"SendMessageW", &Send};
-    ReplacedImport m_startTimer{"SetTimer", &StartTimer};
-    ReplacedImport m_stopTimer{"KillTimer", &StopTimer};
-    ReplacedImport m_loadCursor{"LoadCursorW", &LoadCursorByName};
-    ReplacedImport m_changeCursor{"SetCursor", &ChangeCursor};
-    ReplacedImport m_keepAwake{"SetThreadExecutionState", &KeepAwake};
-    ReplacedImport m_activeWindow{"GetActiveWindow", &ActiveWindow};
-    ReplacedImport m_runDialog{"DialogBoxParamW", &RunDialog};
+    std::vector<std::unique_ptr<ReplacedImport>> m_replaced;
 };
