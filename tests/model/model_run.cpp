@@ -64,21 +64,23 @@ std::optional<std::string> ModelRun::Play(const std::vector<Action>& actions) {
     m_opened.clear();
     m_countdowns = 0;
     std::filesystem::remove(folder.File(L"TalvenorLog.txt"));  // of an earlier play
-    HeldConverter converter;
+    WorkerCalls worker;
+    ScriptedConverters converters(worker);
+    converters.HoldAll();
     Create();
     ::ShowWindow(Dialog(), SW_SHOW);
     ::SetActiveWindow(Dialog());
     WindowModel model({m_goodFolder});
     std::optional<std::string> difference = Compare(model);
     for (std::size_t step = 0; step < actions.size() && !difference; ++step) {
-        if (!Do(actions[step], model, converter)) continue;
+        if (!Do(actions[step], model, converters)) continue;
         ++effective;
         PumpPending();
         difference = Compare(model);
         if (difference)
             *difference += "\nafter step " + std::to_string(step) + ":\n" + Describe({actions[step]});
     }
-    converter.EndAll(1);
+    converters.ReleaseAll(1);
     WaitFor([&] { return !dialog->HasWorker(); });
     Destroy();
     return difference;
@@ -100,13 +102,13 @@ std::vector<Action> ModelRun::Shrink(std::vector<Action> failing) {
     return failing;
 }
 
-bool ModelRun::WaitForWorker(int startedBefore, const HeldConverter& converter) {
-    return WaitFor([&] { return !dialog->HasWorker() || converter.Started() > startedBefore; });
+bool ModelRun::WaitForWorker(int startedBefore, const ScriptedConverters& converters) {
+    return WaitFor([&] { return !dialog->HasWorker() || converters.Started() > startedBefore; });
 }
 
-bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& converter) {
+bool ModelRun::Do(const Action& action, WindowModel& model, ScriptedConverters& converters) {
     const std::uint32_t choice = action.choice;
-    const int started = converter.Started();
+    const int started = converters.Started();
     const bool isKey = action.kind >= ActionKind::Tab && action.kind <= ActionKind::TypeCharacter;
     if (isKey && model.focus == 0) return false;
     if (isKey && !model.enabled[model.focus]) ++keysOfDisabled;
@@ -198,7 +200,7 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
     case ActionKind::Convert:
         if (!model.enabled[IDOK] || model.workerWaits) return false;
         Click(IDOK);
-        if (!WaitForWorker(started, converter)) return true;
+        if (!WaitForWorker(started, converters)) return true;
         model.Convert();
         return true;
     case ActionKind::StopNo:
@@ -218,9 +220,9 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
     case ActionKind::ConverterEndsBadly: {
         if (!model.workerWaits) return false;
         const bool well = action.kind == ActionKind::ConverterEndsWell;
-        converter.End(well ? 0 : 1);
+        converters.Release(started, well ? 0 : 1);
         ++conversions;
-        if (!WaitForWorker(started, converter)) return true;
+        if (!WaitForWorker(started, converters)) return true;
         model.ConverterEnds(well);
         return true;
     }
@@ -246,7 +248,7 @@ bool ModelRun::Do(const Action& action, WindowModel& model, HeldConverter& conve
         const bool wasRunning = model.running;
         PressKey(isSpace ? VK_SPACE : VK_RETURN);
         isSpace ? model.SpaceKey() : model.EnterKey();
-        if (model.running && !wasRunning) WaitForWorker(started, converter);
+        if (model.running && !wasRunning) WaitForWorker(started, converters);
         return true;
     }
     case ActionKind::TypeCharacter: {

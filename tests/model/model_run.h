@@ -4,8 +4,8 @@
 #include "tests/model/user_actions.h"
 #include "tests/model/window_model.h"
 #include "tests/support/replaced_late_import.h"
-#include "tests/window/held_converter.h"
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/scripted_converters.h"
 
 #include <windows.h>
 #include <commdlg.h>
@@ -37,9 +37,9 @@ protected:
 
 private:
     // Does one action to both. False when the window does not allow it now.
-    bool Do(const Action& action, WindowModel& model, HeldConverter& converter);
+    bool Do(const Action& action, WindowModel& model, ScriptedConverters& converters);
     [[nodiscard]] std::optional<std::string> Compare(const WindowModel& model) const;
-    bool WaitForWorker(int startedBefore, const HeldConverter& converter);
+    bool WaitForWorker(int startedBefore, const ScriptedConverters& converters);
     // Messages of the keyboard for the control with the focus, served as the program's loop does.
     void PressKey(WORD key);
     void TypeCharacter(wchar_t character);
@@ -82,8 +82,6 @@ private:
             if (name == MAKEINTRESOURCEW(IDD_COUNTDOWN)) ++m_countdowns;
             return IDCANCEL;
         });
-    std::unique_ptr<ReplacedImport> m_clock =
-        Replace<decltype(::GetTickCount)>("GetTickCount", [] { return 1000ul; });
     std::unique_ptr<ReplacedImport> m_timer = Replace<decltype(::SetTimer)>(
         "SetTimer", [](HWND, UINT_PTR, UINT, TIMERPROC) -> UINT_PTR { return 1; });
     std::unique_ptr<ReplacedImport> m_kill =

@@ -2,8 +2,8 @@
 // nothing touches what is gone.
 #include "ui/application.h"
 
-#include "tests/window/held_converter.h"
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/scripted_converters.h"
 
 #include <process.h>
 
@@ -21,7 +21,9 @@ protected:
 };
 
 TEST_F(ApplicationWorkerTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
-    HeldConverter converter;
+    WorkerCalls calledByWorkers;
+    ScriptedConverters converters(calledByWorkers);
+    converters.HoldAll();
     HANDLE worker = nullptr;
     int exitCode = -1;
     bool workerWaited = false;
@@ -38,7 +40,7 @@ TEST_F(ApplicationWorkerTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
     const auto exitProcess = Replace<decltype(::ExitProcess)>("ExitProcess", [&](UINT code) {
         exitCode = static_cast<int>(code);
         workerWaited = ::WaitForSingleObject(worker, 0) == WAIT_TIMEOUT;
-        converter.EndAll(1);
+        converters.ReleaseAll(1);
         ::WaitForSingleObject(worker, 10'000);
         ::ExitThread(0);
     });
@@ -52,7 +54,7 @@ TEST_F(ApplicationWorkerTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
             ::SendMessageW(::GetDlgItem(window, IDC_FILE_LIST), LVM_INSERTITEMW, 0,
                            reinterpret_cast<LPARAM>(&item));
             ::SendMessageW(window, WM_COMMAND, IDOK, 0);
-            PumpUntil([&] { return converter.Started() == 1; }, std::chrono::seconds(10));
+            PumpUntil([&] { return converters.Started() == 1; }, std::chrono::seconds(10));
             messageAnswer = IDYES;
             ::SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
             ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);

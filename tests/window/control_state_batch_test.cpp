@@ -136,7 +136,7 @@ TEST_F(ControlStateBatchTest, ABatchStoppedBeforeItHasBegunLeavesTheDurationsAsT
         });
     Command(IDOK, BN_CLICKED);
     ASSERT_TRUE(WaitFor([&] { return !dialog->HasWorker(); }));
-    EXPECT_EQ(converter.Started(), 0);
+    EXPECT_EQ(converters.Started(), 0);
     EXPECT_THAT(Column(1), Each(L"00:00:09"));
 }
 

@@ -93,8 +93,8 @@ TEST_F(FileListColumnsTest, DurationsAreFittedToTheirContentsButNeverNarrowerTha
         expected.push_back("LVM_SETCOLUMNWIDTH 1040 0 " + std::to_string(ListWidth() - row.expected));
         expected.push_back("UpdateWindow 1040");  // it is drawn at once
         EXPECT_EQ(StartBatchWith(row.fitted, row.format), expected);
-        converter.End(0);
-        ASSERT_TRUE(WaitFor([&] { return !dialog->HasWorker(); }));
+        converters.Release(converters.Started(), 0);
+        WaitForEnd();
     }
 }
 

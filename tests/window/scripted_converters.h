@@ -1,5 +1,5 @@
-// Converters that run only on paper: what CreateProcessW is given is kept, and each converter takes the time
-// and ends with the code that the test has planned for it.
+// Converters that exist in the test only: what CreateProcessW is given is kept, and each converter takes the
+// time and ends with the code that the test has planned for it.
 #pragma once
 
 #include "tests/support/replaced_imports.h"
@@ -9,7 +9,9 @@
 #include <windows.h>
 
 #include <atomic>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,7 +40,7 @@ struct Start {
 
 // While one lives, no process is started. Records "CreateProcessW", "WaitForSingleObject process 1 INFINITE",
 // "GetExitCodeProcess process 1", "CloseHandle process 1", "CloseHandle thread 1", counted from 1 in the
-// order of the starts, and "GetTickCount", which gives `tick`.
+// order of the starts, and "GetTickCount", which returns `tick`.
 class ScriptedConverters {
 public:
     explicit ScriptedConverters(WorkerCalls& calls);
@@ -48,10 +50,15 @@ public:
 
     // For the starts to come, in their order. Those without a plan succeed at once.
     void Plan(std::vector<Conversion> conversions);
-    void Release(int number);
-    void ReleaseAll();  // also those that are still to be started
+    // Those without a plan run until they are released.
+    void HoldAll();
+    // Ends a held one, with the exit code of its plan or with another.
+    void Release(int number, std::optional<DWORD> exitCode = {});
+    // Also those that are still to be started.
+    void ReleaseAll(std::optional<DWORD> exitCode = {});
 
     [[nodiscard]] std::vector<Start> Starts() const;
+    [[nodiscard]] int Started() const { return static_cast<int>(Starts().size()); }
 
     std::atomic<DWORD> tick{1'000'000};
 
@@ -62,29 +69,17 @@ private:
         HANDLE released;
     };
 
-    static BOOL WINAPI Create(LPCWSTR interpreter, LPWSTR arguments, LPSECURITY_ATTRIBUTES processSecurity,
-                              LPSECURITY_ATTRIBUTES threadSecurity, BOOL inheritsHandles, DWORD flags,
-                              LPVOID environment, LPCWSTR folder, LPSTARTUPINFOW startup,
-                              LPPROCESS_INFORMATION process);
-    static DWORD WINAPI Wait(HANDLE handle, DWORD milliseconds);
-    static BOOL WINAPI ExitCode(HANDLE process, LPDWORD code);
-    static BOOL WINAPI Close(HANDLE handle);
-    static DWORD WINAPI Tick();
-
+    // The error of a start that is planned to fail; 0 for one whose handles are in `process`.
+    DWORD Begin(Start start, PROCESS_INFORMATION& process);
     // The converter whose process handle, open, is `handle`.
     [[nodiscard]] bool Find(HANDLE handle, Converter& found) const;
-
-    static inline ScriptedConverters* s_current = nullptr;
 
     WorkerCalls& m_calls;
     mutable SystemLock m_lock;
     std::vector<Conversion> m_plan;
     std::vector<Converter> m_converters;
     std::vector<Start> m_starts;
+    Conversion m_unplanned;
     bool m_nothingHeld = false;
-    ReplacedImport m_create{"CreateProcessW", &Create};
-    ReplacedImport m_wait{"WaitForSingleObject", &Wait};
-    ReplacedImport m_exitCode{"GetExitCodeProcess", &ExitCode};
-    ReplacedImport m_close{"CloseHandle", &Close};
-    ReplacedImport m_tick{"GetTickCount", &Tick};
+    std::vector<std::unique_ptr<ReplacedImport>> m_replaced;
 };
