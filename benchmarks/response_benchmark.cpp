@@ -83,7 +83,7 @@ void MeasureDrop(int rounds) {
     for (int round = 0; round < rounds; ++round) {
         const driver::Program program(installation.Program());
         const driver::MainWindow window(program);
-        const HWND list = window.Control(driver::id::kFileList);
+        const HWND list = window.Control(IDC_FILE_LIST);
         driver::DropFiles(list, PdfPaths(kDropped));
         // The first messages may overtake the drop.
         Samples answers;

@@ -16,11 +16,11 @@ BatchWindow::BatchWindow(const std::wstring& program, const std::vector<std::wst
     : m_program(program), m_window(m_program) {
     m_window.DropPdfs(paths);
     m_window.OpenAndCancelAddDialog();
-    if (consoles == Consoles::Hidden) m_window.Tick(driver::id::kHideOutput);
+    if (consoles == Consoles::Hidden) m_window.Check(IDC_HIDE_OUTPUT);
 }
 
 void BatchWindow::Convert() const {
-    driver::Click(m_window.Control(driver::id::kConvert));
+    driver::Click(m_window.Control(IDOK));
 }
 
 void BatchWindow::WaitUntilFinished() const {
@@ -28,7 +28,7 @@ void BatchWindow::WaitUntilFinished() const {
     while (!IsFinished()) {
         if (m_program.HasEnded()) throw driver::Failure("Talvenor has ended");
         if (::GetTickCount64() >= end) {
-            const HWND box = m_window.OpenBox();
+            const HWND box = m_window.OpenDialog();
             throw driver::Failure(L"the batch does not end: " + (box ? driver::AllText(box) : L"no message"));
         }
         ::Sleep(kProbeIntervalMs);
@@ -37,7 +37,7 @@ void BatchWindow::WaitUntilFinished() const {
 
 void BatchWindow::Dismiss() const {
     m_window.CloseCompletion(m_window.WaitForCompletion(kBatchLimit));
-    for (const std::wstring& duration : driver::ColumnTexts(m_window.Control(driver::id::kFileList), 1)) {
+    for (const std::wstring& duration : driver::ColumnTexts(m_window.Control(IDC_FILE_LIST), 1)) {
         if (duration.size() != std::size("hh:mm:ss") - 1)
             throw driver::Failure(L"not a duration: " + duration);
     }

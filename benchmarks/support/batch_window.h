@@ -21,7 +21,7 @@ public:
     // Presses Convertir.
     void Convert() const;
     // Whether the message is there that ends a batch.
-    [[nodiscard]] bool IsFinished() const { return m_window.OpenBox() != nullptr; }
+    [[nodiscard]] bool IsFinished() const { return m_window.OpenDialog() != nullptr; }
     // Waits for that message, with few questions: each costs the machine time that the batch could have.
     void WaitUntilFinished() const;
     // Closes the message. Throws driver::Failure when it is another one, or when a file has no duration.

@@ -2,14 +2,13 @@
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/handle.h"
-#include "tests/equipment/text.h"
 
 namespace {
 
 constexpr DWORD kOtherCopyRuns = 0;
 constexpr DWORD kEndedByDriver = 0xDEAD;
 
-// A copy started now would only end: somebody else's runs in this session, or an earlier test left its own.
+// A copy started now would only end: another program has the mutex, or an earlier test left its own copy.
 bool AnotherCopyRuns() {
     const driver::UniqueHandle mutex(
         ::OpenMutexW(SYNCHRONIZE, FALSE, L"{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
@@ -47,14 +46,21 @@ void AppTest::Start() {
     m_window.emplace(*m_program);
 }
 
-void AppTest::AddForConversion(const std::vector<std::wstring>& paths) const {
+void AppTest::StartWith(const std::vector<std::wstring>& paths) {
+    Start();
     m_window->DropPdfs(paths);
     m_window->OpenAndCancelAddDialog();
 }
 
+void AppTest::StartHiddenBatch(const std::vector<std::wstring>& paths) {
+    StartWith(paths);
+    m_window->Check(IDC_HIDE_OUTPUT);
+    m_window->StartBatch();
+}
+
 void AppTest::AddByDialog(const std::wstring& names) const {
-    driver::Click(Control(id::kAdd));
-    const HWND dialog = WaitForBox();
+    driver::Click(Control(IDC_ADD));
+    const HWND dialog = WaitForDialog();
     const HWND open = driver::Control(dialog, IDOK);
     ASSERT_TRUE(Comes([&] { return driver::IsVisible(open) && driver::IsEnabled(open); }));
     driver::SetText(driver::NameEditOfOpenDialog(dialog), names);
@@ -81,20 +87,35 @@ void AppTest::CompleteBatch(driver::Milliseconds limit) const {
     }
 }
 
-HWND AppTest::WaitForBox() const {
+HWND AppTest::WaitForDialog() const {
     return driver::WaitForDialog(*m_program, m_window->Window(), kSoon);
 }
 
-void AppTest::AnswerBox(int buttonId) const {
-    const HWND box = WaitForBox();
-    driver::PressDialogButton(box, buttonId);
-    ASSERT_TRUE(Comes([&] { return !::IsWindow(box); })) << "the box stays";
+void AppTest::AnswerDialog(int buttonId) const {
+    const HWND dialog = WaitForDialog();
+    driver::PressDialogButton(dialog, buttonId);
+    ASSERT_TRUE(Comes([&] { return !::IsWindow(dialog); })) << "the dialog stays";
+}
+
+void AppTest::Stop() const {
+    driver::Click(Control(IDCANCEL));
+    AnswerDialog(IDYES);
+    ASSERT_TRUE(BecomesIdle());
 }
 
 bool AppTest::BecomesIdle(driver::Milliseconds limit) const {
-    return Comes([&] { return !m_window->IsRunning() && m_window->OpenBox() == nullptr; }, limit);
+    return Comes([&] { return !m_window->IsRunning() && m_window->OpenDialog() == nullptr; }, limit);
 }
 
 void AppTest::ReplaceInterpreter(const std::wstring& replacement) {
-    m_interpreter = std::make_unique<driver::InterpreterSwap>(replacement);
+    m_interpreter = driver::SwapInterpreter(replacement);
+}
+
+std::vector<std::wstring> NamesToTripOver() {
+    return {
+        L"deux  blancs", L"a & b",       L"a && b",           L"^chapeau^",         L"100 % sûr",
+        L"l'été",        L"attention !", L"(1) [2] {3}",      L"a; b, c=d",         L"+~@#$-_`",
+        L"v1.0 final",   L"--help",      L"Éléphant œuvre ÿ", L"Война и мир",       L"日本語の文書",
+        L"한국어",       L"עברית",       L"emoji 😀🚀",         L"e\u0301 décomposé", L"\u00a0insécable\u00a0",
+    };
 }

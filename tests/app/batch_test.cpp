@@ -1,38 +1,31 @@
-// Whole batches through the window, with a converter that does as its files' names say.
+// Whole batches through the window, with a converter that does as its files' names say and the system's own
+// interpreter.
 #include "tests/app/app_fixture.h"
 
-#include "tests/equipment/file_bytes.h"
+#include <regex>
+
+#include "tests/equipment/handle.h"
 
 namespace {
 
 using testing::Each;
 using testing::ElementsAre;
 using testing::EndsWith;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 class Batch : public AppTest {
 protected:
-    // The controls that a person can change for a conversion.
-    static constexpr int kOptions[] = {
-        id::kConvert,       id::kAdd,        id::kClear,        id::kFileList,   id::kPagesBox,
-        id::kResolutionBox, id::kNoText,     id::kNoMetadata,   id::kNoOutline,  id::kNoHyperlinks,
-        id::kLines,         id::kMonochrome, id::kExtraOptions, id::kHideOutput, id::kOutputFolderBox,
-        id::kOutputFolder,  id::kBrowse,     id::kShutdown};
-
     [[nodiscard]] std::wstring Djvu(const wchar_t* name) const {
         return installed.PdfFolder() + L"\\" + name;
     }
 };
 
-TEST_F(Batch, HiddenConvertsTheFilesOneAfterAnotherInTheirOrder) {
+TEST_F(Batch, ConvertsTheFilesOneAfterAnotherInTheirOrderWithHiddenConsoles) {
     const auto c = installed.MakePdf(L"c wait300.pdf");
     const auto a = installed.MakePdf(L"a wait100.pdf");
     const auto b = installed.MakePdf(L"b.pdf");
-    Start();
-    AddForConversion({c, a, b});
-    Window().Tick(id::kHideOutput);
-    Convert();
+    StartHiddenBatch({c, a, b});
+    CompleteBatch();
 
     const auto runs = Runs();
     ASSERT_EQ(runs.size(), 3u);
@@ -49,12 +42,11 @@ TEST_F(Batch, HiddenConvertsTheFilesOneAfterAnotherInTheirOrder) {
     EXPECT_THAT(Durations(), Each(StartsWith(L"00:00:0")));
 }
 
-TEST_F(Batch, VisibleShowsConsolesAndLeavesNoLog) {
+TEST_F(Batch, ShowsConsolesAndLeavesNoLogUnlessTheOutputIsHidden) {
     driver::WriteFileBytes(installed.Log(), "left by an earlier batch");
     const auto a = installed.MakePdf(L"a.pdf");
-    Start();
-    ASSERT_TRUE(driver::IsVisible(Control(id::kOpenLog)));
-    AddForConversion({a});
+    StartWith({a});
+    ASSERT_TRUE(driver::IsVisible(Control(IDC_OPEN_LOG)));
     Convert();
 
     const auto runs = Runs();
@@ -66,129 +58,144 @@ TEST_F(Batch, VisibleShowsConsolesAndLeavesNoLog) {
     // converter's own is a stand-in that tells nothing.
     EXPECT_THAT(runs[0].console, testing::AnyOf(L"visible", L"in a terminal"));
     EXPECT_FALSE(driver::FileExists(installed.Log()));
-    EXPECT_FALSE(driver::IsVisible(Control(id::kOpenLog)));
+    EXPECT_FALSE(driver::IsVisible(Control(IDC_OPEN_LOG)));
 }
 
-TEST_F(Batch, ShowsTheFileBeingConvertedAndItsTime) {
+TEST_F(Batch, ShowsTheFileBeingConvertedAndItsTimeAndGoesOnBehindTheAboutBox) {
     const auto a = installed.MakePdf(L"a & co wait2300.pdf");
-    const auto b = installed.MakePdf(L"b wait600.pdf");
-    Start();
-    AddForConversion({a, b});
-    Window().Tick(id::kHideOutput);
-    Window().StartBatch();
-
+    StartHiddenBatch({a, installed.MakePdf(L"b.pdf")});
     ASSERT_TRUE(Comes([&] { return Runs().size() == 1; }));
     EXPECT_EQ(driver::SelectedRow(List()), 0);
-    EXPECT_EQ(Text(id::kStatus), L"Conversion en cours : " + a);
-    EXPECT_EQ(Text(id::kQuit), L"Arrêter ");
-    EXPECT_EQ(Text(id::kConvert), L"   Convertir ");
-    for (const int option : kOptions) EXPECT_FALSE(IsEnabled(option)) << option;
-    for (const int usable : {id::kQuit, id::kAbout}) EXPECT_TRUE(IsEnabled(usable)) << usable;
+    EXPECT_EQ(Text(IDC_STATUS), L"Conversion en cours : " + a);
+    EXPECT_EQ(Text(IDCANCEL), L"Arrêter ");
     EXPECT_TRUE(Comes([&] {
         return Durations() == std::vector<std::wstring>{L"00:00:01", L""};
     })) << "no second was counted";
-
-    ASSERT_TRUE(Comes([&] { return Runs().size() == 2; }));
-    EXPECT_EQ(driver::SelectedRow(List()), 1);
-    EXPECT_EQ(Text(id::kStatus), L"Conversion en cours : " + b);
+    driver::Click(Control(IDC_ABOUT));
+    const HWND about = WaitForDialog();
+    EXPECT_TRUE(Comes([&] { return Runs().size() == 2; })) << "the batch waits for the About box";
     EXPECT_GE(Durations()[0], L"00:00:02");
-    EXPECT_EQ(Durations()[1], L"");
+    driver::PressDialogButton(about, IDOK);
+    ASSERT_TRUE(Comes([&] { return !::IsWindow(about); }));
     CompleteBatch();
-    EXPECT_GE(Durations()[0], L"00:00:02");
-    EXPECT_THAT(Durations()[1], StartsWith(L"00:00:0"));
+    EXPECT_EQ(Text(IDC_STATUS), L"");
+    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
 }
 
-TEST_F(Batch, MessageAtTheEndComesBeforeTheWindowIsIdle) {
-    const auto a = installed.MakePdf(L"a.pdf");
-    Start();
-    AddForConversion({a});
-    Window().Tick(id::kHideOutput);
+// A record of the log. In bytes of the Western code page, 0xE9 is "é".
+struct LogRecord {
+    std::string before;  // what the converter wrote
+    std::string duration;
+    std::size_t asterisks = 0;
+
+    friend bool operator==(const LogRecord&, const LogRecord&) = default;
+    friend std::ostream& operator<<(std::ostream& out, const LogRecord& record) {
+        return out << '[' << record.before << "] " << record.duration << ", rule of " << record.asterisks;
+    }
+};
+
+// Takes the log apart; what is no record stays in `rest`.
+std::vector<LogRecord> ReadLog(const std::string& bytes, std::string& rest) {
+    static const std::regex kRecord(
+        "\r\n"
+        "Termin\xE9 le : (?:[0-9]{2}/[0-9]{2}, [0-9]{4}|[0-9]{4}/[0-9]{2}, [0-9]{2})"
+        " - [0-9]{2}:[0-9]{2}:[0-9]{2}\r\n"
+        "\\*\\*\\* Dur\xE9"
+        "e de conversion \\(hh:mm:ss\\) : (.*)\r\n"
+        "(\\*+)\r\n"
+        "\r\n");
+    std::vector<LogRecord> records;
+    rest = bytes;
+    for (std::smatch match; std::regex_search(rest, match, kRecord);) {
+        records.push_back({match.prefix(), match[1], static_cast<std::size_t>(match[2].length())});
+        rest = match.suffix();
+    }
+    return records;
+}
+
+TEST_F(Batch, LogsTheConvertersOutputWithARecordForEachFileUpToTheFailedOne) {
+    constexpr UINT kWestern = 1252;
+    if (::GetACP() != kWestern) GTEST_SKIP() << "the bytes are written down for the Western code page";
+    StartHiddenBatch({installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b wait1100.pdf"),
+                      installed.MakePdf(L"c exit2.pdf"), installed.MakePdf(L"d.pdf")});
+    ASSERT_TRUE(BecomesIdle()) << "a failed batch has no message";
+    std::string rest;
+    const auto records = ReadLog(driver::ReadFileBytes(installed.Log()), rest);
+    const std::string output = "stand-in converter: converting\r\n";
+    const auto durations = Durations();
+    // A rule is as long as all that comes before, line ends counted: 2 + (13 + 22 + 2) + (37 + 8 + 2), or 12
+    // for the 8.
+    EXPECT_THAT(records, ElementsAre(LogRecord{output, driver::ToUtf8(durations[0]), 86},
+                                     LogRecord{output, driver::ToUtf8(durations[1]), 86},
+                                     LogRecord{output, "*** Annul\xE9 !", 90}));
+    EXPECT_EQ(rest, "");
+    EXPECT_THAT(durations,
+                ElementsAre(StartsWith(L"00:00:0"), testing::Ge(L"00:00:01"), L"*** Annulé !", L""));
+    EXPECT_EQ(Runs().size(), 3u);
+}
+
+TEST_F(Batch, EndsAtAConverterThatHasVanished) {
+    StartWith({installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b.pdf")});
+    ASSERT_TRUE(::DeleteFileW(installed.ConverterPath().c_str()));
     Window().StartBatch();
-    const HWND box = Window().WaitForCompletion(kSoon);
-
-    EXPECT_EQ(driver::Text(box), L"Talvenor");
-    EXPECT_EQ(::GetWindow(box, GW_OWNER), Window().Window());
-    EXPECT_FALSE(driver::IsEnabled(Window().Window()));
-    EXPECT_EQ(driver::PushButtons(box).size(), 1u);
-    EXPECT_EQ(driver::SelectedRow(List()), -1);
-    EXPECT_THAT(Text(id::kStatus), EndsWith(a)) << "emptied only after the message";
-    EXPECT_EQ(Text(id::kQuit), L"Arrêter ");
-    EXPECT_FALSE(driver::IsVisible(Control(id::kOpenLog)));
-
-    Window().CloseCompletion(box);
-    EXPECT_EQ(driver::SelectedRow(List()), -1);
-    EXPECT_EQ(Text(id::kStatus), L"");
-    EXPECT_EQ(Text(id::kQuit), L"Quitter");
-    EXPECT_EQ(Text(id::kConvert), L"   Convertir ");
-    EXPECT_TRUE(driver::IsVisible(Control(id::kOpenLog)));
-    EXPECT_TRUE(IsEnabled(id::kOpenLog));
-    for (const int option : kOptions) EXPECT_TRUE(IsEnabled(option)) << option;
-    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a)) << "the rows stay";
+    ASSERT_TRUE(BecomesIdle());
+    EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L""));
 }
 
-TEST_F(Batch, SecondOneBeginsWithoutDurationsAndWithoutLog) {
-    const auto a = installed.MakePdf(L"a.pdf");
-    const auto b = installed.MakePdf(L"b wait700.pdf");
-    Start();
-    AddForConversion({b, a});
-    Window().Tick(id::kHideOutput);
-    Convert();
-    ASSERT_THAT(Durations(), Each(StartsWith(L"00:00:0")));
-    driver::AppendFileBytes(installed.Log(), "mark");
-
-    Window().StartBatch();
-    ASSERT_TRUE(Comes([&] { return Runs().size() == 3; }));
-    EXPECT_THAT(Durations(), Each(IsEmpty()));
-    EXPECT_FALSE(driver::IsVisible(Control(id::kOpenLog)));
-    CompleteBatch();
-    EXPECT_EQ(Runs().size(), 4u);
-    EXPECT_EQ(driver::ReadFileBytes(installed.Log()).find("mark"), std::string::npos);
+driver::UniqueHandle OpenForOneselfAlone(const std::wstring& path) {
+    const HANDLE file =
+        ::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    EXPECT_NE(file, INVALID_HANDLE_VALUE);
+    return driver::UniqueHandle(file);
 }
 
-TEST_F(Batch, NeedsTheAddDialogOpenedOnceAfterADrop) {
-    Start();
-    Window().DropPdfs({installed.MakePdf(L"a.pdf")});
-    EXPECT_FALSE(IsEnabled(id::kConvert));
-    Window().OpenAndCancelAddDialog();
-    EXPECT_TRUE(IsEnabled(id::kConvert));
-    Convert();
-    EXPECT_EQ(Runs().size(), 1u);
+struct BadLog {
+    const char* name;
+    driver::UniqueHandle (*make)(const std::wstring& path);
+};
+
+class BatchWithABadLog : public AppTest, public testing::WithParamInterface<BadLog> {};
+
+// An interpreter that cannot write the error output starts no converter and fails; Wine's calls that a
+// success. The window goes by the exit code, which is all that it is given.
+TEST_P(BatchWithABadLog, EndsAsTheInterpreterReportsAndLeavesItAlone) {
+    {
+        const driver::UniqueHandle held = GetParam().make(installed.Log());
+        StartHiddenBatch({installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b.pdf")});
+        if (UnderWine()) {
+            CompleteBatch();
+            EXPECT_THAT(Durations(), Each(StartsWith(L"00:00:")));
+        } else {
+            ASSERT_TRUE(BecomesIdle());
+            EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L""));
+        }
+    }
+    EXPECT_TRUE(IsEnabled(IDOK));
+    EXPECT_EQ(Text(IDC_STATUS), L"");
+    EXPECT_EQ(Window().Quit(), 2u);
+    ASSERT_TRUE(driver::FileExists(installed.Log()));
+    if (GetParam().name == std::string("IsLocked")) {
+        EXPECT_EQ(driver::ReadFileBytes(installed.Log()), "");
+    } else if (GetParam().name == std::string("IsReadOnly")) {
+        // Neither deleted nor overwritten. (Wine lets an administrator write behind it.)
+        EXPECT_THAT(driver::ReadFileBytes(installed.Log()), StartsWith("keep this"));
+    }
 }
 
-TEST_F(Batch, EveryOptionReachesTheConverter) {
-    const auto a = installed.MakePdf(L"Rapport annuel.pdf");
-    const auto folder = installed.MakeFolder(L"Sortie d'été");
-    Start();
-    AddForConversion({a});
-    for (const int box : {id::kNoMetadata, id::kNoOutline, id::kNoHyperlinks, id::kLines, id::kNoText,
-                          id::kMonochrome, id::kPagesBox, id::kResolutionBox, id::kOutputFolderBox})
-        Window().Tick(box);
-    Window().Type(id::kPages, L"1,3-5");
-    Window().Type(id::kResolution, L"150");
-    Window().Type(id::kOutputFolder, folder);
-    Window().Type(id::kExtraOptions, L"--exemple=1");
-    Convert();
-    ASSERT_EQ(Runs().size(), 1u);
-    EXPECT_THAT(Runs()[0].Arguments(),
-                ElementsAre(L"pdf2djvu.exe", L"-o", folder + L"\\Rapport annuel.djvu", L"-v", L"-d", L"150",
-                            L"--no-metadata", L"--no-outline", L"--no-hyperlinks", L"--no-text",
-                            L"--monochrome", L"--exemple=1", L"-p", L"1,3-5", a));
-}
-
-TEST_F(Batch, PutsTheDjvuBesideThePdfOrIntoTheChosenFolder) {
-    const auto a = installed.MakePdf(L"a.PDF");
-    const auto folder = installed.MakeFolder(L"Sortie");
-    startOptions.environment[L"TALVENOR_STANDIN_WRITE"] = L"1";
-    Start();
-    AddForConversion({a});
-    Convert();
-    EXPECT_TRUE(driver::FileExists(Djvu(L"a.djvu")));
-    EXPECT_FALSE(driver::FileExists(folder + L"\\a.djvu"));
-
-    Window().Tick(id::kOutputFolderBox);
-    Window().Type(id::kOutputFolder, folder + L"\\");
-    Convert();
-    EXPECT_TRUE(driver::FileExists(folder + L"\\a.djvu"));
-}
+INSTANTIATE_TEST_SUITE_P(That, BatchWithABadLog,
+                         testing::Values(BadLog{"IsLocked", &OpenForOneselfAlone},
+                                         BadLog{"IsReadOnly",
+                                                [](const std::wstring& path) {
+                                                    driver::WriteFileBytes(path, "keep this");
+                                                    EXPECT_TRUE(::SetFileAttributesW(
+                                                        path.c_str(), FILE_ATTRIBUTE_READONLY));
+                                                    return driver::UniqueHandle();
+                                                }},
+                                         BadLog{"IsAFolder",
+                                                [](const std::wstring& path) {
+                                                    EXPECT_TRUE(::CreateDirectoryW(path.c_str(), nullptr));
+                                                    return driver::UniqueHandle();
+                                                }}),
+                         [](const auto& log) { return std::string(log.param.name); });
 
 }  // namespace

@@ -2,13 +2,12 @@
 // window that could be asked; and nothing else is ended.
 #include "tests/app/app_fixture.h"
 
+#include <chrono>
 #include <filesystem>
 
 #include "tests/app/small_pdf.h"
 #include "tests/app/system_processes.h"
-#include "tests/equipment/file_bytes.h"
-#include "tests/equipment/text.h"
-#include "tests/equipment/wine.h"
+#include "tests/equipment/file_tree.h"
 
 namespace {
 
@@ -19,34 +18,24 @@ using testing::StartsWith;
 // How long what is ended may still be there.
 constexpr driver::Milliseconds kGoneLimit{2'000};
 
-class StoppedConverter : public AppTest, public testing::WithParamInterface<bool> {
+class StoppedConverter : public RealConverterFixture, public testing::WithParamInterface<bool> {
 protected:
-    StoppedConverter() : AppTest(Converter::Real), m_temporaryFolder(installed.MakeFolder(L"temp")) {
+    StoppedConverter() : m_temporaryFolder(installed.MakeFolder(L"temp")) {
         // Where the converter works; what one that is ended leaves behind goes with the rest.
         startOptions.environment[L"TMP"] = m_temporaryFolder;
     }
-    void SetUp() override {
-        if (!UnderWine()) GTEST_SKIP() << "the bridge to the converter is a program for Wine";
-    }
     // Begins a batch, hidden or not, and waits until the converter is at work on its first file.
     void StartBatchOf(const std::vector<std::wstring>& paths) {
-        Start();
-        AddForConversion(paths);
-        if (GetParam()) Window().Tick(id::kHideOutput);
+        StartWith(paths);
+        if (GetParam()) Window().Check(IDC_HIDE_OUTPUT);
         Window().StartBatch();
-        ASSERT_TRUE(Comes([&] { return ConverterRuns() && !std::filesystem::is_empty(m_temporaryFolder); }))
+        ASSERT_TRUE(Comes([&] { return ConverterRuns() && !driver::NamesIn(m_temporaryFolder).empty(); }))
             << "the converter does not begin";
     }
-    void Ask() { driver::Click(Control(id::kQuit)); }
     // One that works for this test: its command line names a file of ours.
     [[nodiscard]] bool ConverterRuns() const {
         const auto ours = std::filesystem::path(installed.PdfFolder()).parent_path().filename();
         return NativeConverterRuns(driver::ToUtf8(ours.wstring()));
-    }
-    void ExpectDjvu(const wchar_t* name) const {
-        const std::wstring path = installed.PdfFolder() + L"\\" + name;
-        ASSERT_TRUE(driver::FileExists(path));
-        EXPECT_THAT(driver::ReadFileBytes(path), StartsWith("AT&TFORM"));
     }
 
 private:
@@ -55,8 +44,8 @@ private:
 
 TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
     StartBatchOf({installed.MakePdf(L"a.pdf", SmallPdf(300)), installed.MakePdf(L"b.pdf", SmallPdf(1))});
-    Ask();
-    AnswerBox(IDYES);
+    driver::Click(Control(IDCANCEL));
+    AnswerDialog(IDYES);
     EXPECT_TRUE(Comes([&] { return !ConverterRuns(); }, kGoneLimit)) << "it works on";
     EXPECT_THAT(ChildrenOf(Process().Id(), L"cmd.exe"), IsEmpty());
     ASSERT_TRUE(BecomesIdle());
@@ -64,29 +53,32 @@ TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
     EXPECT_EQ(Durations()[1], L"");
     EXPECT_FALSE(driver::FileExists(installed.PdfFolder() + L"\\b.djvu"));
 
-    driver::Click(Control(id::kClear));
+    driver::Click(Control(IDC_CLEAR));
     ASSERT_TRUE(Comes([&] { return driver::RowCount(List()) == 0; }));
-    AddForConversion({installed.MakePdf(L"c.pdf", SmallPdf(2))});
+    const auto c = installed.MakePdf(L"c.pdf", SmallPdf(2));
+    Window().DropPdfs({c});
+    Window().OpenAndCancelAddDialog();
     Convert();
     EXPECT_THAT(Durations(), ElementsAre(StartsWith(L"00:00:")));
-    ExpectDjvu(L"c.djvu");
+    ExpectDjvu(DjvuBeside(c));
     EXPECT_EQ(Window().Quit(), 2u);
 }
 
 TEST_P(StoppedConverter, GoesOnWhenTheAnswerIsNo) {
-    StartBatchOf({installed.MakePdf(L"a.pdf", SmallPdf(60))});
-    Ask();
-    AnswerBox(IDNO);
+    const auto a = installed.MakePdf(L"a.pdf", SmallPdf(60));
+    StartBatchOf({a});
+    driver::Click(Control(IDCANCEL));
+    AnswerDialog(IDNO);
     EXPECT_TRUE(ConverterRuns()) << "ended, or done before the answer: nothing is shown then";
     CompleteBatch(driver::Milliseconds(60'000));
     EXPECT_THAT(Durations(), ElementsAre(StartsWith(L"00:0")));
-    ExpectDjvu(L"a.djvu");
+    ExpectDjvu(DjvuBeside(a));
 }
 
 INSTANTIATE_TEST_SUITE_P(Output, StoppedConverter, testing::Bool(),
                          [](const auto& hidden) { return hidden.param ? "Hidden" : "Visible"; });
 
-// With an interpreter that does as it is told.
+// With an interpreter that lasts as the name of the PDF says, and whose window is asked to close.
 class StoppedInterpreter : public AppTest {
 protected:
     void SetUp() override {
@@ -95,28 +87,42 @@ protected:
         startOptions.environment[L"TALVENOR_INTERPRETER_IGNORE"] = L"1";
     }
     void StartBatchOf(const std::vector<std::wstring>& paths) {
-        Start();
-        AddForConversion(paths);
+        StartWith(paths);
         Window().StartBatch();
         ASSERT_TRUE(Comes([&] { return Runs().size() == 1; }));
     }
-    void Stop() {
-        driver::Click(Control(id::kQuit));
-        AnswerBox(IDYES);
-        ASSERT_TRUE(BecomesIdle());
+    [[nodiscard]] bool IsMarked() const {
+        return Comes([&] { return Durations()[0] == L"*** Annulé !"; });
     }
 };
 
-TEST_F(StoppedInterpreter, WithAnOrdinaryWindowIsOnlyAskedEvenWhenItIgnoresThat) {
-    StartBatchOf({installed.MakePdf(L"a wait3000.pdf")});
+TEST_F(StoppedInterpreter, ClosesWhenItsWindowIsAskedAndNothingMoreIsConverted) {
+    startOptions.environment[L"TALVENOR_INTERPRETER_IGNORE"] = L"";
+    StartBatchOf(
+        {installed.MakePdf(L"a wait60000.pdf"), installed.MakePdf(L"b.pdf"), installed.MakePdf(L"c.pdf")});
     Stop();
+    EXPECT_TRUE(IsMarked());
+    ASSERT_EQ(Runs().size(), 1u);
+    EXPECT_EQ(Runs()[0].closed, L"1");
+    EXPECT_EQ(Runs()[0].ended, 3);
+    EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L"", L""));
+    EXPECT_EQ(Window().OpenDialog(), nullptr) << "a stopped batch ends without a message";
+}
+
+TEST_F(StoppedInterpreter, IsOnlyAskedWhenItHasAnOrdinaryWindowEvenWhenItIgnoresThat) {
+    StartBatchOf({installed.MakePdf(L"a wait3000.pdf"), installed.MakePdf(L"b.pdf")});
+    Stop();
+    EXPECT_FALSE(Runs()[0].ended.has_value()) << "the interpreter had ended before: nothing is shown here";
+    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+    EXPECT_TRUE(IsEnabled(IDOK));
+    EXPECT_TRUE(IsMarked()) << "no tick after the stop";
     EXPECT_TRUE(Comes([&] { return Runs()[0].closed == L"1"; })) << "it was not asked";
     EXPECT_TRUE(Comes([&] { return Runs()[0].ended.has_value(); })) << "it did not come to its own end";
     EXPECT_EQ(Runs()[0].ended, 0);
-    EXPECT_TRUE(Comes([&] { return Durations()[0] == L"*** Annulé !"; }));
+    EXPECT_EQ(Runs().size(), 1u);
 }
 
-TEST_F(StoppedInterpreter, InATerminalIsEndedAsAClosedConsoleEndsIt) {
+TEST_F(StoppedInterpreter, IsEndedInATerminalAsAClosedConsoleEndsIt) {
     constexpr wchar_t kClassOfATerminal[] = L"PseudoConsoleWindow";
     startOptions.environment[L"TALVENOR_INTERPRETER_CLASS"] = kClassOfATerminal;
     StartBatchOf({installed.MakePdf(L"a wait60000.pdf"), installed.MakePdf(L"b.pdf")});
@@ -127,15 +133,18 @@ TEST_F(StoppedInterpreter, InATerminalIsEndedAsAClosedConsoleEndsIt) {
     DWORD code = 0;
     EXPECT_TRUE(::GetExitCodeProcess(interpreter.Get(), &code));
     EXPECT_EQ(code, static_cast<DWORD>(STATUS_CONTROL_C_EXIT));
-    EXPECT_TRUE(Comes([&] { return Durations()[0] == L"*** Annulé !"; }));
+    EXPECT_TRUE(IsMarked());
     EXPECT_EQ(Runs().size(), 1u);
 }
 
-TEST_F(StoppedInterpreter, OutlivesTheProgram) {
+TEST_F(StoppedInterpreter, OutlivesTheProgramWhichEndsAtOnce) {
     StartBatchOf({installed.MakePdf(L"a wait60000.pdf")});
     const driver::UniqueHandle interpreter = OwnerOfWindow(L"StandInInterpreter");
     Stop();
+    const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(Window().Quit(), 2u);
+    // What anybody would call at once, on a busy machine.
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(3));
     // Long enough for anything that came with the program's end.
     EXPECT_EQ(::WaitForSingleObject(interpreter.Get(), 500), static_cast<DWORD>(WAIT_TIMEOUT));
 }

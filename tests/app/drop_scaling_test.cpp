@@ -1,5 +1,5 @@
-// Thousands of files dropped at once: all of them, in order, without duplicates, in a time that grows with
-// their number and not with its square.
+// Thousands of files dropped at once: all of them, in order, in a time that grows with their number and not
+// with its square.
 #include "tests/app/app_fixture.h"
 #include "tests/support/dropped_files.h"
 
@@ -65,7 +65,7 @@ protected:
         }
         times.whole = std::min(times.whole, whole);
         times.enumeration = std::min(times.enumeration, enumeration);
-        driver::Click(Control(id::kClear));
+        driver::Click(Control(IDC_CLEAR));
         ASSERT_TRUE(Comes([&] { return driver::RowCount(List()) == 0; }));
     }
 };
@@ -85,25 +85,6 @@ TEST_F(DropScaling, TimeGrowsWithTheNumberOfFiles) {
     constexpr Seconds kGrain{0.1};
     EXPECT_LE(many.Own().count(),
               1.5 * 4 * few.Own().count() + many.enumeration.count() / 3 + kGrain.count());
-}
-
-TEST_F(DropScaling, DuplicatesAreLeftOut) {
-    const auto unique = Paths(2'500);
-    std::vector<std::wstring> dropped;
-    for (std::size_t i = 0; i < unique.size(); ++i) {
-        dropped.push_back(unique[i]);
-        if (i % 250 == 0) dropped.push_back(unique[i / 2]);
-    }
-    Start();
-    driver::DropFiles(List(), dropped);
-    ASSERT_TRUE(Comes([&] { return driver::RowCount(List()) == 2'500; }));
-    // The same again, and behind it what differs from a row by its case alone.
-    const std::wstring other = L"c:\\archives\\carton 7.pdf";
-    driver::DropFiles(List(), {unique[0], unique[1'249], unique[2'499], other});
-    ASSERT_TRUE(Comes([&] { return driver::RowCount(List()) == 2'501; }));
-    auto expected = unique;
-    expected.push_back(other);
-    EXPECT_EQ(driver::ColumnTexts(List(), 0), expected);
 }
 
 }  // namespace

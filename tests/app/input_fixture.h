@@ -8,8 +8,9 @@ protected:
     // Starts the program and gives it the keyboard.
     void StartInFront() {
         Start();
-        input::BringToFront(Window().Window());
+        BringToFront();
     }
+    void BringToFront() const { input::BringToFront(Window().Window()); }
 
     // The number of the control that has the focus; 0 for none.
     [[nodiscard]] int FocusedId() const {
@@ -19,9 +20,13 @@ protected:
     [[nodiscard]] bool GetsFocus(int controlId) const {
         return Comes([&] { return FocusedId() == controlId; }, kInputLimit);
     }
-    // Gives a control the focus by a click.
+    // Gives a control the focus, by a click or as the dialog does.
     void ClickInto(int controlId) const {
         input::ClickOn(Control(controlId));
+        ASSERT_TRUE(GetsFocus(controlId)) << controlId;
+    }
+    void FocusOn(int controlId) const {
+        driver::Ask(Window().Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(controlId)), TRUE);
         ASSERT_TRUE(GetsFocus(controlId)) << controlId;
     }
     [[nodiscard]] bool Reads(int controlId, const wchar_t* text) const {

@@ -87,3 +87,16 @@ std::wstring InstalledProgram::MakePdf(const std::wstring& name, std::string_vie
     driver::WriteFileBytes(driver::OfAnyLength(path), bytes);
     return path;
 }
+
+std::wstring InstalledProgram::MakePdfOfLength(std::size_t length, std::string_view bytes) const {
+    // Two parts, for no single name may be that long.
+    const std::wstring folder(100, L'd');
+    const std::size_t others = PdfFolder().size() + 1 + folder.size() + 1 + 4;
+    const auto path = MakePdf(folder + L"\\" + std::wstring(length - others, L'n') + L".pdf", bytes);
+    EXPECT_EQ(path.size(), length);
+    return path;
+}
+
+std::wstring DjvuBeside(const std::wstring& pdf) {
+    return pdf.substr(0, pdf.size() - 4) + L".djvu";
+}

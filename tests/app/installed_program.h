@@ -10,6 +10,9 @@ enum class Converter { None, StandIn, Real };
 std::wstring BuiltProgram();
 std::wstring Equipment(const wchar_t* name);
 
+// The document that a PDF is converted to unless another folder is chosen.
+std::wstring DjvuBeside(const std::wstring& pdf);
+
 class InstalledProgram {
 public:
     // `folderName` is the program folder's own name, so that a test may choose an odd one.
@@ -28,10 +31,12 @@ public:
     // What the stand-ins write down goes here (see RecordedRun).
     [[nodiscard]] std::wstring Record() const { return m_root + L"\\runs.txt"; }
 
-    // Makes a folder below the common one and gives its path.
+    // Makes a folder below the common one and returns its path.
     [[nodiscard]] std::wstring MakeFolder(const std::wstring& name) const;
-    // Makes a file among the PDFs and gives its path. The stand-ins do not look into it.
+    // Makes a file among the PDFs and returns its path. The stand-ins do not look into it.
     [[nodiscard]] std::wstring MakePdf(const std::wstring& name, std::string_view bytes = "%PDF-1.4") const;
+    // The same for one whose whole path has this length, at least 250.
+    [[nodiscard]] std::wstring MakePdfOfLength(std::size_t length, std::string_view bytes = "%PDF-1.4") const;
 
 private:
     std::wstring m_root;

@@ -1,10 +1,7 @@
-// A batch with the converter that people use: under Wine the system's own, behind a bridge.
+// Batches with the converter that people use.
 #include "tests/app/app_fixture.h"
 
 #include "tests/app/small_pdf.h"
-#include "tests/equipment/wine.h"
-#include "tests/equipment/file_bytes.h"
-#include "tests/equipment/text.h"
 
 namespace {
 
@@ -13,27 +10,15 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class RealConverter : public AppTest {
+class RealConverter : public RealConverterFixture {
 protected:
-    RealConverter() : AppTest(Converter::Real) {}
-    void SetUp() override {
-        if (!UnderWine()) GTEST_SKIP() << "the bridge to the converter is a program for Wine";
-    }
-    [[nodiscard]] std::wstring RealPdf(const wchar_t* name) const {
+    [[nodiscard]] std::wstring RealPdf(const std::wstring& name) const {
         return installed.MakePdf(name, SmallPdf(2));
-    }
-    // A DjVu document of several pages begins like this.
-    static void ExpectDjvu(const std::wstring& path) {
-        ASSERT_TRUE(driver::FileExists(path));
-        EXPECT_THAT(driver::ReadFileBytes(path), StartsWith("AT&TFORM")) << driver::ToUtf8(path);
     }
 };
 
 TEST_F(RealConverter, MakesDjvuFilesInBothModes) {
-    const auto a = RealPdf(L"Rapport annuel.pdf");
-    const auto b = RealPdf(L"b.pdf");
-    Start();
-    AddForConversion({a, b});
+    StartWith({RealPdf(L"Rapport annuel.pdf"), RealPdf(L"b.pdf")});
     Convert();
     EXPECT_THAT(Durations(), Each(StartsWith(L"00:00:")));
     for (const wchar_t* const name : {L"\\Rapport annuel.djvu", L"\\b.djvu"})
@@ -41,49 +26,108 @@ TEST_F(RealConverter, MakesDjvuFilesInBothModes) {
     EXPECT_FALSE(driver::FileExists(installed.Log()));
 
     const auto folder = installed.MakeFolder(L"Sortie");
-    Window().Tick(id::kHideOutput);
-    Window().Tick(id::kOutputFolderBox);
-    Window().Type(id::kOutputFolder, folder);
+    Window().Check(IDC_HIDE_OUTPUT);
+    Window().Check(IDC_OUTPUT_FOLDER_CHECK);
+    Window().Type(IDC_OUTPUT_FOLDER, folder);
     Convert();
     for (const wchar_t* const name : {L"\\Rapport annuel.djvu", L"\\b.djvu"}) ExpectDjvu(folder + name);
     // The converter's own messages are in the log, before each record.
     EXPECT_THAT(driver::ReadFileBytes(installed.Log()), HasSubstr("bytes out"));
 }
 
-TEST_F(RealConverter, FileThatIsNoPdfEndsTheBatch) {
-    const auto a = installed.MakePdf(L"a.pdf", "this is no PDF");
-    const auto b = RealPdf(L"b.pdf");
-    Start();
-    AddForConversion({a, b});
-    Window().StartBatch();
-    ASSERT_TRUE(BecomesIdle());
-    EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L""));
-    EXPECT_FALSE(driver::FileExists(installed.PdfFolder() + L"\\a.djvu"));
-    EXPECT_FALSE(driver::FileExists(installed.PdfFolder() + L"\\b.djvu"));
+TEST_F(RealConverter, MakesADjvuFileForEachName) {
+    std::vector<std::wstring> pdfs;
+    for (const std::wstring& name : NamesToTripOver())
+        pdfs.push_back(RealPdf(L"Дом & jardin (été) !\\" + name + L".pdf"));
+    StartWith(pdfs);
+    Convert();
+    for (const std::wstring& pdf : pdfs) ExpectDjvu(DjvuBeside(pdf));
+    EXPECT_THAT(Durations(), Each(StartsWith(L"00:00:")));
 }
 
 TEST_F(RealConverter, ConvertsOnlyThePagesAskedFor) {
-    const auto a = RealPdf(L"a.pdf");
-    Start();
-    AddForConversion({a});
-    Window().Tick(id::kHideOutput);
-    Window().Tick(id::kPagesBox);
-    Window().Type(id::kPages, L"2");
+    StartWith({RealPdf(L"a.pdf")});
+    Window().Check(IDC_HIDE_OUTPUT);
+    Window().Check(IDC_PAGES_CHECK);
+    Window().Type(IDC_PAGES, L"2");
     Convert();
     const std::string log = driver::ReadFileBytes(installed.Log());
     EXPECT_THAT(log, HasSubstr("page #2"));
     EXPECT_THAT(log, testing::Not(HasSubstr("page #1")));
 }
 
-TEST_F(RealConverter, PageListThatItRefusesEndsTheBatch) {
-    const auto a = RealPdf(L"a.pdf");
-    Start();
-    AddForConversion({a});
-    Window().Tick(id::kPagesBox);
-    Window().Type(id::kPages, L"5-,-3");
+struct Refusal {
+    const char* name;
+    std::wstring (*makePdf)(const InstalledProgram& installed);
+    // Further preparation in the window, whose list holds the PDF.
+    void (*prepare)(const InstalledProgram& installed, const driver::MainWindow& window,
+                    const std::wstring& pdf);
+};
+
+void PrepareNothing(const InstalledProgram& /*installed*/, const driver::MainWindow& /*window*/,
+                    const std::wstring& /*pdf*/) {}
+
+std::wstring MakeRealPdf(const InstalledProgram& installed) {
+    return installed.MakePdf(L"a.pdf", SmallPdf(2));
+}
+
+class ConversionRefused : public RealConverterFixture, public testing::WithParamInterface<Refusal> {};
+
+TEST_P(ConversionRefused, EndsTheBatchAndLeavesThePdf) {
+    startOptions.environment[L"TALVENOR_TEST"] = L"autre";
+    const auto pdf = GetParam().makePdf(installed);
+    const auto bytes = driver::ReadFileBytes(pdf);
+    StartWith({pdf, installed.MakePdf(L"next.pdf", SmallPdf(2))});
+    GetParam().prepare(installed, Window(), pdf);
+    const bool isThere = driver::FileExists(pdf);
     Window().StartBatch();
     ASSERT_TRUE(BecomesIdle());
-    EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !"));
+    EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L""));
+    EXPECT_FALSE(driver::FileExists(DjvuBeside(pdf)));
+    EXPECT_FALSE(driver::FileExists(installed.PdfFolder() + L"\\next.djvu"));
+    EXPECT_EQ(driver::FileExists(pdf), isThere);
+    if (isThere) {
+        EXPECT_EQ(driver::ReadFileBytes(pdf), bytes);
+    }
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Because, ConversionRefused,
+    testing::Values(
+        Refusal{
+            "TheFileIsNoPdf",
+            [](const InstalledProgram& installed) { return installed.MakePdf(L"a.pdf", "this is no PDF"); },
+            &PrepareNothing},
+        Refusal{"TheFileHasVanished", &MakeRealPdf,
+                [](const InstalledProgram&, const driver::MainWindow&, const std::wstring& pdf) {
+                    ASSERT_TRUE(::DeleteFileW(pdf.c_str()));
+                }},
+        Refusal{"ThePageListIsWrong", &MakeRealPdf,
+                [](const InstalledProgram&, const driver::MainWindow& window, const std::wstring&) {
+                    window.Check(IDC_PAGES_CHECK);
+                    window.Type(IDC_PAGES, L"5-,-3");
+                }},
+        // The interpreter reads it, and the converter is given another name.
+        Refusal{"AVariableIsInTheName",
+                [](const InstalledProgram& installed) {
+                    return installed.MakePdf(L"%TALVENOR_TEST%.pdf", SmallPdf(1));
+                },
+                &PrepareNothing},
+        // Renaming the extension would need a 260th character and is refused, so the converter is told to
+        // write the PDF itself. It must say no.
+        Refusal{"ThereIsNoRoomForTheExtension",
+                [](const InstalledProgram& installed) { return installed.MakePdfOfLength(259, SmallPdf(1)); },
+                &PrepareNothing},
+        Refusal{"ThereIsNoRoomInTheOutputFolder",
+                [](const InstalledProgram& installed) {
+                    return installed.MakePdf(std::wstring(80, L'n') + L".pdf", SmallPdf(1));
+                },
+                [](const InstalledProgram& installed, const driver::MainWindow& window, const std::wstring&) {
+                    const auto root = installed.MakeFolder(L"S");
+                    window.Check(IDC_OUTPUT_FOLDER_CHECK);
+                    window.Type(IDC_OUTPUT_FOLDER,
+                                installed.MakeFolder(L"S\\" + std::wstring(220 - root.size(), L's')));
+                }}),
+    [](const auto& refusal) { return std::string(refusal.param.name); });
 
 }  // namespace

@@ -78,6 +78,10 @@ void Press(WORD key, const std::vector<WORD>& held) {
     Send(std::move(events));
 }
 
+void PressAll(std::initializer_list<WORD> keys) {
+    for (const WORD key : keys) Press(key);
+}
+
 void PressWithShift(WORD key) {
     Press(key, {VK_SHIFT});
 }

@@ -3,6 +3,7 @@
 #pragma once
 #include <windows.h>
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ HWND Focus(HWND window);
 
 // Presses a key while others are held, and lets all go.
 void Press(WORD key, const std::vector<WORD>& held = {});
+void PressAll(std::initializer_list<WORD> keys);  // one after another
 void PressWithShift(WORD key);
 void PressWithControl(WORD key);
 // Types characters that the keyboard has.

@@ -37,8 +37,8 @@ protected:
     [[nodiscard]] LongestAnswers AskThroughoutABatch() {
         LongestAnswers longest;
         const auto deadline = Clock::now() + kLongestBatch;
-        driver::Click(Control(id::kConvert));
-        while (!Window().OpenBox()) {
+        driver::Click(Control(IDOK));
+        while (!Window().OpenDialog()) {
             if (Clock::now() > deadline) throw driver::Failure("the batch does not end");
             longest.program = std::max(longest.program, AnswerTime(Window().Window(), WM_NULL));
             longest.plain =
@@ -68,9 +68,8 @@ TEST_F(Responsiveness, WindowAnswersAtMost100MillisecondsLaterThanAPlainOneInABa
     std::vector<std::wstring> paths;
     for (int i = 0; i < kFiles; ++i)
         paths.push_back(installed.MakePdf(L"Document " + std::to_wstring(i) + L" wait60.pdf"));
-    Start();
-    AddForConversion(paths);
-    Window().Tick(id::kHideOutput);
+    StartWith(paths);
+    Window().Check(IDC_HIDE_OUTPUT);
     auto shortest = driver::Milliseconds::max();
     for (int i = 0; i < kBatches; ++i) {
         const LongestAnswers longest = AskThroughoutABatch();

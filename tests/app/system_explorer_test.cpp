@@ -11,10 +11,7 @@
 #include <memory>
 
 #include "tests/equipment/failure.h"
-#include "tests/equipment/file_bytes.h"
 #include "tests/equipment/handle.h"
-#include "tests/equipment/system_program_swap.h"
-#include "tests/equipment/wine.h"
 
 namespace {
 
@@ -39,50 +36,35 @@ protected:
     // The system's own is a witness, too.
     void SetUp() override {
         if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its explorer";
-        m_systemsOwn = std::make_unique<driver::SystemProgramSwap>(m_windows + L"\\" + kName,
+        m_systemsOwn = std::make_unique<driver::SystemProgramSwap>(windows + L"\\" + kName,
                                                                    Equipment(L"witness_program.exe"));
     }
-    void TearDown() override { ::DeleteFileW(Sign(m_windows).c_str()); }  // there may be none
+    void TearDown() override { ::DeleteFileW(Sign(windows).c_str()); }  // there may be none
 
     static void Plant(const std::wstring& folder) {
         const std::wstring path = folder + L"\\" + kName;
         ASSERT_TRUE(::CopyFileW(Equipment(L"witness_program.exe").c_str(), path.c_str(), TRUE));
     }
-    [[nodiscard]] bool SystemsOwnHasRun() const { return driver::FileExists(Sign(m_windows)); }
-    [[nodiscard]] bool OneBesideTheProgramHasRun() const {
-        return driver::FileExists(Sign(installed.Folder()));
+    static bool HasRun(const std::wstring& folder) { return driver::FileExists(Sign(folder)); }
+    void OpenDestinationAndExpectOnlyTheSystemsOwn() const {
+        Window().Check(IDC_OUTPUT_FOLDER_CHECK);
+        Window().Type(IDC_OUTPUT_FOLDER, installed.PdfFolder());
+        ASSERT_TRUE(Comes([&] { return IsEnabled(IDC_OPEN_DESTINATION); }));
+        driver::Click(Control(IDC_OPEN_DESTINATION));
+        ASSERT_TRUE(Comes([&] {
+            return HasRun(windows) || HasRun(installed.Folder()) || HasRun(installed.PdfFolder());
+        })) << "none is started";
+        EXPECT_TRUE(HasRun(windows));
+        EXPECT_FALSE(HasRun(installed.Folder()));
+        EXPECT_FALSE(HasRun(installed.PdfFolder()));
+        EXPECT_EQ(Window().OpenDialog(), nullptr);
     }
-    [[nodiscard]] bool OneAmongThePdfsHasRun() const {
-        return driver::FileExists(Sign(installed.PdfFolder()));
-    }
-    [[nodiscard]] bool AnyHasRun() const {
-        return SystemsOwnHasRun() || OneBesideTheProgramHasRun() || OneAmongThePdfsHasRun();
-    }
-    void OpenDestination() const {
-        Window().Tick(id::kOutputFolderBox);
-        Window().Type(id::kOutputFolder, installed.PdfFolder());
-        ASSERT_TRUE(Comes([&] { return IsEnabled(id::kOpenDestination); }));
-        driver::Click(Control(id::kOpenDestination));
-        ASSERT_TRUE(Comes([&] { return AnyHasRun(); })) << "none is started";
-    }
-    void ExpectOnlyTheSystemsOwn() const {
-        EXPECT_TRUE(SystemsOwnHasRun());
-        EXPECT_FALSE(OneBesideTheProgramHasRun());
-        EXPECT_FALSE(OneAmongThePdfsHasRun());
-        EXPECT_EQ(Window().OpenBox(), nullptr);
-    }
+
+    const std::wstring windows = SystemsOwnFolder();
 
 private:
-    const std::wstring m_windows = SystemsOwnFolder();
     std::unique_ptr<driver::SystemProgramSwap> m_systemsOwn;
 };
-
-TEST_F(SystemExplorer, IsStartedAndNotTheOneBesideTheProgram) {
-    Plant(installed.Folder());
-    Start();
-    OpenDestination();
-    ExpectOnlyTheSystemsOwn();
-}
 
 TEST_F(SystemExplorer, IsStartedAndNotTheOneInTheFolderThatTheOpenDialogLedTo) {
     Plant(installed.PdfFolder());
@@ -91,17 +73,15 @@ TEST_F(SystemExplorer, IsStartedAndNotTheOneInTheFolderThatTheOpenDialogLedTo) {
     AddByDialog(pdf);
     Window().OpenAndCancelAddDialog();  // Wine's moves when it next opens, not when it closes
     ASSERT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(pdf));
-    OpenDestination();
-    ExpectOnlyTheSystemsOwn();
+    OpenDestinationAndExpectOnlyTheSystemsOwn();
 }
 
-TEST_F(SystemExplorer, IsStartedAndNotOneOfTwo) {
+TEST_F(SystemExplorer, IsStartedAndNotTheOneBesideTheProgramNorThatOfTheCurrentDirectory) {
     Plant(installed.Folder());
     Plant(installed.PdfFolder());
     startOptions.directory = installed.PdfFolder();
     Start();
-    OpenDestination();
-    ExpectOnlyTheSystemsOwn();
+    OpenDestinationAndExpectOnlyTheSystemsOwn();
 }
 
 // Without care it would be another: here, for the test program itself.
@@ -117,7 +97,7 @@ TEST_F(SystemExplorer, ByItsBareNameIsThePlantedOne) {
     EXPECT_TRUE(::ShellExecuteExW(&request)) << ::GetLastError();
     EXPECT_TRUE(::SetCurrentDirectoryW(before));
     const driver::UniqueHandle started(request.hProcess);
-    EXPECT_TRUE(Comes([&] { return OneAmongThePdfsHasRun(); }));
+    EXPECT_TRUE(Comes([&] { return HasRun(installed.PdfFolder()); }));
     if (started) ::TerminateProcess(started.Get(), 0);  // the real one would stay
 }
 

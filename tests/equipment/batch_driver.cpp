@@ -45,10 +45,10 @@ void LetPictureBeTaken(const BatchOptions& options, const driver::MainWindow& wi
 }
 
 void AddPdfs(const BatchOptions& options, const driver::MainWindow& window) {
-    const HWND convert = window.Control(driver::id::kConvert);
+    const HWND convert = window.Control(IDOK);
     Require(!driver::IsEnabled(convert), "Convertir is disabled in a fresh window");
     window.DropPdfs(options.pdfs);
-    Require(driver::ColumnTexts(window.Control(driver::id::kFileList), 0) == options.pdfs,
+    Require(driver::ColumnTexts(window.Control(IDC_FILE_LIST), 0) == options.pdfs,
             "the list holds the dropped paths in their order");
     Require(!driver::IsEnabled(convert), "dropping files leaves Convertir disabled");
     window.OpenAndCancelAddDialog();
@@ -56,15 +56,15 @@ void AddPdfs(const BatchOptions& options, const driver::MainWindow& window) {
 }
 
 void ChooseOptions(const BatchOptions& options, const driver::MainWindow& window) {
-    for (const int box : options.boxes) window.Tick(box);
+    for (const int box : options.boxes) window.Check(box);
     const auto choose = [&](int box, int edit, const std::wstring& text) {
         if (text.empty()) return;
-        window.Tick(box);
+        window.Check(box);
         window.Type(edit, text);
     };
-    choose(driver::id::kPagesBox, driver::id::kPages, options.pages);
-    choose(driver::id::kResolutionBox, driver::id::kResolution, options.resolution);
-    choose(driver::id::kOutputFolderBox, driver::id::kOutputFolder, options.outputFolder);
+    choose(IDC_PAGES_CHECK, IDC_PAGES, options.pages);
+    choose(IDC_RESOLUTION_CHECK, IDC_RESOLUTION, options.resolution);
+    choose(IDC_OUTPUT_FOLDER_CHECK, IDC_OUTPUT_FOLDER, options.outputFolder);
 }
 
 bool IsDuration(const std::wstring& text) {
@@ -78,7 +78,7 @@ bool IsDuration(const std::wstring& text) {
 
 // Returns how many rows ended without a duration.
 int PrintRows(const driver::MainWindow& window) {
-    const HWND list = window.Control(driver::id::kFileList);
+    const HWND list = window.Control(IDC_FILE_LIST);
     const auto paths = driver::ColumnTexts(list, 0);
     const auto durations = driver::ColumnTexts(list, 1);
     int without = 0;
@@ -94,7 +94,7 @@ void RunBatch(const BatchOptions& options) {
     const driver::MainWindow window(program);
     AddPdfs(options, window);
     ChooseOptions(options, window);
-    const bool hidden = driver::IsChecked(window.Control(driver::id::kHideOutput));
+    const bool hidden = driver::IsChecked(window.Control(IDC_HIDE_OUTPUT));
 
     window.StartBatch();
     HWND box = nullptr;
@@ -108,8 +108,8 @@ void RunBatch(const BatchOptions& options) {
     LetPictureBeTaken(options, window, "message");
     window.CloseCompletion(box);
     Require(withoutDuration == 0, "every row has its duration");
-    Require(driver::Text(window.Control(driver::id::kStatus)).empty(), "the status line is empty at the end");
-    Require(driver::IsVisible(window.Control(driver::id::kOpenLog)) == hidden,
+    Require(driver::Text(window.Control(IDC_STATUS)).empty(), "the status line is empty at the end");
+    Require(driver::IsVisible(window.Control(IDC_OPEN_LOG)) == hidden,
             "the log button is there exactly after a hidden batch");
     LetPictureBeTaken(options, window, "window");
     Require(window.Quit() == driver::kExitCodeOfQuit, "Quitter ends the program with code 2");

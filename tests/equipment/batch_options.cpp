@@ -11,8 +11,6 @@
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/text.h"
 
-namespace id = driver::id;
-
 const char kBatchUsage[] =
     "batch_driver Talvenor.exe [options] PDF... | @LIST\n"
     "  LIST               a UTF-8 file with one path a line\n"
@@ -29,10 +27,10 @@ namespace {
 
 // Options that are one box and nothing else.
 const std::map<std::wstring, int> kBoxes = {
-    {L"--hide", id::kHideOutput},       {L"--no-metadata", id::kNoMetadata},
-    {L"--no-outline", id::kNoOutline},  {L"--no-hyperlinks", id::kNoHyperlinks},
-    {L"--no-text", id::kNoText},        {L"--lines", id::kLines},
-    {L"--monochrome", id::kMonochrome},
+    {L"--hide", IDC_HIDE_OUTPUT},      {L"--no-metadata", IDC_NO_METADATA},
+    {L"--no-outline", IDC_NO_OUTLINE}, {L"--no-hyperlinks", IDC_NO_HYPERLINKS},
+    {L"--no-text", IDC_NO_TEXT},       {L"--lines", IDC_LINES},
+    {L"--monochrome", IDC_MONOCHROME},
 };
 
 const std::map<std::wstring, std::wstring BatchOptions::*> kTexts = {

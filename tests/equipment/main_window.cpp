@@ -22,24 +22,24 @@ void WaitFor(const std::string& what, Milliseconds limit, auto&& condition) {
 }  // namespace
 
 MainWindow::MainWindow(const Program& program)
-    : m_program(program), m_window(WaitForMainWindow(program, id::kFileList, kStartLimit)) {}
+    : m_program(program), m_window(WaitForMainWindow(program, IDC_FILE_LIST, kStartLimit)) {}
 
 HWND MainWindow::Control(int controlId) const {
     return driver::Control(m_window, controlId);
 }
 
 bool MainWindow::IsRunning() const {
-    return Text(Control(id::kQuit)) == kStopText;
+    return Text(Control(IDCANCEL)) == kStopText;
 }
 
-HWND MainWindow::OpenBox() const {
+HWND MainWindow::OpenDialog() const {
     for (const HWND dialog : Dialogs(m_program))
         if (dialog != m_window) return dialog;
     return nullptr;
 }
 
 void MainWindow::DropPdfs(const std::vector<std::wstring>& paths) const {
-    const HWND list = Control(id::kFileList);
+    const HWND list = Control(IDC_FILE_LIST);
     const int expected = RowCount(list) + static_cast<int>(paths.size());
     DropFiles(list, paths);
     WaitFor("the list holds " + std::to_string(expected) + " rows",
@@ -47,7 +47,7 @@ void MainWindow::DropPdfs(const std::vector<std::wstring>& paths) const {
 }
 
 void MainWindow::OpenAndCancelAddDialog() const {
-    Click(Control(id::kAdd));
+    Click(Control(IDC_ADD));
     const HWND dialog = WaitForDialog(m_program, m_window, kEffectLimit);
     const HWND cancel = driver::Control(dialog, IDCANCEL);
     // Shown is not yet ready: the system's dialog fills itself before it takes a click.
@@ -60,11 +60,12 @@ void MainWindow::OpenAndCancelAddDialog() const {
     Ask(m_window, WM_NULL);
 }
 
-void MainWindow::Tick(int boxId) const {
-    const HWND box = Control(boxId);
-    if (IsChecked(box)) return;
-    Click(box);
-    WaitFor("box " + std::to_string(boxId) + " is checked", kEffectLimit, [&] { return IsChecked(box); });
+void MainWindow::Check(int checkBoxId) const {
+    const HWND checkBox = Control(checkBoxId);
+    if (IsChecked(checkBox)) return;
+    Click(checkBox);
+    WaitFor("check box " + std::to_string(checkBoxId) + " is checked", kEffectLimit,
+            [&] { return IsChecked(checkBox); });
 }
 
 void MainWindow::Type(int editId, const std::wstring& text) const {
@@ -77,39 +78,39 @@ void MainWindow::Type(int editId, const std::wstring& text) const {
 }
 
 void MainWindow::StartBatch() const {
-    const HWND list = Control(id::kFileList);
+    const HWND list = Control(IDC_FILE_LIST);
     const auto durationsBefore = ColumnTexts(list, 1);
-    Click(Control(id::kConvert));
+    Click(Control(IDOK));
     // A batch may be over before we look; then its durations tell of it.
     WaitFor("the batch begins", kEffectLimit, [&] {
-        return m_program.HasEnded() || IsRunning() || OpenBox() || ColumnTexts(list, 1) != durationsBefore;
+        return m_program.HasEnded() || IsRunning() || OpenDialog() || ColumnTexts(list, 1) != durationsBefore;
     });
 }
 
 HWND MainWindow::WaitForCompletion(Milliseconds limit) const {
-    HWND box = nullptr;
+    HWND message = nullptr;
     const auto ended = [&] {
-        // The window's state is read before the box is looked for: the box opens while the window still shows
-        // a running batch, so an idle window without one means that there was none.
+        // The window's state is read first: the message opens while the window still shows a running batch,
+        // so an idle window without one means that there was none.
         const bool running = !m_program.HasEnded() && IsRunning();
-        box = OpenBox();
-        return box != nullptr || !running;
+        message = OpenDialog();
+        return message != nullptr || !running;
     };
     WaitFor("the batch ends", limit, ended);
-    if (!box) throw Failure("the batch ended without its message");
-    if (AllText(box).find(kCompletionText) == std::wstring::npos)
-        throw Failure(L"another message than the end of the batch: " + AllText(box));
-    return box;
+    if (!message) throw Failure("the batch ended without its message");
+    if (AllText(message).find(kCompletionText) == std::wstring::npos)
+        throw Failure(L"another message than the end of the batch: " + AllText(message));
+    return message;
 }
 
-void MainWindow::CloseCompletion(HWND box) const {
-    PressDialogButton(box, IDOK);
+void MainWindow::CloseCompletion(HWND messageBox) const {
+    PressDialogButton(messageBox, IDOK);
     WaitFor("the message is gone and the window idle", kEffectLimit,
-            [&] { return !::IsWindow(box) && !IsRunning() && IsEnabled(Control(id::kConvert)); });
+            [&] { return !::IsWindow(messageBox) && !IsRunning() && IsEnabled(Control(IDOK)); });
 }
 
 DWORD MainWindow::Quit() const {
-    Click(Control(id::kQuit));
+    Click(Control(IDCANCEL));
     const auto code = m_program.WaitForExit(kEffectLimit);
     if (!code) throw Failure("the program still runs after Quitter");
     return *code;

@@ -1,21 +1,20 @@
 // Stands in for the command interpreter: tests put it in cmd.exe's place in the Wine session's system folder
-// (see interpreter_swap.h). It owns a hidden top-level window, as a console does on Windows, where the real
-// interpreter's console belongs to another process under Wine; so the close request of a stop reaches it.
-// It never runs a converter. What can be set:
+// (see system_program_swap.h). It owns a hidden top-level window, as a console does on Windows, where the
+// real interpreter's console belongs to another process under Wine; so the close request of a stop reaches
+// it. It never runs a converter. What can be set:
 //
 //   TALVENOR_INTERPRETER_OUT     file that one block a run is appended to
 //   TALVENOR_INTERPRETER_MS      how long to run, milliseconds (200)
-//   TALVENOR_INTERPRETER_RC      exit code of a run that nobody closed (0)
 //   TALVENOR_INTERPRETER_IGNORE  1: a request to close is written down, and the run goes on
 //   TALVENOR_INTERPRETER_CLASS   class of the window (StandInInterpreter)
 //
 // A PDF's own name, which is the title of the run, goes before the time: in "wait500.pdf" it runs for 500 ms.
 //
-// The block begins like the stand-in converter's (command, directory, title, show), is written once the
+// The block begins like the stand-in converter's (command, directory), is written once the
 // window is there to be closed, and ends, when the run does, with:
 //
 //   closed=0|1                whether SC_CLOSE arrived; written at once when it is ignored
-//   ended=<exit code>         3 when it was closed
+//   ended=<exit code>         3 when it was closed, else 0
 #include <windows.h>
 #include <imm.h>
 
@@ -50,7 +49,7 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         return 0;
     }
     if (message == WM_TIMER) {
-        ::PostQuitMessage(static_cast<int>(stand_in::NumberSetting(L"TALVENOR_INTERPRETER_RC", 0)));
+        ::PostQuitMessage(0);
         return 0;
     }
     return ::DefWindowProcW(window, message, wParam, lParam);

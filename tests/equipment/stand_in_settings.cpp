@@ -43,12 +43,7 @@ bool AppendRecord(const wchar_t* variable, const std::wstring& record) {
 std::wstring DescribeStart() {
     std::wstring directory(::GetCurrentDirectoryW(0, nullptr), L'\0');
     directory.resize(::GetCurrentDirectoryW(static_cast<DWORD>(directory.size()), directory.data()));
-    STARTUPINFOW startup = {};
-    ::GetStartupInfoW(&startup);
-    const bool showGiven = (startup.dwFlags & STARTF_USESHOWWINDOW) != 0;
-    return std::wstring(L"command=") + ::GetCommandLineW() + L"\ndirectory=" + directory + L"\ntitle=" +
-           (startup.lpTitle ? startup.lpTitle : L"") + L"\nshow=" +
-           (showGiven ? std::to_wstring(startup.wShowWindow) : L"-1") + L'\n';
+    return std::wstring(L"command=") + ::GetCommandLineW() + L"\ndirectory=" + directory + L'\n';
 }
 
 }  // namespace stand_in

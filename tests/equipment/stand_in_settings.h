@@ -17,8 +17,8 @@ DWORD NumberInName(const std::wstring& name, const std::wstring& word, DWORD whe
 // nothing is recorded. False when the record could not be written.
 [[nodiscard]] bool AppendRecord(const wchar_t* variable, const std::wstring& record);
 
-// The lines that every stand-in records about its start: the command line as received, the current
-// directory, the title and the show command it was started with (-1: none given).
+// The lines that every stand-in records about its start: the command line as received, and the current
+// directory.
 std::wstring DescribeStart();
 
 }  // namespace stand_in

@@ -18,7 +18,6 @@ SystemProgramSwap::SystemProgramSwap(const std::wstring& program, const std::wst
     : m_program(program), m_saved(program + L".saved") {
     if (!UnderWine()) throw Failure("the programs of a real Windows are never replaced");
     if (!::MoveFileExW(m_program.c_str(), m_saved.c_str(), 0)) FailCall("MoveFileExW", ::GetLastError());
-    if (replacement.empty()) return;
     if (!::CopyFileW(replacement.c_str(), m_program.c_str(), TRUE)) {
         const DWORD error = ::GetLastError();
         ::MoveFileExW(m_saved.c_str(), m_program.c_str(), 0);
@@ -32,6 +31,12 @@ SystemProgramSwap::~SystemProgramSwap() {
     static_cast<void>(WaitUntil(
         [&] { return ::MoveFileExW(m_saved.c_str(), m_program.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE; },
         kFreeLimit));
+}
+
+std::unique_ptr<SystemProgramSwap> SwapInterpreter(const std::wstring& replacement) {
+    wchar_t folder[MAX_PATH] = {};
+    if (!::GetSystemDirectoryW(folder, MAX_PATH)) FailCall("GetSystemDirectoryW", ::GetLastError());
+    return std::make_unique<SystemProgramSwap>(std::wstring(folder) + L"\\cmd.exe", replacement);
 }
 
 }  // namespace driver

@@ -24,7 +24,6 @@
 namespace {
 
 constexpr driver::Milliseconds kLimit{20'000};
-constexpr int kVersion = 1021;  // of the About box
 
 void LoadByBareName(const driver::Program& program, HWND window, const std::wstring& name) {
     driver::RemoteMemory memory(window, (name.size() + 1) * sizeof(wchar_t));
@@ -56,10 +55,10 @@ void PrintLibraries(const driver::Program& program) {
 void Run(const std::wstring& path, bool add, const std::wstring& libraryName) {
     const driver::Program program(path);
     const driver::MainWindow window(program);
-    if (add) driver::Ask(window.Control(driver::id::kAdd), BM_CLICK);
-    driver::Click(window.Control(driver::id::kAbout));
+    if (add) driver::Ask(window.Control(IDC_ADD), BM_CLICK);
+    driver::Click(window.Control(IDC_ABOUT));
     const HWND about = driver::WaitForDialog(program, window.Window(), kLimit);
-    std::puts(driver::ToUtf8(driver::Text(driver::Control(about, kVersion))).c_str());
+    std::puts(driver::ToUtf8(driver::Text(driver::Control(about, IDC_VERSION))).c_str());
     if (!libraryName.empty()) LoadByBareName(program, window.Window(), libraryName);
     PrintLibraries(program);
     driver::PressDialogButton(about, IDOK);

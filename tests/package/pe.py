@@ -8,7 +8,9 @@ Section = namedtuple("Section", "name header address offset size flags")
 SECTION_RUNS = 0x20000000
 SECTION_IS_WRITTEN = 0x80000000
 
-_IMPORTS, _RESOURCES = 1, 2
+IS_PROGRAM, IS_LIBRARY, RELOCATIONS_STRIPPED = 0x2, 0x2000, 0x1
+
+EXPORTS, _IMPORTS, _RESOURCES, RELOCATIONS, DEBUG = 0, 1, 2, 5, 6
 RT_ICON, RT_VERSION, RT_MANIFEST = 3, 16, 24
 
 
@@ -21,6 +23,12 @@ class Program:
         self.optional_header = self.header + 24
         if self._number("<H", self.optional_header) != 0x20B:
             raise ValueError(f"not a 64-bit program: {path}")
+        self.machine = self._number("<H", self.header + 4)
+        self.time = self._number("<I", self.header + 8)
+        self.symbols = self._number("<I", self.header + 16)
+        self.characteristics = self._number("<H", self.header + 22)
+        self.system_version = struct.unpack_from("<2H", self.bytes, self.optional_header + 40)
+        self.subsystem_version = struct.unpack_from("<2H", self.bytes, self.optional_header + 48)
         self.flags_offset = self.optional_header + 70
         self.flags = self._number("<H", self.flags_offset)  # DllCharacteristics
         self.sections = self._read_sections()
@@ -40,6 +48,9 @@ class Program:
 
     def _directory(self, index):
         return self._number("<I", self.optional_header + 112 + 8 * index)
+
+    def directory_size(self, index):
+        return self._number("<I", self.optional_header + 112 + 8 * index + 4)
 
     def _offset(self, address):
         for section in self.sections:

@@ -180,7 +180,7 @@ class Sample(Folder):
         self.assertRegex(results, r"\nRealConverter\.\*: .+\n")
 
     def test_program_itself_runs_from_there(self):
-        self.check("app.countdown", 5)
+        self.check("app.countdown", 3)
 
 
 class Unruly(Folder):

@@ -8,23 +8,14 @@
 #include "tests/equipment/list_reader.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/window_driver.h"
+#include "tests/equipment/wine.h"
 #include "tests/pictures/photographer.h"
 
 namespace {
-
-namespace id = driver::id;
 using driver::Milliseconds;
 
-constexpr int kSeconds = 1039;  // of the countdown dialog
 constexpr Milliseconds kSoon{20'000};
 constexpr Milliseconds kBatchLimit{120'000};
-
-// The countdown would end in a request to shut down. It must not even be shown where there is something to.
-void RequireWine() {
-    const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
-    if (!ntdll || !::GetProcAddress(ntdll, "wine_get_version"))
-        throw driver::Failure("pictures are only taken under Wine");
-}
 
 void Await(const std::string& what, auto&& condition, Milliseconds limit = kSoon) {
     if (!driver::WaitUntil(condition, limit)) throw driver::Failure("waited in vain for " + what);
@@ -60,7 +51,7 @@ void ShowBox(const std::string& name, int closeBy, const driver::Program& progra
 }
 
 void SelectRowByKeys(const driver::MainWindow& window) {
-    const HWND list = window.Control(id::kFileList);
+    const HWND list = window.Control(IDC_FILE_LIST);
     driver::PressKey(list, VK_END);
     driver::PressKey(list, VK_HOME);
     driver::PressKey(list, VK_DOWN);
@@ -71,7 +62,7 @@ void SelectRowByKeys(const driver::MainWindow& window) {
 void ShowCountdownAt(const wchar_t* second, const driver::Program& program,
                      const driver::MainWindow& window) {
     const HWND countdown = driver::WaitForDialog(program, window.Window(), kBatchLimit);
-    Await("the countdown", [&] { return driver::Text(driver::Control(countdown, kSeconds)) == second; });
+    Await("the countdown", [&] { return driver::Text(driver::Control(countdown, IDC_SECONDS)) == second; });
     Photographer(program).TakeStill("countdown", countdown);
     driver::PressDialogButton(countdown, IDCANCEL);
     Await("the countdown to be gone", [&] { return !::IsWindow(countdown); });
@@ -84,47 +75,48 @@ void ShowMainWindowAndBoxes(const Stage& stage) {
     const driver::MainWindow window(program);
     const Photographer photographer(program);
     photographer.Take("main", window.Window());
-    driver::Click(window.Control(id::kAbout));
+    driver::Click(window.Control(IDC_ABOUT));
     ShowBox("about", IDOK, program, window);
 
     window.DropPdfs(PdfsIn(stage.pdfFolder));
     SelectRowByKeys(window);
-    window.Tick(id::kPagesBox);
-    window.Type(id::kPages, L"1-12,15");
-    window.Tick(id::kResolutionBox);
-    window.Tick(id::kOutputFolderBox);
-    window.Type(id::kOutputFolder, stage.outputFolder);
-    window.Tick(id::kNoText);
+    window.Check(IDC_PAGES_CHECK);
+    window.Type(IDC_PAGES, L"1-12,15");
+    window.Check(IDC_RESOLUTION_CHECK);
+    window.Check(IDC_OUTPUT_FOLDER_CHECK);
+    window.Type(IDC_OUTPUT_FOLDER, stage.outputFolder);
+    window.Check(IDC_NO_TEXT);
     window.OpenAndCancelAddDialog();
-    window.Tick(id::kHideOutput);
+    window.Check(IDC_HIDE_OUTPUT);
     photographer.Take("options", window.Window());
-    driver::PressKey(window.Control(id::kFileList), VK_F7);
+    driver::PressKey(window.Control(IDC_FILE_LIST), VK_F7);
     ShowBox("command-line", IDOK, program, window);
     if (window.Quit() != driver::kExitCodeOfQuit) throw driver::Failure("Quitter ended with another code");
 }
 
 void ShowBatch(const Stage& stage) {
-    RequireWine();
+    // The countdown would end in a request to shut down: it is not even shown on a real Windows.
+    if (!UnderWine()) throw driver::Failure("pictures are only taken under Wine");
     const driver::Program program(stage.program, InFolder(stage.pdfFolder));
     const driver::MainWindow window(program);
     const Photographer photographer(program);
-    const HWND list = window.Control(id::kFileList);
+    const HWND list = window.Control(IDC_FILE_LIST);
     window.DropPdfs(PdfsIn(stage.pdfFolder));
-    window.Tick(id::kOutputFolderBox);
-    window.Type(id::kOutputFolder, stage.outputFolder);
+    window.Check(IDC_OUTPUT_FOLDER_CHECK);
+    window.Type(IDC_OUTPUT_FOLDER, stage.outputFolder);
     window.OpenAndCancelAddDialog();
-    window.Tick(id::kHideOutput);
+    window.Check(IDC_HIDE_OUTPUT);
 
     window.StartBatch();
     Await("the second file", [&] { return driver::CellText(list, 1, 1) == L"00:00:04"; });
     photographer.TakeStill("running", window.Window());
-    driver::Click(window.Control(id::kQuit));
+    driver::Click(window.Control(IDCANCEL));
     ShowBox("stop", IDNO, program, window);
     const HWND completion = window.WaitForCompletion(kBatchLimit);
     photographer.Take("finished", window.Window(), completion);
     window.CloseCompletion(completion);
 
-    window.Tick(id::kShutdown);
+    window.Check(IDC_SHUT_DOWN);
     window.StartBatch();
     ShowCountdownAt(L"28", program, window);
     window.CloseCompletion(window.WaitForCompletion(kBatchLimit));

@@ -11,8 +11,8 @@
 #include <shobjidl.h>
 
 #include <array>
-#include <functional>
 #include <map>
+#include <sstream>
 #include <string_view>
 
 namespace {
@@ -133,57 +133,39 @@ std::string SizeOfNote(const CallArguments& arguments) {
     return arguments[0] == kBoxText ? "for a box's text" : "";
 }
 
-// What tells one call of a function from another. Functions that are not here go by their name alone.
+// What tells one call of a function from another, for functions by their names between blanks. Those that are
+// not here go by their name alone.
 const std::map<std::string, Describe>& Details() {
-    static const std::map<std::string, Describe> kDetails = {
-        {"CheckDlgButton", &WindowAndNumber},
-        {"CoCreateInstance", &WhichObject},
-        {"CreateDialogParamW", &SecondResource},
-        {"CreateFileW", &FirstPath},
-        {"CreateWindowExW", &SecondResource},
-        {"DeleteFileW", &FirstPath},
-        {"DestroyWindow", &Window},
-        {"DialogBoxParamW", &SecondResource},
-        {"DragAcceptFiles", &Window},
-        {"EnableWindow", &Window},
-        {"EndDialog", &WindowAndNumber},
-        {"FindResourceExW", &ThirdResource},
-        {"GetClientRect", &Window},
-        {"GetDlgItem", &WindowAndNumber},
-        {"GetParent", &Window},
-        {"GetProcAddress", &SecondName},
-        {"GetSystemMetrics", &FirstNumber},
-        {"GetWindow", &Window},
-        {"GetWindowLongPtrW", &WindowAndLong},
-        {"GetWindowRect", &Window},
-        {"GetWindowTextLengthW", &Window},
-        {"GetWindowTextW", &Window},
-        {"InvalidateRect", &Window},
-        {"IsDlgButtonChecked", &WindowAndNumber},
-        {"IsIconic", &Window},
-        {"IsWindowEnabled", &Window},
-        {"IsWindowVisible", &Window},
-        {"KillTimer", &WindowAndNumber},
-        {"LoadCursorW", &SecondResource},
-        {"LoadIconW", &SecondResource},
-        {"LoadImageW", &SecondResource},
-        {"LoadLibraryW", &FirstPath},
-        {"LoadStringW", &SecondResource},
-        {"PathAppendW", &SecondPath},
-        {"PathFileExistsW", &FirstPath},
-        {"ScreenToClient", &Window},
-        {"SearchPathW", &FirstPathOrNone},
-        {"SendMessageW", &WindowAndMessage},
-        {"SetFocus", &Window},
-        {"SetThreadExecutionState", &WhetherAwake},
-        {"SetTimer", &WindowAndNumber},
-        {"SetWindowLongPtrW", &WindowAndLong},
-        {"SetWindowPos", &Window},
-        {"SetWindowTextW", &Window},
-        {"ShowWindow", &WindowAndNumber},
-        {"UpdateWindow", &Window},
-        {"malloc", &SizeOfNote},
-    };
+    static const std::map<std::string, Describe> kDetails = [] {
+        const std::pair<Describe, const char*> groups[] = {
+            {&WindowAndNumber,
+             "CheckDlgButton EndDialog GetDlgItem IsDlgButtonChecked KillTimer SetTimer ShowWindow"},
+            {&WhichObject, "CoCreateInstance"},
+            {&SecondResource,
+             "CreateDialogParamW CreateWindowExW DialogBoxParamW LoadCursorW LoadIconW LoadImageW "
+             "LoadStringW"},
+            {&FirstPath, "CreateFileW DeleteFileW LoadLibraryW PathFileExistsW"},
+            {&Window,
+             "DestroyWindow DragAcceptFiles EnableWindow GetClientRect GetParent GetWindow GetWindowRect "
+             "GetWindowTextLengthW GetWindowTextW InvalidateRect IsIconic IsWindowEnabled IsWindowVisible "
+             "ScreenToClient SetFocus SetWindowPos SetWindowTextW UpdateWindow"},
+            {&ThirdResource, "FindResourceExW"},
+            {&SecondName, "GetProcAddress"},
+            {&FirstNumber, "GetSystemMetrics"},
+            {&WindowAndLong, "GetWindowLongPtrW SetWindowLongPtrW"},
+            {&SecondPath, "PathAppendW"},
+            {&FirstPathOrNone, "SearchPathW"},
+            {&WindowAndMessage, "SendMessageW"},
+            {&WhetherAwake, "SetThreadExecutionState"},
+            {&SizeOfNote, "malloc"},
+        };
+        std::map<std::string, Describe> details;
+        for (const auto& [describe, functions] : groups) {
+            std::istringstream names(functions);
+            for (std::string name; names >> name;) details[name] = describe;
+        }
+        return details;
+    }();
     return kDetails;
 }
 

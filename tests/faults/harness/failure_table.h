@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string>
 
-// What a call gives that fails as the system makes it fail.
+// What a call returns that fails as the system makes it fail.
 struct Failure {
-    const char* function;
+    std::string function;
     std::uint64_t value;
     unsigned long error;      // the last error that it leaves
     void* instead = nullptr;  // of the function's own type, when it also leaves something behind

@@ -67,46 +67,44 @@ TEST_F(Leaks, NoneInConversionsByRealProcesses) {
     ExpectFlat("conversions by real processes", Times(100, 10), platform, [&] { Convert(); });
 }
 
-TEST_F(Leaks, NoneInStops) {
-    platform.converters = {{.held = true}};
+// How a stop ends the converter that runs.
+struct StopCase {
+    const char* name;
+    const char* figure;
+    int full;
+    Console console;               // of a converter on paper
+    const wchar_t* realConverter;  // with its arguments; null: on paper
+    Platform::Request request;     // made once for each stop
+};
+
+class LeaksOfStops : public Leaks, public testing::WithParamInterface<StopCase> {};
+
+TEST_P(LeaksOfStops, None) {
+    platform.converters = {{.held = true, .console = GetParam().console}};
+    if (GetParam().realConverter) {
+        const std::filesystem::path equipment = std::filesystem::path(TestFolder()) / TALVENOR_EQUIPMENT;
+        platform.realConverter = L'"' + equipment.wstring() + L'\\' + GetParam().realConverter;
+    }
     OpenWith(2);
     int started = 0;
-    ExpectFlat("stops", Times(200, 10), platform, [&] {
+    ExpectFlat(GetParam().figure, Times(GetParam().full, 10), platform, [&] {
         user.Press(IDOK);
         user.WaitForConverter(++started);
         user.Press(IDCANCEL);
         user.WaitForWorkers();
     });
-    EXPECT_EQ(platform.Requests(Platform::Request::Close).size(), static_cast<std::size_t>(started));
+    EXPECT_EQ(platform.Requests(GetParam().request).size(), static_cast<std::size_t>(started));
 }
 
-TEST_F(Leaks, NoneInStopsByTheJob) {
-    platform.converters = {{.held = true, .console = Console::None}};
-    OpenWith(2);
-    int started = 0;
-    ExpectFlat("stops by the job", Times(200, 10), platform, [&] {
-        user.Press(IDOK);
-        user.WaitForConverter(++started);
-        user.Press(IDCANCEL);
-        user.WaitForWorkers();
-    });
-    EXPECT_EQ(platform.Requests(Platform::Request::Job).size(), static_cast<std::size_t>(started));
-}
-
-// The job ends what would else go on longer than anybody waits for it here.
-TEST_F(Leaks, NoneInStopsOfRealProcesses) {
-    const std::filesystem::path equipment = std::filesystem::path(TestFolder()) / TALVENOR_EQUIPMENT;
-    platform.realConverter = L'"' + (equipment / L"stand_in_converter.exe").wstring() + L"\" wait30000.pdf";
-    OpenWith(1);
-    int started = 0;
-    ExpectFlat("stops of real processes", Times(100, 10), platform, [&] {
-        user.Press(IDOK);
-        user.WaitForConverter(++started);
-        user.Press(IDCANCEL);
-        user.WaitForWorkers();
-    });
-    EXPECT_EQ(platform.Requests(Platform::Request::Job).size(), static_cast<std::size_t>(started));
-}
+INSTANTIATE_TEST_SUITE_P(
+    In, LeaksOfStops,
+    testing::Values(StopCase{"ByTheWindow", "stops", 200, Console::Window, nullptr, Platform::Request::Close},
+                    StopCase{"ByTheJob", "stops by the job", 200, Console::None, nullptr,
+                             Platform::Request::Job},
+                    // The job ends what would else go on longer than anybody waits for it here.
+                    StopCase{"OfRealProcesses", "stops of real processes", 100, Console::None,
+                             L"stand_in_converter.exe\" wait30000.pdf", Platform::Request::Job}),
+    [](const auto& stop) { return std::string(stop.param.name); });
 
 TEST_F(Leaks, NoneInStartsThatFail) {
     platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}};
@@ -149,51 +147,42 @@ TEST_F(Leaks, NoneInRowsThatComeAndGo) {
     });
 }
 
-// The whole life of the program, main window and all, in this process.
-TEST(LeaksOfLives, NoneInMainWindows) {
+// The whole life of the program in this process: its main window alone, and with all that is made for a batch
+// and for a screen reader.
+class LeaksOfLives : public testing::TestWithParam<bool> {};
+
+TEST_P(LeaksOfLives, None) {
+    const bool converts = GetParam();
     const Platform none;
-    const auto openAndQuit = [] {
+    const auto live = [&] {
         Platform platform;
+        platform.screenReader = converts;
         CallWatch watch;
         ProgramHost program(platform, watch);
         User user(program);
         program.Start();
         user.WaitForWindow();
+        if (converts) {
+            user.Drop({L"C:\\in\\a.pdf"});
+            user.Press(IDC_ADD);
+            user.Press(IDOK);
+            user.WaitForWorkers();
+            user.WaitForPosted();
+            EXPECT_EQ(platform.ComObjects(), 2) << "the taskbar and the names";
+        }
         user.Quit();
         EXPECT_TRUE(program.WaitForEnd(std::chrono::seconds(15)));
         EXPECT_EQ(program.ExitCode(), 2);
         EXPECT_EQ(platform.Blocks(), 0);
         EXPECT_EQ(platform.Icons(), 0);
-    };
-    ExpectFlat("main windows", Times(200, 10), none, openAndQuit, GdiObjectsKeptByTheSystem());
-}
-
-// The same with all that is made for a batch, and for a screen reader.
-TEST(LeaksOfLives, NoneInMainWindowsThatConvert) {
-    const Platform none;
-    const auto convertAndQuit = [] {
-        Platform platform;
-        platform.screenReader = true;
-        CallWatch watch;
-        ProgramHost program(platform, watch);
-        User user(program);
-        program.Start();
-        user.WaitForWindow();
-        user.Drop({L"C:\\in\\a.pdf"});
-        user.Press(IDC_ADD);
-        user.Press(IDOK);
-        user.WaitForWorkers();
-        user.WaitForPosted();
-        EXPECT_EQ(platform.ComObjects(), 2) << "the taskbar and the names";
-        user.Quit();
-        EXPECT_TRUE(program.WaitForEnd(std::chrono::seconds(15)));
-        EXPECT_EQ(platform.Blocks(), 0);
-        EXPECT_EQ(platform.Icons(), 0);
         EXPECT_EQ(platform.ComObjects(), 0);
         EXPECT_EQ(platform.Names(), "");
     };
-    ExpectFlat("main windows with a batch", Times(200, 10), none, convertAndQuit,
+    ExpectFlat(converts ? "main windows with a batch" : "main windows", Times(200, 10), none, live,
                GdiObjectsKeptByTheSystem());
 }
+
+INSTANTIATE_TEST_SUITE_P(InMainWindows, LeaksOfLives, testing::Bool(),
+                         [](const auto& one) { return one.param ? "ThatConvert" : "ThatOpen"; });
 
 }  // namespace

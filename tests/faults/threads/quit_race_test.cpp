@@ -3,7 +3,7 @@
 #include "tests/faults/options.h"
 
 #include "tests/equipment/wine.h"
-#include "tests/equipment/interpreter_swap.h"
+#include "tests/equipment/system_program_swap.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/program.h"
 #include "tests/equipment/window_driver.h"
@@ -19,8 +19,6 @@
 #include <string>
 
 namespace {
-
-namespace id = driver::id;
 
 constexpr driver::Milliseconds kSoon{20'000};
 
@@ -47,9 +45,9 @@ protected:
         window.OpenAndCancelAddDialog();
         window.StartBatch();
         ASSERT_TRUE(driver::WaitUntil([&] { return std::filesystem::exists(Record()); }, kSoon));
-        driver::Click(window.Control(id::kQuit));
+        driver::Click(window.Control(IDCANCEL));
         driver::PressDialogButton(driver::WaitForDialog(program, window.Window(), kSoon), IDYES);
-        ASSERT_TRUE(driver::WaitUntil([&] { return !window.IsRunning() && !window.OpenBox(); }, kSoon));
+        ASSERT_TRUE(driver::WaitUntil([&] { return !window.IsRunning() && !window.OpenDialog(); }, kSoon));
         WaitPrecisely(delayMs);
         EXPECT_EQ(window.Quit(), 2u) << "left after " << delayMs << " ms";
     }
@@ -71,7 +69,7 @@ protected:
 // again.
 TEST_F(QuitRace, ConverterEndsAtTheStop) {
     if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
-    const driver::InterpreterSwap interpreter(Equipment(L"stand_in_interpreter.exe"));
+    const auto interpreter = driver::SwapInterpreter(Equipment(L"stand_in_interpreter.exe"));
     options.environment[L"TALVENOR_INTERPRETER_MS"] = L"60000";
     std::uniform_int_distribution<DWORD> delay(0, 40);
     for (int i = 0; i < Times() && !HasFailure(); ++i) QuitAfterStop(delay(random));

@@ -9,9 +9,7 @@
 
 namespace {
 
-class SingleInstance : public AppTest {};
-
-// A window of another program: of this one, with a thread that serves it.
+// A window of another program, namely of this one, with a thread that serves it.
 class OtherWindow {
 public:
     OtherWindow() : m_thread(::CreateThread(nullptr, 0, &Serve, this, 0, nullptr)) {
@@ -42,7 +40,7 @@ private:
 };
 
 // Brings a window to the front to stay. On an X display a window that has just been shown gets the focus
-// later, by messages: what is in front counts when it has been for a while.
+// later, by messages: it must have been in front for a while.
 bool ComesToStayInFront(HWND window) {
     using std::chrono::steady_clock;
     auto since = steady_clock::now();
@@ -57,8 +55,24 @@ bool ComesToStayInFront(HWND window) {
         kSoon);
 }
 
-TEST_F(SingleInstance, SecondCopyEndsWith0AndShowsNothing) {
+struct FirstCopy {
+    const char* name;
+    bool minimised;
+};
+
+class SecondCopy : public AppTest, public testing::WithParamInterface<FirstCopy> {};
+
+TEST_P(SecondCopy, EndsWith0ShowsNothingAndBringsNothingForward) {
     Start();
+    if (GetParam().minimised) {
+        ::ShowWindow(Window().Window(), SW_MINIMIZE);
+        ASSERT_TRUE(Comes([&] { return ::IsIconic(Window().Window()) != FALSE; }));
+    }
+    // Which window comes forward when one is minimised, and when, is the system's affair: another is put
+    // there.
+    const OtherWindow other;
+    const HWND inFront = other.Window();
+    ASSERT_TRUE(ComesToStayInFront(inFront));
     const driver::Program second(installed.Program());
     bool shown = false;
     const auto over = [&] {
@@ -68,47 +82,13 @@ TEST_F(SingleInstance, SecondCopyEndsWith0AndShowsNothing) {
     ASSERT_TRUE(Comes(over)) << "the second copy stays";
     EXPECT_FALSE(shown);
     EXPECT_EQ(second.WaitForExit(kSoon), 0u);
+    EXPECT_EQ(::GetForegroundWindow(), inFront);
+    EXPECT_EQ(::IsIconic(Window().Window()) != FALSE, GetParam().minimised);
     EXPECT_EQ(Window().Quit(), 2u) << "the first copy is not what it was";
 }
 
-TEST_F(SingleInstance, SecondCopyDoesNotBringTheFirstForward) {
-    Start();
-    const OtherWindow other;
-    const HWND inFront = other.Window();
-    ASSERT_TRUE(ComesToStayInFront(inFront));
-    const driver::Program second(installed.Program());
-    ASSERT_TRUE(Comes([&] { return ::GetForegroundWindow() != inFront || second.HasEnded(); }));
-    ASSERT_EQ(second.WaitForExit(kSoon), 0u);
-    EXPECT_EQ(::GetForegroundWindow(), inFront);
-}
-
-TEST_F(SingleInstance, SecondCopyLeavesAMinimisedFirstCopyMinimised) {
-    Start();
-    ::ShowWindow(Window().Window(), SW_MINIMIZE);
-    ASSERT_TRUE(Comes([&] { return ::IsIconic(Window().Window()) != FALSE; }));
-    // Which window comes forward when one is minimised, and when, is the system's affair: another is put
-    // there.
-    const OtherWindow other;
-    const HWND inFront = other.Window();
-    ASSERT_TRUE(ComesToStayInFront(inFront));
-    const driver::Program second(installed.Program());
-    ASSERT_EQ(second.WaitForExit(kSoon), 0u);
-    EXPECT_TRUE(::IsIconic(Window().Window()));
-    EXPECT_EQ(::GetForegroundWindow(), inFront);
-}
-
-TEST_F(SingleInstance, SecondCopyEndsAlsoWithoutAConverterBesideIt) {
-    Start();
-    const InstalledProgram bare(Converter::None);
-    const driver::Program second(bare.Program());
-    EXPECT_EQ(second.WaitForExit(kSoon), 0u);
-}
-
-TEST_F(SingleInstance, StartsAgainAsSoonAsTheFirstCopyHasEnded) {
-    Start();
-    ASSERT_EQ(Window().Quit(), 2u);
-    Start();
-    EXPECT_EQ(Window().Quit(), 2u);
-}
+INSTANTIATE_TEST_SUITE_P(BesideOneThatIs, SecondCopy,
+                         testing::Values(FirstCopy{"Open", false}, FirstCopy{"Minimised", true}),
+                         [](const auto& copy) { return std::string(copy.param.name); });
 
 }  // namespace

@@ -1,0 +1,115 @@
+// How the program starts: what it needs beside it, where it looks, and what it keeps.
+#include "tests/app/app_fixture.h"
+
+#include "tests/equipment/file_tree.h"
+
+#include <algorithm>
+
+namespace {
+
+class ApplicationWithoutConverter : public AppTest {
+protected:
+    ApplicationWithoutConverter() : AppTest(Converter::None) {}
+};
+
+TEST_F(ApplicationWithoutConverter, ShowsOneMessageAndEndsWith2ThoughTheCurrentDirectoryHasOne) {
+    driver::StartOptions options;
+    options.directory = installed.MakeFolder(L"Ailleurs");
+    ASSERT_TRUE(::CopyFileW(Equipment(L"stand_in_converter.exe").c_str(),
+                            (options.directory + L"\\pdf2djvu.exe").c_str(), TRUE));
+    Launch(options);
+    std::vector<HWND> dialogs;
+    ASSERT_TRUE(Comes([&] { return !(dialogs = driver::Dialogs(Process())).empty(); })) << "no message";
+    ASSERT_EQ(dialogs.size(), 1u);
+    EXPECT_THAT(driver::AllText(dialogs[0]), testing::HasSubstr(L"pdf2djvu.exe est absent !"));
+    EXPECT_EQ(driver::FindControl(dialogs[0], IDC_FILE_LIST), nullptr) << "the main window is shown";
+    driver::PressKey(driver::OnlyButton(dialogs[0]), VK_ESCAPE);
+    EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
+}
+
+class ApplicationInAnOddFolder : public AppTest {
+protected:
+    ApplicationInAnOddFolder() : AppTest(Converter::StandIn, L"Outils & Cie (été) v1.2, №5 😀") {}
+};
+
+TEST_F(ApplicationInAnOddFolder, WorksThereWhateverTheCurrentDirectory) {
+    startOptions.directory = installed.MakeFolder(L"Ailleurs");
+    StartHiddenBatch({installed.MakePdf(L"a.pdf")});
+    CompleteBatch();
+    ASSERT_EQ(Runs().size(), 1u);
+    EXPECT_EQ(Runs()[0].directory, installed.Folder());
+    EXPECT_TRUE(driver::FileExists(installed.Log()));
+    EXPECT_TRUE(driver::IsVisible(Control(IDC_OPEN_LOG)));
+}
+
+class Application : public AppTest {
+protected:
+    // In an order in which none of them undoes another: "--no-text" disables "--lines", and the output
+    // folder's edit must not be left empty.
+    static constexpr int kCheckBoxes[] = {IDC_PAGES_CHECK, IDC_RESOLUTION_CHECK,   IDC_NO_METADATA,
+                                          IDC_NO_OUTLINE,  IDC_NO_HYPERLINKS,      IDC_LINES,
+                                          IDC_NO_TEXT,     IDC_MONOCHROME,         IDC_HIDE_OUTPUT,
+                                          IDC_SHUT_DOWN,   IDC_OUTPUT_FOLDER_CHECK};
+    static constexpr int kEdits[] = {IDC_PAGES, IDC_RESOLUTION, IDC_EXTRA_OPTIONS, IDC_OUTPUT_FOLDER};
+
+    static std::vector<std::wstring> RegistryKeysOfTheUser() {
+        std::vector<std::wstring> names;
+        HKEY software = nullptr;
+        EXPECT_EQ(::RegOpenKeyExW(HKEY_CURRENT_USER, L"Software", 0, KEY_READ, &software), ERROR_SUCCESS);
+        wchar_t name[256] = {};
+        for (DWORD index = 0; ::RegEnumKeyW(software, index, name, 256) == ERROR_SUCCESS; ++index)
+            names.push_back(name);
+        ::RegCloseKey(software);
+        return names;
+    }
+    [[nodiscard]] std::vector<std::wstring> FilesBesideIt() const {
+        auto names = driver::NamesIn(installed.Folder());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+};
+
+TEST_F(Application, KeepsNothingFromOneRunToTheNext) {
+    const auto pdf = installed.MakePdf(L"a.pdf");
+    const auto files = FilesBesideIt();
+    const auto keys = RegistryKeysOfTheUser();
+    Start();
+    Window().DropPdfs({pdf});
+    for (const int checkBox : kCheckBoxes) Window().Check(checkBox);
+    Window().Type(IDC_OUTPUT_FOLDER, installed.PdfFolder());
+    Window().Type(IDC_PAGES, L"1-3");
+    Window().Type(IDC_RESOLUTION, L"600");
+    Window().Type(IDC_EXTRA_OPTIONS, L"--verbose");
+    ASSERT_EQ(Window().Quit(), 2u);
+    EXPECT_EQ(FilesBesideIt(), files);
+    EXPECT_EQ(RegistryKeysOfTheUser(), keys);
+
+    Start();
+    EXPECT_EQ(driver::RowCount(List()), 0);
+    for (const int checkBox : kCheckBoxes) EXPECT_FALSE(IsChecked(checkBox)) << checkBox;
+    for (const int edit : kEdits) EXPECT_EQ(Text(edit), L"") << edit;
+}
+
+TEST_F(Application, OpensMinimisedWhenItsStarterAsksForThat) {
+    startOptions.show = SW_SHOWMINNOACTIVE;
+    Start();
+    EXPECT_TRUE(Comes([&] { return ::IsIconic(Window().Window()) != FALSE; }));
+    EXPECT_EQ(Window().Quit(), 2u);
+}
+
+TEST_F(Application, OpensItsWindowWhenItsPathHasTheGreatestLength) {
+    constexpr std::size_t kLongest = 259;  // leaves room for a terminator in 260 characters
+    const std::wstring parent = installed.MakeFolder(std::wstring(100, L'p'));
+    const std::wstring file = L"\\Talvenor.exe";
+    const std::wstring folder =
+        parent + L'\\' + std::wstring(kLongest - parent.size() - 1 - file.size(), L'q');
+    driver::MakeFolders(folder);
+    for (const auto& [from, to] : {std::pair{installed.Program(), folder + file},
+                                   {installed.ConverterPath(), folder + L"\\pdf2djvu.exe"}})
+        ASSERT_TRUE(::CopyFileW(from.c_str(), driver::OfAnyLength(to).c_str(), TRUE));
+    const driver::Program program(folder + file);
+    const driver::MainWindow window(program);
+    EXPECT_EQ(window.Quit(), 2u);
+}
+
+}  // namespace

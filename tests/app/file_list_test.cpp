@@ -1,0 +1,138 @@
+// The list by mouse, keyboard and the system's open dialog: what selects, removes, shows and adds.
+#include "tests/app/input_fixture.h"
+
+#include <commctrl.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+
+class FileList : public InputTest {
+protected:
+    void StartWithRows() {
+        rows = {installed.MakePdf(L"c.pdf"), installed.MakePdf(L"a.pdf"), installed.MakePdf(L"b.pdf")};
+        Start();
+        Window().DropPdfs(rows);
+        BringToFront();
+    }
+    void PointAtRow(int row) const {
+        const RECT area = driver::RowArea(List(), row);
+        input::PointAt(List(), 60, (area.top + area.bottom) / 2);
+    }
+    [[nodiscard]] bool Selects(int row) const {
+        return Comes([&] { return driver::SelectedRow(List()) == row; }, kInputLimit);
+    }
+    [[nodiscard]] std::vector<std::wstring> Paths() const { return driver::ColumnTexts(List(), 0); }
+
+    std::vector<std::wstring> rows;
+};
+
+TEST_F(FileList, ClickSelectsARowAndShowsItsPathAndADoubleClickDoesNoMore) {
+    StartWithRows();
+    EXPECT_FALSE(IsEnabled(IDC_OPEN_DESTINATION));
+    PointAtRow(1);
+    input::Click();
+    EXPECT_TRUE(Selects(1));
+    EXPECT_EQ(Text(IDC_STATUS), rows[1]);
+    EXPECT_TRUE(IsEnabled(IDC_OPEN_DESTINATION));
+    PointAtRow(2);
+    input::DoubleClick();
+    EXPECT_TRUE(Selects(2));
+    input::PointAt(List(), 60, 5);  // the titles, by which nothing is sorted
+    input::DoubleClick();
+    ClickInto(IDC_MONOCHROME);
+    EXPECT_THAT(Paths(), ElementsAreArray(rows));
+    EXPECT_EQ(Window().OpenDialog(), nullptr);
+    EXPECT_EQ(Text(IDC_STATUS), rows[2]);
+}
+
+TEST_F(FileList, KeysMoveTheOnlySelectionShowItsCommandLineAndDeleteIt) {
+    StartWithRows();
+    Window().Check(IDC_NO_TEXT);
+    Window().Check(IDC_HIDE_OUTPUT);
+    BringToFront();
+    PointAtRow(0);
+    input::Click();
+    ASSERT_TRUE(Selects(0));
+    input::Press(VK_DOWN);
+    input::PressWithShift(VK_DOWN);
+    EXPECT_TRUE(Selects(2));
+    EXPECT_EQ(driver::Ask(List(), LVM_GETSELECTEDCOUNT), 1);
+    input::Press(VK_F7);
+    const HWND message = WaitForDialog();
+    EXPECT_EQ(driver::Text(message), L"Talvenor");
+    EXPECT_THAT(driver::AllText(message) + L"\n",
+                testing::HasSubstr(L"\npdf2djvu.exe -o \"" + installed.PdfFolder() +
+                                   L"\\b.djvu\" -v  --no-text \"" + rows[2] + L"\"\n"));
+    AnswerDialog(IDOK);
+    EXPECT_THAT(Runs(), testing::IsEmpty()) << "shown, not run";
+    BringToFront();
+    input::Press(VK_DELETE);
+    EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 2; }, kInputLimit));
+    EXPECT_THAT(Paths(), ElementsAre(rows[0], rows[1]));
+    // No row is selected any more: the same keys do nothing.
+    FocusOn(IDC_FILE_LIST);
+    ASSERT_EQ(driver::SelectedRow(List()), -1);
+    input::PressAll({VK_F7, VK_DELETE, VK_TAB});
+    ASSERT_TRUE(Comes([&] { return FocusedId() != IDC_FILE_LIST; }, kInputLimit));
+    EXPECT_EQ(Window().OpenDialog(), nullptr);
+    EXPECT_EQ(driver::RowCount(List()), 2);
+}
+
+TEST_F(FileList, DropLeavesOutOtherFilesAndPathsThatAreTooLong) {
+    const auto upper = installed.MakePdf(L"A.PDF");
+    const auto lower = installed.MakePdf(L"b.pdf");
+    const auto named = installed.MakeFolder(L"dossier.pdf");
+    Start();
+    driver::DropFiles(List(), {upper, installed.MakePdf(L"c.txt"), installed.MakeFolder(L"d"),
+                               installed.MakePdfOfLength(260), installed.MakePdfOfLength(320), lower, named});
+    EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 3; }));
+    EXPECT_THAT(Paths(), ElementsAre(upper, lower, named)) << "in the order of the drop";
+}
+
+class OpenDialog : public AppTest {};
+
+TEST_F(OpenDialog, AddsAFileOfAnyKindThatTheListDoesNotHave) {
+    const auto pdf = installed.MakePdf(L"Été & hiver.pdf");
+    const auto other = installed.MakePdf(L"notes.txt");
+    Start();
+    AddByDialog(pdf);
+    EXPECT_TRUE(IsEnabled(IDOK));
+    AddByDialog(other);
+    AddByDialog(pdf);
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(pdf, other));
+}
+
+TEST_F(OpenDialog, AddsSeveralFilesOfAFolder) {
+    const auto a = installed.MakePdf(L"a.pdf");
+    const auto b = installed.MakePdf(L"b b.pdf");
+    const auto c = installed.MakePdf(L"c.pdf");
+    startOptions.directory = installed.PdfFolder();
+    Start();
+    AddByDialog(L"\"c.pdf\" \"a.pdf\" \"b b.pdf\"");
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), testing::UnorderedElementsAre(a, b, c));
+    EXPECT_TRUE(IsEnabled(IDOK));
+}
+
+// More than there is room for: nothing is added, and nothing else happens.
+TEST_F(OpenDialog, LeavesOutASelectionThatIsTooLargeAndTakesASmallOneAfterIt) {
+    const auto a = installed.MakePdf(L"a.pdf");
+    const auto b = installed.MakePdf(L"b.pdf");
+    std::wstring names;
+    for (int number = 1000; number < 1400; ++number) {
+        const std::wstring name = std::wstring(80, L'n') + std::to_wstring(number) + L".pdf";
+        static_cast<void>(installed.MakePdf(name));
+        names += L'"' + name + L"\" ";
+    }
+    startOptions.directory = installed.PdfFolder();
+    Start();
+    Window().DropPdfs({a});
+    AddByDialog(names);
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a));
+    AddByDialog(b);
+    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a, b));
+    EXPECT_EQ(Window().Quit(), 2u);
+}
+
+}  // namespace
