@@ -78,7 +78,7 @@ void AppTest::CompleteBatch(driver::Milliseconds limit) const {
     try {
         m_window->CloseCompletion(m_window->WaitForCompletion(limit));
     } catch (const driver::Failure& failure) {
-        // Where it stopped, and how far the last converter got, tell why.
+        // Where it stopped, and how far the last converter got, show why.
         std::string state = std::string(failure.what()) + "\n";
         for (const std::wstring& duration : Durations()) state += "row: " + driver::ToUtf8(duration) + "\n";
         for (const RecordedRun& run : Runs())

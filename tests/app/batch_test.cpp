@@ -35,7 +35,7 @@ TEST_F(Batch, ConvertsTheFilesOneAfterAnotherInTheirOrderWithHiddenConsoles) {
     for (const RecordedRun& run : runs) {
         EXPECT_EQ(run.directory, installed.Folder());
         EXPECT_EQ(run.console, L"hidden");
-        // A run's end is written before the next begins, or the reader would give it to the later one.
+        // A run's end is written before the next begins, or the reader would take it for the later one's.
         EXPECT_EQ(run.ended, 0);
     }
     EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(c, a, b));
@@ -55,7 +55,7 @@ TEST_F(Batch, ShowsConsolesAndLeavesNoLogUnlessTheOutputIsHidden) {
     EXPECT_THAT(runs[0].command, EndsWith(L"\" -v  \"" + a + L"\"")) << "nothing may follow the PDF";
     EXPECT_EQ(runs[0].directory, installed.Folder());
     // Where another program is the default terminal (Windows 11), it has the window that can be seen, and the
-    // converter's own is a stand-in that tells nothing.
+    // converter's own is a stand-in that is never seen.
     EXPECT_THAT(runs[0].console, testing::AnyOf(L"visible", L"in a terminal"));
     EXPECT_FALSE(driver::FileExists(installed.Log()));
     EXPECT_FALSE(driver::IsVisible(Control(IDC_OPEN_LOG)));

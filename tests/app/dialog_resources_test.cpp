@@ -69,7 +69,7 @@ std::wstring TakeTextOrNumber(ByteReader& reader) {
 constexpr std::array kClasses = {L"Button",    L"Edit",     L"Static",       L"ListBox",
                                  L"ScrollBar", L"ComboBox", L"SysListView32"};
 
-// Class names are told apart without regard to case, and the first six also go by numbers.
+// Class names are compared without regard to case, and the first six also go by numbers.
 std::wstring TakeClass(ByteReader& reader) {
     constexpr int kFirstNumber = 0x80;
     const std::wstring name = TakeTextOrNumber(reader);

@@ -40,7 +40,7 @@ protected:
     [[nodiscard]] HWND Question() const {
         const HWND question = WaitForDialog();
         EXPECT_THAT(driver::AllText(question), testing::HasSubstr(L"Un traitement est en cours."));
-        EXPECT_EQ(Runs().size(), 1u) << "the keys came too late to be told from the second file's";
+        EXPECT_EQ(Runs().size(), 1u) << "the keys came too late: the second file is being converted";
         return question;
     }
     // Keys are served in order: when Esc has brought the question, those before it have had their effect.

@@ -1,11 +1,11 @@
-// For tests that give real keys and clicks: the window is in front, and nothing else takes them.
+// For tests with real keys and clicks: the window is in front, and nothing else takes them.
 #pragma once
 #include "tests/app/app_fixture.h"
 #include "tests/app/real_input.h"
 
 class InputTest : public AppTest {
 protected:
-    // Starts the program and gives it the keyboard.
+    // Starts the program and brings it to the front.
     void StartInFront() {
         Start();
         BringToFront();

@@ -33,7 +33,7 @@ void Copy(const std::wstring& from, const std::wstring& to) {
 }
 
 // Windows may name the temporary folder by a short form ("JEAN-P~1"), which the tests would not recognise in
-// what the program and its converter tell.
+// what the program and its converter write.
 std::wstring TemporaryFolder() {
     wchar_t path[MAX_PATH + 1] = {};
     if (!::GetTempPathW(MAX_PATH + 1, path)) driver::FailCall("GetTempPathW", ::GetLastError());

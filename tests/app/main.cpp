@@ -9,7 +9,7 @@
 #include "tests/support/watchdog.h"
 
 int main(int argc, char** argv) {
-    // As the program is: or Windows would tell us of scaled places and sizes, and clicks would miss.
+    // As the program is: or Windows would report scaled places and sizes, and clicks would miss.
     ::SetProcessDPIAware();
     driver::GiveUpShutdown();
     testing::InitGoogleMock(&argc, argv);

@@ -34,8 +34,30 @@ TEST_F(MessageLoop, TabGoesThroughAllControlsInTheirOrderAndBack) {
     BringToFront();
     ClickInto(IDC_HIDE_OUTPUT);
 
-    std::vector<int> order = {1019, 1022, 1024, 1027, 1028, 1026, 1038, 1040, 1,    2,    57664, 1003,
-                              1005, 1034, 1014, 1033, 1032, 1017, 1036, 1037, 1015, 1016, 1030,  1018};
+    std::vector<int> order = {IDC_HIDE_OUTPUT,
+                              IDC_OPEN_DESTINATION,
+                              IDC_OPEN_LOG,
+                              IDC_OUTPUT_FOLDER,
+                              IDC_BROWSE,
+                              IDC_OUTPUT_FOLDER_CHECK,
+                              IDC_SHUT_DOWN,
+                              IDC_FILE_LIST,
+                              IDOK,
+                              IDCANCEL,
+                              IDC_ABOUT,
+                              IDC_ADD,
+                              IDC_CLEAR,
+                              IDC_PAGES_CHECK,
+                              IDC_PAGES,
+                              IDC_RESOLUTION_CHECK,
+                              IDC_RESOLUTION,
+                              IDC_NO_METADATA,
+                              IDC_NO_OUTLINE,
+                              IDC_NO_HYPERLINKS,
+                              IDC_NO_TEXT,
+                              IDC_LINES,
+                              IDC_MONOCHROME,
+                              IDC_EXTRA_OPTIONS};
     EXPECT_EQ(Round([](WORD key) { input::Press(key); }), order);
     std::reverse(order.begin() + 1, order.end());
     EXPECT_EQ(Round(&input::PressWithShift), order);

@@ -1,4 +1,4 @@
-// Keys and clicks as a person gives them: injected into the system's input, so they go to whichever window is
+// Keys and clicks as a person makes them: injected into the system's input, so they go to whichever window is
 // in front and has the focus, and through everything on the way that posted messages leave out.
 #pragma once
 #include <windows.h>

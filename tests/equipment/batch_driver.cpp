@@ -56,10 +56,10 @@ void AddPdfs(const BatchOptions& options, const driver::MainWindow& window) {
 }
 
 void ChooseOptions(const BatchOptions& options, const driver::MainWindow& window) {
-    for (const int box : options.boxes) window.Check(box);
-    const auto choose = [&](int box, int edit, const std::wstring& text) {
+    for (const int checkBox : options.checkBoxes) window.Check(checkBox);
+    const auto choose = [&](int checkBox, int edit, const std::wstring& text) {
         if (text.empty()) return;
-        window.Check(box);
+        window.Check(checkBox);
         window.Type(edit, text);
     };
     choose(IDC_PAGES_CHECK, IDC_PAGES, options.pages);

@@ -14,9 +14,9 @@
 const char kBatchUsage[] =
     "batch_driver Talvenor.exe [options] PDF... | @LIST\n"
     "  LIST               a UTF-8 file with one path a line\n"
-    "  --hide             tick \"Masquer la sortie\"\n"
+    "  --hide             check \"Masquer la sortie\"\n"
     "  --no-metadata, --no-outline, --no-hyperlinks, --no-text, --lines, --monochrome\n"
-    "                     tick the box of that option\n"
+    "                     check the box of that option\n"
     "  --output DIR       convert into this folder\n"
     "  --pages PAGES      convert these pages only\n"
     "  --resolution N     at N dots per inch\n"
@@ -25,8 +25,8 @@ const char kBatchUsage[] =
 
 namespace {
 
-// Options that are one box and nothing else.
-const std::map<std::wstring, int> kBoxes = {
+// Options that are one check box and nothing else.
+const std::map<std::wstring, int> kCheckBoxes = {
     {L"--hide", IDC_HIDE_OUTPUT},      {L"--no-metadata", IDC_NO_METADATA},
     {L"--no-outline", IDC_NO_OUTLINE}, {L"--no-hyperlinks", IDC_NO_HYPERLINKS},
     {L"--no-text", IDC_NO_TEXT},       {L"--lines", IDC_LINES},
@@ -68,8 +68,8 @@ BatchOptions ParseBatchOptions(const std::vector<std::wstring>& arguments) {
             if (i + 1 == arguments.size()) throw driver::Failure(L"a value must follow " + argument);
             return arguments[++i];
         };
-        if (const auto box = kBoxes.find(argument); box != kBoxes.end()) {
-            options.boxes.push_back(box->second);
+        if (const auto box = kCheckBoxes.find(argument); box != kCheckBoxes.end()) {
+            options.checkBoxes.push_back(box->second);
         } else if (const auto text = kTexts.find(argument); text != kTexts.end()) {
             options.*text->second = value();
         } else if (argument == L"--limit") {

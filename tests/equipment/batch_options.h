@@ -1,4 +1,4 @@
-// What the batch driver is told on its command line.
+// The options on the batch driver's command line.
 #pragma once
 #include <string>
 #include <vector>
@@ -8,7 +8,7 @@
 struct BatchOptions {
     std::wstring program;  // Talvenor.exe
     std::vector<std::wstring> pdfs;
-    std::vector<int> boxes;               // check boxes to tick, by control id
+    std::vector<int> checkBoxes;          // to check, by control id
     std::wstring outputFolder;            // empty: beside the PDFs
     std::wstring pages;                   // empty: all
     std::wstring resolution;              // empty: the converter's own

@@ -1,7 +1,7 @@
 /* Under Wine, pdf2djvu.exe: runs the converter of the system that Wine runs on, with the same options. Built
    as a Wine program that may also call that system (winegcc), so it can both translate paths and wait for a
    process there. Options pass as they are; an argument that is a full Windows path becomes the other system's
-   path. The converter's messages (all on its error output) and its exit code come back. However this program
+   path. The converter's messages (all on its error output) and its exit code are passed on. However this program
    ends, the converter ends with it. */
 #define _GNU_SOURCE /* pipe2 */
 #include <windows.h>

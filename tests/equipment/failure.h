@@ -7,15 +7,19 @@
 #include <string>
 #include <string_view>
 
+#include "tests/equipment/text.h"
+
 namespace driver {
 
 class Failure : public std::runtime_error {
 public:
     explicit Failure(const std::string& what) : std::runtime_error(what) {}
-    explicit Failure(std::wstring_view what);
+    explicit Failure(std::wstring_view what) : std::runtime_error(ToUtf8(what)) {}
 };
 
 // Names the call and the system's error number. Read the last error first: building the text may change it.
-[[noreturn]] void FailCall(std::string_view call, DWORD error);
+[[noreturn]] inline void FailCall(std::string_view call, DWORD error) {
+    throw Failure(std::string(call) + " failed with error " + std::to_string(error));
+}
 
 }  // namespace driver

@@ -12,7 +12,7 @@ std::wstring OfAnyLength(const std::wstring& path);
 // Makes a folder and those above it. Throws Failure when it cannot.
 void MakeFolders(const std::wstring& path);
 
-// What lies in a folder, by name.
+// The contents of a folder, by name.
 std::vector<std::wstring> NamesIn(const std::wstring& folder);
 
 // Removes a file or a folder with everything in it, read-only files too. True when it is gone.

@@ -49,7 +49,7 @@ int SelectedRow(HWND list) {
 
 RECT RowArea(HWND list, int row) {
     RECT area = {};
-    area.left = LVIR_BOUNDS;  // the question stands where the answer comes
+    area.left = LVIR_BOUNDS;  // the question is where the answer comes
     const RemoteMemory memory(list, sizeof area);
     memory.Write(0, &area, sizeof area);
     if (!Ask(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(memory.Address())))

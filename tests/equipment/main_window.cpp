@@ -81,7 +81,7 @@ void MainWindow::StartBatch() const {
     const HWND list = Control(IDC_FILE_LIST);
     const auto durationsBefore = ColumnTexts(list, 1);
     Click(Control(IDOK));
-    // A batch may be over before we look; then its durations tell of it.
+    // A batch may be over before we look; then its durations show it.
     WaitFor("the batch begins", kEffectLimit, [&] {
         return m_program.HasEnded() || IsRunning() || OpenDialog() || ColumnTexts(list, 1) != durationsBefore;
     });

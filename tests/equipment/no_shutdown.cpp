@@ -19,7 +19,7 @@ bool SetShutdownRight(DWORD attributes) {
     rights.Privileges[0].Attributes = attributes;
     if (!::LookupPrivilegeValueW(nullptr, SE_SHUTDOWN_NAME, &rights.Privileges[0].Luid))
         FailCall("LookupPrivilegeValueW", ::GetLastError());
-    // It succeeds also when the token does not have the right; the last error tells.
+    // It succeeds also when the token does not have the right; the last error says so.
     if (!::AdjustTokenPrivileges(token.Get(), FALSE, &rights, 0, nullptr, nullptr))
         FailCall("AdjustTokenPrivileges", ::GetLastError());
     return ::GetLastError() == ERROR_SUCCESS;

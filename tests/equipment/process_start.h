@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/equipment/failure.h"
+#include "tests/equipment/handle.h"
 
 #include <windows.h>
 
@@ -11,8 +12,8 @@
 namespace driver {
 
 // Has `create` call CreateProcessW for `program`, a name for messages, and throws Failure when that fails.
-// Wine has been seen to lose a new process on its way, before anything of it had run: it is told, and tried
-// once more.
+// Wine has been seen to lose a new process on its way, before anything of it had run: this is reported, and
+// tried once more.
 template <class Create>
 void StartProcess(const std::string& program, Create&& create) {
     if (create()) return;
@@ -24,6 +25,17 @@ void StartProcess(const std::string& program, Create&& create) {
         error = ::GetLastError();
     }
     FailCall("CreateProcessW(" + program + ")", error);
+}
+
+// A job that ends its members when it is closed.
+inline UniqueHandle CreateKillingJob() {
+    UniqueHandle job(::CreateJobObjectW(nullptr, nullptr));
+    if (!job) FailCall("CreateJobObjectW", ::GetLastError());
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    if (!::SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits))
+        FailCall("SetInformationJobObject", ::GetLastError());
+    return job;
 }
 
 }  // namespace driver

@@ -13,7 +13,7 @@ namespace {
 constexpr UINT kEndedByDriver = 0xDEAD;
 
 struct NameLess {
-    // Names of environment variables are told apart without regard to case, and a block is sorted that way.
+    // Names of environment variables are compared without regard to case, and a block is sorted that way.
     bool operator()(const std::wstring& left, const std::wstring& right) const {
         return ::CompareStringOrdinal(left.c_str(), static_cast<int>(left.size()), right.c_str(),
                                       static_cast<int>(right.size()), TRUE) == CSTR_LESS_THAN;
@@ -55,7 +55,7 @@ UniqueHandle Snapshot(DWORD content, DWORD processId) {
     return UniqueHandle(snapshot);
 }
 
-// Where a library lies in a process; empty when it is not there.
+// Where a library is in a process; empty when it is not there.
 struct AddressRange {
     std::uintptr_t begin = 0;
     std::uintptr_t end = 0;
@@ -80,16 +80,6 @@ std::uintptr_t StartAddress(DWORD threadId) {
     if (!thread || ::NtQueryInformationThread(thread.Get(), kStartAddress, &address, sizeof address, nullptr))
         return 0;
     return address;
-}
-
-UniqueHandle CreateKillingJob() {
-    UniqueHandle job(::CreateJobObjectW(nullptr, nullptr));
-    if (!job) FailCall("CreateJobObjectW", ::GetLastError());
-    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
-    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
-    if (!::SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits))
-        FailCall("SetInformationJobObject", ::GetLastError());
-    return job;
 }
 
 }  // namespace

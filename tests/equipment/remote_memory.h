@@ -21,7 +21,7 @@ public:
     void Write(std::size_t offset, const void* source, std::size_t bytes) const;
     void Read(std::size_t offset, void* target, std::size_t bytes) const;
 
-    // Leaves the memory to the other process for the rest of its life and gives its address.
+    // Leaves the memory to the other process for the rest of its life and returns its address.
     void* GiveAway() noexcept;
 
 private:

@@ -1,4 +1,4 @@
-// How a test tells a stand-in program what to do: by environment variables, which reach it through Talvenor
+// How a test sets what a stand-in program does: by environment variables, which reach it through Talvenor
 // and the command interpreter untouched.
 #pragma once
 #include <windows.h>

@@ -15,7 +15,7 @@ namespace driver {
 // How long a window may take to answer a message before it counts as hung.
 constexpr Milliseconds kAnswerLimit{10'000};
 
-// Sends a message and gives its result; throws Failure when no answer comes within the limit.
+// Sends a message and returns its result; throws Failure when no answer comes within the limit.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 // Finding windows.
@@ -44,7 +44,7 @@ void SetText(HWND edit, const std::wstring& text);
 // Escape, too: IDOK presses it as well.
 void PressDialogButton(HWND dialog, int id);
 void DropFiles(HWND target, const std::vector<std::wstring>& paths);
-// The edit for the names in the system's open dialog, in whatever it stands.
+// The edit for the names in the system's open dialog, whatever it is in.
 HWND NameEditOfOpenDialog(HWND dialog);
 void RepaintNow(HWND window);
 

@@ -1,4 +1,4 @@
-// A program that tells on whoever starts it: it leaves a file beside itself, with ".ran" after its own name.
+// A program that shows that it was started: it leaves a file beside itself, with ".ran" after its own name.
 // Planted under the names of the system's programs.
 #include <windows.h>
 

@@ -106,23 +106,24 @@ ConversionOptions Unambiguous(ConversionOptions options) {
 
 }  // namespace
 
-// Line 1: a letter for each box that is ticked. Then both paths, pages, resolution, extra options and folder.
+// Line 1: a letter for each check box that is checked. Then both paths, pages, resolution, extra options and
+// folder.
 void FuzzCommandLine(std::string_view input) {
     FuzzInput values(input);
-    const std::string_view ticked = values.Line();
-    const auto isTicked = [&](char letter) { return ticked.find(letter) != std::string_view::npos; };
+    const std::string_view checked = values.Line();
+    const auto isChecked = [&](char letter) { return checked.find(letter) != std::string_view::npos; };
     const std::wstring djvuPath = values.Text();
     const std::wstring pdfPath = values.Text();
     ConversionOptions options;
-    options.pagesEnabled = isTicked('p');
-    options.resolutionEnabled = isTicked('d');
-    options.noMetadata = isTicked('m');
-    options.noOutline = isTicked('o');
-    options.noHyperlinks = isTicked('h');
-    options.noText = isTicked('t');
-    options.lines = isTicked('l');
-    options.monochrome = isTicked('b');
-    options.outputFolderEnabled = isTicked('f');
+    options.pagesEnabled = isChecked('p');
+    options.resolutionEnabled = isChecked('d');
+    options.noMetadata = isChecked('m');
+    options.noOutline = isChecked('o');
+    options.noHyperlinks = isChecked('h');
+    options.noText = isChecked('t');
+    options.lines = isChecked('l');
+    options.monochrome = isChecked('b');
+    options.outputFolderEnabled = isChecked('f');
     options.pages = values.Text();
     options.resolution = values.Text();
     options.extraOptions = values.Text();
@@ -137,7 +138,7 @@ void FuzzCommandLine(std::string_view input) {
     Require(Read(Built(clear, clearDjvu, clearPdf)) == Said(clear, clearDjvu, clearPdf),
             "the line says something else than the options");
 
-    const bool hideOutput = isTicked('q');
+    const bool hideOutput = isChecked('q');
     const std::wstring arguments = BuildInterpreterArguments(UnterminatedText(line).View(), hideOutput);
     std::wstring_view inner = arguments;
     Require(inner.starts_with(L"/C \""), "the interpreter's arguments do not begin with /C");

@@ -16,5 +16,5 @@ void FuzzDecimal(std::string_view input) {
     TextReader reader(text);
     Require(reader.Take(before), "the text before has changed");
     Require(reader.TakeNumber(minimumDigits) == value, "another number");
-    Require(reader.AtEnd(), "something stands behind the number");
+    Require(reader.AtEnd(), "something follows the number");
 }

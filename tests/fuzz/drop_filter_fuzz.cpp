@@ -1,4 +1,4 @@
-// The drop filter against the two characters that may stand in each place.
+// The drop filter against the two characters that may be in each place.
 #include "tests/fuzz/fuzz_targets.h"
 
 #include "tests/fuzz/fuzz_input.h"

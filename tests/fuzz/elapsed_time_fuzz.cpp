@@ -13,7 +13,7 @@ std::uint64_t SecondsOf(std::wstring_view text) {
     const std::uint64_t minutes = reader.TakeNumber(2);
     Require(reader.Take(L":"), "no colon behind the minutes");
     const std::uint64_t seconds = reader.TakeNumber(2);
-    Require(reader.AtEnd(), "something stands behind the seconds");
+    Require(reader.AtEnd(), "something follows the seconds");
     Require(minutes < 60 && seconds < 60, "more than 59 minutes or seconds");
     return hours * 3600 + minutes * 60 + seconds;
 }
@@ -30,7 +30,7 @@ void FuzzElapsedTime(std::string_view input) {
     const bool running = values.Number() != 0;
     const std::wstring mark = values.Text();
 
-    // In 64 bits nothing wraps but what is told to.
+    // In 64 bits only the difference of the ticks wraps.
     const std::uint64_t elapsedMs = (end + kAllTicks - start) % kAllTicks;
     const std::wstring elapsed = FormatElapsedTime(start, end);
     Require(SecondsOf(elapsed) == elapsedMs / 1000, "another time");

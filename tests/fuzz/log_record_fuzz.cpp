@@ -7,7 +7,7 @@
 namespace {
 
 void RequireTime(std::wstring_view text, DateOrdering ordering, const LocalTime& time) {
-    // Which value stands in each of the three places of the date.
+    // Which value is in each of the three places of the date.
     const std::uint32_t places[3][3] = {{time.month, time.day, time.year},
                                         {time.day, time.month, time.year},
                                         {time.year, time.month, time.day}};

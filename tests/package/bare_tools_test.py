@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The program builds as the README tells people with MSYS2: without our toolchain files, with tools that bear their plain
+"""The program builds as the README says for MSYS2: without our toolchain files, with tools under their plain
 names, and with nothing else to be found. The result is the same program, byte for byte."""
 import os
 import shutil

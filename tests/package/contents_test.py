@@ -76,7 +76,7 @@ class Texts(packaged.PackageTest):
         self.assertEqual(re.findall(r"^\s*[»:;!?%].*|.*«$", text, re.M), [])
 
     def test_guide_names_every_text_of_the_window_as_it_is(self):
-        """What the guide puts between quotation marks stands in the window, word for word."""
+        """What the guide puts between quotation marks is in the window, word for word."""
         text = (self.unpack(self.package()) / "LISEZMOI.txt").read_text("utf-8-sig")
         resources = (packaged.REPOSITORY / "res" / "talvenor.rc").read_text("utf-8").replace("\\r\\n", " ")
         shown = [re.sub(r"\s+", " ", quoted) for quoted in re.findall("« (.*?) »", text, re.S)]

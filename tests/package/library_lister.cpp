@@ -1,4 +1,4 @@
-// Opens Talvenor's main window and its About box, and says what the box tells of the version and then, one
+// Opens Talvenor's main window and its About box, and prints the version that the box shows and then, one
 // path a line, which libraries are loaded:
 //
 //   library_lister Talvenor.exe [--add] [NAME]

@@ -13,7 +13,7 @@ from pathlib import Path
 
 REPOSITORY = Path(__file__).resolve().parents[2]
 SCRIPT = REPOSITORY / "scripts" / "package"
-TIME_OF_TEST = 1767225600  # 2026-01-01; the script asks for the last commit's time when it is told none
+TIME_OF_TEST = 1767225600  # 2026-01-01; the script asks for the last commit's time when it gets none
 
 program_under_test = None
 

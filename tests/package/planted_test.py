@@ -6,8 +6,8 @@ has its counterpart, in which the same witness is.
 
 On Windows the libraries that Talvenor imports are never looked for in its folder: those of KNOWN are mapped by name
 from the system's folder, and comctl32 comes by the manifest. Wine knows no such list, but prefers its own libraries
-to any others unless told not to; here it is told not to for those that are not of KNOWN. What Wine's libraries import
-of each other is looked for in the program's folder whatever the program does, and so tells nothing of it.
+to any others unless it is set not to; here it is, for those that are not of KNOWN. What Wine's libraries import
+of each other is looked for in the program's folder whatever the program does, and so says nothing about it.
 """
 import os
 import shutil
@@ -66,7 +66,7 @@ class Planted(packaged.PackageTest):
         self.program.write_bytes(content.replace(old, new))
 
     def run_program(self, *arguments, **options):
-        """Starts it, opens its About box; returns what that tells, and the libraries by name."""
+        """Starts it, opens its About box; returns the version there, and the libraries by name."""
         version, *paths = run_wine(EQUIPMENT / "library_lister.exe", windows_path(self.program), *arguments, **options)
         return version, {path.split("\\")[-1].lower(): path for path in paths}
 
@@ -101,7 +101,7 @@ class LateLibrary:
     NAME = None
     STAND_IN = None  # of the same length
     NEEDED_BY = []  # arguments of the lister
-    VERSION = None  # as About tells it when the library is not found
+    VERSION = None  # as About shows it when the library is not found
 
     def setUp(self):
         super().setUp()

@@ -47,7 +47,7 @@ def run(folder, *arguments):
 
 
 def in_temporary_folder(pattern):
-    """What lies in the temporary folder of the Wine session, which is not in the same place in every version."""
+    """The contents of the temporary folder of the Wine session, which is not in the same place in every version."""
     users = Path(os.environ["WINEPREFIX"]) / "drive_c" / "users"
     return [path for folder in ("Temp", "AppData/Local/Temp") for path in users.glob(f"*/{folder}/{pattern}")]
 
@@ -172,7 +172,7 @@ class Sample(Folder):
         self.assertEqual(self.files(), sorted([*before, "results.txt"]))
         return results
 
-    def test_rules_run_and_tell_where(self):
+    def test_rules_run_and_say_where(self):
         results = self.check("rules", 100)
         for fact in ("Windows: ", "ANSI code page: ", "Dpi: ", "Keyboard: "):
             self.assertRegex(results, f"\n{fact}.+\n")
@@ -184,7 +184,7 @@ class Sample(Folder):
 
 
 class Unruly(Folder):
-    """A suite that does everything wrong: each is told, and none hides another."""
+    """A suite that does everything wrong: each is reported, and none hides another."""
 
     def setUp(self):
         super().setUp()
@@ -196,7 +196,7 @@ class Unruly(Folder):
     def suites(self, text):
         (self.folder / "suites.txt").write_text(text)
 
-    def test_every_misdeed_is_told(self):
+    def test_every_misdeed_is_reported(self):
         code, _ = run(self.folder)
         results = read_results(self.folder)
         self.assertEqual(code, 1)
@@ -231,7 +231,7 @@ class Unruly(Folder):
         self.assertIn("in 1 of 2 suites", results)
         self.assertEqual(in_temporary_folder("talvenor-tests-*"), [])
 
-    def test_suite_without_its_program_is_told(self):
+    def test_suite_without_its_program_is_reported(self):
         self.suites("gone\t5\tgone.exe\t\n")
         code, shown = run(self.folder, "--only", "gone")
         self.assertEqual(code, 2)
@@ -251,7 +251,7 @@ def outcomes_of_ctest(suites):
     text = result.stdout.decode("utf-8", "replace").replace("\r", "")
     entries = dict(re.findall(r"^ +Start +(\d+): (\S+)$", text, re.M))
     words = {"OK": "passed", "FAILED": "FAILED", "SKIPPED": "skipped"}
-    # The time, or what a failed test was given, tells a test's own line from the list of failures at the end.
+    # The time, or what a failed test was given, distinguishes a test's own line from the list of failures at the end.
     lines = re.findall(r"^(\d+): .*?\[ +(OK|FAILED|SKIPPED) +\] (\S+?)(?:, where .*)? \(\d+ ms\)$", text, re.M)
     return {(entries[number], name): words[word] for number, word, name in lines}
 

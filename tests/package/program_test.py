@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The program as it lies in the package: what it lets the system protect, what it loads, what it says of itself."""
+"""The program in the package: what it lets the system protect, what it loads, what it says of itself."""
 import re
 import subprocess
 import xml.etree.ElementTree as ElementTree

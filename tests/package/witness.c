@@ -1,4 +1,4 @@
-// A library that tells on whoever loads it: it leaves a file beside itself, with ".loaded" after its own
+// A library that shows that it was loaded: it leaves a file beside itself, with ".loaded" after its own
 // name. Planted under the names of system libraries; the exports are those of version.dll, so that programs
 // linked with that one start.
 #include <windows.h>

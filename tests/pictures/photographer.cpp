@@ -52,7 +52,7 @@ private:
     HANDLE m_process;  // borrowed
 };
 
-// A window that can be made small is told from a box: their frames differ.
+// A window that can be made small is not described as a box: their frames differ.
 std::string Describe(HWND window) {
     const bool minimizes = (::GetWindowLongPtrW(window, GWL_STYLE) & WS_MINIMIZEBOX) != 0;
     return (minimizes ? " window " : " box ") + std::to_string(DisplayWindow(window));

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The first failures tell the most; one that prints without end must not hide the others.
+// The first failures say the most; one that prints without end must not hide the others.
 constexpr int kFailuresInFull = 40;
 constexpr std::size_t kLongestOutput = 20'000;
 

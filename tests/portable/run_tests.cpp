@@ -1,5 +1,5 @@
 // Runs the packed tests on the Windows that it is started on and writes down what came out. It is started by
-// run.cmd, lies in one folder with it, and needs nothing but that folder:
+// run.cmd, is in one folder with it, and needs nothing but that folder:
 //
 //   run_tests.exe [--only BEGINNING]    only the suites whose names begin like this
 //
@@ -80,7 +80,7 @@ public:
 
     int Run() {
         std::puts("Talvenor " TALVENOR_VERSION
-                  ": the tests. They open windows and give them keys and clicks, so\n"
+                  ": the tests. They open windows and send them keys and clicks, so\n"
                   "leave keyboard and mouse alone until the end. It takes five to fifteen minutes.\n");
         if (IsCapsLockOn())
             m_report.problems.emplace_back("Caps Lock is on: what the tests type comes out in capitals");
@@ -92,8 +92,7 @@ public:
         for (const Suite& suite : m_suites) {
             if (!IsInterrupted()) RunOne(suite);
         }
-        std::printf("\n%s\nPlease send back results.txt; it lies beside run.cmd.\n",
-                    Summary(m_report).c_str());
+        std::printf("\n%s\nPlease send back results.txt; it is beside run.cmd.\n", Summary(m_report).c_str());
         return IsGood(m_report) ? kAllPassed : kNotAllPassed;
     }
 

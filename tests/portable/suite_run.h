@@ -18,6 +18,6 @@ struct SuiteResult {
 // The names of a program's tests, all or those that the filter lets through.
 std::vector<std::string> TestsOf(const std::wstring& program, const std::string& filter);
 
-// Runs these tests of the suite. `progress` is told how many are done.
+// Runs these tests of the suite. `progress` gets how many are done.
 SuiteResult RunSuite(const Suite& suite, const std::wstring& program, const std::vector<std::string>& names,
                      const std::function<void(std::size_t done)>& progress);

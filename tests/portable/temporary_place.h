@@ -11,7 +11,7 @@ public:
     TemporaryPlace(const TemporaryPlace&) = delete;
     TemporaryPlace& operator=(const TemporaryPlace&) = delete;
 
-    // What lies in it now, by name; it is removed.
+    // Its contents, by name; they are removed.
     [[nodiscard]] std::vector<std::wstring> TakeLeftovers() const;
 
 private:

@@ -8,19 +8,9 @@
 namespace {
 
 constexpr UINT kEndedByUs = 0xDEAD;
-// What was told to end takes a moment to be gone.
+// What has been ended takes a moment to be gone.
 constexpr driver::Milliseconds kGoneLimit{10'000};
 constexpr DWORD kLookIntervalMs = 20;
-
-driver::UniqueHandle CreateKillingJob() {
-    driver::UniqueHandle job(::CreateJobObjectW(nullptr, nullptr));
-    if (!job) driver::FailCall("CreateJobObjectW", ::GetLastError());
-    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
-    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
-    if (!::SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits))
-        driver::FailCall("SetInformationJobObject", ::GetLastError());
-    return job;
-}
 
 driver::UniqueHandle OpenNothing() {
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
@@ -33,7 +23,7 @@ driver::UniqueHandle OpenNothing() {
 }  // namespace
 
 TestProcess::TestProcess(const std::wstring& program, const std::vector<std::string>& arguments)
-    : m_job(CreateKillingJob()) {
+    : m_job(driver::CreateKillingJob()) {
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
     HANDLE readEnd = nullptr;
     HANDLE writeEnd = nullptr;

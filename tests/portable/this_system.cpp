@@ -31,7 +31,7 @@ std::string RegistryNumber(HKEY root, const wchar_t* key, const wchar_t* name) {
     return std::to_string(number);
 }
 
-// GetVersionEx tells a program only of versions that its manifest names.
+// GetVersionEx reports to a program only versions that its manifest names.
 std::string Version() {
     OSVERSIONINFOEXW version = {};
     version.dwOSVersionInfoSize = sizeof version;
@@ -108,7 +108,7 @@ std::string Now() {
 }  // namespace
 
 std::vector<std::pair<std::string, std::string>> DescribeThisSystem() {
-    // Or the system would tell the dpi of a screen as old programs believe it to be.
+    // Or the system would report the dpi of a screen as old programs believe it to be.
     ::SetProcessDPIAware();
     SYSTEM_INFO machine = {};
     ::GetNativeSystemInfo(&machine);

@@ -1,4 +1,4 @@
-// A test program that does what no test should, to see that run_tests tells of each: it fails, crashes,
+// A test program that does what no test should, to see that run_tests reports each: it fails, crashes,
 // hangs, skips, leaves a file, leaves a process. Only the test of the package runs it.
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ TEST(Unruly, Crashes) {
     ::TerminateProcess(::GetCurrentProcess(), 0xC0000005);
 }
 
-// A file tells that it has begun.
+// A file shows that it has begun.
 TEST(Unruly, Hangs) {
     MakeTemporaryFile(L"hanging");
     ::Sleep(INFINITE);

@@ -21,9 +21,9 @@ TEST_P(Fatal, EndsTheProcess) {
 
 INSTANTIATE_TEST_SUITE_P(All, Fatal,
                          testing::Values(FatalCase{"NotByItself", "nothing", 0},
-                                         FatalCase{"WhenABlockCannotBeHad", "new", kNoMemory},
-                                         FatalCase{"WhenAnArrayCannotBeHad", "new-array", kNoMemory},
-                                         FatalCase{"NotWhenTheCodeAsksToBeTold", "new-nothrow", 0},
+                                         FatalCase{"WhenABlockCannotBeAllocated", "new", kNoMemory},
+                                         FatalCase{"WhenAnArrayCannotBeAllocated", "new-array", kNoMemory},
+                                         FatalCase{"NotWhenTheCodeAsksForNull", "new-nothrow", 0},
                                          FatalCase{"WhenATextGetsTooLong", "text-length", kNoMemory},
                                          FatalCase{"WhenAVectorGetsTooLong", "vector-length", kNoMemory},
                                          FatalCase{"WhenATextIsReadBehindItsEnd", "text-range", kNoMemory},

@@ -36,7 +36,7 @@ void RunBareWindow() {
     if (exitCode != 0) throw std::runtime_error("no bare window of the program's main dialog");
 }
 
-// The middle one of some: now and then the system takes or gives back something of its own.
+// The middle one of some: now and then the system takes or releases something of its own.
 int Measure() {
     for (int i = 0; i < kFirst; ++i) RunBareWindow();
     std::array<int, kCounted> kept = {};

@@ -129,12 +129,12 @@ std::string SecondName(const CallArguments& arguments) {
 
 // The texts of message boxes are loaded into blocks of one size that nothing else has.
 std::string SizeOfNote(const CallArguments& arguments) {
-    constexpr std::uint64_t kBoxText = 256 * sizeof(wchar_t);
-    return arguments[0] == kBoxText ? "for a box's text" : "";
+    constexpr std::uint64_t kMessageText = 256 * sizeof(wchar_t);
+    return arguments[0] == kMessageText ? "for a message's text" : "";
 }
 
-// What tells one call of a function from another, for functions by their names between blanks. Those that are
-// not here go by their name alone.
+// What distinguishes one call of a function from another, for functions by their names between blanks. Those
+// that are not here go by their name alone.
 const std::map<std::string, Describe>& Details() {
     static const std::map<std::string, Describe> kDetails = [] {
         const std::pair<Describe, const char*> groups[] = {

@@ -9,8 +9,8 @@
 
 namespace {
 
-// The failure of the one call of a run that fails. What the called function gives is all that is known of it
-// here: its arguments stay where they are, which the calling convention allows.
+// The failure of the one call of a run that fails. What the called function returns is all that is known of
+// it here: its arguments stay where they are, which the calling convention allows.
 const Failure* g_failure = nullptr;
 
 std::uint64_t FailPlainly() {

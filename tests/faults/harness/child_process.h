@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-// The folder in which this program lies.
+// The folder of this program.
 [[nodiscard]] std::wstring TestFolder();
 
-// Starts `program`, of this folder, and gives its exit code. One that does not end in time is ended, with
+// Starts `program`, of this folder, and returns its exit code. One that does not end in time is ended, with
 // kEndedForTime. Throws when it cannot be started.
 inline constexpr DWORD kEndedForTime = 124;
 [[nodiscard]] DWORD RunChildProcess(const std::string& program, const std::vector<std::string>& arguments,

@@ -25,9 +25,9 @@ struct DesktopDoubles : DoublesBase {
 
     static int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
         Platform& self = Current();
-        self.Note(Request::Box, Picture(type) + std::string(owner ? "main " : "none ") + Text(text) +
-                                    (Text(caption) == "Talvenor" ? "" : " caption=" + Text(caption)));
-        if (self.realBoxes) return ::MessageBoxW(owner, text, caption, type);
+        self.Note(Request::Message, Picture(type) + std::string(owner ? "main " : "none ") + Text(text) +
+                                        (Text(caption) == "Talvenor" ? "" : " caption=" + Text(caption)));
+        if (self.realMessages) return ::MessageBoxW(owner, text, caption, type);
         return (type & MB_TYPEMASK) == MB_YESNO ? self.answerToQuestions.load() : IDOK;
     }
 

@@ -36,8 +36,8 @@ private:
 // floating-point arguments do not arrive.
 class ImportThunks {
 public:
-    // Gives the function that the call goes to, which must have the type of the one that was called. Runs on
-    // the calling thread; the last error is kept for it.
+    // Returns the function that the call goes to, which must have the type of the one that was called. Runs
+    // on the calling thread; the last error is kept for it.
     using Route = void* (*)(const ImportedFunction& function, const CallArguments& arguments);
 
     explicit ImportThunks(Route route);
@@ -45,7 +45,7 @@ public:
     ImportThunks& operator=(const ImportThunks&) = delete;
     ~ImportThunks();
 
-    // Redirects the functions that `module` imports by name. `choose` gives the target of each, usually
+    // Redirects the functions that `module` imports by name. `choose` returns the target of each, usually
     // `real`; null leaves the function alone.
     void Redirect(HMODULE module, void* (*choose)(const std::string& name, void* real));
 

@@ -1,4 +1,4 @@
-// What a run of the program came to, as facts with a name and a value: "boxes" -> "information main
+// What a run of the program came to, as facts with a name and a value: "messages" -> "information main
 // Conversion terminée !".
 #pragma once
 

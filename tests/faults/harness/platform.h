@@ -1,5 +1,5 @@
 // The system as the program under test meets it: real, but for what would disturb the desktop, take time,
-// reach the machine's power switch or tell nothing. Those calls are written down and answered as a test plans
+// reach the machine's power switch or show nothing. Those calls are written down and answered as a test plans
 // them.
 //
 // The program runs as <Folder()>\Talvenor.exe, its current directory is another folder. The clock moves only
@@ -33,7 +33,7 @@ struct ConverterPlan {
 class Platform {
 public:
     // What the program asks for, one text a request:
-    //   Box       "error main Erreur CreateProcess :  File not found."  (picture, owner, text)
+    //   Message   "error main Erreur CreateProcess :  File not found."  (picture, owner, text)
     //   Beep      "440 100"
     //   Start     "hidden a.pdf in ~: /C "pdf2djvu.exe ...""                   (window, title, arguments)
     //   Shell     "explorer.exe C:\out"
@@ -43,7 +43,7 @@ public:
     //   Job       "C000013A: 1 2": what was in the job and still ran was ended, with this code
     //   Awake     "kept", "given back": what a thread asks of the power management
     //   Taskbar   "1 of 2", "none": what the main window's button is to show
-    enum class Request { Box, Beep, Start, Shell, Shutdown, Close, Search, Job, Awake, Taskbar };
+    enum class Request { Message, Beep, Start, Shell, Shutdown, Close, Search, Job, Awake, Taskbar };
 
     Platform();
     Platform(const Platform&) = delete;
@@ -69,7 +69,7 @@ public:
     bool consolesIgnoreClosing = false;
     bool screenReader = false;  // runs
     std::wstring foundOnPath;   // where "explorer.exe" is on the search path; empty: where the system has it
-    bool realBoxes = false;     // message boxes are shown and wait for the user
+    bool realMessages = false;  // message boxes are shown and wait for the user
     std::atomic<int> answerToQuestions{IDYES};
 
     // Lets every converter that runs, or the one started as the `number`th, end with `exitCode`.

@@ -64,7 +64,7 @@ private:
     std::atomic<int> m_exitCode{-1};
 };
 
-// Whether this address lies in the program's code.
+// Whether this address is in the program's code.
 [[nodiscard]] bool IsInProgram(const void* address);
 
 // The one that lives.

@@ -29,8 +29,26 @@ std::vector<std::string> NamesOf(const Facts& facts, const std::string& pattern)
     return names;
 }
 
+// The state of a control without the parts that may differ: "ES C text".
+std::string WithoutParts(const std::string& state, const std::string& parts) {
+    const auto mayDiffer = [&](const char* part) { return parts.find(part) != std::string::npos; };
+    std::string rest = state.size() > 2 ? state.substr(2) : std::string();
+    const bool isChecked = rest == " C";
+    if (isChecked) rest.clear();
+    std::string kept;
+    if (!mayDiffer("enabled")) kept += state[0];
+    if (!mayDiffer("shown")) kept += state[1];
+    if (!mayDiffer("checked") && isChecked) kept += " C";
+    if (!mayDiffer("text")) kept += rest;
+    return kept;
+}
+
 // Whether `value` is what the change makes of the usual value.
 bool IsChange(const Change& change, const std::string& usual, const std::string& value) {
+    if (change.kind == Change::Kind::Control) {
+        const bool areStates = usual.size() >= 2 && value.size() >= 2;
+        return areStates && WithoutParts(usual, change.part) == WithoutParts(value, change.part);
+    }
     if (change.kind == Change::Kind::Value) return Matches(value, change.value);
     std::string everywhere = usual;
     for (std::size_t at = usual.rfind(change.part); at != std::string::npos;

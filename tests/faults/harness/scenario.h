@@ -12,13 +12,14 @@
 // How a fact may differ from what it usually is. Facts are named by a regular expression, in which $1 and so
 // on stand for what the expression of the call caught.
 struct Change {
-    enum class Kind { Value, Replacement };
+    enum class Kind { Value, Replacement, Control };
 
     Kind kind = Kind::Value;
     bool must = false;  // else the fact may also be as usual: which depends on the call's place
     std::string fact = {};
     std::string value = {};  // regular expression for the whole, or the replacement
     std::string part = {};   // of the usual value: what is replaced, once or everywhere
+                             // of a control's state: what may differ
 };
 
 [[nodiscard]] inline Change Becomes(std::string fact, std::string pattern) {
@@ -38,6 +39,11 @@ struct Change {
 }
 [[nodiscard]] inline Change Loses(std::string fact, std::string part) {
     return Reads(std::move(fact), {}, std::move(part));
+}
+
+// Of a control's state (see AddControlFacts) only the named parts: "enabled", "shown", "checked", "text".
+[[nodiscard]] inline Change MayDiffer(std::string fact, std::string parts) {
+    return {.kind = Change::Kind::Control, .fact = std::move(fact), .part = std::move(parts)};
 }
 
 // Anything at all, line breaks included.

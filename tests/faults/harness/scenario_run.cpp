@@ -30,7 +30,7 @@ std::string ReadLog(const Platform& platform) {
 }
 
 void AddFactsOfTheRun(const Platform& platform, const ProgramHost& program, Facts& facts) {
-    facts["boxes"] = Lines(platform.Requests(Request::Box));
+    facts["messages"] = Lines(platform.Requests(Request::Message));
     facts["beeps"] = Lines(platform.Requests(Request::Beep));
     facts["starts"] = Lines(platform.Requests(Request::Start));
     facts["shell"] = Lines(platform.Requests(Request::Shell));

@@ -1,4 +1,4 @@
-// What a person does with the program's windows: presses, ticks, types, drops, waits. Works from another
+// What a person does with the program's windows: presses, checks, types, drops, waits. Works from another
 // thread than the program's, as a person does, and gives up at a deadline instead of waiting for ever.
 #pragma once
 
@@ -34,13 +34,13 @@ public:
     // Sends one message. 0 when the window is gone.
     static LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
-    // Presses a button or ticks a box, which does nothing while it is disabled. Comes back when all that it
+    // Presses a button or a check box, which does nothing while it is disabled. Returns when all that it
     // sets off on the program's own thread is done.
     void Press(int id) const;
     // Gives an edit the keyboard by a click.
     void ClickInto(int id) const;
     void SetText(int id, const wchar_t* text) const;
-    // What the window is told when `control` is left, changed or pressed.
+    // The notification that the window gets when `control` is left, changed or pressed.
     void Notify(int id, int code) const;
     void Drop(const std::vector<std::wstring>& paths) const;
     void SelectRow(int row) const;

@@ -81,7 +81,7 @@ std::string ColumnTitle(const User& user, int column) {
     return Utf8(text.data());
 }
 
-// Whether the window stands in the middle of its monitor's work area, to the pixel that rounding costs.
+// Whether the window is in the middle of its monitor's work area, to the pixel that rounding costs.
 bool IsCentred(HWND window) {
     RECT place = {};
     ::GetWindowRect(window, &place);

@@ -6,8 +6,9 @@
 
 #include <string>
 
-// For each control its state: "E" enabled or "-" disabled, "S" shown or "h" hidden, "C" for a checked box,
-// then the text of an edit, of the status line and of button 2. As "<moment>.<id>": "idle.1026" -> "ES C".
+// For each control its state: "E" enabled or "-" disabled, "S" shown or "h" hidden, "C" for a checked check
+// box, then the text of an edit, of the status line and of button 2. As "<moment>.<id>": "idle.1026" -> "ES
+// C".
 void AddControlFacts(const User& user, const std::string& moment, Facts& facts);
 
 // "<moment>.rows", "<moment>.durations" and "<moment>.selected"; "<moment>.columns": "paths" or "paths

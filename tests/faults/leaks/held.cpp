@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -19,15 +18,6 @@ constexpr int kPassing = 1;
 // Committed memory comes in pieces of 64 KB. One block of sixteen bytes lost in each of a thousand rounds
 // already shows among the program's own blocks.
 constexpr long long kPassingBytes = 128 * 1024;
-
-struct Figures {
-    std::string name;
-    int times = 0;
-    Held before;
-    Held after;
-};
-
-std::vector<Figures> g_figures;
 
 std::string Change(long long before, long long after) {
     return std::to_string(before) + " -> " + std::to_string(after);
@@ -75,7 +65,7 @@ void ExpectFlat(const std::string& name, int times, const Platform& platform,
     }
     const Held& before = parts.front();
     const Held& after = parts.back();
-    AddLeakFigures(name, times, before, after);
+    PrintLeakFigures(name, times, before, after);
     EXPECT_LE(MedianGrowth(parts, &Held::handles), kPassing) << Change(before.handles, after.handles);
     EXPECT_LE(MedianGrowth(parts, &Held::gdiObjects), kPassing)
         << Change(before.gdiObjects, after.gdiObjects);
@@ -87,24 +77,17 @@ void ExpectFlat(const std::string& name, int times, const Platform& platform,
         << Change(static_cast<long long>(before.privateBytes), static_cast<long long>(after.privateBytes));
 }
 
-void AddLeakFigures(const std::string& name, int times, const Held& before, const Held& after) {
-    g_figures.push_back({name, times, before, after});
-}
-
-void PrintLeakSummary() {
-    if (g_figures.empty()) return;
-    std::printf("[ figures  ] %-38s %6s %14s %14s %12s %10s %12s %10s %16s\n", "Repeated", "times", "handles",
-                "GDI objects", "windows", "icons", "blocks", "objects", "private KB");
-    for (const Figures& one : g_figures) {
-        std::printf("[ figures  ] %-38s %6d %14s %14s %12s %10s %12s %10s %16s\n", one.name.c_str(),
-                    one.times, Change(one.before.handles, one.after.handles).c_str(),
-                    Change(one.before.gdiObjects, one.after.gdiObjects).c_str(),
-                    Change(one.before.windows, one.after.windows).c_str(),
-                    Change(one.before.icons, one.after.icons).c_str(),
-                    Change(one.before.blocks, one.after.blocks).c_str(),
-                    Change(one.before.objects, one.after.objects).c_str(),
-                    Change(static_cast<long long>(one.before.privateBytes / 1024),
-                           static_cast<long long>(one.after.privateBytes / 1024))
-                        .c_str());
-    }
+void PrintLeakFigures(const std::string& name, int times, const Held& before, const Held& after) {
+    static const int s_titles =
+        std::printf("[ figures  ] %-38s %6s %14s %14s %12s %10s %12s %10s %16s\n", "Repeated", "times",
+                    "handles", "GDI objects", "windows", "icons", "blocks", "objects", "private KB");
+    static_cast<void>(s_titles);
+    std::printf("[ figures  ] %-38s %6d %14s %14s %12s %10s %12s %10s %16s\n", name.c_str(), times,
+                Change(before.handles, after.handles).c_str(),
+                Change(before.gdiObjects, after.gdiObjects).c_str(),
+                Change(before.windows, after.windows).c_str(), Change(before.icons, after.icons).c_str(),
+                Change(before.blocks, after.blocks).c_str(), Change(before.objects, after.objects).c_str(),
+                Change(static_cast<long long>(before.privateBytes / 1024),
+                       static_cast<long long>(after.privateBytes / 1024))
+                    .c_str());
 }

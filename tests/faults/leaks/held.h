@@ -26,6 +26,5 @@ struct Held {
 void ExpectFlat(const std::string& name, int times, const Platform& platform,
                 const std::function<void()>& once, int gdiObjectsOfTheSystem = 0);
 
-// A line of the summary made by other means.
-void AddLeakFigures(const std::string& name, int times, const Held& before, const Held& after);
-void PrintLeakSummary();
+// Prints the figures as a line of the summary, the first time with a line of titles before it.
+void PrintLeakFigures(const std::string& name, int times, const Held& before, const Held& after);

@@ -31,11 +31,11 @@ TEST(LeaksOfStarts, NoneInTheSystem) {
     const Held before = {.handles = HandleCountOfOthers(), .windows = WindowCountOfOthers()};
     for (int i = 0; i < times; ++i) startAndQuit();
     const Held after = {.handles = HandleCountOfOthers(), .windows = WindowCountOfOthers()};
-    AddLeakFigures("starts from outside (others' things)", times, before, after);
+    PrintLeakFigures("starts from outside (others' things)", times, before, after);
     EXPECT_EQ(FilesIn(platform.Folder()), filesBefore);
     // Other programs of the session go on with their own work meanwhile.
     constexpr int kOfOthers = 20;
-    // On a real Windows a hundred programs of the system take and give back handles all the time.
+    // On a real Windows a hundred programs of the system take and release handles all the time.
     if (UnderWine()) {
         EXPECT_LE(after.handles, before.handles + kOfOthers);
     }

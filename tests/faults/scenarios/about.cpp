@@ -1,11 +1,7 @@
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
 
 #include "tests/equipment/shipped_version.h"
-#include "tests/faults/harness/window_facts.h"
 #include "tests/support/utf8.h"
-
-#include "res/resource.h"
 
 #include <array>
 
@@ -27,7 +23,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 std::vector<Rule> Rules() {
     return {
         {.call = "ui (DialogBoxParamW 100 #1|SetWindowLongPtrW about DWLP_USER #1)",
-         .why = "no box, no more",
+         .why = "no About box, and nothing else",
          .changes = {Becomes("about.version", "")}},
         {.call = "ui (GetModuleFileNameW|GetSystemDirectoryW|LoadLibraryW version.dll|GetProcAddress \\w+|"
                  "GetFileVersionInfoSizeW|GetFileVersionInfoW|VerQueryValueW|HeapAlloc) #1",

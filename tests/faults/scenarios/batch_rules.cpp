@@ -6,7 +6,7 @@ namespace {
 
 constexpr char kColumns[] = "(do not )?fit( with durations)?";
 
-// The list could not tell how many rows it has, which reads as none.
+// The list does not say how many rows it has, which reads as none.
 const Rule kRowsUnknown = {
     .call = "(worker|ui) SendMessageW 1040 LVM_GETITEMCOUNT #.*",
     .why =
@@ -15,7 +15,7 @@ const Rule kRowsUnknown = {
     .changes = {MayBecome("\\w+\\..*", kAnything), MayBecome("starts", kAnything),
                 MayBecome("log", kAnything), MayBecome("taskbar", kAnything),
                 MayBecome("awakeCalls", kAnything),
-                MayBecome("boxes", "(information main Conversion terminée !)?|question main [^]*")}};
+                MayBecome("messages", "(information main Conversion terminée !)?|question main [^]*")}};
 
 }  // namespace
 
@@ -24,7 +24,7 @@ std::vector<Rule> BatchRules() {
         kRowsUnknown,
         {.call = "ui _beginthread #1",
          .why = "without a thread nothing happens, and nothing is said",
-         .changes = {Becomes("starts", ""), Becomes("boxes", ""), MayBecome("log", "earlier"),
+         .changes = {Becomes("starts", ""), Becomes("messages", ""), MayBecome("log", "earlier"),
                      MayBecome("\\w+\\..*", kAnything), Becomes("taskbar", ""), Becomes("awakeCalls", "")}},
         {.call = "ui (CreateWindowExW Static|SetWindowLongPtrW other GWLP_(USERDATA|WNDPROC)|"
                  "CoCreateInstance taskbar|ITaskbarList3::HrInit) #1",
@@ -80,7 +80,7 @@ std::vector<Rule> BatchRules() {
                      MayBecome("\\w+\\.columns", kColumns), MayLose("\\w+\\.durations", "*** Annulé !"),
                      MayBecome("log", "(\\r\\n.*\\r\\n.*\\r\\n\\*+\\r\\n\\r\\n)+")}},
         {.call = "worker LoadStringW 131 #1",
-         .why = "the box is empty",
-         .changes = {Loses("boxes", "Conversion terminée !")}},
+         .why = "the message box is empty",
+         .changes = {Loses("messages", "Conversion terminée !")}},
     };
 }

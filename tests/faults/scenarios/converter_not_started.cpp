@@ -1,11 +1,5 @@
 // The interpreter cannot be started for the first of two files.
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -22,25 +16,25 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 
 std::vector<Rule> Rules() {
     const std::string description = SystemText(ERROR_FILE_NOT_FOUND);
-    const std::string box = "error main Erreur CreateProcess :  " + description;
+    const std::string message = "error main Erreur CreateProcess :  " + description;
     return {
         {.call = "worker (FindResourceExW 9|LoadResource|LockResource) #1",
          .why = "without its own the message has the usual prefix",
-         .changes = {Reads("boxes", "Err : ", "Erreur CreateProcess :  ")}},
+         .changes = {Reads("messages", "Err : ", "Erreur CreateProcess :  ")}},
         {.call = "worker FormatMessageW #1",
-         .why = "without the system's description the prefix stands alone",
-         .changes = {Loses("boxes", description)}},
+         .why = "without the system's description the prefix is alone",
+         .changes = {Loses("messages", description)}},
         {.call = "worker CreateProcessW #1", .why = "it fails anyway", .changes = {Becomes("starts", "")}},
         {.call = "worker MessageBoxW #1",
-         .why = "the failure is not told",
-         .changes = {Loses("boxes", box + '\n')}},
+         .why = "the failure is not reported",
+         .changes = {Loses("messages", message + '\n')}},
         {.call = "worker MessageBoxW #2",
-         .why = "the end is not told",
-         .changes = {Loses("boxes", "\ninformation main Conversion terminée !")}},
-        {.call = "worker malloc for a box's text #.",
-         .why = "one of the two is not told",
-         .changes = {MayLose("boxes", box + '\n'),
-                     MayLose("boxes", "\ninformation main Conversion terminée !")}},
+         .why = "the end is not reported",
+         .changes = {Loses("messages", "\ninformation main Conversion terminée !")}},
+        {.call = "worker malloc for a message's text #.",
+         .why = "one of the two is not reported",
+         .changes = {MayLose("messages", message + '\n'),
+                     MayLose("messages", "\ninformation main Conversion terminée !")}},
     };
 }
 
@@ -56,7 +50,7 @@ Scenario ConverterNotStartedScenario() {
                   List("done", {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "00:00:00\n", -1, "fit with durations"}),
                   {{"starts",
                     "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
-                   {"boxes", "error main Erreur CreateProcess :  " + SystemText(ERROR_FILE_NOT_FOUND) +
-                                 "\ninformation main Conversion terminée !"}}}),
+                   {"messages", "error main Erreur CreateProcess :  " + SystemText(ERROR_FILE_NOT_FOUND) +
+                                    "\ninformation main Conversion terminée !"}}}),
         Joined({Rules(), BatchRules()})};
 }

@@ -1,13 +1,8 @@
 // The countdown after a batch: to its end, and past it by "Annuler"; and cut short by "Éteindre
 // immédiatement".
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
 
-#include "tests/faults/harness/window_facts.h"
 #include "tests/support/utf8.h"
-
-#include "res/resource.h"
 
 #include <array>
 
@@ -70,16 +65,16 @@ std::vector<Rule> Rules() {
          .why = "a dialog that stays is pressed again, which asks again",
          .changes = {Becomes("shutdowns", "([a-zA-Z ]+\n){9}[a-zA-Z ]+")}},
         {.call = "worker OpenProcessToken #1",
-         .why = "a request that is not granted is not told, and the dialog stays",
+         .why = "a request that is not granted is not reported, and the dialog stays",
          .changes = {Becomes("shutdowns", "")}},
         {.call = "worker LookupPrivilegeValueW #1",
-         .why = "without its identifier the privilege cannot be had",
+         .why = "without its identifier the privilege cannot be enabled",
          .changes = {Becomes("shutdowns", "open token\nenable")}},
         {.call = "worker AdjustTokenPrivileges #1",
          .why = "without the privilege there is no request",
          .changes = {Becomes("shutdowns", "open token\nlook up SeShutdownPrivilege")}},
         {.call = "worker InitiateSystemShutdownW #1",
-         .why = "a request that is not granted is not told, and the dialog stays",
+         .why = "a request that is not granted is not reported, and the dialog stays",
          .changes = {Loses("shutdowns", "\nrequest\ndisable")}},
         {.call = "worker AdjustTokenPrivileges #2",
          .why = "a privilege that cannot be given back is kept",
@@ -87,9 +82,9 @@ std::vector<Rule> Rules() {
         {.call = "worker (GetDlgItem countdown 1039|SetWindowTextW 1039) #.*",
          .why = "one second is not shown",
          .changes = {MayBecome("count\\.(first|last|over)", "30|2")}},
-        {.call = "worker (MessageBoxW|malloc for a box's text) #.",
-         .why = "the end is not told",
-         .changes = {Becomes("boxes", "")}},
+        {.call = "worker (MessageBoxW|malloc for a message's text) #.",
+         .why = "the end is not reported",
+         .changes = {Becomes("messages", "")}},
     };
 }
 
@@ -101,7 +96,7 @@ Facts UsualEnd() {
          {{"done.1038", "ES C"}},
          List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
          {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
-          {"boxes", "information main Conversion terminée !"},
+          {"messages", "information main Conversion terminée !"},
           {"shutdowns", "open token\nlook up SeShutdownPrivilege\nenable\nrequest\ndisable"}}});
 }
 

@@ -1,11 +1,5 @@
 // Keys for controls that a batch has disabled, and then for one that is enabled again.
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -74,6 +68,6 @@ Scenario DisabledKeysScenario() {
                   {{"starts",
                     "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\"\n"
                     "visible b.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\b.djvu\" -v  \"C:\\in\\b.pdf\"\""},
-                   {"boxes", "information main Conversion terminée !"}}}),
+                   {"messages", "information main Conversion terminée !"}}}),
         Joined({Rules(), BatchRules()})};
 }

@@ -1,7 +1,6 @@
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
 
-#include "tests/faults/harness/window_facts.h"
+#include <algorithm>
 
 namespace {
 
@@ -17,8 +16,9 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 
 // What is left of the drop when it ends early, or a row is not known, refused or put elsewhere.
 Rule Leaves(const std::string& call, const std::string& why, const std::string& rows, bool beeps) {
+    const auto lines = static_cast<std::size_t>(std::count(rows.begin(), rows.end(), '\n'));
     std::vector<Change> changes = {Becomes("dropped.rows", Exactly(rows)),
-                                   MayBecome("dropped.durations", "\n*")};
+                                   Becomes("dropped.durations", std::string(lines, '\n'))};
     if (!beeps) changes.push_back(Becomes("beeps", ""));
     return {.call = call, .why = why, .changes = std::move(changes)};
 }
@@ -28,7 +28,7 @@ std::vector<Rule> Rules() {
     const std::string a = "C:\\in\\a.pdf";
     const std::string b = "C:\\in\\B.PDF";
     const std::string endOfDrop = "no name is the end of the drop";
-    const std::string noCount = "a list that does not tell its count gets the row in front";
+    const std::string noCount = "a list that does not answer gets the row in front";
     const std::string notKnown = "a row that cannot be read is not known";
     const std::string refused = "a row that was refused is not there";
     return {

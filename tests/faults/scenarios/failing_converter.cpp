@@ -1,11 +1,5 @@
 // The first of two files cannot be converted. Consoles are hidden.
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -33,7 +27,7 @@ std::vector<Rule> Rules() {
          .why = "a record that cannot be written is lost without a word",
          .changes = {Becomes("log", "")}},
         {.call = "worker GetLocaleInfoW #1",
-         .why = "a locale that does not tell its ordering has year, month, day",
+         .why = "a locale whose ordering is not known has year, month, day",
          .changes = {Reads("log", "2026/11, 16", "16/11, 2026")}},
         {.call = "worker CloseHandle #1",
          .why = "the log stays open to nobody else",

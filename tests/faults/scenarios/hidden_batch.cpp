@@ -1,11 +1,5 @@
 // Two files with consoles hidden and every option that is read for them.
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -16,8 +10,9 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     user.SetText(IDC_PAGES, L"1-3");
     user.Press(IDC_RESOLUTION_CHECK);
     user.SetText(IDC_EXTRA_OPTIONS, L"--x");
-    for (const int box : {IDC_NO_METADATA, IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_LINES, IDC_MONOCHROME}) {
-        user.Press(box);
+    for (const int checkBox :
+         {IDC_NO_METADATA, IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_LINES, IDC_MONOCHROME}) {
+        user.Press(checkBox);
     }
     watch.Begin();
     user.Press(IDOK);
@@ -33,7 +28,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     AddListFacts(user, "done", facts);
 }
 
-// Boxes that are ticked and edits that have a text keep both, whatever becomes of their enabling.
+// Check boxes that are checked and edits that have a text keep both, whatever becomes of their enabling.
 Facts Options(const std::string& moment, const std::string& enabled) {
     return {{moment + ".1019", enabled + "S C"},   {moment + ".1034", enabled + "S C"},
             {moment + ".1014", enabled + "S 1-3"}, {moment + ".1033", enabled + "S C"},
@@ -71,7 +66,7 @@ Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::s
     const std::string durations = isFirst ? "00:00:00\n" : "00:00:07\n00:00:00";
     const std::string log = (isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("00:00:00", 86);
     std::vector<Change> changes = {
-        Becomes("boxes",
+        Becomes("messages",
                 Exactly("error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished)),
         Becomes("done.durations", Exactly(durations)), Becomes("log", Exactly(log)),
         Becomes("starts", Exactly(starts)),
@@ -79,14 +74,14 @@ Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::s
     // There was no converter to look on at.
     if (isFirst) changes.push_back(MayBecome("(running|ticked)\\..*", kAnything));
     return {.call = call,
-            .why = "a converter that cannot be started is told, and ends the batch",
+            .why = "a converter that cannot be started is reported, and ends the batch",
             .changes = changes};
 }
 
 // A converter of which it is not known how it ended counts as failed.
 Rule EndUnknown(const std::string& call, bool isFirst) {
     std::vector<Change> changes = {
-        Becomes("boxes", ""),
+        Becomes("messages", ""),
         Becomes("done.durations", Exactly(isFirst ? "*** Annulé !\n" : "00:00:07\n*** Annulé !")),
         Becomes("log", Exactly((isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("*** Annulé !", 90))),
         Becomes("taskbar", isFirst ? "0 of 2\nnone" : "0 of 2\n1 of 2\nnone")};
@@ -124,18 +119,20 @@ std::vector<Rule> Rules() {
          .changes = {Becomes("log", oneRecord)}},
         {.call = "worker SetFilePointer #1", .why = "the log is empty: its end is its beginning"},
         {.call = "worker SetFilePointer #2",
-         .why = "the record goes wherever the pointer stands: over the first",
+         .why = "the record goes wherever the pointer is: over the first",
          .changes = {Becomes("log", oneRecord)}},
         {.call = "worker GetLocaleInfoW #.",
-         .why = "a locale that does not tell its ordering has year, month, day",
+         .why = "a locale whose ordering is not known has year, month, day",
          .changes = {Reads("log", "2026/11, 16", "16/11, 2026")}},
         {.call = "worker CloseHandle #[12]",
          .why = "the log stays open to nobody else",
          .changes = {MayBecome("log", kAnything), Becomes("handles", "1")}},
-        {.call = "worker MessageBoxW #1", .why = "the end is not told", .changes = {Becomes("boxes", "")}},
-        {.call = "worker malloc for a box's text #.",
-         .why = "the end is not told",
-         .changes = {Becomes("boxes", "")}},
+        {.call = "worker MessageBoxW #1",
+         .why = "the end is not reported",
+         .changes = {Becomes("messages", "")}},
+        {.call = "worker malloc for a message's text #.",
+         .why = "the end is not reported",
+         .changes = {Becomes("messages", "")}},
         {.call = "ui IsDlgButtonChecked main 1019 #1",
          .why = "the row begins as if its output were shown",
          .changes = {Becomes("starts", Exactly(ShownStart("a") + '\n' + Start("b")))}},
@@ -143,7 +140,7 @@ std::vector<Rule> Rules() {
          .why = "the row begins as if its output were shown",
          .changes = {Becomes("starts", Exactly(Start("a") + '\n' + ShownStart("b")))}},
         {.call = "worker .* 1019 #.*",
-         .why = "the box is read again for the record of each row and for the button",
+         .why = "the check box is read again for the record of each row and for the button",
          .changes = {MayBecome("log", oneRecord), MayBecome("done.1024", "-h"),
                      MayBecome("\\w+\\.1019", "[E-]S C")}},
         {.call = "ui PathRenameExtensionW #.",
@@ -182,7 +179,7 @@ Scenario HiddenBatchScenario() {
                       {{"done.1024", "ES"}},
                       List("done", {rows, "00:00:07\n00:00:07", -1, "fit with durations"}),
                       {{"starts", Start("a") + '\n' + Start("b")},
-                       {"boxes", "information main Conversion terminée !"},
+                       {"messages", "information main Conversion terminée !"},
                        {"log", LogRecord("00:00:07", 86) + LogRecord("00:00:07", 86)}}}),
             Joined({Rules(), BatchRules()})};
 }

@@ -1,5 +1,4 @@
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
 
 namespace {
 
@@ -18,16 +17,16 @@ std::vector<Rule> Rules() {
         {.call = "ui (CreateDialogParamW 102 #1|SetWindowLongPtrW main DWLP_USER #1|"
                  "GetWindowLongPtrW main DWLP_USER #2)",
          .why = "a window that cannot be made ends the program, with 0",
-         .changes = {Becomes("exit", "0"), Becomes("boxes", "")}},
-        {.call = "ui (MessageBoxW #1|malloc for a box's text #\\d)",
+         .changes = {Becomes("exit", "0"), Becomes("messages", "")}},
+        {.call = "ui (MessageBoxW #1|malloc for a message's text #\\d)",
          .why = "the program ends all the same",
-         .changes = {Becomes("boxes", "")}},
+         .changes = {Becomes("messages", "")}},
         {.call = "ui PeekMessageW #1",
          .why = "the code of a quit that cannot be looked for is 0",
          .changes = {Becomes("exit", "0")}},
         {.call = "ui LoadStringW 130 #1",
-         .why = "the box is empty",
-         .changes = {Becomes("boxes", "error none ")}},
+         .why = "the message box is empty",
+         .changes = {Becomes("messages", "error none ")}},
     };
 }
 
@@ -36,5 +35,5 @@ std::vector<Rule> Rules() {
 Scenario MissingConverterScenario() {
     return {"missing_converter",
             [](Platform& platform) { ::DeleteFileW(platform.File(L"pdf2djvu.exe").c_str()); }, &Use,
-            Together({QuietRun(), {{"boxes", kMessage}}}), Rules()};
+            Together({QuietRun(), {{"messages", kMessage}}}), Rules()};
 }

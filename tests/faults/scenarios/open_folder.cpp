@@ -1,14 +1,9 @@
 // The destination folder is opened: that of the selected PDF, then the output folder, which the shell
 // refuses. Once with nothing but the system's own Explorer, once with others beside the program and in the
 // current directory.
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
 
-#include "tests/faults/harness/window_facts.h"
 #include "tests/support/utf8.h"
-
-#include "res/resource.h"
 
 #include <array>
 #include <filesystem>
@@ -52,16 +47,16 @@ std::vector<Rule> Rules(const std::string& explorer) {
     const std::string rowTwice = Exactly(Opened(explorer, {"C:\\in, out", "C:\\in, out"}));
     const std::vector<Rule> rules = {
         {.call = "ui ShellExecuteExW #1",
-         .why = "the shell's refusal is told",
+         .why = "the shell's refusal is reported",
          .changes = {Becomes("shell", secondOnly),
-                     Becomes("boxes",
+                     Becomes("messages",
                              Exactly("error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION) +
                                      "\nerror main Erreur ShellExecute : " + description))}},
         {.call = "ui ShellExecuteExW #2",
-         .why = "the shell's refusal is told, whichever it is",
+         .why = "the shell's refusal is reported, whichever it is",
          .changes = {Becomes("shell", firstOnly),
-                     Becomes("boxes", Exactly("error main Erreur ShellExecute : " +
-                                              SystemText(ERROR_NO_ASSOCIATION)))}},
+                     Becomes("messages", Exactly("error main Erreur ShellExecute : " +
+                                                 SystemText(ERROR_NO_ASSOCIATION)))}},
         {.call = "ui SendMessageW 1040 (LVM_GETNEXTITEM|LVM_GETITEMTEXTW) #1",
          .why = "without a path there is no folder, and nothing to open",
          .changes = {Becomes("shell", secondOnly)}},
@@ -76,26 +71,27 @@ std::vector<Rule> Rules(const std::string& explorer) {
              "the edit that is left seems empty, which turns the option off: the folder of the row is opened",
          .changes = {Becomes("shell", rowTwice), MayBecome("opened\\.(1026|1027|1028)", "[E-]S.*")}},
         {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #2",
-         .why = "without a text there is nothing to open, and nothing to tell",
-         .changes = {Becomes("shell", firstOnly), Becomes("boxes", "")}},
+         .why = "without a text there is nothing to open, and nothing to report",
+         .changes = {Becomes("shell", firstOnly), Becomes("messages", "")}},
     };
     return Joined({rules, ShellFailureRules(description)});
 }
 
 Scenario Opening(const std::string& name, void (*prepare)(Platform& platform), const std::string& explorer,
                  const std::vector<Rule>& rules) {
-    return {name, prepare, &Use,
-            Together({QuietRun(),
-                      IdleControls("opened"),
-                      {{"opened.1", "ES"},
-                       {"opened.1004", "ES C:\\in, out\\a.b.pdf"},
-                       {"opened.1022", "ES"},
-                       {"opened.1026", "ES C"},
-                       {"opened.1027", "ES ~"},
-                       {"opened.1028", "ES"},
-                       {"shell", Opened(explorer, {"C:\\in, out", "~"})},
-                       {"boxes", "error main Erreur ShellExecute : " + SystemText(ERROR_FILE_NOT_FOUND)}}}),
-            Joined({rules, Rules(explorer)})};
+    return {
+        name, prepare, &Use,
+        Together({QuietRun(),
+                  IdleControls("opened"),
+                  {{"opened.1", "ES"},
+                   {"opened.1004", "ES C:\\in, out\\a.b.pdf"},
+                   {"opened.1022", "ES"},
+                   {"opened.1026", "ES C"},
+                   {"opened.1027", "ES ~"},
+                   {"opened.1028", "ES"},
+                   {"shell", Opened(explorer, {"C:\\in, out", "~"})},
+                   {"messages", "error main Erreur ShellExecute : " + SystemText(ERROR_FILE_NOT_FOUND)}}}),
+        Joined({rules, Rules(explorer)})};
 }
 
 void PlantExplorers(Platform& platform) {

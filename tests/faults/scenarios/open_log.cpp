@@ -1,11 +1,5 @@
 // The log of an earlier batch is opened; the second time no program opens it.
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -24,11 +18,11 @@ std::vector<Rule> Rules() {
     const std::string failure = "error main Erreur ShellExecute : " + description;
     const std::vector<Rule> rules = {
         {.call = "ui ShellExecuteExW #1",
-         .why = "the shell's refusal is told",
+         .why = "the shell's refusal is reported",
          .changes = {Becomes("shell", Exactly("~\\TalvenorLog.txt ")),
-                     Becomes("boxes", Exactly(failure + '\n' + failure))}},
+                     Becomes("messages", Exactly(failure + '\n' + failure))}},
         {.call = "ui ShellExecuteExW #2",
-         .why = "the shell's refusal is told, whichever it is",
+         .why = "the shell's refusal is reported, whichever it is",
          .changes = {Becomes("shell", Exactly("~\\TalvenorLog.txt "))}},
         {.call = "ui GetModuleFileNameW #.",
          .why = "the log is looked for where its path points",
@@ -46,12 +40,13 @@ std::vector<Rule> Rules() {
 }  // namespace
 
 Scenario OpenLogScenario() {
-    return {"open_log", &LeaveEarlierLog, &Use,
-            Together({QuietRun(),
-                      IdleControls("opened"),
-                      {{"opened.1024", "ES"},
-                       {"log", "earlier"},
-                       {"shell", "~\\TalvenorLog.txt \n~\\TalvenorLog.txt "},
-                       {"boxes", "error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION)}}}),
-            Rules()};
+    return {
+        "open_log", &LeaveEarlierLog, &Use,
+        Together({QuietRun(),
+                  IdleControls("opened"),
+                  {{"opened.1024", "ES"},
+                   {"log", "earlier"},
+                   {"shell", "~\\TalvenorLog.txt \n~\\TalvenorLog.txt "},
+                   {"messages", "error main Erreur ShellExecute : " + SystemText(ERROR_NO_ASSOCIATION)}}}),
+        Rules()};
 }

@@ -1,11 +1,6 @@
-// The rules that tie boxes to edits, the limits of the resolution, the filter of the page edit, and the click
-// on an edit that is disabled.
+// The rules that tie check boxes to edits, the limits of the resolution, the filter of the page edit, and the
+// click on an edit that is disabled.
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -27,14 +22,14 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     User::Send(user.Control(IDC_PAGES), WM_KEYDOWN, VK_HOME);
     user.Press(IDC_RESOLUTION_CHECK);
     user.Press(IDC_NO_TEXT);
-    AddControlFacts(user, "ticked", facts);
+    AddControlFacts(user, "checked", facts);
     user.SetText(IDC_RESOLUTION, L"9000");
     user.Notify(IDC_RESOLUTION, EN_KILLFOCUS);
     AddControlFacts(user, "clamped", facts);
     user.Press(IDC_PAGES_CHECK);
     user.Press(IDC_RESOLUTION_CHECK);
     user.Press(IDC_NO_TEXT);
-    AddControlFacts(user, "unticked", facts);
+    AddControlFacts(user, "unchecked", facts);
     ClickDisabled(user, IDC_PAGES);
     ClickDisabled(user, IDC_RESOLUTION);
     ClickDisabled(user, IDC_OUTPUT_FOLDER);
@@ -42,26 +37,69 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     watch.End();
 }
 
-// A box and its edit, as far as one depends on the other.
-Rule Pair(const std::string& ids) {
-    return {.call = "ui .* (" + ids + ") #.*",
-            .why = "a box and its edit stay as they were, or lose what is read from one for the other",
-            .changes = {MayBecome("\\w+\\.(" + ids + ")", "[E-]S.*")}};
-}
-
 std::vector<Rule> Rules() {
     return {
         {.call = ".* GetWindowLongPtrW .*",
          .why = "as in all scenarios: a message is lost",
          .onlyTheEndCounts = true},
-        Pair("1014|1034"),
-        Pair("1032|1033"),
-        Pair("1015|1016"),
-        Pair("1026|1027|1028"),
-        {.call = "ui ScreenToClient main #.*",
-         .why = "the click is taken for one beside the edit",
-         .changes = {MayBecome("clicked\\.(1014|1034|1032|1033|1026|1027|1028)", "[E-]S.*")}},
         {.call = "ui Beep #1", .why = "a beep that fails is not heard", .changes = {Becomes("beeps", "")}},
+        // Check boxes and what follows them.
+        {.call = "ui IsDlgButtonChecked main 1034 #3",
+         .why = "a check box that does not answer is unchecked: the pages edit is disabled again",
+         .changes = {Becomes("(checked|clamped).1014", "-S 7")}},
+        {.call = "ui (GetDlgItem main 1032|IsDlgButtonChecked main 1033) #1",
+         .why = "the resolution edit is neither enabled nor filled in",
+         .changes = {Becomes("checked.1032", "-S"), Becomes("clamped.1032", "-S 6000")}},
+        {.call = "ui EnableWindow 1032 #1",
+         .why = "the resolution edit is filled in and stays disabled",
+         .changes = {Becomes("checked.1032", "-S 300"), Becomes("clamped.1032", "-S 6000")}},
+        {.call = "ui SetWindowTextW 1032 #1",
+         .why = "the resolution edit is not filled in",
+         .changes = {Becomes("checked.1032", "ES")}},
+        {.call = "ui (GetDlgItem main 1016|IsDlgButtonChecked main 1015|EnableWindow 1016) #1",
+         .why = "text by lines stays enabled",
+         .changes = {Becomes("(checked|clamped).1016", "ES")}},
+        {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW|SetWindowTextW) 1032 #2",
+         .why = "a resolution that cannot be read or written stays as it was typed",
+         .changes = {Becomes("clamped.1032", "ES 9000"), Becomes("unchecked.1032", "-S 9000")}},
+        {.call = "ui (GetDlgItem main 1032 #3|EnableWindow 1032 #2)",
+         .why = "the resolution edit stays enabled, so that a click on it does not check its check box",
+         .changes = {Becomes("unchecked.1032", "ES 6000"), Becomes("clicked.1033", "ES")}},
+        {.call = "ui (GetDlgItem main|EnableWindow) 1016 #2",
+         .why = "text by lines stays disabled",
+         .changes = {Becomes("(unchecked|clicked).1016", "-S")}},
+        // Clicks on the disabled edits.
+        {.call = "ui (GetDlgItem main 1014 #7|GetWindowRect 1014 #1|ScreenToClient main #1)",
+         .why = "the click is taken for one beside the edit",
+         .changes = {Becomes("clicked.1014", "-S 7"), Becomes("clicked.1034", "ES")}},
+        {.call = "ui (GetDlgItem main 1014 #8|EnableWindow 1014 #7)",
+         .why = "the edit stays disabled",
+         .changes = {Becomes("clicked.1014", "-S 7")}},
+        {.call = "ui CheckDlgButton main 1034 #1",
+         .why = "the check box stays unchecked",
+         .changes = {Becomes("clicked.1034", "ES")}},
+        {.call = "ui (GetDlgItem main 1032 #4|GetWindowRect 1032 #1|ScreenToClient main #[45])",
+         .why = "the click is taken for one beside the edit, or on the one before it",
+         .changes = {Becomes("clicked.1032", "-S 6000"), Becomes("clicked.1033", "ES")}},
+        {.call = "ui (GetDlgItem main 1032 #5|EnableWindow 1032 #3)",
+         .why = "the edit stays disabled",
+         .changes = {Becomes("clicked.1032", "-S 6000")}},
+        {.call = "ui CheckDlgButton main 1033 #1",
+         .why = "the check box stays unchecked",
+         .changes = {Becomes("clicked.1033", "ES")}},
+        {.call = "ui (GetDlgItem main 1027 #1|GetWindowRect 1027 #1|ScreenToClient main #11)",
+         .why = "the click is taken for one beside the edit",
+         .changes = {Becomes("clicked.1026", "ES"), Becomes("clicked.(1027|1028)", "-S")}},
+        {.call = "ui (GetDlgItem main 1027 #2|EnableWindow 1027 #1)",
+         .why = "the edit stays disabled",
+         .changes = {Becomes("clicked.1027", "-S")}},
+        {.call = "ui CheckDlgButton main 1026 #1",
+         .why = "the check box stays unchecked",
+         .changes = {Becomes("clicked.1026", "ES")}},
+        {.call = "ui (GetDlgItem main|EnableWindow) 1028 #1",
+         .why = "the browser stays disabled",
+         .changes = {Becomes("clicked.1028", "-S")}},
+        {.call = "ui .*", .why = "the control is as it would be after the call"},
     };
 }
 
@@ -70,13 +108,13 @@ std::vector<Rule> Rules() {
 Scenario OptionsScenario() {
     return {"options", [](Platform&) {}, &Use,
             Together({QuietRun(),
-                      IdleControls("ticked"),
-                      {{"ticked.1014", "ES 7"},
-                       {"ticked.1034", "ES C"},
-                       {"ticked.1032", "ES 300"},
-                       {"ticked.1033", "ES C"},
-                       {"ticked.1015", "ES C"},
-                       {"ticked.1016", "-S"},
+                      IdleControls("checked"),
+                      {{"checked.1014", "ES 7"},
+                       {"checked.1034", "ES C"},
+                       {"checked.1032", "ES 300"},
+                       {"checked.1033", "ES C"},
+                       {"checked.1015", "ES C"},
+                       {"checked.1016", "-S"},
                        {"beeps", "400 100"}},
                       IdleControls("clamped"),
                       {{"clamped.1014", "ES 7"},
@@ -85,8 +123,8 @@ Scenario OptionsScenario() {
                        {"clamped.1033", "ES C"},
                        {"clamped.1015", "ES C"},
                        {"clamped.1016", "-S"}},
-                      IdleControls("unticked"),
-                      {{"unticked.1014", "-S 7"}, {"unticked.1032", "-S 6000"}},
+                      IdleControls("unchecked"),
+                      {{"unchecked.1014", "-S 7"}, {"unchecked.1032", "-S 6000"}},
                       IdleControls("clicked"),
                       {{"clicked.1014", "ES 7"},
                        {"clicked.1034", "ES C"},

@@ -1,8 +1,5 @@
 // The program is left by Esc, which passes through the message loop.
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "res/resource.h"
 
 namespace {
 

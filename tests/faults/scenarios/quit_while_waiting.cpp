@@ -1,9 +1,6 @@
 // The program is left while a stopped worker still waits for its converter. The end of the process is held up
 // here until that worker has woken and gone home: it must find all it touches.
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -24,17 +21,18 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 }  // namespace
 
 Scenario QuitWhileWaitingScenario() {
-    Facts usual = Together(
-        {QuietRunToTheEndOfTheProcess(),
-         BatchOf(2, 0),
-         {{"processEnds", "yes"},
-          {"window", "gone"},
-          {"starts",
-           "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
-           "2>>TalvenorLog.txt"},
-          {"boxes", "question main Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"},
-          {"closing", "console 1"},
-          {"searches", "1"}}});
+    Facts usual =
+        Together({QuietRunToTheEndOfTheProcess(),
+                  BatchOf(2, 0),
+                  {{"processEnds", "yes"},
+                   {"window", "gone"},
+                   {"starts",
+                    "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
+                    "2>>TalvenorLog.txt"},
+                   {"messages",
+                    "question main Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"},
+                   {"closing", "console 1"},
+                   {"searches", "1"}}});
     return {.name = "quit_while_waiting",
             .prepare =
                 [](Platform& platform) {

@@ -12,25 +12,27 @@ std::vector<Rule> Joined(std::initializer_list<std::vector<Rule>> parts) {
     return all;
 }
 
+std::vector<Change> Also(std::vector<Change> changes, const std::vector<Change>& others) {
+    changes.insert(changes.end(), others.begin(), others.end());
+    return changes;
+}
+
 std::vector<Rule> ShellFailureRules(const std::string& description) {
     return {
         {.call = "ui (FindResourceExW 9|LoadResource|LockResource) #1",
          .why = "without its own the message has the usual prefix",
-         .changes = {Reads("boxes", "Err : ", "Erreur ShellExecute : ")}},
+         .changes = {Reads("messages", "Err : ", "Erreur ShellExecute : ")}},
         {.call = "ui FormatMessageW #1",
-         .why = "without the system's description the prefix stands alone",
-         .changes = {Loses("boxes", description)}},
-        {.call = "ui (MessageBoxW #1|malloc for a box's text #.)",
-         .why = "the failure is not told",
-         .changes = {Becomes("boxes", "")}},
+         .why = "without the system's description the prefix is alone",
+         .changes = {Loses("messages", description)}},
+        {.call = "ui (MessageBoxW #1|malloc for a message's text #.)",
+         .why = "the failure is not reported",
+         .changes = {Becomes("messages", "")}},
     };
 }
 
 const std::vector<Rule>& RulesOfAllScenarios() {
     static const std::vector<Rule> kRules = {
-        {.call = ".* malloc for a box's text #.*",
-         .why = "a message box that cannot be had is not shown, and the program goes on",
-         .changes = {MayBecome("boxes", kAnything), MayBecome("closing", ""), MayBecome("searches", "")}},
         {.call = ".* malloc #.*",
          .why = "a program without memory ends at once",
          .endsWithException = kNoMemory},
@@ -55,16 +57,24 @@ const std::vector<Rule>& RulesOfAllScenarios() {
         {.call = ".* KillTimer \\S+ (\\d) #.*",
          .why = "the timer goes on",
          .changes = {MayBecome("timers", "$1|[12]"), MayBecome("count.timers", "1")}},
-        {.call = ".* MessageBoxW #.*",
-         .why = "a box that cannot be shown is as good as answered by no",
-         .changes = {MayBecome("boxes", kAnything), MayBecome("closing", ""), MayBecome("searches", "")}},
         {.call = ".* LoadStringW 128 #.*",
          .why = "a caption that is not there is empty",
-         .changes = {MayBecome("boxes", "[^]* caption=[^]*")}},
-        {.call = ".* (?:GetDlgItem main|EnableWindow|ShowWindow|CheckDlgButton main|IsDlgButtonChecked main|"
-                 "SetWindowTextW|GetWindowTextW|GetWindowTextLengthW|SetFocus|IsWindowEnabled) (\\d+).*",
+         .changes = {Reads("messages", " caption=", "")}},
+        {.call = ".* EnableWindow (\\d+) #.*",
+         .why = "one control stays enabled or disabled",
+         .changes = {MayDiffer("\\w+\\.$1", "enabled")}},
+        {.call = ".* ShowWindow (\\d+) .*",
+         .why = "one control stays shown or hidden",
+         .changes = {MayDiffer("\\w+\\.$1", "shown")}},
+        {.call = ".* CheckDlgButton main (\\d+) #.*",
+         .why = "one check box stays as it was",
+         .changes = {MayDiffer("\\w+\\.$1", "checked")}},
+        {.call = ".* (?:SetWindowTextW|GetWindowTextW|GetWindowTextLengthW) (\\d+) #.*",
+         .why = "one control keeps its text",
+         .changes = {MayDiffer("\\w+\\.$1", "text")}},
+        {.call = ".* (?:GetDlgItem main|IsDlgButtonChecked main|SetFocus|IsWindowEnabled) (\\d+) #.*",
          .why = "one control stays as it was",
-         .changes = {MayBecome("\\w+\\.$1", "[E-][Sh].*")}},
+         .changes = {MayDiffer("\\w+\\.$1", "enabled shown text")}},
     };
     return kRules;
 }

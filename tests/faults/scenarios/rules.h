@@ -9,6 +9,8 @@
 
 [[nodiscard]] std::vector<Rule> Joined(std::initializer_list<std::vector<Rule>> parts);
 
+[[nodiscard]] std::vector<Change> Also(std::vector<Change> changes, const std::vector<Change>& others);
+
 // A batch whose consoles may be hidden: the worker's calls, and those that its messages set off.
 [[nodiscard]] std::vector<Rule> BatchRules();
 

@@ -1,7 +1,13 @@
-// The ways of using the program that the sweep goes through. One file each, named after it.
+// The ways of using the program that the sweep goes through, with what all of them are written with. One file
+// each, named after it.
 #pragma once
 
 #include "tests/faults/harness/scenario.h"
+#include "tests/faults/harness/window_facts.h"
+#include "tests/faults/scenarios/rules.h"
+#include "tests/faults/scenarios/usual.h"
+
+#include "res/resource.h"
 
 #include <vector>
 

@@ -1,5 +1,4 @@
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
 
 namespace {
 

@@ -1,9 +1,4 @@
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -37,7 +32,7 @@ std::vector<Rule> Rules() {
         EndsAtOnce("ui (GetModuleFileNameW #1|PathRemoveFileSpecW #1|PathAppendW pdf2djvu.exe #1|"
                    "PathFileExistsW pdf2djvu.exe #1)",
                    "a converter that cannot be looked for is missing",
-                   {Becomes("boxes", "error none pdf2djvu\\.exe est absent ![^]*")}),
+                   {Becomes("messages", "error none pdf2djvu\\.exe est absent ![^]*")}),
         {.call = "ui (GetWindowRect main|MonitorFromWindow|GetMonitorInfoW|SetWindowPos main) #1",
          .why = "the window opens where the system puts it",
          .changes = {Becomes("start.centred", "no")}},

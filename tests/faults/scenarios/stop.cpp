@@ -1,12 +1,6 @@
 // A batch of two files that the user thinks twice about and then stops, while the first is converted: its
 // console has a window that can be asked to close, or none, or one that takes no requests.
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -45,17 +39,17 @@ constexpr char kEnded[] = "C000013A: 1";
 std::vector<Rule> QuestionRules() {
     const std::string question = Exactly(kQuestion);
     return {
-        {.call = "ui (MessageBoxW #1|malloc for a box's text #[12])",
+        {.call = "ui (MessageBoxW #1|malloc for a message's text #[12])",
          .why = "a question that cannot be asked is answered by no",
-         .changes = {Becomes("boxes", question)}},
-        {.call = "ui (MessageBoxW #2|malloc for a box's text #[34])",
+         .changes = {Becomes("messages", question)}},
+        {.call = "ui (MessageBoxW #2|malloc for a message's text #[34])",
          .why =
              "a question that cannot be asked is answered by no: the batch goes on until its converter fails",
-         .changes = {Becomes("boxes", question), Becomes("closing", ""), Becomes("searches", ""),
+         .changes = {Becomes("messages", question), Becomes("closing", ""), Becomes("searches", ""),
                      Becomes("jobs", ""), Becomes("answered.taskbar", "0 of 2")}},
         {.call = "ui LoadStringW 144 #.",
          .why = "the question is empty",
-         .changes = {Loses("boxes",
+         .changes = {Loses("messages",
                            "Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?")}},
         {.call = "ui GetWindowThreadProcessId #1",
          .why = "a window of which nothing is known is none of ours"},
@@ -105,7 +99,7 @@ Scenario Stopping(const std::string& name, void (*prepare)(Platform& platform),
               {"asked.awake", "1"},
               {"answered.taskbar", ""},
               {"searches", "1"},
-              {"boxes", std::string(kQuestion) + '\n' + kQuestion}}}),
+              {"messages", std::string(kQuestion) + '\n' + kQuestion}}}),
         Joined({rules, QuestionRules(), BatchRules()})};
 }
 

@@ -90,7 +90,7 @@ Facts List(const std::string& moment, const ListContents& contents) {
 
 Facts QuietRun() {
     return {
-        {"boxes", ""},      {"beeps", ""},    {"starts", ""},  {"shell", ""},    {"shutdowns", ""},
+        {"messages", ""},   {"beeps", ""},    {"starts", ""},  {"shell", ""},    {"shutdowns", ""},
         {"closing", ""},    {"searches", ""}, {"jobs", ""},    {"shown", ""},    {"outsideJob", ""},
         {"awakeCalls", ""}, {"awake", "0"},   {"taskbar", ""}, {"names", ""},    {"objects", "0"},
         {"log", "none"},    {"strays", ""},   {"timers", ""},  {"exit", "2"},    {"blocks", "0"},

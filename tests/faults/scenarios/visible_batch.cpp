@@ -1,11 +1,5 @@
 // One file with its console shown, converted into an output folder.
-#include "tests/faults/scenarios/rules.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "tests/faults/harness/window_facts.h"
-
-#include "res/resource.h"
 
 namespace {
 
@@ -26,16 +20,16 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
 
 constexpr char kFinished[] = "information main Conversion terminée !";
 
-// What the converter is told of the output folder, which is the program's own here.
+// The converter's output path in the output folder, which is the program's own here.
 std::string Start(const std::string& output, const std::string& folder = "~") {
     return "visible a.pdf in " + folder + ": /C \"pdf2djvu.exe -o \"" + output + "\" -v  \"C:\\in\\a.pdf\"\"";
 }
 
 Rule NotStarted(const std::string& call, DWORD error, const std::string& starts) {
     return {.call = call,
-            .why = "a converter that cannot be started is told, and ends the batch",
-            .changes = {Becomes("boxes", Exactly("error main Erreur CreateProcess :  " + SystemText(error) +
-                                                 '\n' + kFinished)),
+            .why = "a converter that cannot be started is reported, and ends the batch",
+            .changes = {Becomes("messages", Exactly("error main Erreur CreateProcess :  " +
+                                                    SystemText(error) + '\n' + kFinished)),
                         Becomes("done.durations", "00:00:00"), Becomes("starts", Exactly(starts)),
                         Becomes("taskbar", "0 of 1\nnone"), MayBecome("running\\..*", kAnything)}};
 }
@@ -48,7 +42,7 @@ std::vector<Rule> Rules() {
         NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, Start("~\\a.djvu", "~\\Talvenor.exe")),
         {.call = "worker (WaitForSingleObject|GetExitCodeProcess) #1",
          .why = "what is not known to have gone well has not",
-         .changes = {Becomes("boxes", ""), Becomes("done.durations", Exactly("*** Annulé !")),
+         .changes = {Becomes("messages", ""), Becomes("done.durations", Exactly("*** Annulé !")),
                      Becomes("taskbar", "0 of 1\nnone"), MayBecome("running\\..*", kAnything)}},
         {.call = "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) #1",
          .why = "the edit that is left seems empty, which turns the option off",
@@ -56,7 +50,7 @@ std::vector<Rule> Rules() {
         {.call = "ui ((GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) "
                  "#2|PathIsDirectoryW #.)",
          .why = "a folder that is none starts no batch",
-         .changes = {Becomes("boxes", "error main Le dossier de destination est incorrect !"),
+         .changes = {Becomes("messages", "error main Le dossier de destination est incorrect !"),
                      Becomes("starts", ""), Becomes("done.durations", ""), Becomes("taskbar", ""),
                      Becomes("awakeCalls", ""), MayBecome("(running|done)\\..*", kAnything)}},
         {.call = "ui IsDlgButtonChecked main 1026 #1",
@@ -76,10 +70,10 @@ std::vector<Rule> Rules() {
         {.call = "ui PathAppendW a.djvu #1",
          .why = "what cannot be joined is what the system leaves: nothing",
          .changes = {Becomes("starts", Exactly(Start("")))}},
-        {.call = "(worker|ui) IsDlgButtonChecked main 1019 #.", .why = "it is not ticked"},
-        {.call = "worker (MessageBoxW|malloc for a box's text) #.",
-         .why = "the end is not told",
-         .changes = {Becomes("boxes", "")}},
+        {.call = "(worker|ui) IsDlgButtonChecked main 1019 #.", .why = "it is not checked"},
+        {.call = "worker (MessageBoxW|malloc for a message's text) #.",
+         .why = "the end is not reported",
+         .changes = {Becomes("messages", "")}},
     };
 }
 
@@ -94,6 +88,6 @@ Scenario VisibleBatchScenario() {
                       ControlsAfterBatch("done"),
                       {{"done.1026", "ES C"}, {"done.1027", "ES ~"}},
                       List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
-                      {{"starts", Start("~\\a.djvu")}, {"boxes", kFinished}}}),
+                      {{"starts", Start("~\\a.djvu")}, {"messages", kFinished}}}),
             Joined({Rules(), BatchRules()})};
 }

@@ -2,7 +2,7 @@
 #include "tests/faults/harness/child_process.h"
 #include "tests/faults/harness/failure_table.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/sweep/recorded_calls.h"
+#include "tests/faults/sweep/sweep.h"
 #include "tests/support/replaced_imports.h"
 
 #include <gtest/gtest.h>

@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include <array>
+#include <map>
 #include <stdexcept>
 
 namespace {
@@ -15,6 +16,17 @@ namespace {
 // A sweeping process watches its own runs; this is for one that does not even get there.
 constexpr char kTestProgram[] = "fault_test.exe";
 constexpr DWORD kLongestProcessMs = 30 * 60 * 1000;
+
+constexpr DWORD kLongestRecordingMs = 120'000;
+
+RecordedCalls Record(const Scenario& scenario) {
+    const TemporaryFolder folder;
+    const DWORD code = RunChildProcess(kTestProgram, {kRecordArgument, scenario.name, folder.Path().string()},
+                                       kLongestRecordingMs);
+    if (code != kDone)
+        throw std::runtime_error(scenario.name + " cannot be recorded: " + std::to_string(code));
+    return {ReadCalls(folder.Path() / kCallsFile), ReadLines(folder.Path() / kDifferencesFile)};
+}
 
 std::string Hex(DWORD value) {
     std::array<char, 16> text{};
@@ -47,6 +59,13 @@ void TakeVerdict(const Scenario& scenario, const CallKey& call, const Verdict& v
 }
 
 }  // namespace
+
+const RecordedCalls& CallsOf(const Scenario& scenario) {
+    static std::map<std::string, RecordedCalls> s_recorded;
+    const auto known = s_recorded.find(scenario.name);
+    if (known != s_recorded.end()) return known->second;
+    return s_recorded.emplace(scenario.name, Record(scenario)).first->second;
+}
 
 SweepResult Sweep(const Scenario& scenario, const std::vector<CallKey>& calls) {
     const TemporaryFolder folder;

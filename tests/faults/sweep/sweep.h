@@ -1,10 +1,17 @@
-// Makes every call of a scenario fail, one in each run, in processes of their own.
+// Records the calls of a scenario, and makes each of them fail, one in each run, in processes of their own.
 #pragma once
 
 #include "tests/faults/harness/scenario.h"
 
 #include <string>
 #include <vector>
+
+struct RecordedCalls {
+    std::vector<CallKey> calls;
+    std::vector<std::string> differences;  // from the usual facts
+};
+// Recorded once in this process.
+[[nodiscard]] const RecordedCalls& CallsOf(const Scenario& scenario);
 
 struct Finding {
     CallKey call;

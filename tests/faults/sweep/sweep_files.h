@@ -1,4 +1,4 @@
-// What the process that sweeps and the one that started it tell each other, by way of two files in a folder.
+// What the process that sweeps and the one that started it exchange, by way of two files in a folder.
 #pragma once
 
 #include "tests/faults/harness/call_watch.h"

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-// Works as such a process when the command line asks for one, and gives its exit code.
+// Works as such a process when the command line asks for one, and returns its exit code.
 [[nodiscard]] std::optional<int> RunAsSweepProcess(int argc, char** argv);
 
 inline constexpr char kRecordArgument[] = "--record";

@@ -43,8 +43,8 @@ bool ThreadsFixture::LooksIdle() const {
     return facts["now.1"] == "ES" && facts["now.1040"] == "ES" && facts["now.2"] == "ES Quitter";
 }
 
-std::vector<std::string> ThreadsFixture::Boxes() const {
-    return platform.Requests(Platform::Request::Box);
+std::vector<std::string> ThreadsFixture::Messages() const {
+    return platform.Requests(Platform::Request::Message);
 }
 
 std::vector<std::string> ThreadsFixture::Starts() const {
@@ -57,11 +57,6 @@ std::vector<std::string> ThreadsFixture::CloseRequests() const {
 
 std::vector<std::string> ThreadsFixture::Searches() const {
     return platform.Requests(Platform::Request::Search);
-}
-
-std::vector<std::string> ThreadsFixture::Taskbar() const {
-    user.WaitForPosted();
-    return platform.Requests(Platform::Request::Taskbar);
 }
 
 void ThreadsFixture::ExpectNothingSentToAnybody() const {

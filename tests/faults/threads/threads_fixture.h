@@ -25,13 +25,11 @@ protected:
     void Stop();
     // The idle look: everything that a batch disables is enabled, button 2 reads "Quitter".
     [[nodiscard]] bool LooksIdle() const;
-    [[nodiscard]] std::vector<std::string> Boxes() const;
+    [[nodiscard]] std::vector<std::string> Messages() const;
     [[nodiscard]] std::vector<std::string> Starts() const;
     [[nodiscard]] std::vector<std::string> CloseRequests() const;
     // Searches for a console's window, by the converters whose processes were held meanwhile.
     [[nodiscard]] std::vector<std::string> Searches() const;
-    // What the taskbar's button was told, when all that was posted has arrived.
-    [[nodiscard]] std::vector<std::string> Taskbar() const;
     // No window was looked for, none was asked, nothing was ended.
     void ExpectNothingSentToAnybody() const;
     [[nodiscard]] std::string Durations() const;  // one line each

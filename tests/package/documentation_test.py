@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What the papers say of the repository is so: their links and pictures lead somewhere, their commands exist, and the
+"""What the documentation says of the repository is so: their links and pictures lead somewhere, their commands exist, and the
 texts that they quote are the program's own."""
 import re
 import subprocess
@@ -7,37 +7,37 @@ import unittest
 
 import packaged
 
-PAPERS = sorted(path for path in packaged.REPOSITORY.glob("**/*.md")
+DOCUMENTS = sorted(path for path in packaged.REPOSITORY.glob("**/*.md")
                 if not {"build", "dist"} & set(path.relative_to(packaged.REPOSITORY).parts))
 LINK = re.compile(r"\]\((?!https?:)([^)#]+)(?:#([^)]*))?\)")
 SCRIPT = re.compile(r"\bscripts/([a-z]+)(?![a-z.])((?: --[a-z-]+)*)")  # not what scripts share, NAME.sh
-# What stands in code: between fences, or between single marks in a line.
+# What is in code: between fences, or between single marks in a line.
 FENCED = re.compile(r"^```.*?^```", re.S | re.M)
 QUOTED = re.compile(r"`([^`\n]+)`")
 
 
-def each_paper():
-    for paper in PAPERS:
-        yield paper, paper.read_text(encoding="utf-8")
+def each_document():
+    for document in DOCUMENTS:
+        yield document, document.read_text(encoding="utf-8")
 
 
-class Papers(unittest.TestCase):
+class Documents(unittest.TestCase):
     def test_are_found(self):
-        self.assertGreaterEqual({paper.name for paper in PAPERS},
+        self.assertGreaterEqual({document.name for document in DOCUMENTS},
                                 {"README.md", "LISEZMOI.md", "CONTRIBUTING.md", "CHANGELOG.md", "architecture.md",
                                  "testing.md", "performance.md"})
 
     def test_links_lead_somewhere(self):
         count = 0
-        for paper, text in each_paper():
+        for document, text in each_document():
             for target, _ in LINK.findall(QUOTED.sub("", FENCED.sub("", text))):
                 count += 1
-                self.assertTrue((paper.parent / target).exists(), f"{paper.name}: {target}")
+                self.assertTrue((document.parent / target).exists(), f"{document.name}: {target}")
         self.assertGreater(count, 15)
 
     def test_scripts_exist_and_take_the_options(self):
         named = set()
-        for _, text in each_paper():
+        for _, text in each_document():
             for name, options in SCRIPT.findall(text):
                 script = packaged.REPOSITORY / "scripts" / name
                 self.assertTrue(script.is_file() and script.stat().st_mode & 0o111, name)
@@ -49,15 +49,15 @@ class Papers(unittest.TestCase):
                 named.add(name)
         self.assertGreaterEqual(named, {"demo", "test"})
 
-    def test_every_script_is_in_the_papers(self):
-        papers = "".join(paper.read_text(encoding="utf-8") for paper in PAPERS)
+    def test_every_script_is_in_the_documents(self):
+        documents = "".join(document.read_text(encoding="utf-8") for document in DOCUMENTS)
         for script in (packaged.REPOSITORY / "scripts").iterdir():
             if "." not in script.name:
-                self.assertTrue(f"scripts/{script.name}" in papers, script.name)
+                self.assertTrue(f"scripts/{script.name}" in documents, script.name)
 
     def test_files_and_folders_exist(self):
         count = 0
-        for _, text in each_paper():
+        for _, text in each_document():
             for quoted in QUOTED.findall(FENCED.sub("", text)):
                 if re.fullmatch(r"(tests|engine|log|ui|res|docs|benchmarks|cmake)/[\w./]*|scripts/\w+\.sh", quoted):
                     count += 1
@@ -67,7 +67,7 @@ class Papers(unittest.TestCase):
     def test_presets_exist(self):
         listed = subprocess.run(["cmake", "--list-presets"], cwd=packaged.REPOSITORY, check=True, text=True,
                                 capture_output=True).stdout
-        for _, text in each_paper():
+        for _, text in each_document():
             for preset in re.findall(r"--preset ([\w-]+)", text):
                 self.assertIn(f'"{preset}"', listed)
 
