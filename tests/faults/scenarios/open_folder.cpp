@@ -69,7 +69,8 @@ std::vector<Rule> Rules(const std::string& explorer) {
         {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #1",
          .why =
              "the edit that is left seems empty, which turns the option off: the folder of the row is opened",
-         .changes = {Becomes("shell", rowTwice), MayBecome("opened\\.(1026|1027|1028)", "[E-]S.*")}},
+         .changes = {Becomes("shell", rowTwice), Becomes("opened.1026", "ES"), Becomes("opened.1027", "-S ~"),
+                     Becomes("opened.1028", "-S")}},
         {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #2",
          .why = "without a text there is nothing to open, and nothing to report",
          .changes = {Becomes("shell", firstOnly), Becomes("messages", "")}},
@@ -104,18 +105,23 @@ void PlantExplorers(Platform& platform) {
 
 Scenario OpenFolderScenario() {
     const std::vector<Rule> rules = {
-        {.call = "ui (SearchPathW none|CompareStringOrdinal|GetSystemWindowsDirectoryW|PathAppendW "
-                 "explorer.exe) #.*",
+        {.call = "ui (SearchPathW none #.|CompareStringOrdinal #.|GetSystemWindowsDirectoryW #[24]|"
+                 "PathAppendW explorer.exe #[36])",
          .why = "where the look-up is not known to lead to the system's own, that one's path is handed over",
-         .changes = {MayRead("shell", SystemsExplorer(), "explorer.exe")}}};
+         .changes = {Reads("shell", SystemsExplorer(), "explorer.exe")}},
+        {.call = "ui (GetSystemWindowsDirectoryW|PathAppendW explorer.exe) #.",
+         .why = "no other is beside the program or in the current directory anyway"}};
     return Opening(
         "open_folder", [](Platform&) {}, "explorer.exe", rules);
 }
 
 Scenario PlantedExplorerScenario() {
-    const std::vector<Rule> rules = {{.call = "ui (GetSystemWindowsDirectoryW|PathAppendW explorer.exe) #.*",
-                                      .why = "where the system's own is not known, its name is all there is",
-                                      .changes = {MayRead("shell", "explorer.exe", SystemsExplorer())}}};
+    const std::vector<Rule> rules = {
+        {.call = "ui (GetSystemWindowsDirectoryW #[13]|PathAppendW explorer.exe #[15])",
+         .why = "where the system's own is not known, its name is all there is",
+         .changes = {Reads("shell", "explorer.exe", SystemsExplorer())}},
+        {.call = "ui (GetSystemWindowsDirectoryW|PathAppendW explorer.exe) #.",
+         .why = "the other planted one is found"}};
     Scenario scenario = Opening("planted_explorer", &PlantExplorers, SystemsExplorer(), rules);
     scenario.usual["strays"] = "explorer.exe";
     return scenario;

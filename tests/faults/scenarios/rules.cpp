@@ -44,7 +44,7 @@ const std::vector<Rule>& RulesOfAllScenarios() {
         {.call = ".* CloseHandle #.*",
          .why = "what is not closed stays",
          .changes = {MayBecome("handles", "1")}},
-        {.call = ".* HeapFree #.*", .why = "what is not freed stays", .changes = {MayBecome("blocks", "1")}},
+        {.call = ".* HeapFree #.*", .why = "what is not freed stays", .changes = {Becomes("blocks", "1")}},
         {.call = ".* FreeLibrary #.*",
          .why = "the library stays, with what it holds",
          .changes = {MayBecome("handles", "[0-9]+")}},
