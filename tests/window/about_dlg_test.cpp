@@ -58,9 +58,13 @@ TEST_F(AboutDlgTest, EndsWithTheResultOfEachWayOut) {
     }
 }
 
-TEST_F(AboutDlgTest, OtherCommandsGetDefaultProcessing) {
+TEST_F(AboutDlgTest, OtherMessagesAndCommandsGetDefaultProcessing) {
     CAboutDlg about;
     LRESULT result = 0;
+    for (UINT message = 0; message <= WM_APP + 0x100; ++message) {
+        if (message == WM_INITDIALOG || message == WM_COMMAND) continue;
+        EXPECT_FALSE(about.ProcessWindowMessage(nullptr, message, 0, 0, result, 0)) << message;
+    }
     EXPECT_FALSE(about.ProcessWindowMessage(nullptr, WM_COMMAND, 3, 0, result, 0));
     EXPECT_FALSE(about.ProcessWindowMessage(nullptr, WM_COMMAND, IDC_VERSION, 0, result, 0));
 }

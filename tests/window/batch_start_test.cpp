@@ -1,7 +1,9 @@
 // The Convert command: what it refuses, the thread that it starts, and the batch that has no files.
 #include "tests/window/batch_fixture.h"
+#include "tests/window/current_folder.h"
 
 #include <process.h>
+#include <tlhelp32.h>
 
 namespace {
 
@@ -28,6 +30,34 @@ TEST_F(BatchStartTest, StartsOneThreadOfDefaultSizeForTheDialog) {
     AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     RunBatch();
     EXPECT_THAT(threads, ElementsAre("_beginthread stack=0 argument=dialog"));
+}
+
+// Those of this process that are there and were not `before`.
+std::vector<DWORD> NewThreads(const std::vector<DWORD>& before) {
+    std::vector<DWORD> threads;
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry = {};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = ::Thread32First(snapshot, &entry); more; more = ::Thread32Next(snapshot, &entry)) {
+        const bool isKnown = std::find(before.begin(), before.end(), entry.th32ThreadID) != before.end();
+        if (entry.th32OwnerProcessID == ::GetCurrentProcessId() && !isKnown)
+            threads.push_back(entry.th32ThreadID);
+    }
+    ::CloseHandle(snapshot);
+    return threads;
+}
+
+TEST_F(BatchStartTest, RunsOnOneThreadBesideTheOneOfTheWindow) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    converters.Plan({{}, {.held = true}});
+    const std::vector<DWORD> before = NewThreads({});
+    ASSERT_THAT(before, testing::Contains(::GetCurrentThreadId()));
+    PressConvert();
+    WaitForConverter(2);
+    EXPECT_THAT(NewThreads(before), SizeIs(1));
+    converters.Release(2);
+    WaitForEnd();
+    EXPECT_TRUE(WaitFor([&] { return NewThreads(before).empty(); }));
 }
 
 TEST_F(BatchStartTest, LeavesEverythingAsItIsAndReportsNothingWhenTheThreadCannotBeCreated) {
@@ -81,6 +111,37 @@ TEST_F(BatchStartTest, NeedsAnOutputFolderThatExistsWhileItsCheckBoxIsChecked) {
     SetText(IDC_OUTPUT_FOLDER, L"Q:\\absent");
     RunBatch();
     EXPECT_THAT(threads, SizeIs(2));
+}
+
+TEST_F(BatchStartTest, AFolderThatCannotBeWrittenToIsGoodEnough) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    const std::wstring readOnly = folder.File(L"lecture seule");
+    std::filesystem::create_directory(readOnly);
+    ::SetFileAttributesW(readOnly.c_str(), FILE_ATTRIBUTE_READONLY);
+    Check(IDC_OUTPUT_FOLDER_CHECK);
+    SetText(IDC_OUTPUT_FOLDER, readOnly.c_str());
+    RunBatch();
+    ::SetFileAttributesW(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_THAT(converters.Starts(), SizeIs(1));
+    EXPECT_TRUE(std::filesystem::is_empty(readOnly)) << "nothing was tried there";
+}
+
+TEST_F(BatchStartTest, ARelativeOutputFolderIsLookedForInTheCurrentOne) {
+    AddFiles({L"C:\\in\\a.pdf"});
+    std::filesystem::create_directory(folder.Path() / "sortie");
+    Check(IDC_OUTPUT_FOLDER_CHECK);
+    SetText(IDC_OUTPUT_FOLDER, L"sortie");
+    const TemporaryFolder elsewhere;
+    {
+        const CurrentFolder current(elsewhere.Path());
+        Command(IDOK, BN_CLICKED);
+        EXPECT_THAT(threads, IsEmpty());
+        EXPECT_FALSE(std::filesystem::exists(elsewhere.Path() / "sortie")) << "no folder is ever created";
+    }
+    const CurrentFolder current(folder.Path());
+    RunBatch();
+    ASSERT_THAT(converters.Starts(), SizeIs(1));
+    EXPECT_THAT(converters.Starts()[0].arguments, testing::HasSubstr(L" -o \"sortie\\a.djvu\" "));
 }
 
 // The Delete key leaves the Convert button as it is, so that a batch without files can be started.

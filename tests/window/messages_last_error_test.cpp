@@ -59,6 +59,7 @@ TEST_F(LastErrorTest, ShowsOnlyTheNameWithoutATextOfTheSystem) {
 }
 
 TEST_F(LastErrorTest, UsesTheDefaultPrefixWhenNoneIsGivenOrFound) {
+    EXPECT_EQ(CMainDlg::kNoPrefix, 0xFFFFFFFFu);
     ShowError(ERROR_DISK_FULL, CMainDlg::kNoPrefix);
     findsStrings = false;
     ShowError(ERROR_DISK_FULL, IDS_SHELL_EXECUTE_FAILED);

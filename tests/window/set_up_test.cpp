@@ -181,6 +181,16 @@ TEST_F(SetUpStepsTest, EndWithAMessageWithoutTheConverter) {
     EXPECT_EQ(dialog->Handle(), nullptr);
 }
 
+TEST_F(SetUpTest, SetsNoTimer) {
+    std::vector<UINT_PTR> timers;
+    const auto set = Replace<decltype(::SetTimer)>("SetTimer", [&](HWND, UINT_PTR id, UINT, TIMERPROC) {
+        timers.push_back(id);
+        return id;
+    });
+    Create();
+    EXPECT_THAT(timers, IsEmpty());
+}
+
 TEST_F(SetUpTest, TheFocusIsLeftToTheFirstControlThatCanHaveIt) {
     Create();
     EXPECT_EQ(::GetFocus(), Control(IDCANCEL));

@@ -187,9 +187,13 @@ INSTANTIATE_TEST_SUITE_P(Ways, ShutMeDownDlgEndTest,
                                          WayOut{"CloseButton", 0, WM_SYSCOMMAND, SC_CLOSE, false}),
                          [](const auto& way) { return std::string(way.param.name); });
 
-TEST_F(ShutMeDownDlgTest, OtherCommandsGetDefaultProcessing) {
+TEST_F(ShutMeDownDlgTest, OtherMessagesAndCommandsGetDefaultProcessing) {
     CShutMeDownDlg countdown;
     LRESULT result = 0;
+    for (UINT message = 0; message <= WM_APP + 0x100; ++message) {
+        if (message == WM_INITDIALOG || message == WM_TIMER || message == WM_COMMAND) continue;
+        EXPECT_FALSE(countdown.ProcessWindowMessage(nullptr, message, 0, 0, result, 0)) << message;
+    }
     EXPECT_FALSE(countdown.ProcessWindowMessage(nullptr, WM_COMMAND, 3, 0, result, 0));
     EXPECT_FALSE(countdown.ProcessWindowMessage(nullptr, WM_COMMAND, IDC_SECONDS, 0, result, 0));
     EXPECT_THAT(Calls(), IsEmpty());
