@@ -13,9 +13,11 @@ constexpr char kQuestion[] = "Un traitement est en cours.\r\nÊtes-vous sûr de 
 struct StopCase {
     const char* name;
     const char* at;  // the worker's call at which the user stops
-    std::vector<Conversion> plan;
-    std::vector<std::wstring> durations;
     std::size_t starts;
+    std::vector<std::wstring> durations;
+    std::vector<Conversion> plan = {{.durationMs = 5'000}, {.durationMs = 5'000}, {.durationMs = 5'000}};
+
+    friend void PrintTo(const StopCase& row, std::ostream* out) { *out << "stopped at " << row.at; }
 };
 class BatchStoppedAtTest : public BatchFixture, public testing::WithParamInterface<StopCase> {};
 
@@ -41,47 +43,32 @@ TEST_P(BatchStoppedAtTest, KeepsWhatWasConvertedAndConvertsNoMore) {
     EXPECT_TRUE(IsEnabled(IDOK));
 }
 
-const std::vector<Conversion> kGood = {{.durationMs = 5'000}, {.durationMs = 5'000}, {.durationMs = 5'000}};
+constexpr wchar_t kDone[] = L"00:00:05";
+constexpr wchar_t kMarked[] = L"*** Annulé !";
 
 INSTANTIATE_TEST_SUITE_P(
     All, BatchStoppedAtTest,
     testing::Values(
-        StopCase{"BeforeTheFirstConverter", "DeleteFileW", kGood, {L"", L"", L""}, 0},
-        StopCase{"BeforeTheFirstConverterButAfterTheTest",
-                 "PathStripPathW C:\\in\\a.pdf",
-                 kGood,
-                 {L"*** Annulé !", L"", L""},
-                 1},
-        StopCase{"WhileItIsStarted", "CreateProcessW", kGood, {L"*** Annulé !", L"", L""}, 1},
+        StopCase{"BeforeTheFirstConverter", "DeleteFileW", 0, {L"", L"", L""}},
+        StopCase{"AfterTheFirstRowHasBegun", "PathStripPathW C:\\in\\a.pdf", 1, {kMarked, L"", L""}},
+        StopCase{"WhileItIsStarted", "CreateProcessW", 1, {kMarked, L"", L""}},
         StopCase{"WhileItRunsAndItFails",
                  "WaitForSingleObject process 1",
-                 {{.exitCode = 0xC000013A, .durationMs = 5'000}},
-                 {L"*** Annulé !", L"", L""},
-                 1},
-        StopCase{"WhileItRunsAndItSucceedsAllTheSame",
-                 "WaitForSingleObject process 1",
-                 kGood,
-                 {L"*** Annulé !", L"", L""},
-                 1},
-        StopCase{"AfterItsEnd", "KillTimer main 2", kGood, {L"*** Annulé !", L"", L""}, 1},
+                 1,
+                 {kMarked, L"", L""},
+                 {{.exitCode = 0xC000013A, .durationMs = 5'000}}},
         StopCase{
-            "BetweenTwoFiles", "LVM_SETITEMW 0,1 mask=1 \"00:00:05\"", kGood, {L"00:00:05", L"", L""}, 1},
-        StopCase{"BetweenTwoFilesButAfterTheTest",
-                 "LVM_SETITEMSTATE 1 state=3",
-                 kGood,
-                 {L"00:00:05", L"*** Annulé !", L""},
-                 2},
-        StopCase{"InTheLastFile",
-                 "WaitForSingleObject process 3",
-                 kGood,
-                 {L"00:00:05", L"00:00:05", L"*** Annulé !"},
-                 3},
-        StopCase{"InTheBoxOfAFailedStart",
+            "WhileItRunsAndItSucceedsAllTheSame", "WaitForSingleObject process 1", 1, {kMarked, L"", L""}},
+        StopCase{"AfterItsEnd", "KillTimer main 2", 1, {kMarked, L"", L""}},
+        StopCase{"BetweenTwoFiles", "LVM_SETITEMW 0,1 mask=1 \"00:00:05\"", 1, {kDone, L"", L""}},
+        StopCase{"AfterTheNextRowHasBegun", "LVM_SETITEMSTATE 1 state=3", 2, {kDone, kMarked, L""}},
+        StopCase{"InTheLastFile", "WaitForSingleObject process 3", 3, {kDone, kDone, kMarked}},
+        StopCase{"InTheMessageOfAFailedStart",
                  "MessageBoxW Erreur CreateProcess",
-                 {{.durationMs = 5'000}, {.startError = ERROR_FILE_NOT_FOUND}},
-                 {L"00:00:05", L"*** Annulé !", L""},
-                 2},
-        StopCase{"InTheCountdown", "DialogBoxParamW 101", kGood, {L"00:00:05", L"00:00:05", L"00:00:05"}, 3}),
+                 2,
+                 {kDone, kMarked, L""},
+                 {{.durationMs = 5'000}, {.startError = ERROR_FILE_NOT_FOUND}}},
+        StopCase{"InTheCountdown", "DialogBoxParamW 101", 3, {kDone, kDone, kDone}}),
     [](const auto& row) { return std::string(row.param.name); });
 
 class BatchStopTest : public BatchFixture {};

@@ -1,6 +1,7 @@
 // What a batch does to the controls and durations, at its start and at its end or stop.
 #include "tests/window/held_batch_fixture.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -38,59 +39,41 @@ protected:
 // (1027, 1028) are enabled after a batch whatever theirs say; the buttons of log and destination are left
 // alone.
 TEST_F(ControlStateBatchTest, ABatchSwitchesTheControlsInTheirOrderAndTheStopBack) {
-    static const struct {
+    const std::vector<int> always = {IDOK,
+                                     IDC_ADD,
+                                     IDC_CLEAR,
+                                     IDC_FILE_LIST,
+                                     IDC_PAGES_CHECK,
+                                     IDC_RESOLUTION_CHECK,
+                                     IDC_NO_METADATA,
+                                     IDC_NO_OUTLINE,
+                                     IDC_NO_HYPERLINKS,
+                                     IDC_NO_TEXT,
+                                     IDC_LINES,
+                                     IDC_MONOCHROME,
+                                     IDC_EXTRA_OPTIONS,
+                                     IDC_HIDE_OUTPUT,
+                                     IDC_OUTPUT_FOLDER_CHECK,
+                                     IDC_OUTPUT_FOLDER,
+                                     IDC_BROWSE,
+                                     IDC_SHUT_DOWN,
+                                     IDOK};
+    // The list with `edit` right behind its check box.
+    const auto with = [&](int checkBox, int edit) {
+        std::vector<int> switched = always;
+        switched.insert(std::ranges::find(switched, checkBox) + 1, edit);
+        return switched;
+    };
+    const struct {
         std::vector<int> checked;
         std::vector<int> switched;
-    } kCases[] = {
-        {{},
-         {IDOK, IDC_ADD, IDC_CLEAR, IDC_FILE_LIST, IDC_PAGES_CHECK, IDC_RESOLUTION_CHECK, IDC_NO_METADATA,
-          IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_NO_TEXT, IDC_LINES, IDC_MONOCHROME, IDC_EXTRA_OPTIONS,
-          IDC_HIDE_OUTPUT, IDC_OUTPUT_FOLDER_CHECK, IDC_OUTPUT_FOLDER, IDC_BROWSE, IDC_SHUT_DOWN, IDOK}},
-        {{IDC_PAGES_CHECK, IDC_NO_TEXT, IDC_SHUT_DOWN},
-         {IDOK,
-          IDC_ADD,
-          IDC_CLEAR,
-          IDC_FILE_LIST,
-          IDC_PAGES_CHECK,
-          IDC_PAGES,
-          IDC_RESOLUTION_CHECK,
-          IDC_NO_METADATA,
-          IDC_NO_OUTLINE,
-          IDC_NO_HYPERLINKS,
-          IDC_NO_TEXT,
-          IDC_LINES,
-          IDC_MONOCHROME,
-          IDC_EXTRA_OPTIONS,
-          IDC_HIDE_OUTPUT,
-          IDC_OUTPUT_FOLDER_CHECK,
-          IDC_OUTPUT_FOLDER,
-          IDC_BROWSE,
-          IDC_SHUT_DOWN,
-          IDOK}},
-        {{IDC_RESOLUTION_CHECK, IDC_NO_METADATA, IDC_LINES},
-         {IDOK,
-          IDC_ADD,
-          IDC_CLEAR,
-          IDC_FILE_LIST,
-          IDC_PAGES_CHECK,
-          IDC_RESOLUTION_CHECK,
-          IDC_RESOLUTION,
-          IDC_NO_METADATA,
-          IDC_NO_OUTLINE,
-          IDC_NO_HYPERLINKS,
-          IDC_NO_TEXT,
-          IDC_LINES,
-          IDC_MONOCHROME,
-          IDC_EXTRA_OPTIONS,
-          IDC_HIDE_OUTPUT,
-          IDC_OUTPUT_FOLDER_CHECK,
-          IDC_OUTPUT_FOLDER,
-          IDC_BROWSE,
-          IDC_SHUT_DOWN,
-          IDOK}},
+    } cases[] = {
+        {{}, always},
+        {{IDC_PAGES_CHECK, IDC_NO_TEXT, IDC_SHUT_DOWN}, with(IDC_PAGES_CHECK, IDC_PAGES)},
+        {{IDC_RESOLUTION_CHECK, IDC_NO_METADATA, IDC_LINES}, with(IDC_RESOLUTION_CHECK, IDC_RESOLUTION)},
     };
     messageAnswer = IDYES;
-    for (const auto& row : kCases) {
+    for (const auto& row : cases) {
         SCOPED_TRACE(testing::PrintToString(row.checked));
         for (const int id : row.checked) Click(id);
         EXPECT_EQ(Changes([&] { StartEmptyBatch(); }), Switched(row.switched, true));

@@ -124,22 +124,22 @@ TEST_F(FrameworkAppModuleTest, EveryUseOfTheLoopsIsGuardedByTheModulesCriticalSe
                                                                          calls.push_back("leave");
                                                                      original(left);
                                                                  });
-    // Whether `use` entered the section and left it as often, never twice at a time.
-    const auto isGuarded = [&](const auto& use) {
+    // How often `use` entered the section and left it again; -1 when it was ever in it twice, or stays in it.
+    const auto entriesOf = [&](const auto& use) {
         calls.clear();
         use();
-        bool inside = false;
-        for (const std::string& call : calls) {
-            if ((call == "enter") == inside) return false;
-            inside = !inside;
+        int entries = 0;
+        for (std::size_t i = 0; i < calls.size(); ++i) {
+            if (calls[i] != (i % 2 == 0 ? "enter" : "leave")) return -1;
+            if (i % 2 == 0) ++entries;
         }
-        return !inside && !calls.empty();
+        return calls.size() % 2 == 0 ? entries : -1;
     };
     CMessageLoop loop;
-    EXPECT_TRUE(isGuarded([&] { m_module.AddMessageLoop(loop); })) << "adding";
-    EXPECT_TRUE(isGuarded([&] { static_cast<void>(m_module.MessageLoop()); })) << "looking up";
-    EXPECT_TRUE(isGuarded([&] { m_module.RemoveMessageLoop(); })) << "removing";
-    EXPECT_TRUE(isGuarded([&] { m_module.AddNotificationWindow(NewWindow()); })) << "adding a window";
+    EXPECT_EQ(entriesOf([&] { m_module.AddMessageLoop(loop); }), 2) << "removing the one before, and adding";
+    EXPECT_EQ(entriesOf([&] { static_cast<void>(m_module.MessageLoop()); }), 1) << "looking up";
+    EXPECT_EQ(entriesOf([&] { m_module.RemoveMessageLoop(); }), 1) << "removing";
+    EXPECT_EQ(entriesOf([&] { m_module.AddNotificationWindow(NewWindow()); }), 1) << "adding a window";
     const auto destroy = Replace<decltype(::DestroyWindow)>("DestroyWindow", [&](auto original, HWND window) {
         calls.push_back("DestroyWindow");
         return original(window);
