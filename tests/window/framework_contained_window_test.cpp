@@ -15,7 +15,6 @@
 
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr DWORD kSection = 5;

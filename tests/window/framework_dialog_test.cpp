@@ -5,7 +5,6 @@
 
 #include "res/resource.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -15,8 +14,6 @@
 #include <vector>
 
 namespace {
-
-using testing::ElementsAre;
 
 constexpr UINT kAsked = WM_APP + 1;
 constexpr UINT kNested = WM_APP + 2;

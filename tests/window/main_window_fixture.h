@@ -26,8 +26,8 @@
 #include <vector>
 
 // A program folder with a stand-in for the converter, a module, a loop and the dialog in it. The program's
-// path is `folder`\Talvenor.exe for every caller. Message boxes are answered by `messageAnswer` and recorded in
-// `calls` as "MessageBoxW owner=main|none text=... caption=... type=0x..", beeps as "Beep 440 100".
+// path is `folder`\Talvenor.exe for every caller. Message boxes are answered by `messageAnswer` and recorded
+// in `calls` as "MessageBoxW owner=main|none text=... caption=... type=0x..", beeps as "Beep 440 100".
 class MainWindowFixture : public testing::Test {
 protected:
     MainWindowFixture();

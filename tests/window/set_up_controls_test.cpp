@@ -3,8 +3,6 @@
 
 namespace {
 
-using testing::ElementsAre;
-
 // A window class with the low word of the style.
 struct Kind {
     const wchar_t* windowClass;
