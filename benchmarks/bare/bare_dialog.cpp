@@ -32,6 +32,8 @@ void InsertColumn(HWND list, int index, const wchar_t* title, int width, int for
 }
 
 void FillList(HWND list, HINSTANCE instance) {
+    constexpr LPARAM kStyles = LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT | LVS_EX_INFOTIP;
+    ::SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, kStyles, kStyles);
     constexpr int kImageSize = 16;
     const HIMAGELIST images = ::ImageList_Create(kImageSize, kImageSize, ILC_COLOR32 | ILC_MASK, 1, 0);
     const HICON page = LoadSizedIcon(instance, IDI_PAGE, kImageSize, kImageSize);
