@@ -43,12 +43,40 @@ std::string WithoutParts(const std::string& state, const std::string& parts) {
     return kept;
 }
 
+std::vector<std::string> SplitLines(const std::string& text) {
+    std::vector<std::string> lines(1);
+    for (const char character : text) {
+        if (character == '\n') {
+            lines.emplace_back();
+        } else {
+            lines.back() += character;
+        }
+    }
+    return lines;
+}
+
+bool HasEmptyLines(const std::string& usual, const std::string& value) {
+    const std::vector<std::string> expected = SplitLines(usual);
+    const std::vector<std::string> lines = SplitLines(value);
+    return std::equal(
+        lines.begin(), lines.end(), expected.begin(), expected.end(),
+        [](const std::string& line, const std::string& whole) { return line.empty() || line == whole; });
+}
+
+// The same fact at another moment; empty when there is none.
+std::string AtMoment(const std::string& moment, const std::string& name, const Facts& facts) {
+    const auto fact = facts.find(moment + name.substr(name.find('.')));
+    return fact != facts.end() ? fact->second : std::string();
+}
+
 // Whether `value` is what the change makes of the usual value.
 bool IsChange(const Change& change, const std::string& usual, const std::string& value) {
     if (change.kind == Change::Kind::Control) {
         const bool areStates = usual.size() >= 2 && value.size() >= 2;
         return areStates && WithoutParts(usual, change.part) == WithoutParts(value, change.part);
     }
+    if (change.kind == Change::Kind::EmptyLines) return HasEmptyLines(usual, value);
+    if (change.kind == Change::Kind::Beginning) return usual.starts_with(value);
     if (change.kind == Change::Kind::Value) return Matches(value, change.value);
     std::string everywhere = usual;
     for (std::size_t at = usual.rfind(change.part); at != std::string::npos;
@@ -116,7 +144,9 @@ std::vector<std::string> Judge(const Scenario& scenario, const std::optional<Cal
         for (const std::string& name : names) {
             const std::string& value = facts.at(name);
             const auto usual = scenario.usual.find(name);
-            if (usual != scenario.usual.end() && IsChange(change, usual->second, value)) {
+            if (change.kind == Change::Kind::LaterMoment) {
+                if (value == AtMoment(change.part, name, facts)) expected[name] = value;
+            } else if (usual != scenario.usual.end() && IsChange(change, usual->second, value)) {
                 expected[name] = value;
             } else if (change.must) {
                 wrong.push_back(name + ": expected [" + change.part + " -> " + change.value + "], but was [" +

@@ -12,14 +12,14 @@
 // How a fact may differ from what it usually is. Facts are named by a regular expression, in which $1 and so
 // on stand for what the expression of the call caught.
 struct Change {
-    enum class Kind { Value, Replacement, Control };
+    enum class Kind { Value, Replacement, Control, EmptyLines, Beginning, LaterMoment };
 
     Kind kind = Kind::Value;
     bool must = false;  // else the fact may also be as usual: which depends on the call's place
     std::string fact = {};
     std::string value = {};  // regular expression for the whole, or the replacement
     std::string part = {};   // of the usual value: what is replaced, once or everywhere
-                             // of a control's state: what may differ
+                             // of a control's state: what may differ; or the later moment
 };
 
 [[nodiscard]] inline Change Becomes(std::string fact, std::string pattern) {
@@ -46,8 +46,19 @@ struct Change {
     return {.kind = Change::Kind::Control, .fact = std::move(fact), .part = std::move(parts)};
 }
 
-// Anything at all, line breaks included.
-inline constexpr char kAnything[] = "[^]*";
+// Of a text of several lines some may be empty.
+[[nodiscard]] inline Change MayHaveEmptyLines(std::string fact) {
+    return {.kind = Change::Kind::EmptyLines, .fact = std::move(fact)};
+}
+// Of a text only the beginning may be there.
+[[nodiscard]] inline Change MayEndEarly(std::string fact) {
+    return {.kind = Change::Kind::Beginning, .fact = std::move(fact)};
+}
+// At these moments (a regular expression) a worker may have come so far that all is as at the later one.
+[[nodiscard]] inline Change MayBeOver(const std::string& moments, std::string later) {
+    return {.kind = Change::Kind::LaterMoment, .fact = '(' + moments + ")\\..*", .part = std::move(later)};
+}
+
 // A regular expression for exactly this text.
 [[nodiscard]] std::string Exactly(const std::string& text);
 

@@ -12,10 +12,15 @@ const Rule kRowsUnknown = {
     .why =
         "a list that does not answer has no rows: the batch ends there, or waits for its stop as on an empty "
         "list",
-    .changes = {MayBecome("\\w+\\..*", kAnything), MayBecome("starts", kAnything),
-                MayBecome("log", kAnything), MayBecome("taskbar", kAnything),
-                MayBecome("awakeCalls", kAnything),
-                MayBecome("messages", "(information main Conversion terminée !)?|question main [^]*")}};
+    .changes = {MayBeOver("running|ticked", "done"), MayDiffer("(running|done)\\.\\d+", "enabled shown text"),
+                MayBecome("\\w+\\.columns", kColumns), MayBecome("\\w+\\.selected", "-1"),
+                MayHaveEmptyLines("\\w+\\.durations"), MayEndEarly("starts"), MayEndEarly("log"),
+                MayBecome("log", "earlier|none"), MayBecome("taskbar", "((\\d of \\d\n)*none(\nnone)?)?"),
+                MayBecome("awakeCalls", ""),
+                MayBecome("messages",
+                          "(information main Conversion terminée !)?|"
+                          "question main Un traitement est en cours.\r\n"
+                          "Êtes-vous sûr de vouloir l'interrompre \\?")}};
 
 }  // namespace
 
@@ -25,7 +30,9 @@ std::vector<Rule> BatchRules() {
         {.call = "ui _beginthread #1",
          .why = "without a thread nothing happens, and nothing is said",
          .changes = {Becomes("starts", ""), Becomes("messages", ""), MayBecome("log", "earlier"),
-                     MayBecome("\\w+\\..*", kAnything), Becomes("taskbar", ""), Becomes("awakeCalls", "")}},
+                     Becomes("taskbar", ""), Becomes("awakeCalls", ""), MayBeOver("running|ticked", "done"),
+                     MayDiffer("done\\.(1022|1027|1028)", "enabled"), Becomes("done.columns", "fit"),
+                     MayHaveEmptyLines("done.durations")}},
         {.call = "ui (CreateWindowExW Static|SetWindowLongPtrW other GWLP_(USERDATA|WNDPROC)|"
                  "CoCreateInstance taskbar|ITaskbarList3::HrInit) #1",
          .why = "the taskbar shows nothing, and the batch goes on",
@@ -60,23 +67,22 @@ std::vector<Rule> BatchRules() {
          .why =
              "a row that is not selected gets no duration and does not enable the destination's button; one "
              "that stays selected keeps both",
-         .changes = {MayBecome("\\w+\\.selected", "-1|0|1"), MayBecome("\\w+\\.durations", kAnything),
-                     MayBecome("\\w+\\.1022", "[E-]S"), MayBecome("\\w+\\.1004", "ES.*")}},
+         .changes = {MayBecome("\\w+\\.selected", "-1|0|1"), MayHaveEmptyLines("\\w+\\.durations"),
+                     MayDiffer("\\w+\\.1022", "enabled"), MayDiffer("\\w+\\.1004", "text")}},
         {.call = "(worker|ui) SendMessageW 1040 (LVM_GETNEXTITEM|LVM_SETITEMW) #.*",
          .why = "a duration is not written",
-         .changes = {MayBecome("\\w+\\.durations", kAnything)}},
+         .changes = {MayHaveEmptyLines("\\w+\\.durations")}},
         {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #.*",
          .why = "a row that cannot be read has an empty path, with which the converter does what it does; or "
-                "the "
-                "status line does not show the path",
-         .changes = {MayBecome("\\w+\\.1004", "ES.*"),
+                "the status line does not show the path",
+         .changes = {MayDiffer("\\w+\\.1004", "text"),
                      MayBecome("starts", "[^]*(hidden|visible)  in ~: [^]* -v [^]*\"\"\"[^]*")}},
         {.call = "ui IsDlgButtonChecked main 1026 #.*",
          .why = "the destination's button follows the row instead of the folder",
-         .changes = {MayBecome("\\w+\\.1022", "[E-]S")}},
+         .changes = {MayDiffer("\\w+\\.1022", "enabled")}},
         {.call = "(worker|ui) (FindResourceExW|LoadResource|LockResource).* #.*",
          .why = "a text that is not there is empty, and the button keeps the one that it has",
-         .changes = {MayBecome("\\w+\\.2", "ES (Quitter|Arrêter )"), MayBecome("\\w+\\.1004", "ES .*"),
+         .changes = {MayBecome("\\w+\\.2", "ES (Quitter|Arrêter )"), MayDiffer("\\w+\\.1004", "text"),
                      MayBecome("\\w+\\.columns", kColumns), MayLose("\\w+\\.durations", "*** Annulé !"),
                      MayBecome("log", "(\\r\\n.*\\r\\n.*\\r\\n\\*+\\r\\n\\r\\n)+")}},
         {.call = "worker LoadStringW 131 #1",

@@ -52,13 +52,19 @@ std::string ShownStart(const std::string& name) {
     return "visible" + start.substr(hidden.size(), start.rfind(" 2>>") - hidden.size());
 }
 
+std::string StartWithoutPath() {
+    return "hidden  in ~: /C \"pdf2djvu.exe -o \".djvu\" -v -d 300 --no-metadata --no-outline "
+           "--no-hyperlinks --lines "
+           "--monochrome --x -p \"1-3\" \"\"\" 2>>TalvenorLog.txt";
+}
+
 constexpr char kFinished[] = "information main Conversion terminée !";
 
 // What a control stands for on the command line: without an answer it is left out for that file.
 Rule Option(const std::string& ids, const std::string& option) {
     return {.call = "(worker|ui) .* (" + ids + ") #.*",
             .why = "an option that cannot be read is left out, a control that is not reached stays as it was",
-            .changes = {MayLose("starts", option), MayBecome("\\w+\\.(" + ids + ")", "[E-]S.*")}};
+            .changes = {MayLose("starts", option), MayDiffer("\\w+\\.(" + ids + ")", "enabled")}};
 }
 
 // A converter that does not start, the first or the second: a message, and the batch ends as if it were done.
@@ -72,7 +78,7 @@ Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::s
         Becomes("starts", Exactly(starts)),
         Becomes("taskbar", isFirst ? "0 of 2\nnone" : "0 of 2\n1 of 2\nnone")};
     // There was no converter to look on at.
-    if (isFirst) changes.push_back(MayBecome("(running|ticked)\\..*", kAnything));
+    if (isFirst) changes.push_back(MayBeOver("running|ticked", "done"));
     return {.call = call,
             .why = "a converter that cannot be started is reported, and ends the batch",
             .changes = changes};
@@ -87,7 +93,7 @@ Rule EndUnknown(const std::string& call, bool isFirst) {
         Becomes("taskbar", isFirst ? "0 of 2\nnone" : "0 of 2\n1 of 2\nnone")};
     if (isFirst) {
         changes.push_back(Becomes("starts", Exactly(Start("a"))));
-        changes.push_back(MayBecome("(running|ticked)\\..*", kAnything));
+        changes.push_back(MayBeOver("running|ticked", "done"));
     }
     return {.call = call, .why = "what is not known to have gone well has not", .changes = changes};
 }
@@ -125,8 +131,8 @@ std::vector<Rule> Rules() {
          .why = "a locale whose ordering is not known has year, month, day",
          .changes = {Reads("log", "2026/11, 16", "16/11, 2026")}},
         {.call = "worker CloseHandle #[12]",
-         .why = "the log stays open to nobody else",
-         .changes = {MayBecome("log", kAnything), Becomes("handles", "1")}},
+         .why = "the log stays open, and nobody else can read it",
+         .changes = {Becomes("log", ""), Becomes("handles", "1")}},
         {.call = "worker MessageBoxW #1",
          .why = "the end is not reported",
          .changes = {Becomes("messages", "")}},
@@ -142,11 +148,19 @@ std::vector<Rule> Rules() {
         {.call = "worker .* 1019 #.*",
          .why = "the check box is read again for the record of each row and for the button",
          .changes = {MayBecome("log", oneRecord), MayBecome("done.1024", "-h"),
-                     MayBecome("\\w+\\.1019", "[E-]S C")}},
+                     MayDiffer("\\w+\\.1019", "enabled")}},
+        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #1",
+         .why = "a row that cannot be read has an empty path, with which the converter does what it does",
+         .changes = {Becomes("running.1004", "ES Conversion en cours : "),
+                     Becomes("starts", Exactly(StartWithoutPath() + '\n' + Start("b")))}},
+        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #3",
+         .why = "the same for the second row, while nobody looks at the status line",
+         .changes = {Becomes("starts", Exactly(Start("a") + '\n' + StartWithoutPath()))}},
+        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #[24]",
+         .why = "the path in the status line is followed by the one that is converted"},
         {.call = "ui PathRenameExtensionW #.",
          .why = "a path that the system refuses stays as it is",
-         .changes = {MayRead("starts", "-o \"C:\\in\\a.pdf\"", "-o \"C:\\in\\a.djvu\""),
-                     MayRead("starts", "-o \"C:\\in\\b.pdf\"", "-o \"C:\\in\\b.djvu\"")}},
+         .changes = {Reads("starts", ".pdf\" -v", ".djvu\" -v")}},
         Option("1034|1014", " -p \"1-3\""),
         Option("1033|1032", "-d 300"),
         Option("1017", " --no-metadata"),

@@ -31,7 +31,7 @@ Rule NotStarted(const std::string& call, DWORD error, const std::string& starts)
             .changes = {Becomes("messages", Exactly("error main Erreur CreateProcess :  " +
                                                     SystemText(error) + '\n' + kFinished)),
                         Becomes("done.durations", "00:00:00"), Becomes("starts", Exactly(starts)),
-                        Becomes("taskbar", "0 of 1\nnone"), MayBecome("running\\..*", kAnything)}};
+                        Becomes("taskbar", "0 of 1\nnone"), MayBeOver("running", "done")}};
 }
 
 std::vector<Rule> Rules() {
@@ -43,16 +43,18 @@ std::vector<Rule> Rules() {
         {.call = "worker (WaitForSingleObject|GetExitCodeProcess) #1",
          .why = "what is not known to have gone well has not",
          .changes = {Becomes("messages", ""), Becomes("done.durations", Exactly("*** Annulé !")),
-                     Becomes("taskbar", "0 of 1\nnone"), MayBecome("running\\..*", kAnything)}},
+                     Becomes("taskbar", "0 of 1\nnone"), MayBeOver("running", "done")}},
         {.call = "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) #1",
          .why = "the edit that is left seems empty, which turns the option off",
-         .changes = {Becomes("starts", Exactly(Start("C:\\in\\a.djvu"))), MayBecome("\\w+\\.1026", "[E-]S")}},
+         .changes = {Becomes("starts", Exactly(Start("C:\\in\\a.djvu"))),
+                     Becomes("(running|done).1026", "[E-]S")}},
         {.call = "ui ((GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) "
                  "#2|PathIsDirectoryW #.)",
          .why = "a folder that is none starts no batch",
          .changes = {Becomes("messages", "error main Le dossier de destination est incorrect !"),
                      Becomes("starts", ""), Becomes("done.durations", ""), Becomes("taskbar", ""),
-                     Becomes("awakeCalls", ""), MayBecome("(running|done)\\..*", kAnything)}},
+                     Becomes("awakeCalls", ""), MayBeOver("running", "done"), Becomes("done.columns", "fit"),
+                     MayDiffer("done\\.(1022|1026|1027|1028)", "enabled")}},
         {.call = "ui IsDlgButtonChecked main 1026 #1",
          .why = "the folder is not looked at before the batch, which is what would have found it bad"},
         {.call = "ui IsDlgButtonChecked main 1026 #3",
@@ -63,7 +65,7 @@ std::vector<Rule> Rules() {
          .changes = {Becomes("starts", Exactly(Start("a.djvu")))}},
         {.call = "worker GetDlgItem main 1027 #.",
          .why = "an edit that is not reached stays as it was",
-         .changes = {MayBecome("\\w+\\.1027", "[E-]S ~")}},
+         .changes = {MayDiffer("\\w+\\.1027", "enabled")}},
         {.call = "ui PathRenameExtensionW #1",
          .why = "a path that the system refuses stays as it is",
          .changes = {Becomes("starts", Exactly(Start("~\\a.pdf")))}},
