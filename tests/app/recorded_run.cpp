@@ -14,6 +14,7 @@ namespace {
 void Take(RecordedRun& run, const std::wstring& name, const std::wstring& value) {
     if (name == L"directory") run.directory = value;
     if (name == L"console") run.console = value;
+    if (name == L"title") run.title = value;
     if (name == L"closed") run.closed = value;
     if (name == L"ended") run.ended = std::stoi(value);
 }

@@ -8,6 +8,7 @@ struct RecordedRun {
     std::wstring command;  // the command line as it arrived
     std::wstring directory;
     std::wstring console;      // converter only
+    std::wstring title;        // of the console; converter only
     std::wstring closed;       // interpreter only: "1" when it was asked to close
     std::optional<int> ended;  // none: still running, or cut short
 

@@ -11,6 +11,7 @@
 //   command=<the command line as received>
 //   directory=<current directory>
 //   console=hidden|visible|none|in a terminal
+//   title=<what the console's window reads>
 //   ended=<exit code>
 #include <windows.h>
 
@@ -38,7 +39,9 @@ std::wstring DescribeConsole() {
                                  : inTerminal                 ? L"in a terminal"
                                  : ::IsWindowVisible(console) ? L"visible"
                                                               : L"hidden";
-    return std::wstring(L"console=") + state + L'\n';
+    wchar_t title[1024] = {};
+    ::GetConsoleTitleW(title, ARRAYSIZE(title));
+    return std::wstring(L"console=") + state + L"\ntitle=" + title + L'\n';
 }
 
 }  // namespace
