@@ -26,10 +26,11 @@ public:
     // Takes the progress away. Reports of the batches that have begun have no effect any more.
     void Stop();
 
-    // Workers:
+    // Any thread:
     // The number of a batch that begins now.
     [[nodiscard]] unsigned BeginBatch() noexcept { return ++m_newestBatch; }
-    // `done` of `rows`, which is not 0, are converted.
+    // `done` of `rows`, which is not 0, are converted. Shown a moment later, also when the user-interface
+    // thread reports: COM calls no other process on behalf of a message that another thread has sent.
     void Report(unsigned batch, int done, int rows) const noexcept;
     // Takes the progress away.
     void EndBatch(unsigned batch) const noexcept { Report(batch, 0, 0); }
