@@ -35,7 +35,7 @@ protected:
     bool m_ranBeforeReturn = false;
 };
 
-TEST_F(FrameworkInvokerTest, RunsAFunctionOnceOnTheThreadThatOpenedItBeforeTheCallReturns) {
+TEST_F(FrameworkInvokerTest, RunsAFunctionOnTheThreadThatOpenedItOnceAndBeforeTheCallReturns) {
     m_invoker.Open();
     RunFromAnotherThread();
     EXPECT_THAT(m_threads, testing::ElementsAre(::GetCurrentThreadId()));

@@ -154,7 +154,7 @@ struct WayOut {
 };
 class ShutMeDownDlgEndTest : public ShutMeDownDlgTest, public testing::WithParamInterface<WayOut> {};
 
-TEST_P(ShutMeDownDlgEndTest, AsksOnceOrNotAtAllStopsItsTimerAndEndsWithItsResult) {
+TEST_P(ShutMeDownDlgEndTest, AsksAtMostOnceStopsItsTimerAndEndsWithItsResult) {
     const WayOut& way = GetParam();
     Open();
     PassSeconds(way.afterSeconds);
