@@ -130,9 +130,9 @@ private:
 
     // batch.cpp: the row that is being converted, and what its converter is to be started with.
     struct BatchRow {
-        unsigned batch = 0;  // number of
+        unsigned batch = 0;  // its number
         int index = 0;
-        int count = 0;  // of all rows
+        int count = 0;  // rows in the list
         std::wstring pdfPath;
         std::wstring arguments;  // of the interpreter
         bool isHidden = false;   // its console
