@@ -91,4 +91,13 @@ INSTANTIATE_TEST_SUITE_P(BesideOneThatIs, SecondCopy,
                          testing::Values(FirstCopy{"Open", false}, FirstCopy{"Minimised", true}),
                          [](const auto& copy) { return std::string(copy.param.name); });
 
+using OnlyCopy = AppTest;
+
+TEST_F(OnlyCopy, StartsAgainAsSoonAsItHasEnded) {
+    Start();
+    ASSERT_EQ(Window().Quit(), 2u);
+    Start();
+    EXPECT_EQ(Window().Quit(), 2u);
+}
+
 }  // namespace
