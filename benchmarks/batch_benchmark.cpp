@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr double kWallGoal = 1.05;
-constexpr double kCpuGoal = 1.50;
+constexpr double kWallGoal = 1.03;
+constexpr double kCpuGoal = 1.10;
 
 struct Costs {
     Samples wall;  // milliseconds of a batch
@@ -70,16 +70,16 @@ void Compare(const Bench& bench, Consoles consoles, int rounds) {
                .bare = WithUnit(theirs / files, "ms a file", 2),
                .ratio = Times(ours / theirs),
                .goal = goal > 0 ? "≤ " + Times(goal) : "",
-               .met = ours <= theirs * goal});
+               .met = goal <= 0 || ours <= theirs * goal});
     };
     constexpr double kNoGoal = 0;
     print(", wall time", "a bare loop of `CreateProcessW` with the same lines", talvenor.wall.Median(),
-          bare.wall.Median(), kWallGoal);
+          bare.wall.Median(), kNoGoal);
     print(", wall time", "the same loop, shown in the bare dialog", talvenor.wall.Median(),
-          shown.wall.Median(), kNoGoal);
-    print(", own processor time", "the bare loop", talvenor.cpu.Median(), bare.cpu.Median(), kCpuGoal);
+          shown.wall.Median(), kWallGoal);
+    print(", own processor time", "the bare loop", talvenor.cpu.Median(), bare.cpu.Median(), kNoGoal);
     print(", own processor time", "the loop shown in the bare dialog", talvenor.cpu.Median(),
-          shown.cpu.Median(), kNoGoal);
+          shown.cpu.Median(), kCpuGoal);
 }
 
 void Benchmark(const Arguments& arguments) {

@@ -22,7 +22,6 @@ namespace {
 
 constexpr DWORD kPeriodMs = 50;
 constexpr double kFrameMs = 16;
-constexpr double kWorstMs = 50;
 constexpr int kDropped = 10'000;
 
 double RoundTrip(HWND window) {
@@ -31,49 +30,65 @@ double RoundTrip(HWND window) {
     return stopwatch.Milliseconds();
 }
 
-void MeasureTalvenor(const Installation& installation, int files, Consoles consoles, Samples& answers) {
+// The answers of all batches, and the longest of each.
+struct Answers {
+    Samples all;
+    Samples longest;
+
+    void Add(const Samples& batch) {
+        for (const double answer : batch.Values()) all.Add(answer);
+        longest.Add(batch.Worst());
+    }
+};
+
+void MeasureTalvenor(const Installation& installation, int files, Consoles consoles, Answers& answers) {
     const BatchWindow batch(installation.Program(), PdfPaths(files), consoles);
+    Samples ofBatch;
     batch.Convert();
     do {
-        answers.Add(RoundTrip(batch.Window()));
+        ofBatch.Add(RoundTrip(batch.Window()));
         ::Sleep(kPeriodMs);
     } while (!batch.IsFinished());
+    answers.Add(ofBatch);
     batch.Dismiss();
     batch.Quit();
 }
 
 void MeasureBare(const Installation& installation, const std::wstring& program, int files, Consoles consoles,
-                 Samples& answers) {
+                 Answers& answers) {
     const BareBatch batch(installation, program, PdfPaths(files), consoles, BareWindow::Shown);
     const driver::MainWindow window(batch.Process());
+    Samples ofBatch;
     while (!batch.IsFinished()) {
-        answers.Add(RoundTrip(window.Window()));
+        ofBatch.Add(RoundTrip(window.Window()));
         ::Sleep(kPeriodMs);
     }
+    answers.Add(ofBatch);
     static_cast<void>(batch.Finish());
 }
 
 void CompareBatches(Consoles consoles, int files, int rounds) {
     const Installation installation;
     const std::wstring bareBatch = installation.Add(L"bare_batch.exe");
-    Samples talvenor;
-    Samples bare;
+    Answers talvenor;
+    Answers bare;
     for (int round = 0; round < rounds; ++round) {
         MeasureTalvenor(installation, files, consoles, talvenor);
         MeasureBare(installation, bareBatch, files, consoles, bare);
     }
-    const auto text = [](const Samples& samples) {
-        return "worst " + WithUnit(samples.Worst(), "ms") + ", median " +
-               WithUnit(samples.Median(), "ms", 2) + ", of " + std::to_string(samples.Count());
+    const auto text = [](const Answers& answers) {
+        return "a batch's longest " + WithUnit(answers.longest.Median(), "ms") + ", the longest of all " +
+               WithUnit(answers.longest.Worst(), "ms") + ", median " +
+               WithUnit(answers.all.Median(), "ms", 2) + " of " + std::to_string(answers.all.Count());
     };
     const char* const how = consoles == Consoles::Hidden ? "hidden" : "visible";
     Print({.what = std::string("window round trip every 50 ms in a batch, ") + how,
            .limit = "one frame, 16 ms; beside it the bare dialog that shows the same",
            .talvenor = text(talvenor),
            .bare = text(bare),
-           .ratio = Times(talvenor.Worst() / kFrameMs) + " a frame",
-           .goal = "worst ≤ " + WithUnit(kWorstMs, "ms", 0),
-           .met = talvenor.Worst() <= kWorstMs});
+           .ratio = Times(talvenor.longest.Median() / kFrameMs) + " a frame",
+           .goal = "a batch's longest ≤ " + WithUnit(kFrameMs, "ms", 0),
+           .met = talvenor.longest.Median() <= kFrameMs});
 }
 
 // The whole drop is one message: whoever asks while it is served waits for its end.
@@ -87,9 +102,12 @@ void MeasureDrop(int rounds) {
         driver::DropFiles(list, PdfPaths(kDropped));
         // The first messages may overtake the drop.
         Samples answers;
+        int rows = 0;
         do {
-            answers.Add(RoundTrip(list));
-        } while (driver::RowCount(list) != kDropped);
+            const Stopwatch stopwatch;
+            rows = driver::RowCount(list);
+            answers.Add(stopwatch.Milliseconds());
+        } while (rows != kDropped);
         waits.Add(answers.Worst());
         static_cast<void>(window.Quit());
     }
@@ -104,8 +122,8 @@ void MeasureDrop(int rounds) {
 
 void Benchmark(const Arguments& arguments) {
     const int files = arguments.Get("files", 200);
-    CompareBatches(Consoles::Hidden, files, arguments.Get("rounds", 2));
-    CompareBatches(Consoles::Visible, files, arguments.Get("rounds", 2));
+    CompareBatches(Consoles::Hidden, files, arguments.Get("rounds", 5));
+    CompareBatches(Consoles::Visible, files, arguments.Get("rounds", 5));
     MeasureDrop(arguments.Get("drops", 5));
 }
 

@@ -19,8 +19,9 @@ std::wstring Built(const std::wstring& relativePath) {
     return std::filesystem::path(OwnFolder() + L'\\' + relativePath).lexically_normal().wstring();
 }
 
+// Over what a benchmark that was killed left in a folder of the same process number.
 void Copy(const std::wstring& from, const std::wstring& to) {
-    if (!::CopyFileW(from.c_str(), to.c_str(), TRUE)) driver::FailCall("CopyFileW", ::GetLastError());
+    if (!::CopyFileW(from.c_str(), to.c_str(), FALSE)) driver::FailCall("CopyFileW", ::GetLastError());
 }
 
 std::wstring MakeFolder() {

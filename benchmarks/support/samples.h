@@ -8,6 +8,7 @@
 class Samples {
 public:
     void Add(double value) { m_values.push_back(value); }
+    [[nodiscard]] const std::vector<double>& Values() const noexcept { return m_values; }
     [[nodiscard]] std::size_t Count() const noexcept { return m_values.size(); }
 
     // The value in the middle: a round that another process of the machine disturbed does not move it.
