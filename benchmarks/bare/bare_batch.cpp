@@ -1,6 +1,8 @@
 // A batch with nothing around it: starts the interpreter with each line of a file and waits for it. With
 // "window" that is the work of a second thread, and the bare dialog shows what a person is to see of it: the
-// file's row selected and in sight, its path in the status line, a duration when it is done.
+// file's row selected and in sight, its path in the status line, a duration when it is done. It has opened
+// the system's dialog for files once, as everyone has who gets to press "Convertir": the libraries that come
+// with it stay, and with them starting a process takes longer.
 //
 //   bare_batch LINES hidden|visible alone|window RESULT
 //
@@ -16,6 +18,7 @@
 
 #include <windows.h>
 #include <commctrl.h>
+#include <commdlg.h>
 
 #include <string>
 #include <vector>
@@ -118,6 +121,24 @@ DWORD WINAPI RunBesideWindow(void* parameter) {
     return 0;
 }
 
+UINT_PTR CALLBACK CancelWhenReady(HWND hook, UINT message, WPARAM, LPARAM lParam) {
+    if (message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lParam)->code == CDN_INITDONE)
+        ::PostMessageW(::GetParent(hook), WM_COMMAND, IDCANCEL, 0);
+    return 0;
+}
+
+void OpenAndCancelFileDialog(HWND owner) {
+    wchar_t path[MAX_PATH] = {};
+    OPENFILENAMEW dialog = {};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner;
+    dialog.lpstrFile = path;
+    dialog.nMaxFile = MAX_PATH;
+    dialog.Flags = OFN_EXPLORER | OFN_ENABLEHOOK;
+    dialog.lpfnHook = &CancelWhenReady;
+    if (::GetOpenFileNameW(&dialog)) throw driver::Failure("the dialog for files was not cancelled");
+}
+
 void RunWithWindow(Batch batch, HINSTANCE instance) {
     ::InitCommonControls();
     batch.dialog = CreateBareDialog(instance);
@@ -127,6 +148,7 @@ void RunWithWindow(Batch batch, HINSTANCE instance) {
     }
     display.FitColumns();
     ::ShowWindow(batch.dialog, SW_SHOW);
+    OpenAndCancelFileDialog(batch.dialog);
     const driver::UniqueHandle thread(::CreateThread(nullptr, 0, &RunBesideWindow, &batch, 0, nullptr));
     RunBareDialog(batch.dialog);
     ::WaitForSingleObject(thread.Get(), INFINITE);
