@@ -21,17 +21,53 @@ import mutants
 
 PRODUCT = re.compile(r"\.(cpp|h)$")
 NOT_PRODUCT = re.compile(r"(tests|benchmarks|scripts|docs)/")
-NOT_TESTS = re.compile(r"(benchmarks|scripts|docs|\.ci)/|[^/]*\.md$|LICENSE|\.git|\.clang|\.cpp|\.editor|tests/mutation/")
+TEST_NAME = re.compile(r"^TEST(?:_F|_P)?\((\w+),\s*(\w+)\)", re.MULTILINE)
 # A first try of the tests that are the likeliest to notice, then of more, then of all the others.
 TRIES = (6, 40, 10000)
 CONTROL_EVERY = 20
 
 
-def digest(root, names):
-    total = hashlib.sha256()
+def digest(root, names, others=()):
+    total = hashlib.sha256("\0".join(others).encode())
     for name in names:
         total.update(name.encode() + b"\0" + hashlib.sha256((root / name).read_bytes()).digest())
     return total.hexdigest()
+
+
+class State:
+    """What a result holds for. A survivor: all that the programs are built from. A kill: the file that was changed, the
+    file of the test that noticed, and everything that this test is built with but the product and other tests."""
+
+    def __init__(self, source, made, product, resources):
+        self.source = source
+        self.known = {}
+        commands = sorted(" ".join(words).replace(str(source), "") for words in made.compile_commands.values())
+        names = sorted({*made.dependents, *resources})
+        self.whole = digest(source, names, commands)
+        self.equipment, self.tests = {}, {}
+        for program, objects in made.objects.items():
+            used = {name for name in names if name not in product and objects & made.dependents.get(name, set())}
+            self.tests[program] = {name: set(TEST_NAME.findall((source / name).read_text(encoding="utf-8")))
+                                   for name in used if name.endswith("_test.cpp")}
+            self.equipment[program] = sorted(used - set(self.tests[program]))
+
+    def files_of(self, program, test):
+        """Those that may have it: one, but for names that are made in another way."""
+        suite, _, name = test.partition(".")
+        key = suite.split("/")[-1], name.split("/")[0]
+        found = [file for file, names in self.tests[program].items() if key in names]
+        return found if len(found) == 1 else sorted(self.tests[program])
+
+    def has(self, file, by):
+        return (self.source / file).is_file() and (not by or by[0] in self.tests)
+
+    def of(self, file, by):
+        if not by:
+            return self.whole
+        if (key := (file, *by)) not in self.known:
+            program, test = by
+            self.known[key] = digest(self.source, [file, *self.files_of(program, test), *self.equipment[program]])
+        return self.known[key]
 
 
 class Product:
@@ -44,7 +80,7 @@ class Product:
         build.copy_tree(root, names, self.source)
         self.files = [name for name in names if PRODUCT.search(name) and not NOT_PRODUCT.match(name)]
         self.texts = {name: (self.source / name).read_text(encoding="utf-8") for name in self.files}
-        self.digest = digest(self.source, [name for name in names if not NOT_TESTS.match(name)])
+        self.state = None
         self.mutants = mutants.all_mutants(self.texts)
         self.build = build.Build(self.source, work / "build", jobs)
         self.lines_build = build.Build(self.source, work / "lines", jobs)
@@ -55,6 +91,8 @@ class Product:
         print("Building the tests, and once more so that they write down their lines...", flush=True)
         self.build.make("-DTALVENOR_LINES_OF_TESTS=OFF")
         self.build.learn()
+        resources = [name for name in self.all_files if name.startswith("res/")]
+        self.state = State(self.source, self.build, set(self.files), resources)
         self.precompile()
         self.lines_build.make("-DTALVENOR_LINES_OF_TESTS=ON", targets=())
         self.lines_build.learn()
@@ -64,12 +102,12 @@ class Product:
         kept = self.work / "headers.json"
         if kept.is_file():
             known = json.loads(kept.read_text(encoding="utf-8"))
-            if known["digest"] == self.digest:
+            if known["digest"] == self.state.whole:
                 self.build.precompiled = known["objects"]
                 return
         self.build.precompile(self.texts.values(), self.work / "headers")
         objects = {made: str(header) for made, header in self.build.precompiled.items()}
-        kept.write_text(json.dumps({"digest": self.digest, "objects": objects}), encoding="utf-8")
+        kept.write_text(json.dumps({"digest": self.state.whole, "objects": objects}), encoding="utf-8")
 
     def in_test_programs(self, file):
         return file in self.build.dependents
@@ -80,7 +118,7 @@ class Product:
         if kept.is_file():
             with kept.open("rb") as file:
                 known = pickle.load(file)
-            if known["digest"] == self.digest:
+            if known["digest"] == self.state.whole:
                 self.lines, self.durations = known["lines"], known["durations"]
                 return
         print("Running all tests without a mutant, and once more with their lines written down...", flush=True)
@@ -115,7 +153,7 @@ class Product:
         if problems:
             raise problems[0]
         with kept.open("wb") as file:
-            pickle.dump({"digest": self.digest, "lines": self.lines, "durations": self.durations}, file)
+            pickle.dump({"digest": self.state.whole, "lines": self.lines, "durations": self.durations}, file)
 
     def places(self, mutant):
         """The lines whose tests could notice it, and whether these lines are all that is made of it."""
@@ -178,7 +216,7 @@ class Product:
 
 
 class Results:
-    """Every mutant's fate, kept from run to run. What was found with other sources is only a hint."""
+    """Every mutant's fate, kept from run to run. What was found in another state is only a hint."""
 
     def __init__(self, path, state):
         self.path = path
@@ -198,7 +236,9 @@ class Results:
 
     def _learn(self, result):
         key = tuple(result["mutant"])
-        if result["state"] == self.state:
+        if not self.state.has(key[0], result["by"]):
+            return
+        if result["state"] == self.state.of(key[0], result["by"]):
             self.known[key, result["text"]] = result
         if result["by"]:
             self.killers[key] = tuple(result["by"])
@@ -212,8 +252,8 @@ class Results:
         return self.known.get((mutant.key(), self.text_of(mutant)))
 
     def add(self, mutant, verdict, by, seconds):
-        result = {"mutant": mutant.key(), "line": mutant.line, "text": self.text_of(mutant), "state": self.state,
-                  "verdict": verdict, "by": by, "seconds": round(seconds, 1)}
+        result = {"mutant": mutant.key(), "line": mutant.line, "text": self.text_of(mutant),
+                  "state": self.state.of(mutant.file, by), "verdict": verdict, "by": by, "seconds": round(seconds, 1)}
         with self.lock:
             self._learn(result)
             self.file.write(json.dumps(result) + "\n")
@@ -405,7 +445,7 @@ def main(words):
         screens = [desktop.Desktop(wanted.root, wanted.work / f"job{number}", wanted.work / "build/equipment/desktop_holder.exe")
                    for number in range(wanted.jobs)]
         product.observe(screens)
-        results = Results(wanted.work / "results.jsonl", product.digest)
+        results = Results(wanted.work / "results.jsonl", product.state)
         lines_of_test = collections.Counter(test for tests in product.lines.tests.values() for test in tests)
         # Neighbours one after another: what killed one most likely kills the next.
         missing = sorted((mutant for mutant in chosen if not results.of(mutant)),
