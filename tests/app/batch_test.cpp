@@ -18,6 +18,23 @@ protected:
     [[nodiscard]] std::wstring Djvu(const wchar_t* name) const {
         return installed.PdfFolder() + L"\\" + name;
     }
+    // Whether a window of any program can be seen whose title begins so.
+    static bool IsWindowShown(const std::wstring& titleBegin) {
+        struct Search {
+            const std::wstring& begin;
+            bool found;
+        } search{titleBegin, false};
+        ::EnumWindows(
+            [](HWND window, LPARAM parameter) -> BOOL {
+                auto& asked = *reinterpret_cast<Search*>(parameter);
+                wchar_t title[MAX_PATH] = {};
+                ::InternalGetWindowText(window, title, MAX_PATH);
+                asked.found = ::IsWindowVisible(window) && std::wstring(title).starts_with(asked.begin);
+                return !asked.found;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        return search.found;
+    }
 };
 
 TEST_F(Batch, ConvertsTheFilesOneAfterAnotherInTheirOrderWithHiddenConsoles) {
@@ -61,6 +78,14 @@ TEST_F(Batch, ShowsConsolesAndLeavesNoLogUnlessTheOutputIsHidden) {
     EXPECT_THAT(runs[0].title, testing::StartsWith(L"a.pdf"));
     EXPECT_FALSE(driver::FileExists(installed.Log()));
     EXPECT_FALSE(driver::IsVisible(Control(IDC_OPEN_LOG)));
+}
+
+TEST_F(Batch, AConsoleIsShownAsLongAsItsConverterRuns) {
+    StartWith({installed.MakePdf(L"shown wait1500.pdf")});
+    driver::Click(Control(IDOK));
+    EXPECT_TRUE(Comes([] { return IsWindowShown(L"shown wait1500.pdf"); }));
+    CompleteBatch();
+    EXPECT_TRUE(Comes([] { return !IsWindowShown(L"shown wait1500.pdf"); }));
 }
 
 TEST_F(Batch, ShowsTheFileBeingConvertedAndItsTimeAndGoesOnBehindTheAboutBox) {
