@@ -136,6 +136,8 @@ start_wine() {
     for saved in "$WINEPREFIX"/drive_c/windows/{,system32/}*.exe.saved; do
         if [[ -e $saved ]]; then mv -f "$saved" "${saved%.saved}"; fi
     done
+    # Or folders of its own, which the next process of the same number would take for empty.
+    rm -rf "$WINEPREFIX"/drive_c/users/*/Temp/talvenor-*
     wine_is_ours=yes
     set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ "$1"
 }

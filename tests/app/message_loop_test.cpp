@@ -63,6 +63,16 @@ TEST_F(MessageLoop, TabGoesThroughAllControlsInTheirOrderAndBack) {
     EXPECT_EQ(Round(&input::PressWithShift), order);
 }
 
+TEST_F(MessageLoop, ArrowsGoFromOneControlToTheNextAndBack) {
+    StartInFront();
+    FocusOn(IDC_NO_METADATA);
+    input::PressAll({VK_DOWN, VK_RIGHT});
+    EXPECT_TRUE(GetsFocus(IDC_NO_HYPERLINKS));
+    input::PressAll({VK_UP, VK_LEFT});
+    EXPECT_TRUE(GetsFocus(IDC_NO_METADATA));
+    EXPECT_FALSE(IsChecked(IDC_NO_OUTLINE));
+}
+
 TEST_F(MessageLoop, FocusBeginsOnTheFirstEnabledControlAndSpaceChecksABox) {
     StartInFront();
     EXPECT_EQ(FocusedId(), IDCANCEL);
