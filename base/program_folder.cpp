@@ -16,7 +16,7 @@ std::wstring Appended(PathBuffer folder, const wchar_t* name) {
 }  // namespace
 
 ProgramPath GetProgramPath() {
-    wchar_t path[MAX_PATH + 1] = {};  // one more: Windows XP cuts without a terminator
+    wchar_t path[MAX_PATH] = {};
     const DWORD length = ::GetModuleFileNameW(ResourceInstance(), path, MAX_PATH);
     return {path, length >= MAX_PATH};
 }

@@ -35,38 +35,51 @@ def digest(root, names, others=()):
 
 
 class State:
-    """What a result holds for. A survivor: all that the programs are built from. A kill: the file that was changed, the
-    file of the test that noticed, and everything that this test is built with but the product and other tests."""
+    """What a verdict holds for: the file that was changed, and what else could make another verdict of it. The system's
+    part of the build is taken for the same."""
 
-    def __init__(self, source, made, product, resources):
-        self.source = source
+    def __init__(self, product):
+        self.product = product
+        self.source = product.source
         self.known = {}
-        commands = sorted(" ".join(words).replace(str(source), "") for words in made.compile_commands.values())
+        made = product.build
+        resources = [name for name in product.all_files if name.startswith("res/")]
+        commands = sorted(" ".join(words).replace(str(self.source), "") for words in made.compile_commands.values())
         names = sorted({*made.dependents, *resources})
-        self.whole = digest(source, names, commands)
+        self.whole = digest(self.source, names, commands)
+        self.headers = sorted(name for name in product.files if name.endswith(".h"))
         self.equipment, self.tests = {}, {}
         for program, objects in made.objects.items():
-            used = {name for name in names if name not in product and objects & made.dependents.get(name, set())}
-            self.tests[program] = {name: set(TEST_NAME.findall((source / name).read_text(encoding="utf-8")))
+            used = {name for name in names
+                    if name not in product.texts and objects & made.dependents.get(name, set())}
+            self.tests[program] = {name: set(TEST_NAME.findall((self.source / name).read_text(encoding="utf-8")))
                                    for name in used if name.endswith("_test.cpp")}
             self.equipment[program] = sorted(used - set(self.tests[program]))
 
+    def of(self, mutant, verdict, by):
+        """A kill: of the test that noticed. A survivor: of all tests that run its lines. Else what the compiler reads."""
+        if verdict == "killed":
+            return self.digest([mutant.file], {tuple(by)}) if by[0] in self.tests else None
+        if verdict == "survived":
+            return self.digest([mutant.file], self.product.tests_for(mutant))
+        return self.digest([mutant.file, *self.headers], set()) if mutant.file.endswith(".cpp") else self.whole
+
+    def digest(self, files, tests):
+        """Of these files, those of these tests and what these are built with, but for the product and other tests."""
+        programs = sorted({program for program, _ in tests})
+        equipment = [name for program in programs for name in self.equipment[program]]
+        with_tests = sorted({file for program, test in tests for file in self.files_of(program, test)})
+        if (key := (*files, *programs, *with_tests)) not in self.known:
+            self.known[key] = digest(self.source, [*files, *with_tests, *equipment])
+        return self.known[key]
+
     def files_of(self, program, test):
         """Those that may have it: one, but for names that are made in another way."""
-        suite, _, name = test.partition(".")
-        key = suite.split("/")[-1], name.split("/")[0]
-        found = [file for file, names in self.tests[program].items() if key in names]
-        return found if len(found) == 1 else sorted(self.tests[program])
-
-    def has(self, file, by):
-        return (self.source / file).is_file() and (not by or by[0] in self.tests)
-
-    def of(self, file, by):
-        if not by:
-            return self.whole
-        if (key := (file, *by)) not in self.known:
-            program, test = by
-            self.known[key] = digest(self.source, [file, *self.files_of(program, test), *self.equipment[program]])
+        if (key := (program, test)) not in self.known:
+            suite, _, name = test.partition(".")
+            wanted = suite.split("/")[-1], name.split("/")[0]
+            found = [file for file, names in self.tests[program].items() if wanted in names]
+            self.known[key] = found if len(found) == 1 else sorted(self.tests[program])
         return self.known[key]
 
 
@@ -91,8 +104,7 @@ class Product:
         print("Building the tests, and once more so that they write down their lines...", flush=True)
         self.build.make("-DTALVENOR_LINES_OF_TESTS=OFF")
         self.build.learn()
-        resources = [name for name in self.all_files if name.startswith("res/")]
-        self.state = State(self.source, self.build, set(self.files), resources)
+        self.state = State(self)
         self.precompile()
         self.lines_build.make("-DTALVENOR_LINES_OF_TESTS=ON", targets=())
         self.lines_build.learn()
@@ -218,9 +230,9 @@ class Product:
 class Results:
     """Every mutant's fate, kept from run to run. What was found in another state is only a hint."""
 
-    def __init__(self, path, state):
-        self.path = path
+    def __init__(self, path, state, all_mutants):
         self.state = state
+        self.mutants = {(mutant.key(), self.text_of(mutant)): mutant for mutant in all_mutants}
         self.lock = threading.Lock()
         self.known = {}
         self.killers = {}  # of what is called the same, at any time
@@ -236,10 +248,9 @@ class Results:
 
     def _learn(self, result):
         key = tuple(result["mutant"])
-        if not self.state.has(key[0], result["by"]):
-            return
-        if result["state"] == self.state.of(key[0], result["by"]):
-            self.known[key, result["text"]] = result
+        mutant = self.mutants.get((key, result["text"]))
+        if mutant and result["state"] == self.state.of(mutant, result["verdict"], result["by"]):
+            self.known[mutant] = result
         if result["by"]:
             self.killers[key] = tuple(result["by"])
             self.kills[key[0], result["line"]][tuple(result["by"])] += 1
@@ -249,11 +260,11 @@ class Results:
         return hashlib.sha256(f"{mutant.start} {mutant.end} {mutant.new}".encode()).hexdigest()
 
     def of(self, mutant):
-        return self.known.get((mutant.key(), self.text_of(mutant)))
+        return self.known.get(mutant)
 
     def add(self, mutant, verdict, by, seconds):
         result = {"mutant": mutant.key(), "line": mutant.line, "text": self.text_of(mutant),
-                  "state": self.state.of(mutant.file, by), "verdict": verdict, "by": by, "seconds": round(seconds, 1)}
+                  "state": self.state.of(mutant, verdict, by), "verdict": verdict, "by": by, "seconds": round(seconds, 1)}
         with self.lock:
             self._learn(result)
             self.file.write(json.dumps(result) + "\n")
@@ -445,7 +456,7 @@ def main(words):
         screens = [desktop.Desktop(wanted.root, wanted.work / f"job{number}", wanted.work / "build/equipment/desktop_holder.exe")
                    for number in range(wanted.jobs)]
         product.observe(screens)
-        results = Results(wanted.work / "results.jsonl", product.state)
+        results = Results(wanted.work / "results.jsonl", product.state, product.mutants)
         lines_of_test = collections.Counter(test for tests in product.lines.tests.values() for test in tests)
         # Neighbours one after another: what killed one most likely kills the next.
         missing = sorted((mutant for mutant in chosen if not results.of(mutant)),
