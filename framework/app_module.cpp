@@ -22,7 +22,6 @@ CAppModule CAppModule::s_instance;
 void CAppModule::Init(HINSTANCE resourceInstance) {
     ::InitializeCriticalSection(&m_lock);
     m_mainThreadId = ::GetCurrentThreadId();
-    ForgetResourceModules();
     AddResourceModule(resourceInstance);
 }
 

@@ -9,6 +9,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -101,52 +103,72 @@ TEST_F(FrameworkAppModuleTest, TermDestroysTheNotificationWindowsThatAreStillThe
     EXPECT_EQ(destroyed, 0);
 }
 
-TEST_F(FrameworkAppModuleTest, EveryUseOfTheLoopsIsGuardedByTheModulesCriticalSection) {
-    End();
-    CRITICAL_SECTION* section = nullptr;
-    {
-        const auto initialize = Replace<decltype(::InitializeCriticalSection)>(
-            "InitializeCriticalSection", [&](auto original, CRITICAL_SECTION* initialized) {
-                section = initialized;
-                original(initialized);
-            });
-        Begin();
-    }
-    std::vector<std::string> calls;
-    const auto enter = Replace<decltype(::EnterCriticalSection)>(
-        "EnterCriticalSection", [&](auto original, CRITICAL_SECTION* entered) {
-            original(entered);
-            if (entered == section) calls.push_back("enter");
-        });
-    const auto leave = Replace<decltype(::LeaveCriticalSection)>("LeaveCriticalSection",
-                                                                 [&](auto original, CRITICAL_SECTION* left) {
-                                                                     if (left == section)
-                                                                         calls.push_back("leave");
-                                                                     original(left);
-                                                                 });
-    // How often `use` entered the section and left it again; -1 when it was ever in it twice, or stays in it.
-    const auto entriesOf = [&](const auto& use) {
-        calls.clear();
+// What happens to the module's critical section and within it, in its order.
+class FrameworkAppModuleGuardTest : public FrameworkAppModuleTest {
+protected:
+    std::vector<std::string> Steps(const std::function<void()>& use) {
+        m_steps.clear();
         use();
-        int entries = 0;
-        for (std::size_t i = 0; i < calls.size(); ++i) {
-            if (calls[i] != (i % 2 == 0 ? "enter" : "leave")) return -1;
-            if (i % 2 == 0) ++entries;
-        }
-        return calls.size() % 2 == 0 ? entries : -1;
-    };
-    CMessageLoop loop;
-    EXPECT_EQ(entriesOf([&] { m_module.AddMessageLoop(loop); }), 2) << "removing the one before, and adding";
-    EXPECT_EQ(entriesOf([&] { static_cast<void>(m_module.MessageLoop()); }), 1) << "looking up";
-    EXPECT_EQ(entriesOf([&] { m_module.RemoveMessageLoop(); }), 1) << "removing";
-    EXPECT_EQ(entriesOf([&] { m_module.AddNotificationWindow(NewWindow()); }), 1) << "adding a window";
-    const auto destroy = Replace<decltype(::DestroyWindow)>("DestroyWindow", [&](auto original, HWND window) {
-        calls.push_back("DestroyWindow");
-        return original(window);
-    });
-    calls.clear();
+        return m_steps;
+    }
+
+    CMessageLoop m_loop;
+
+private:
+    void Note(CRITICAL_SECTION* section, const char* step) {
+        if (!m_section) m_section = section;
+        if (section == m_section) m_steps.push_back(step);
+    }
+
+    std::vector<std::string> m_steps;
+    CRITICAL_SECTION* m_section = nullptr;  // the first that is used
+    const std::unique_ptr<ReplacedImport> m_initialize = Replace<decltype(::InitializeCriticalSection)>(
+        "InitializeCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+            Note(section, "initialize");
+            original(section);
+        });
+    const std::unique_ptr<ReplacedImport> m_enter = Replace<decltype(::EnterCriticalSection)>(
+        "EnterCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+            Note(section, "enter");
+            original(section);
+        });
+    const std::unique_ptr<ReplacedImport> m_leave = Replace<decltype(::LeaveCriticalSection)>(
+        "LeaveCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+            Note(section, "leave");
+            original(section);
+        });
+    const std::unique_ptr<ReplacedImport> m_delete = Replace<decltype(::DeleteCriticalSection)>(
+        "DeleteCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+            Note(section, "delete");
+            original(section);
+        });
+    const std::unique_ptr<ReplacedImport> m_thread =
+        Replace<decltype(::GetCurrentThreadId)>("GetCurrentThreadId", [this](auto original) {
+            m_steps.push_back("thread");
+            return original();
+        });
+    const std::unique_ptr<ReplacedImport> m_destroy =
+        Replace<decltype(::DestroyWindow)>("DestroyWindow", [this](auto original, HWND window) {
+            EXPECT_NE(m_module.MessageLoop(), nullptr) << "the loops are forgotten after the windows";
+            m_steps.push_back("destroy");
+            return original(window);
+        });
+};
+
+TEST_F(FrameworkAppModuleGuardTest, EveryUseOfTheLoopsIsWithinTheCriticalSection) {
     End();
-    EXPECT_THAT(calls, ElementsAre("enter", "DestroyWindow", "leave"));
+    EXPECT_THAT(Steps([&] { Begin(); }), ElementsAre("initialize", "thread"));
+    EXPECT_THAT(Steps([&] { m_module.AddMessageLoop(m_loop); }),
+                ElementsAre("enter", "thread", "leave", "enter", "thread", "leave"))
+        << "removing the one before, and adding";
+    EXPECT_THAT(Steps([&] { EXPECT_EQ(m_module.MessageLoop(), &m_loop); }),
+                ElementsAre("enter", "thread", "leave"));
+    EXPECT_THAT(Steps([&] { m_module.AddNotificationWindow(NewWindow()); }), ElementsAre("enter", "leave"));
+    EXPECT_THAT(Steps([&] { End(); }),
+                ElementsAre("enter", "enter", "thread", "leave", "destroy", "leave", "delete"))
+        << "the steps of the question between are those of this test";
+    Begin();
+    EXPECT_THAT(Steps([&] { m_module.RemoveMessageLoop(); }), ElementsAre("enter", "thread", "leave"));
 }
 
 }  // namespace

@@ -96,6 +96,15 @@ TEST_F(FrameworkContainedWindowTest, TheProcedureIsReplacedByOneCallAndKept) {
     EXPECT_NE(Procedure(), m_ownProcedure);
 }
 
+TEST_F(FrameworkContainedWindowTest, AControlThatDoesNotKeepItsObjectIsLeftAsItIs) {
+    const auto set = Replace<decltype(::SetWindowLongPtrW)>(
+        "SetWindowLongPtrW", [](auto original, HWND control, int index, LONG_PTR value) {
+            return index == GWLP_USERDATA ? 0 : original(control, index, value);
+        });
+    EXPECT_FALSE(m_contained->SubclassWindow(m_edit));
+    EXPECT_EQ(Procedure(), m_ownProcedure);
+}
+
 // As when somebody who does not know of this owner stores something else with the control.
 TEST_F(FrameworkContainedWindowTest, AControlWithoutItsObjectGetsDefaultProcessing) {
     m_contained->SubclassWindow(m_edit);

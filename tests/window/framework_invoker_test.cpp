@@ -4,6 +4,8 @@
 #include "tests/support/pump.h"
 #include "tests/support/replaced_imports.h"
 
+#include "framework/app_module.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -59,6 +61,31 @@ TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowCannotBeCreate
     m_invoker.Open();
     RunFromAnotherThread();
     EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
+}
+
+TEST_F(FrameworkInvokerTest, ItsWindowIsOneForMessagesOnly) {
+    int windows = 0;
+    const auto create = Replace<decltype(::CreateWindowExW)>(
+        "CreateWindowExW",
+        [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
+            int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
+            ++windows;
+            EXPECT_STREQ(className, L"Static");
+            EXPECT_EQ(parent, HWND_MESSAGE);
+            EXPECT_EQ(instance, CAppModule::Instance().ResourceInstance());
+            EXPECT_EQ(exStyle | style, 0u);
+            EXPECT_THAT((std::vector{x, y, width, height}), testing::Each(0));
+            EXPECT_EQ(title, nullptr);
+            EXPECT_EQ(menu, nullptr);
+            EXPECT_EQ(parameter, nullptr);
+            return original(exStyle, className, title, style, x, y, width, height, parent, menu, instance,
+                            parameter);
+        });
+    CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
+    m_invoker.Open();
+    m_invoker.Open();
+    EXPECT_EQ(windows, 1);
+    CAppModule::Instance().Term();
 }
 
 TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowIsAnothers) {
