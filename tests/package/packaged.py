@@ -23,10 +23,10 @@ def project_version():
     return re.search(r"project\(Talvenor VERSION ([\d.]+)", text)[1]
 
 
-def about_line():
-    """The version as the About box of the program shows it."""
+def shipped(name):
+    """A text that the tests expect of the program's version."""
     text = (REPOSITORY / "tests" / "equipment" / "shipped_version.h").read_text()
-    return re.search(r'kAboutLine\[\] = L"(.*?)"', text)[1]
+    return re.search(name + r'\[\] = L"(.*?)"', text)[1]
 
 
 def make_package(folder, *options, program=None, environment=None, check=True):

@@ -11,7 +11,7 @@ SECTION_IS_WRITTEN = 0x80000000
 IS_PROGRAM, IS_LIBRARY, RELOCATIONS_STRIPPED = 0x2, 0x2000, 0x1
 
 EXPORTS, _IMPORTS, _RESOURCES, RELOCATIONS, DEBUG = 0, 1, 2, 5, 6
-RT_ICON, RT_VERSION, RT_MANIFEST = 3, 16, 24
+RT_ICON, RT_DIALOG, RT_STRING, RT_ACCELERATOR, RT_GROUP_ICON, RT_VERSION, RT_MANIFEST = 3, 5, 6, 9, 14, 16, 24
 
 
 class Program:
@@ -70,10 +70,19 @@ class Program:
             entry += 20
         return names
 
+    def resource_kinds(self):
+        return [kind for kind, _ in self._resource_entries(0)]
+
     def resources(self, kind):
         """{number: bytes} of all resources of a kind; of several languages the first."""
         kinds = dict(self._resource_entries(0))
         return {number: self._resource(entry) for number, entry in self._resource_entries(kinds[kind])}
+
+    def resource_languages(self, kind):
+        """{number: languages} of all resources of a kind."""
+        kinds = dict(self._resource_entries(0))
+        return {number: [language for language, _ in self._resource_entries(entry)]
+                for number, entry in self._resource_entries(kinds[kind])}
 
     def _resource_entries(self, directory):
         base = self._offset(self._directory(_RESOURCES)) + (directory & 0x7FFFFFFF)
@@ -86,6 +95,21 @@ class Program:
         leaf = self._offset(self._directory(_RESOURCES)) + entry
         address, size = struct.unpack_from("<2I", self.bytes, leaf)
         return self.bytes[self._offset(address):][:size]
+
+
+FixedVersion = namedtuple("FixedVersion", "file product flags type languages")
+
+
+def fixed_version(block):
+    """The part of a version resource that is no text: versions as text, flags that count, and pairs of language and
+    code page."""
+    signature, _, *numbers, mask, flags, _, kind = struct.unpack_from("<10I", block, 40)
+    if signature != 0xFEEF04BD:
+        raise ValueError("not a version resource")
+    key = "Translation\0".encode("utf-16-le")
+    languages = (block.index(key) + len(key) + 3) & ~3
+    texts = [f"{high >> 16}.{high & 0xFFFF}.{low >> 16}.{low & 0xFFFF}" for high, low in (numbers[:2], numbers[2:])]
+    return FixedVersion(*texts, flags & mask, kind, struct.unpack_from("<2H", block, languages))
 
 
 def version_strings(block):

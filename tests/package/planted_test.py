@@ -84,7 +84,7 @@ class EveryName(Planted):
 
     def test_none_is_loaded(self):
         version, _ = self.run_program(prefer_planted=[BY_MANIFEST])
-        self.assertEqual(version, packaged.about_line())
+        self.assertEqual(version, packaged.shipped("kAboutLine"))
         self.assertEqual(self.loaded(), [])
 
     def test_common_controls_would_be_without_the_manifest(self):
@@ -141,7 +141,7 @@ class OpenDialogLibrary(LateLibrary, Planted):
     NAME = "comdlg32.dll"
     STAND_IN = OTHER_WITNESS
     NEEDED_BY = ["--add"]
-    VERSION = packaged.about_line()
+    VERSION = packaged.shipped("kAboutLine")
 
 
 class BareName(Planted):

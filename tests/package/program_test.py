@@ -159,6 +159,13 @@ class Manifest(ProgramTest):
 
 
 class Version(ProgramTest):
+    def test_is_that_of_a_release_in_french(self):
+        versions = self.program.resources(pe.RT_VERSION)
+        release, program, french, utf_16 = 0, 1, 0x040C, 1200
+        self.assertEqual(pe.fixed_version(versions[1]), pe.FixedVersion(
+            packaged.shipped("kVersion"), packaged.shipped("kVersion"), release, program, (french, utf_16)))
+        self.assertEqual(self.program.resource_languages(pe.RT_VERSION), {1: [french]})
+
     def test_properties_are_complete_and_french(self):
         tables = pe.version_strings(self.program.resources(pe.RT_VERSION)[1])
         self.assertEqual(list(tables), ["040C04B0"], "French, UTF-16")
