@@ -27,7 +27,21 @@ void StartProcess(const std::string& program, Create&& create) {
     FailCall("CreateProcessW(" + program + ")", error);
 }
 
-// A job that ends its members when it is closed.
+constexpr UINT kEndedByDriver = 0xDEAD;
+
+// A process with all that it starts.
+struct ProcessTree {
+    UniqueHandle job;  // ends its members when closed; declared first, so closed last
+    UniqueHandle process;
+    DWORD id = 0;
+
+    // Ends them at once.
+    void End() const {
+        if (!::TerminateJobObject(job.Get(), kEndedByDriver))
+            FailCall("TerminateJobObject", ::GetLastError());
+    }
+};
+
 inline UniqueHandle CreateKillingJob() {
     UniqueHandle job(::CreateJobObjectW(nullptr, nullptr));
     if (!job) FailCall("CreateJobObjectW", ::GetLastError());
@@ -36,6 +50,24 @@ inline UniqueHandle CreateKillingJob() {
     if (!::SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits))
         FailCall("SetInformationJobObject", ::GetLastError());
     return job;
+}
+
+// The same as StartProcess for a process that `create` creates suspended: it runs in a job of its own.
+template <class Create>
+ProcessTree StartProcessTree(const std::string& program, Create&& create) {
+    ProcessTree tree{CreateKillingJob(), {}};
+    PROCESS_INFORMATION started = {};
+    StartProcess(program, [&] { return create(&started); });
+    tree.process = UniqueHandle(started.hProcess);
+    tree.id = started.dwProcessId;
+    const UniqueHandle thread(started.hThread);
+    if (!::AssignProcessToJobObject(tree.job.Get(), tree.process.Get())) {
+        const DWORD error = ::GetLastError();
+        ::TerminateProcess(tree.process.Get(), kEndedByDriver);
+        FailCall("AssignProcessToJobObject", error);
+    }
+    if (::ResumeThread(thread.Get()) == static_cast<DWORD>(-1)) FailCall("ResumeThread", ::GetLastError());
+    return tree;
 }
 
 }  // namespace driver

@@ -7,16 +7,16 @@
 #include <optional>
 #include <string>
 
-#include "tests/equipment/handle.h"
+#include "tests/equipment/process_start.h"
 #include "tests/equipment/wait_until.h"
 
 namespace driver {
 
 struct StartOptions {
-    std::wstring arguments;                            // as they follow the program's name, quotes included
-    std::wstring directory;                            // empty: the directory of the starting process
-    std::map<std::wstring, std::wstring> environment;  // added to the inherited one; an empty value removes
-    std::optional<WORD> show;                          // how the program is asked to show its window
+    std::wstring arguments{};                            // as they follow the program's name, quotes included
+    std::wstring directory{};                            // empty: the directory of the starting process
+    std::map<std::wstring, std::wstring> environment{};  // added to the inherited one; an empty value removes
+    std::optional<WORD> show{};                          // how the program is asked to show its window
 };
 
 class Program {
@@ -28,24 +28,18 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    [[nodiscard]] DWORD Id() const noexcept { return m_processId; }
-    [[nodiscard]] HANDLE Process() const noexcept { return m_process.Get(); }
+    [[nodiscard]] DWORD Id() const noexcept { return m_tree.id; }
+    [[nodiscard]] HANDLE Process() const noexcept { return m_tree.process.Get(); }
     [[nodiscard]] bool HasEnded() const noexcept;
 
     // The exit code, or nothing when the program still runs at the deadline.
     [[nodiscard]] std::optional<DWORD> WaitForExit(Milliseconds limit) const;
 
-    // How many of its threads the C run-time has started, as the program does for each batch; the system
-    // starts its own without.
-    [[nodiscard]] int RuntimeThreads() const;
-
     // Ends the program and whatever it started, at once.
-    void EndTree() const;
+    void EndTree() const { m_tree.End(); }
 
 private:
-    UniqueHandle m_job;  // kills its members when closed; declared first, so closed last
-    UniqueHandle m_process;
-    DWORD m_processId = 0;
+    ProcessTree m_tree;
 };
 
 }  // namespace driver

@@ -5,7 +5,14 @@
 #include <vector>
 
 #include "tests/portable/suite_list.h"
-#include "tests/portable/suite_run.h"
+#include "tests/portable/test_run.h"
+
+struct SuiteResult {
+    std::string name;
+    std::vector<TestResult> tests;
+    std::vector<std::string> problems;  // what is wrong beside the tests
+    double seconds = 0;
+};
 
 struct Report {
     std::string version;  // of the program
@@ -16,6 +23,7 @@ struct Report {
     std::vector<std::string> problems;  // of no suite
 };
 
+bool IsWrong(Outcome outcome);
 // Whether everything has run and nothing is wrong.
 bool IsGood(const Report& report);
 

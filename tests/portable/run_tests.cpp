@@ -7,20 +7,17 @@
 #include <windows.h>
 #include <io.h>
 
-#include <algorithm>
+#include <chrono>
 #include <cstdio>
-#include <map>
-#include <set>
 
 #include "tests/equipment/failure.h"
-#include "tests/equipment/file_bytes.h"
 #include "tests/equipment/no_shutdown.h"
 #include "tests/equipment/text.h"
 #include "tests/portable/interruption.h"
 #include "tests/portable/results.h"
 #include "tests/portable/suite_list.h"
-#include "tests/portable/suite_run.h"
 #include "tests/portable/temporary_place.h"
+#include "tests/portable/test_run.h"
 #include "tests/portable/this_system.h"
 
 namespace {
@@ -65,32 +62,27 @@ void RequireFolderOfTheCodePage(const std::wstring& folder) {
 
 class Runner {
 public:
-    Runner() : m_folder(OwnFolder()), m_suites(ReadSuites(m_folder + L"suites.txt")) {
+    explicit Runner(const std::string& beginning) : m_suites(ReadSuites(m_folder)) {
         RequireFolderOfTheCodePage(m_folder);
-        m_report.version = TALVENOR_VERSION;
-        m_report.system = DescribeThisSystem();
-        m_report.leftOut = ReadLeftOut(m_folder + L"left_out.txt");
-    }
-
-    void Choose(const std::string& beginning) {
         std::erase_if(m_suites, [&](const Suite& suite) { return !suite.name.starts_with(beginning); });
         if (m_suites.empty()) throw driver::Failure("no suite begins with " + beginning);
-        m_isWhole = false;
+        m_report.version = TALVENOR_VERSION;
+        m_report.system = DescribeThisSystem();
+        m_report.leftOut = ReadLeftOut(m_folder);
+        m_report.suitesInAll = m_suites.size();
+        if (IsCapsLockOn())
+            m_report.problems.emplace_back("Caps Lock is on: what the tests type comes out in capitals");
     }
 
     int Run() {
         std::puts("Talvenor " TALVENOR_VERSION
                   ": the tests. They open windows and send them keys and clicks, so\n"
                   "leave keyboard and mouse alone until the end. It takes five to fifteen minutes.\n");
-        if (IsCapsLockOn())
-            m_report.problems.emplace_back("Caps Lock is on: what the tests type comes out in capitals");
-        m_report.suitesInAll = m_suites.size();
         WriteReport(m_report, Results());  // what cannot be written is better known now
-        // The names first: what is left out must be there, and nothing may be forgotten.
-        for (const Suite& suite : m_suites) ChooseTests(suite);
-        if (m_isWhole) CheckNames();
         for (const Suite& suite : m_suites) {
-            if (!IsInterrupted()) RunOne(suite);
+            if (IsInterrupted()) break;
+            RunSuite(suite);
+            WriteReport(m_report, Results());  // whoever ends us early has what there is
         }
         std::printf("\n%s\nPlease send back results.txt; it is beside run.cmd.\n", Summary(m_report).c_str());
         return IsGood(m_report) ? kAllPassed : kNotAllPassed;
@@ -98,64 +90,42 @@ public:
 
 private:
     [[nodiscard]] std::wstring Results() const { return m_folder + L"results.txt"; }
-    [[nodiscard]] std::wstring Program(const Suite& suite) const { return m_folder + suite.program; }
 
-    void ChooseTests(const Suite& suite) {
-        std::vector<std::string> names = TestsOf(Program(suite), suite.filter);
-        if (names.empty()) m_report.problems.push_back("no tests in " + suite.name);
-        m_found[suite.program].insert(names.begin(), names.end());
-        std::erase_if(names, [&](const std::string& name) { return IsLeftOut(name); });
-        m_chosen[suite.name] = std::move(names);
-    }
-
-    bool IsLeftOut(const std::string& name) {
-        for (const LeftOut& one : m_report.leftOut) {
-            if (one.isEntry || !Fits(name, one.pattern)) continue;
-            m_used.insert(one.pattern);
-            return true;
-        }
-        return false;
-    }
-
-    void CheckNames() {
-        for (const LeftOut& one : m_report.leftOut) {
-            if (!one.isEntry && !m_used.contains(one.pattern))
-                m_report.problems.push_back("left_out.txt names what is no test: " + one.pattern);
-        }
-        for (const auto& [program, found] : m_found) {
-            for (const std::string& name : TestsOf(m_folder + program, "")) {
-                if (!found.contains(name)) m_report.problems.push_back("a test of no suite: " + name);
-            }
-        }
-    }
-
-    void RunOne(const Suite& suite) {
+    void RunSuite(const Suite& suite) {
         char number[32] = {};
         std::snprintf(number, sizeof number, "[%2zu/%zu] ", m_report.suites.size() + 1, m_suites.size());
         const Progress progress(number + suite.name);
-        const std::vector<std::string>& names = m_chosen[suite.name];
-        SuiteResult result = RunSuite(suite, Program(suite), names, [&](std::size_t done) {
-            progress.Show(std::to_string(done) + " of " + std::to_string(names.size()));
-        });
-        for (const std::wstring& name : m_place.TakeLeftovers())
-            result.problems.push_back("left behind in the temporary folder: " + driver::ToUtf8(name));
-        progress.End(Summary(result));
-        for (const TestResult& test : result.tests) {
-            if (test.outcome != Outcome::Passed && test.outcome != Outcome::Skipped)
-                std::printf("        not passed: %s\n", test.name.c_str());
+        SuiteResult& result = m_report.suites.emplace_back();
+        result.name = suite.name;
+        const auto begin = std::chrono::steady_clock::now();
+        try {
+            RunTests(suite, result, progress);
+        } catch (const driver::Failure& failure) {
+            result.problems.emplace_back(failure.what());
         }
-        m_report.suites.push_back(std::move(result));
-        WriteReport(m_report, Results());  // whoever ends us early has what there is
+        result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+        progress.End(Summary(result));
+        for (const TestResult& test : result.tests)
+            if (IsWrong(test.outcome)) std::printf("        not passed: %s\n", test.name.c_str());
     }
 
-    std::wstring m_folder;
+    void RunTests(const Suite& suite, SuiteResult& result, const Progress& progress) {
+        const std::vector<std::string> names = TestsOf(suite, m_report.leftOut);
+        for (const std::string& name : names) {
+            progress.Show(std::to_string(result.tests.size()) + " of " + std::to_string(names.size()));
+            result.tests.push_back(RunTest(suite, name));
+            if (const int left = result.tests.back().leftRunning; left != 0)
+                result.problems.push_back(name + " left " + std::to_string(left) + " processes running");
+            for (const std::wstring& file : m_place.TakeLeftovers())
+                result.problems.push_back(name + " left in the temporary folder: " + driver::ToUtf8(file));
+            if (IsInterrupted()) throw driver::Failure("interrupted");
+        }
+    }
+
+    const std::wstring m_folder = OwnFolder();
     std::vector<Suite> m_suites;
-    bool m_isWhole = true;
     Report m_report;
     TemporaryPlace m_place;
-    std::map<std::wstring, std::set<std::string>> m_found;     // by program
-    std::map<std::string, std::vector<std::string>> m_chosen;  // by suite
-    std::set<std::string> m_used;                              // patterns of what is left out
 };
 
 int Main(int argc, wchar_t** argv) {
@@ -165,13 +135,9 @@ int Main(int argc, wchar_t** argv) {
     // A screen that goes dark takes no clicks.
     ::SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED | ES_DISPLAY_REQUIRED);
     WatchForInterruption();
-    Runner runner;
-    if (argc == 3 && std::wstring(argv[1]) == L"--only") {
-        runner.Choose(driver::ToUtf8(argv[2]));
-    } else if (argc != 1) {
-        throw driver::Failure("usage: run_tests [--only BEGINNING]");
-    }
-    return runner.Run();
+    const bool some = argc == 3 && std::wstring(argv[1]) == L"--only";
+    if (argc != 1 && !some) throw driver::Failure("usage: run_tests [--only BEGINNING]");
+    return Runner(some ? driver::ToUtf8(argv[2]) : "").Run();
 }
 
 }  // namespace

@@ -19,68 +19,43 @@ std::vector<std::string> Lines(const std::wstring& path) {
     return lines;
 }
 
-std::vector<std::string> Fields(const std::string& line) {
+// A line is name, seconds, program and arguments, with tabs between them.
+Suite ReadSuite(const std::wstring& folder, const std::string& line) {
     std::istringstream text(line);
-    std::vector<std::string> fields;
-    for (std::string field; std::getline(text, field, '\t');) fields.push_back(field);
-    return fields;
-}
-
-Suite ReadSuite(const std::string& line) {
-    const auto fields = Fields(line);
-    if (fields.size() < 3) throw driver::Failure("no suite: " + line);
     Suite suite;
-    suite.name = fields[0];
-    suite.limitSeconds = static_cast<unsigned>(std::stoul(fields[1]));
-    suite.program = driver::FromUtf8(fields[2]);
-    std::replace(suite.program.begin(), suite.program.end(), L'/', L'\\');
+    std::string seconds;
+    std::string program;
+    if (!std::getline(text, suite.name, '\t') || !std::getline(text, seconds, '\t') ||
+        !std::getline(text, program, '\t'))
+        throw driver::Failure("no suite: " + line);
+    suite.limit = std::chrono::seconds(std::stoul(seconds));
+    std::replace(program.begin(), program.end(), '/', '\\');
+    suite.program = folder + driver::FromUtf8(program);
     constexpr std::string_view kFilter = "--gtest_filter=";
-    for (std::size_t i = 3; i < fields.size(); ++i) {
-        if (fields[i].starts_with(kFilter)) {
-            suite.filter = fields[i].substr(kFilter.size());
+    for (std::string argument; std::getline(text, argument, '\t');) {
+        if (argument.starts_with(kFilter)) {
+            suite.filter = argument.substr(kFilter.size());
         } else {
-            suite.arguments.push_back(fields[i]);
+            suite.arguments.push_back(argument);
         }
     }
     return suite;
 }
 
-LeftOut ReadOne(std::string line) {
-    LeftOut one;
-    constexpr std::string_view kEntry = "entry ";
-    if (line.starts_with(kEntry)) {
-        one.isEntry = true;
-        line.erase(0, kEntry.size());
-    }
-    const std::size_t colon = line.find(": ");
-    if (colon == std::string::npos) throw driver::Failure("no name and reason: " + line);
-    one.pattern = line.substr(0, colon);
-    one.reason = line.substr(colon + 2);
-    return one;
-}
-
 }  // namespace
 
-std::vector<Suite> ReadSuites(const std::wstring& path) {
+std::vector<Suite> ReadSuites(const std::wstring& folder) {
     std::vector<Suite> suites;
-    for (const std::string& line : Lines(path)) suites.push_back(ReadSuite(line));
-    if (suites.empty()) throw driver::Failure("no suites in " + driver::ToUtf8(path));
+    for (const std::string& line : Lines(folder + L"suites.txt")) suites.push_back(ReadSuite(folder, line));
     return suites;
 }
 
-std::vector<LeftOut> ReadLeftOut(const std::wstring& path) {
+std::vector<LeftOut> ReadLeftOut(const std::wstring& folder) {
     std::vector<LeftOut> all;
-    for (const std::string& line : Lines(path)) all.push_back(ReadOne(line));
-    return all;
-}
-
-bool Fits(std::string_view name, std::string_view pattern) {
-    const std::size_t star = pattern.find('*');
-    if (star == std::string_view::npos) return name == pattern;
-    if (!name.starts_with(pattern.substr(0, star))) return false;
-    const std::string_view rest = pattern.substr(star + 1);
-    for (std::size_t at = star; at <= name.size(); ++at) {
-        if (Fits(name.substr(at), rest)) return true;
+    for (const std::string& line : Lines(folder + L"left_out.txt")) {
+        const std::size_t colon = line.find(": ");
+        if (colon == std::string::npos) throw driver::Failure("no name and reason: " + line);
+        all.push_back({line.substr(0, colon), line.substr(colon + 2)});
     }
-    return false;
+    return all;
 }

@@ -16,19 +16,17 @@ Function FromNtdll(const char* name) {
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), name)));
 }
 
-std::string RegistryText(HKEY root, const wchar_t* key, const wchar_t* name) {
-    wchar_t text[256] = {};
-    DWORD bytes = sizeof text;
-    if (::RegGetValueW(root, key, name, RRF_RT_REG_SZ, nullptr, text, &bytes) != ERROR_SUCCESS) return {};
-    return driver::ToUtf8(text);
-}
-
-std::string RegistryNumber(HKEY root, const wchar_t* key, const wchar_t* name) {
-    DWORD number = 0;
-    DWORD bytes = sizeof number;
-    if (::RegGetValueW(root, key, name, RRF_RT_REG_DWORD, nullptr, &number, &bytes) != ERROR_SUCCESS)
-        return {};
-    return std::to_string(number);
+// A text or a number; empty when it is not there.
+std::string RegistryValue(HKEY root, const wchar_t* key, const wchar_t* name) {
+    union {
+        wchar_t text[256];
+        DWORD number;
+    } value = {};
+    DWORD type = 0;
+    DWORD bytes = sizeof value;
+    constexpr DWORD kTypes = RRF_RT_REG_SZ | RRF_RT_REG_DWORD;
+    if (::RegGetValueW(root, key, name, kTypes, &type, &value, &bytes) != ERROR_SUCCESS) return {};
+    return type == REG_DWORD ? std::to_string(value.number) : driver::ToUtf8(value.text);
 }
 
 // GetVersionEx reports to a program only versions that its manifest names.
@@ -40,10 +38,10 @@ std::string Version() {
     constexpr wchar_t kKey[] = L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion";
     std::string text = std::to_string(version.dwMajorVersion) + "." + std::to_string(version.dwMinorVersion) +
                        "." + std::to_string(version.dwBuildNumber);
-    const std::string update = RegistryNumber(HKEY_LOCAL_MACHINE, kKey, L"UBR");
+    const std::string update = RegistryValue(HKEY_LOCAL_MACHINE, kKey, L"UBR");
     if (!update.empty()) text += "." + update;
     for (const wchar_t* const name : {L"ProductName", L"DisplayVersion"}) {
-        const std::string value = RegistryText(HKEY_LOCAL_MACHINE, kKey, name);
+        const std::string value = RegistryValue(HKEY_LOCAL_MACHINE, kKey, name);
         if (!value.empty()) text += ", " + value;
     }
     const auto wineVersion = FromNtdll<const char*(CDECL*)()>("wine_get_version");
@@ -92,7 +90,7 @@ std::string Elevated() {
 // Which program shows the consoles: since Windows 11 that may be another than the console host.
 std::string DefaultTerminal() {
     const std::string terminal =
-        RegistryText(HKEY_CURRENT_USER, L"Console\\%%Startup", L"DelegationTerminal");
+        RegistryValue(HKEY_CURRENT_USER, L"Console\\%%Startup", L"DelegationTerminal");
     return terminal.empty() ? "not chosen" : terminal;
 }
 
