@@ -6,13 +6,141 @@
 // A line on the output asks for a picture: its name, "window" or "box" for the kind of its frame, the
 // window's number on the X display and that of a box before it, if there is one. A line on the input says
 // that it is taken. Ends with 0 when all were.
+#include <windows.h>
 #include <fcntl.h>
 #include <io.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 
-#include "tests/pictures/scenes.h"
+#include "tests/equipment/failure.h"
+#include "tests/equipment/file_tree.h"
+#include "tests/equipment/list_reader.h"
+#include "tests/equipment/main_window.h"
+#include "tests/equipment/window_driver.h"
+#include "tests/equipment/wine.h"
+#include "tests/pictures/photographer.h"
+
+namespace {
+using driver::Milliseconds;
+
+struct Stage {
+    std::wstring program;    // Talvenor.exe, with the paced converter beside it
+    std::wstring pdfFolder;  // whose PDF files are converted
+    std::wstring outputFolder;
+    std::wstring loneProgram;  // Talvenor.exe without a converter
+};
+
+constexpr Milliseconds kSoon{20'000};
+constexpr Milliseconds kBatchLimit{120'000};
+
+void Await(const std::string& what, auto&& condition, Milliseconds limit = kSoon) {
+    if (!driver::WaitUntil(condition, limit)) throw driver::Failure("waited in vain for " + what);
+}
+
+// In the order of their names.
+std::vector<std::wstring> PdfsIn(const std::wstring& folder) {
+    std::vector<std::wstring> paths;
+    for (const std::wstring& name : driver::NamesIn(folder))
+        if (name.ends_with(L".pdf")) paths.push_back(folder + L'\\' + name);
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+void Quit(const driver::MainWindow& window) {
+    if (window.Quit() != driver::kExitCodeOfQuit) throw driver::Failure("Quitter ended with another code");
+}
+
+// The box that has just been opened: has it taken and closes it by one of its buttons.
+void ShowBox(const std::string& name, int closeBy, const driver::Program& program,
+             const driver::MainWindow& window) {
+    const HWND box = driver::WaitForDialog(program, window.Window(), kSoon);
+    Photographer(program).Take(name, box);
+    driver::PressDialogButton(box, closeBy);
+    Await("the box to be gone", [&] { return !::IsWindow(box) && driver::IsEnabled(window.Window()); });
+}
+
+void SelectRowByKeys(const driver::MainWindow& window) {
+    const HWND list = window.Control(IDC_FILE_LIST);
+    driver::PressKey(list, VK_END);
+    driver::PressKey(list, VK_HOME);
+    driver::PressKey(list, VK_DOWN);
+    Await("the second row to be selected", [&] { return driver::SelectedRow(list) == 1; });
+}
+
+// The picture does not depend on when we look: it shows this second.
+void ShowCountdownAt(const wchar_t* second, const driver::Program& program,
+                     const driver::MainWindow& window) {
+    const HWND countdown = driver::WaitForDialog(program, window.Window(), kBatchLimit);
+    Await("the countdown", [&] { return driver::Text(driver::Control(countdown, IDC_SECONDS)) == second; });
+    Photographer(program).TakeStill("countdown", countdown);
+    driver::PressDialogButton(countdown, IDCANCEL);
+    Await("the countdown to be gone", [&] { return !::IsWindow(countdown); });
+}
+
+void ShowMainWindowAndBoxes(const Stage& stage) {
+    const driver::Program program(stage.program, {.directory = stage.pdfFolder});
+    const driver::MainWindow window(program);
+    const Photographer photographer(program);
+    photographer.Take("main", window.Window());
+    driver::Click(window.Control(IDC_ABOUT));
+    ShowBox("about", IDOK, program, window);
+
+    window.DropPdfs(PdfsIn(stage.pdfFolder));
+    SelectRowByKeys(window);
+    window.Check(IDC_PAGES_CHECK);
+    window.Type(IDC_PAGES, L"1-12,15");
+    window.Check(IDC_RESOLUTION_CHECK);
+    window.Check(IDC_OUTPUT_FOLDER_CHECK);
+    window.Type(IDC_OUTPUT_FOLDER, stage.outputFolder);
+    window.Check(IDC_NO_TEXT);
+    window.OpenAndCancelAddDialog();
+    window.Check(IDC_HIDE_OUTPUT);
+    photographer.Take("options", window.Window());
+    driver::PressKey(window.Control(IDC_FILE_LIST), VK_F7);
+    ShowBox("command-line", IDOK, program, window);
+    Quit(window);
+}
+
+void ShowBatch(const Stage& stage) {
+    // The countdown would end in a request to shut down: it is not even shown on a real Windows.
+    if (!UnderWine()) throw driver::Failure("pictures are only taken under Wine");
+    const driver::Program program(stage.program, {.directory = stage.pdfFolder});
+    const driver::MainWindow window(program);
+    const Photographer photographer(program);
+    const HWND list = window.Control(IDC_FILE_LIST);
+    window.DropPdfs(PdfsIn(stage.pdfFolder));
+    window.Check(IDC_OUTPUT_FOLDER_CHECK);
+    window.Type(IDC_OUTPUT_FOLDER, stage.outputFolder);
+    window.OpenAndCancelAddDialog();
+    window.Check(IDC_HIDE_OUTPUT);
+
+    window.StartBatch();
+    Await("the second file", [&] { return driver::CellText(list, 1, 1) == L"00:00:04"; });
+    photographer.TakeStill("running", window.Window());
+    driver::Click(window.Control(IDCANCEL));
+    ShowBox("stop", IDNO, program, window);
+    const HWND completion = window.WaitForCompletion(kBatchLimit);
+    photographer.Take("finished", window.Window(), completion);
+    window.CloseCompletion(completion);
+
+    window.Check(IDC_SHUT_DOWN);
+    window.StartBatch();
+    ShowCountdownAt(L"28", program, window);
+    window.CloseCompletion(window.WaitForCompletion(kBatchLimit));
+    Quit(window);
+}
+
+void ShowMissingConverter(const Stage& stage) {
+    const driver::Program program(stage.loneProgram);
+    const HWND box = driver::WaitForDialog(program, nullptr, kSoon);
+    Photographer(program).Take("no-converter", box);
+    driver::PressDialogButton(box, IDOK);
+    if (!program.WaitForExit(kSoon)) throw driver::Failure("the program does not end without its converter");
+}
+
+}  // namespace
 
 int wmain(int argc, wchar_t** argv) {
     _setmode(_fileno(stdout), _O_BINARY);
