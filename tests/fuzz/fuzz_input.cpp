@@ -59,13 +59,6 @@ bool TextReader::Take(std::wstring_view text) {
     return true;
 }
 
-std::wstring_view TextReader::TakeUntil(std::wstring_view mark) {
-    const std::wstring_view text = m_rest.substr(0, m_rest.find(mark));
-    m_rest.remove_prefix(text.size());
-    Take(mark);
-    return text;
-}
-
 std::uint64_t TextReader::TakeNumber(std::size_t minimumDigits) {
     const std::size_t digits = std::min(m_rest.find_first_not_of(L"0123456789"), m_rest.size());
     Require(digits >= minimumDigits && digits >= 1, "a number with too few digits");

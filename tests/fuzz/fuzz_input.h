@@ -41,13 +41,10 @@ class TextReader {
 public:
     explicit TextReader(std::wstring_view text) : m_rest(text) {}
 
-    [[nodiscard]] std::wstring_view Rest() const { return m_rest; }
     [[nodiscard]] bool AtEnd() const { return m_rest.empty(); }
 
     // Takes `text` off the front, if it is there.
     bool Take(std::wstring_view text);
-    // Takes what is before the next `mark`, and the mark; everything when there is none.
-    std::wstring_view TakeUntil(std::wstring_view mark);
     // Takes a number written in at least `minimumDigits` and without zeros beyond. Refuses anything else.
     std::uint64_t TakeNumber(std::size_t minimumDigits);
 

@@ -8,7 +8,6 @@ std::span<const FuzzTarget> FuzzTargets() {
         {"elapsed_time", &FuzzElapsedTime},
         {"log_record", &FuzzLogRecord},
         {"open_file_selection", &FuzzOpenFileSelection},
-        {"page_edit_filter", &FuzzPageEditFilter},
         {"resolution_clamp", &FuzzResolutionClamp},
         {"version_text", &FuzzVersionText},
     };

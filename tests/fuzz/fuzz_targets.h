@@ -18,6 +18,5 @@ void FuzzDropFilter(std::string_view input);
 void FuzzElapsedTime(std::string_view input);
 void FuzzLogRecord(std::string_view input);
 void FuzzOpenFileSelection(std::string_view input);
-void FuzzPageEditFilter(std::string_view input);
 void FuzzResolutionClamp(std::string_view input);
 void FuzzVersionText(std::string_view input);
