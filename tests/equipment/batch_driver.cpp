@@ -1,15 +1,22 @@
 // Converts PDF files through Talvenor's real window, as a person would, and says what became of each:
 //
-//   batch_driver Talvenor.exe --hide --output D:\Out C:\a.pdf C:\b.pdf
+//   batch_driver Talvenor.exe LIST [--hide] [--no-text] [--pages PAGES]...
+//
+// LIST is a UTF-8 file with the path of a PDF in each line. An option checks its box, and fills in the edit
+// of that box. With --picture-ready FILE that file is made when a picture may be taken, and its end is waited
+// for.
 //
 // Ends with 0 only when every step went as promised; otherwise a line on the error output says what did not.
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <regex>
+#include <sstream>
 
-#include "tests/equipment/batch_options.h"
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/list_reader.h"
@@ -19,7 +26,66 @@
 
 namespace {
 
+constexpr driver::Milliseconds kBatchLimit{900'000};
 constexpr driver::Milliseconds kPictureLimit{120'000};
+
+struct Option {
+    const wchar_t* name;
+    int checkBox;
+    int edit = 0;  // 0: none, and no text follows
+};
+constexpr Option kOptions[] = {
+    {L"--hide", IDC_HIDE_OUTPUT},
+    {L"--no-metadata", IDC_NO_METADATA},
+    {L"--no-outline", IDC_NO_OUTLINE},
+    {L"--no-hyperlinks", IDC_NO_HYPERLINKS},
+    {L"--no-text", IDC_NO_TEXT},
+    {L"--lines", IDC_LINES},
+    {L"--monochrome", IDC_MONOCHROME},
+    {L"--output", IDC_OUTPUT_FOLDER_CHECK, IDC_OUTPUT_FOLDER},
+    {L"--pages", IDC_PAGES_CHECK, IDC_PAGES},
+    {L"--resolution", IDC_RESOLUTION_CHECK, IDC_RESOLUTION},
+};
+
+struct Choice {
+    const Option* option;
+    std::wstring text;
+};
+
+struct Batch {
+    std::wstring program;
+    std::vector<std::wstring> pdfs;
+    std::vector<Choice> choices;
+    std::wstring pictureFile;  // empty: no picture is taken
+};
+
+std::vector<std::wstring> ReadList(const std::wstring& path) {
+    std::vector<std::wstring> lines;
+    std::istringstream text(driver::ReadFileBytes(path));
+    for (std::string line; std::getline(text, line);) lines.push_back(driver::FromUtf8(line));
+    return lines;
+}
+
+Batch ParseArguments(const std::vector<std::wstring>& arguments) {
+    if (arguments.size() < 2) throw driver::Failure("batch_driver Talvenor.exe LIST [OPTION]...");
+    Batch batch{arguments[0], ReadList(arguments[1]), {}, {}};
+    for (std::size_t i = 2; i < arguments.size(); ++i) {
+        const std::wstring& name = arguments[i];
+        const auto text = [&] {
+            if (++i == arguments.size()) throw driver::Failure(L"a text must follow " + name);
+            return arguments[i];
+        };
+        const auto* const option = std::ranges::find(kOptions, name, &Option::name);
+        if (option != std::end(kOptions)) {
+            batch.choices.push_back({option, option->edit ? text() : L""});
+        } else if (name == L"--picture-ready") {
+            batch.pictureFile = text();
+        } else {
+            throw driver::Failure(L"unknown option " + name);
+        }
+    }
+    return batch;
+}
 
 void Require(bool condition, const char* promise) {
     if (!condition) throw driver::Failure(std::string("not so: ") + promise);
@@ -27,8 +93,8 @@ void Require(bool condition, const char* promise) {
 
 // Tells the script beside us that the window may be photographed, where, and waits until that is done. The
 // file's line: the moment's name, then left, top, width and height on the screen.
-void LetPictureBeTaken(const BatchOptions& options, const driver::MainWindow& window, const char* moment) {
-    if (options.pictureFile.empty()) return;
+void LetPictureBeTaken(const Batch& batch, const driver::MainWindow& window, const char* moment) {
+    if (batch.pictureFile.empty()) return;
     driver::RepaintNow(window.Window());
     RECT place = {};
     ::GetWindowRect(window.Window(), &place);
@@ -36,44 +102,35 @@ void LetPictureBeTaken(const BatchOptions& options, const driver::MainWindow& wi
     std::snprintf(line, sizeof line, "%s %ld %ld %ld %ld\n", moment, place.left, place.top,
                   place.right - place.left, place.bottom - place.top);
     // Under its final name only when it is whole: the script reads it as soon as it sees it.
-    const std::wstring unfinished = options.pictureFile + L".new";
+    const std::wstring unfinished = batch.pictureFile + L".new";
     driver::WriteFileBytes(unfinished, line);
-    if (!::MoveFileExW(unfinished.c_str(), options.pictureFile.c_str(), 0))
+    if (!::MoveFileExW(unfinished.c_str(), batch.pictureFile.c_str(), 0))
         driver::FailCall("MoveFileExW", ::GetLastError());
-    const auto taken = [&] { return !driver::FileExists(options.pictureFile); };
+    const auto taken = [&] { return !driver::FileExists(batch.pictureFile); };
     if (!driver::WaitUntil(taken, kPictureLimit)) throw driver::Failure("nobody took the picture");
 }
 
-void AddPdfs(const BatchOptions& options, const driver::MainWindow& window) {
+void AddPdfs(const Batch& batch, const driver::MainWindow& window) {
     const HWND convert = window.Control(IDOK);
     Require(!driver::IsEnabled(convert), "Convertir is disabled in a fresh window");
-    window.DropPdfs(options.pdfs);
-    Require(driver::ColumnTexts(window.Control(IDC_FILE_LIST), 0) == options.pdfs,
+    window.DropPdfs(batch.pdfs);
+    Require(driver::ColumnTexts(window.Control(IDC_FILE_LIST), 0) == batch.pdfs,
             "the list holds the dropped paths in their order");
     Require(!driver::IsEnabled(convert), "dropping files leaves Convertir disabled");
     window.OpenAndCancelAddDialog();
     Require(driver::IsEnabled(convert), "Convertir is enabled once the add dialog was cancelled");
 }
 
-void ChooseOptions(const BatchOptions& options, const driver::MainWindow& window) {
-    for (const int checkBox : options.checkBoxes) window.Check(checkBox);
-    const auto choose = [&](int checkBox, int edit, const std::wstring& text) {
-        if (text.empty()) return;
-        window.Check(checkBox);
-        window.Type(edit, text);
-    };
-    choose(IDC_PAGES_CHECK, IDC_PAGES, options.pages);
-    choose(IDC_RESOLUTION_CHECK, IDC_RESOLUTION, options.resolution);
-    choose(IDC_OUTPUT_FOLDER_CHECK, IDC_OUTPUT_FOLDER, options.outputFolder);
+void ChooseOptions(const Batch& batch, const driver::MainWindow& window) {
+    for (const auto& [option, text] : batch.choices) {
+        window.Check(option->checkBox);
+        if (option->edit) window.Type(option->edit, text);
+    }
 }
 
 bool IsDuration(const std::wstring& text) {
-    if (text.size() < 8) return false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool colon = i + 3 == text.size() || i + 6 == text.size();
-        if (colon ? text[i] != L':' : text[i] < L'0' || text[i] > L'9') return false;
-    }
-    return true;
+    static const std::wregex kDuration(L"[0-9]{2,}:[0-9]{2}:[0-9]{2}");
+    return std::regex_match(text, kDuration);
 }
 
 // Returns how many rows ended without a duration.
@@ -89,29 +146,29 @@ int PrintRows(const driver::MainWindow& window) {
     return without;
 }
 
-void RunBatch(const BatchOptions& options) {
-    const driver::Program program(options.program);
+void RunBatch(const Batch& batch) {
+    const driver::Program program(batch.program);
     const driver::MainWindow window(program);
-    AddPdfs(options, window);
-    ChooseOptions(options, window);
+    AddPdfs(batch, window);
+    ChooseOptions(batch, window);
     const bool hidden = driver::IsChecked(window.Control(IDC_HIDE_OUTPUT));
 
     window.StartBatch();
     HWND box = nullptr;
     try {
-        box = window.WaitForCompletion(options.limit);
+        box = window.WaitForCompletion(kBatchLimit);
     } catch (const driver::Failure&) {
         if (!program.HasEnded()) PrintRows(window);  // shows which file it was
         throw;
     }
     const int withoutDuration = PrintRows(window);
-    LetPictureBeTaken(options, window, "message");
+    LetPictureBeTaken(batch, window, "message");
     window.CloseCompletion(box);
     Require(withoutDuration == 0, "every row has its duration");
     Require(driver::Text(window.Control(IDC_STATUS)).empty(), "the status line is empty at the end");
     Require(driver::IsVisible(window.Control(IDC_OPEN_LOG)) == hidden,
             "the log button is there exactly after a hidden batch");
-    LetPictureBeTaken(options, window, "window");
+    LetPictureBeTaken(batch, window, "window");
     Require(window.Quit() == driver::kExitCodeOfQuit, "Quitter ends the program with code 2");
 }
 
@@ -120,11 +177,10 @@ void RunBatch(const BatchOptions& options) {
 int wmain(int argc, wchar_t** argv) {
     _setmode(_fileno(stdout), _O_BINARY);
     try {
-        RunBatch(ParseBatchOptions(std::vector<std::wstring>(argv + 1, argv + argc)));
+        RunBatch(ParseArguments(std::vector<std::wstring>(argv + 1, argv + argc)));
     } catch (const std::exception& failure) {
         std::fflush(stdout);
         std::fprintf(stderr, "batch_driver: %s\n", failure.what());
-        if (argc < 3) std::fputs(kBatchUsage, stderr);
         return 1;
     }
     return 0;

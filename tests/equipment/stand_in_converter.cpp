@@ -48,16 +48,14 @@ std::wstring DescribeConsole() {
 
 int wmain(int argc, wchar_t** argv) {
     const std::wstring pdf = argc > 1 ? FileName(argv[argc - 1]) : std::wstring();
-    const DWORD runMs =
-        stand_in::NumberInName(pdf, L"wait", stand_in::NumberSetting(L"TALVENOR_STANDIN_MS", 0));
-    const DWORD code = stand_in::NumberInName(pdf, L"exit", 0);
+    const DWORD code = stand_in::NumberIn(pdf, L"exit", 0);
 
     if (!stand_in::AppendRecord(kRecordVariable, stand_in::DescribeStart() + DescribeConsole())) {
         std::fputs("stand-in converter: cannot write its record\n", stderr);
         return kCannotRecord;
     }
     std::fputs("stand-in converter: converting\n", stderr);
-    ::Sleep(runMs);
+    ::Sleep(stand_in::RunMs(pdf, L"TALVENOR_STANDIN_MS", 0));
     if (!stand_in::AppendRecord(kRecordVariable, L"ended=" + std::to_wstring(code) + L'\n'))
         return kCannotRecord;
     return static_cast<int>(code);

@@ -74,8 +74,7 @@ HWND CreateHiddenWindow(HINSTANCE instance) {
 DWORD RunMs() {
     STARTUPINFOW startup = {};
     ::GetStartupInfoW(&startup);
-    const DWORD set = stand_in::NumberSetting(L"TALVENOR_INTERPRETER_MS", kUsualRunMs);
-    return startup.lpTitle ? stand_in::NumberInName(startup.lpTitle, L"wait", set) : set;
+    return stand_in::RunMs(startup.lpTitle ? startup.lpTitle : L"", L"TALVENOR_INTERPRETER_MS", kUsualRunMs);
 }
 
 }  // namespace

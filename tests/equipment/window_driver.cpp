@@ -13,51 +13,22 @@
 namespace driver {
 namespace {
 
-bool IsDialog(HWND window) {
-    wchar_t className[16] = {};
-    return ::GetClassNameW(window, className, 16) && std::wstring(className) == L"#32770";
+std::wstring ClassName(HWND window) {
+    wchar_t name[256] = {};
+    ::GetClassNameW(window, name, ARRAYSIZE(name));
+    return name;
 }
 
-struct ControlSearch {
-    HWND dialog;
-    int id;
-    HWND found;
-};
-
-BOOL CALLBACK FindById(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<ControlSearch*>(parameter);
-    const bool wanted =
-        ::GetDlgCtrlID(window) == search.id && ::GetAncestor(window, GA_PARENT) == search.dialog;
-    if (wanted) search.found = window;
-    return !wanted;
-}
-
-struct DialogSearch {
-    DWORD processId;
-    std::vector<HWND> found;
-};
-
-BOOL CALLBACK CollectDialog(HWND window, LPARAM search) {
-    auto& [processId, found] = *reinterpret_cast<DialogSearch*>(search);
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(window, &owner);
-    if (owner == processId && IsDialog(window) && ::IsWindowVisible(window)) found.push_back(window);
+BOOL CALLBACK Collect(HWND window, LPARAM windows) {
+    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
     return TRUE;
 }
 
-BOOL CALLBACK CollectText(HWND window, LPARAM lines) {
-    const std::wstring text = Text(window);
-    if (!text.empty()) *reinterpret_cast<std::wstring*>(lines) += L'\n' + text;
-    return TRUE;
-}
-
-BOOL CALLBACK CollectPushButton(HWND window, LPARAM buttons) {
-    wchar_t className[16] = {};
-    const bool isButton = ::GetClassNameW(window, className, 16) && std::wstring(className) == L"Button";
-    const LONG_PTR kind = ::GetWindowLongPtrW(window, GWL_STYLE) & BS_TYPEMASK;
-    const bool pushes = isButton && (kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON);
-    if (pushes && ::IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(buttons)->push_back(window);
-    return TRUE;
+// The windows in a window, and those in them.
+std::vector<HWND> WindowsIn(HWND window) {
+    std::vector<HWND> windows;
+    ::EnumChildWindows(window, Collect, reinterpret_cast<LPARAM>(&windows));
+    return windows;
 }
 
 // Windows does not promise that a button is pressed by BM_CLICK while its dialog is not the active window of
@@ -111,9 +82,9 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 // the dialog is being closed by its own thread in between, the server of Wine 10 follows them without an end,
 // and answers nobody any more.
 HWND FindControl(HWND dialog, int id) {
-    ControlSearch search{dialog, id, nullptr};
-    ::EnumChildWindows(dialog, FindById, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    for (const HWND window : WindowsIn(dialog))
+        if (::GetDlgCtrlID(window) == id && ::GetAncestor(window, GA_PARENT) == dialog) return window;
+    return nullptr;
 }
 
 HWND Control(HWND dialog, int id) {
@@ -123,9 +94,14 @@ HWND Control(HWND dialog, int id) {
 }
 
 std::vector<HWND> Dialogs(const Program& program) {
-    DialogSearch search{program.Id(), {}};
-    ::EnumWindows(CollectDialog, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    std::vector<HWND> windows;
+    ::EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
+    std::erase_if(windows, [&](HWND window) {
+        DWORD owner = 0;
+        ::GetWindowThreadProcessId(window, &owner);
+        return owner != program.Id() || ClassName(window) != L"#32770" || !IsVisible(window);
+    });
+    return windows;
 }
 
 // The main window is a dialog like the message boxes, and may bear the same title: what sets it apart is a
@@ -165,7 +141,10 @@ std::wstring Text(HWND window) {
 
 std::wstring AllText(HWND dialog) {
     std::wstring lines = Text(dialog);
-    ::EnumChildWindows(dialog, CollectText, reinterpret_cast<LPARAM>(&lines));
+    for (const HWND window : WindowsIn(dialog)) {
+        const std::wstring text = Text(window);
+        if (!text.empty()) lines += L'\n' + text;
+    }
     return lines;
 }
 
@@ -206,8 +185,12 @@ void SetText(HWND edit, const std::wstring& text) {
 }
 
 std::vector<HWND> PushButtons(HWND dialog) {
-    std::vector<HWND> buttons;
-    ::EnumChildWindows(dialog, CollectPushButton, reinterpret_cast<LPARAM>(&buttons));
+    std::vector<HWND> buttons = WindowsIn(dialog);
+    std::erase_if(buttons, [](HWND window) {
+        const LONG_PTR kind = ::GetWindowLongPtrW(window, GWL_STYLE) & BS_TYPEMASK;
+        const bool pushes = kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON;
+        return ClassName(window) != L"Button" || !pushes || !IsVisible(window);
+    });
     return buttons;
 }
 
