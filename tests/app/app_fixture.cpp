@@ -6,7 +6,6 @@
 namespace {
 
 constexpr DWORD kOtherCopyRuns = 0;
-constexpr DWORD kEndedByDriver = 0xDEAD;
 
 // A copy started now would only end: another program has the mutex, or an earlier test left its own copy.
 bool AnotherCopyRuns() {
@@ -27,22 +26,22 @@ AppTest::~AppTest() {
     // What the program started ends too, and is gone before its files are removed.
     if (!m_program->HasEnded()) m_program->EndTree();
     const auto code = m_program->WaitForExit(kSoon);
-    EXPECT_TRUE(code == driver::kExitCodeOfQuit || code == kOtherCopyRuns || code == kEndedByDriver)
+    EXPECT_TRUE(code == driver::kExitCodeOfQuit || code == kOtherCopyRuns || code == driver::kEndedByDriver)
         << "the program ended with code " << (code ? std::to_string(*code) : "none");
     m_window.reset();
     m_program.reset();
 }
 
-void AppTest::Launch(driver::StartOptions options) {
+void AppTest::Launch() {
     m_window.reset();
     m_program.reset();
     if (!driver::WaitUntil([] { return !AnotherCopyRuns(); }, kSoon))
         throw driver::Failure("another copy of the program runs in this session");
-    m_program = std::make_unique<driver::Program>(installed.Program(), options);
+    m_program = std::make_unique<driver::Program>(installed.Program(), startOptions);
 }
 
 void AppTest::Start() {
-    Launch(startOptions);
+    Launch();
     m_window.emplace(*m_program);
 }
 

@@ -12,6 +12,7 @@
 
 #include "tests/app/installed_program.h"
 #include "tests/app/recorded_run.h"
+#include "tests/app/small_pdf.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/list_reader.h"
 #include "tests/equipment/main_window.h"
@@ -39,7 +40,7 @@ protected:
     // The same with consoles hidden and the batch begun.
     void StartHiddenBatch(const std::vector<std::wstring>& paths);
     // The same without waiting, for a start that shows no main window.
-    void Launch(driver::StartOptions options = {});
+    void Launch();
 
     [[nodiscard]] const driver::Program& Process() const { return *m_program; }
     [[nodiscard]] const driver::MainWindow& Window() const { return *m_window; }
@@ -76,7 +77,7 @@ protected:
     void ReplaceInterpreter(const std::wstring& replacement);
 
     InstalledProgram installed;
-    driver::StartOptions startOptions;  // for Start
+    driver::StartOptions startOptions;
 
 private:
     std::unique_ptr<driver::SystemProgramSwap> m_interpreter;  // in use as long as the program
@@ -94,6 +95,9 @@ protected:
     RealConverterFixture() : AppTest(Converter::Real) {}
     void SetUp() override {
         if (!UnderWine()) GTEST_SKIP() << "the bridge to the converter is a program for Wine";
+    }
+    [[nodiscard]] std::wstring RealPdf(const std::wstring& name, int pages = 2) const {
+        return installed.MakePdf(name, SmallPdf(pages));
     }
     static void ExpectDjvu(const std::wstring& path) {
         ASSERT_TRUE(driver::FileExists(path)) << driver::ToUtf8(path);

@@ -13,11 +13,10 @@ protected:
 };
 
 TEST_F(ApplicationWithoutConverter, ShowsOneMessageAndEndsWith2ThoughTheCurrentDirectoryHasOne) {
-    driver::StartOptions options;
-    options.directory = installed.MakeFolder(L"Ailleurs");
+    startOptions.directory = installed.MakeFolder(L"Ailleurs");
     ASSERT_TRUE(::CopyFileW(Equipment(L"stand_in_converter.exe").c_str(),
-                            (options.directory + L"\\pdf2djvu.exe").c_str(), TRUE));
-    Launch(options);
+                            (startOptions.directory + L"\\pdf2djvu.exe").c_str(), TRUE));
+    Launch();
     std::vector<HWND> dialogs;
     ASSERT_TRUE(Comes([&] { return !(dialogs = driver::Dialogs(Process())).empty(); })) << "no message";
     ASSERT_EQ(dialogs.size(), 1u);

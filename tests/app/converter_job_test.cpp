@@ -5,7 +5,6 @@
 #include <chrono>
 #include <filesystem>
 
-#include "tests/app/small_pdf.h"
 #include "tests/app/system_processes.h"
 #include "tests/equipment/file_tree.h"
 
@@ -43,7 +42,7 @@ private:
 };
 
 TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
-    StartBatchOf({installed.MakePdf(L"a.pdf", SmallPdf(300)), installed.MakePdf(L"b.pdf", SmallPdf(1))});
+    StartBatchOf({RealPdf(L"a.pdf", 300), RealPdf(L"b.pdf")});
     driver::Click(Control(IDCANCEL));
     AnswerDialog(IDYES);
     EXPECT_TRUE(Comes([&] { return !ConverterRuns(); }, kGoneLimit)) << "it works on";
@@ -55,7 +54,7 @@ TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
 
     driver::Click(Control(IDC_CLEAR));
     ASSERT_TRUE(Comes([&] { return driver::RowCount(List()) == 0; }));
-    const auto c = installed.MakePdf(L"c.pdf", SmallPdf(2));
+    const auto c = RealPdf(L"c.pdf");
     Window().DropPdfs({c});
     Window().OpenAndCancelAddDialog();
     Convert();
@@ -65,7 +64,7 @@ TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
 }
 
 TEST_P(StoppedConverter, GoesOnWhenTheAnswerIsNo) {
-    const auto a = installed.MakePdf(L"a.pdf", SmallPdf(60));
+    const auto a = RealPdf(L"a.pdf", 60);
     StartBatchOf({a});
     driver::Click(Control(IDCANCEL));
     AnswerDialog(IDNO);

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <filesystem>
+
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/file_tree.h"
@@ -14,18 +16,11 @@ namespace {
 // A process that was ended keeps its files for a moment.
 constexpr driver::Milliseconds kReleaseLimit{20'000};
 
-std::wstring OwnFolder() {
-    wchar_t path[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
-    const std::wstring program(path);
-    return program.substr(0, program.find_last_of(L'\\'));
-}
-
-std::wstring FullPath(const std::wstring& path) {
-    wchar_t full[MAX_PATH] = {};
-    if (!::GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr))
-        driver::FailCall("GetFullPathNameW", ::GetLastError());
-    return full;
+// By its place in the build folder, relative to this program.
+std::wstring Built(const std::wstring& place) {
+    wchar_t self[MAX_PATH] = {};
+    ::GetModuleFileNameW(nullptr, self, MAX_PATH);
+    return (std::filesystem::path(self).parent_path() / place).lexically_normal().make_preferred().wstring();
 }
 
 void Copy(const std::wstring& from, const std::wstring& to) {
@@ -53,19 +48,15 @@ std::wstring MakeRoot() {
 
 }  // namespace
 
-std::wstring BuiltProgram() {
-    return FullPath(OwnFolder() + L"\\" TALVENOR_PROGRAM);
-}
-
 std::wstring Equipment(const wchar_t* name) {
-    return FullPath(OwnFolder() + L"\\" TALVENOR_EQUIPMENT "\\" + name);
+    return Built(L"" TALVENOR_EQUIPMENT "/" + std::wstring(name));
 }
 
 InstalledProgram::InstalledProgram(Converter converter, const wchar_t* folderName)
     : m_root(MakeRoot()), m_folderName(folderName) {
     driver::MakeFolders(Folder());
     driver::MakeFolders(PdfFolder());
-    Copy(BuiltProgram(), Program());
+    Copy(Built(L"" TALVENOR_PROGRAM), Program());
     if (converter == Converter::StandIn) Copy(Equipment(L"stand_in_converter.exe"), ConverterPath());
     if (converter == Converter::Real) Copy(Equipment(L"pdf2djvu.exe"), ConverterPath());
 }

@@ -6,8 +6,7 @@
 
 enum class Converter { None, StandIn, Real };
 
-// Files that the build made. The test program finds them by its own place in the build folder.
-std::wstring BuiltProgram();
+// A file that the build made. The test program finds it by its own place in the build folder.
 std::wstring Equipment(const wchar_t* name);
 
 // The document that a PDF is converted to unless another folder is chosen.

@@ -1,43 +1,18 @@
 // One copy of the program at a time: the second one ends by itself, unseen.
 #include "tests/app/app_fixture.h"
 
-#include <atomic>
 #include <chrono>
 
 #include "tests/app/real_input.h"
-#include "tests/equipment/handle.h"
+#include "tests/app/served_window.h"
 
 namespace {
 
-// A window of another program, namely of this one, with a thread that serves it.
-class OtherWindow {
-public:
-    OtherWindow() : m_thread(::CreateThread(nullptr, 0, &Serve, this, 0, nullptr)) {
-        EXPECT_TRUE(driver::WaitUntil([&] { return m_window.load() != nullptr; }, kSoon));
-    }
-    ~OtherWindow() {
-        ::PostMessageW(m_window, WM_CLOSE, 0, 0);
-        EXPECT_EQ(::WaitForSingleObject(m_thread.Get(), static_cast<DWORD>(kSoon.count())), WAIT_OBJECT_0);
-    }
-    OtherWindow(const OtherWindow&) = delete;
-    OtherWindow& operator=(const OtherWindow&) = delete;
-
-    [[nodiscard]] HWND Window() const { return m_window; }
-
-private:
-    static DWORD WINAPI Serve(void* self) {
-        // An edit takes the focus when it is in front.
-        const HWND window = ::CreateWindowExW(0, L"Edit", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300,
-                                              200, nullptr, nullptr, nullptr, nullptr);
-        static_cast<OtherWindow*>(self)->m_window = window;
-        MSG message;
-        while (::IsWindow(window) && ::GetMessageW(&message, nullptr, 0, 0) > 0) ::DispatchMessageW(&message);
-        return 0;
-    }
-
-    std::atomic<HWND> m_window{nullptr};
-    const driver::UniqueHandle m_thread;
-};
+// A window of another program, namely of this one. An edit takes the focus when it is in front.
+HWND CreateOtherWindow() {
+    return ::CreateWindowExW(0, L"Edit", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300, 200, nullptr,
+                             nullptr, nullptr, nullptr);
+}
 
 // Brings a window to the front to stay. On an X display a window that has just been shown gets the focus
 // later, by messages: it must have been in front for a while.
@@ -70,7 +45,7 @@ TEST_P(SecondCopy, EndsWith0ShowsNothingAndBringsNothingForward) {
     }
     // Which window comes forward when one is minimised, and when, is the system's affair: another is put
     // there.
-    const OtherWindow other;
+    const ServedWindow other(&CreateOtherWindow);
     const HWND inFront = other.Window();
     ASSERT_TRUE(ComesToStayInFront(inFront));
     const driver::Program second(installed.Program());

@@ -1,6 +1,8 @@
 // Batches with the converter that people use.
 #include "tests/app/app_fixture.h"
 
+#include <ostream>
+
 #include "tests/app/small_pdf.h"
 
 namespace {
@@ -10,12 +12,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class RealConverter : public RealConverterFixture {
-protected:
-    [[nodiscard]] std::wstring RealPdf(const std::wstring& name) const {
-        return installed.MakePdf(name, SmallPdf(2));
-    }
-};
+using RealConverter = RealConverterFixture;
 
 TEST_F(RealConverter, MakesDjvuFilesInBothModes) {
     StartWith({RealPdf(L"Rapport annuel.pdf"), RealPdf(L"b.pdf")});
@@ -58,76 +55,60 @@ TEST_F(RealConverter, ConvertsOnlyThePagesAskedFor) {
 
 struct Refusal {
     const char* name;
-    std::wstring (*makePdf)(const InstalledProgram& installed);
-    // Further preparation in the window, whose list holds the PDF.
-    void (*prepare)(const InstalledProgram& installed, const driver::MainWindow& window,
-                    const std::wstring& pdf);
+    std::wstring pdfName;
+    std::string bytes;
+    // Further preparation, when the list holds the PDF.
+    void (*prepare)(const InstalledProgram& installed, const driver::MainWindow& window) = nullptr;
+
+    friend void PrintTo(const Refusal& refusal, std::ostream* out) { *out << refusal.name; }
 };
-
-void PrepareNothing(const InstalledProgram& /*installed*/, const driver::MainWindow& /*window*/,
-                    const std::wstring& /*pdf*/) {}
-
-std::wstring MakeRealPdf(const InstalledProgram& installed) {
-    return installed.MakePdf(L"a.pdf", SmallPdf(2));
-}
 
 class ConversionRefused : public RealConverterFixture, public testing::WithParamInterface<Refusal> {};
 
 TEST_P(ConversionRefused, EndsTheBatchAndLeavesThePdf) {
     startOptions.environment[L"TALVENOR_TEST"] = L"autre";
-    const auto pdf = GetParam().makePdf(installed);
-    const auto bytes = driver::ReadFileBytes(pdf);
-    StartWith({pdf, installed.MakePdf(L"next.pdf", SmallPdf(2))});
-    GetParam().prepare(installed, Window(), pdf);
+    // Without a name its path has one character more than leaves room for the longer extension.
+    const auto pdf = GetParam().pdfName.empty() ? installed.MakePdfOfLength(259, GetParam().bytes)
+                                                : installed.MakePdf(GetParam().pdfName, GetParam().bytes);
+    StartWith({pdf, RealPdf(L"next.pdf")});
+    if (GetParam().prepare) GetParam().prepare(installed, Window());
     const bool isThere = driver::FileExists(pdf);
     Window().StartBatch();
     ASSERT_TRUE(BecomesIdle());
     EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L""));
     EXPECT_FALSE(driver::FileExists(DjvuBeside(pdf)));
     EXPECT_FALSE(driver::FileExists(installed.PdfFolder() + L"\\next.djvu"));
-    EXPECT_EQ(driver::FileExists(pdf), isThere);
+    ASSERT_EQ(driver::FileExists(pdf), isThere);
     if (isThere) {
-        EXPECT_EQ(driver::ReadFileBytes(pdf), bytes);
+        EXPECT_EQ(driver::ReadFileBytes(pdf), GetParam().bytes);
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Because, ConversionRefused,
-    testing::Values(
-        Refusal{
-            "TheFileIsNoPdf",
-            [](const InstalledProgram& installed) { return installed.MakePdf(L"a.pdf", "this is no PDF"); },
-            &PrepareNothing},
-        Refusal{"TheFileHasVanished", &MakeRealPdf,
-                [](const InstalledProgram&, const driver::MainWindow&, const std::wstring& pdf) {
-                    ASSERT_TRUE(::DeleteFileW(pdf.c_str()));
-                }},
-        Refusal{"ThePageListIsWrong", &MakeRealPdf,
-                [](const InstalledProgram&, const driver::MainWindow& window, const std::wstring&) {
-                    window.Check(IDC_PAGES_CHECK);
-                    window.Type(IDC_PAGES, L"5-,-3");
-                }},
-        // The interpreter reads it, and the converter is given another name.
-        Refusal{"AVariableIsInTheName",
-                [](const InstalledProgram& installed) {
-                    return installed.MakePdf(L"%TALVENOR_TEST%.pdf", SmallPdf(1));
-                },
-                &PrepareNothing},
-        // Renaming the extension would need a 260th character and is refused, so the converter is told to
-        // write the PDF itself. It must say no.
-        Refusal{"ThereIsNoRoomForTheExtension",
-                [](const InstalledProgram& installed) { return installed.MakePdfOfLength(259, SmallPdf(1)); },
-                &PrepareNothing},
-        Refusal{"ThereIsNoRoomInTheOutputFolder",
-                [](const InstalledProgram& installed) {
-                    return installed.MakePdf(std::wstring(80, L'n') + L".pdf", SmallPdf(1));
-                },
-                [](const InstalledProgram& installed, const driver::MainWindow& window, const std::wstring&) {
-                    const auto root = installed.MakeFolder(L"S");
-                    window.Check(IDC_OUTPUT_FOLDER_CHECK);
-                    window.Type(IDC_OUTPUT_FOLDER,
-                                installed.MakeFolder(L"S\\" + std::wstring(220 - root.size(), L's')));
-                }}),
+    testing::Values(Refusal{"TheFileIsNoPdf", L"a.pdf", "this is no PDF"},
+                    Refusal{"TheFileHasVanished", L"a.pdf", SmallPdf(1),
+                            [](const InstalledProgram& installed, const driver::MainWindow&) {
+                                ASSERT_TRUE(::DeleteFileW((installed.PdfFolder() + L"\\a.pdf").c_str()));
+                            }},
+                    Refusal{"ThePageListIsWrong", L"a.pdf", SmallPdf(1),
+                            [](const InstalledProgram&, const driver::MainWindow& window) {
+                                window.Check(IDC_PAGES_CHECK);
+                                window.Type(IDC_PAGES, L"5-,-3");
+                            }},
+                    // The interpreter reads it, and the converter is given another name.
+                    Refusal{"AVariableIsInTheName", L"%TALVENOR_TEST%.pdf", SmallPdf(1)},
+                    // Renaming the extension would need a 260th character and is refused, so the converter is
+                    // told to write the PDF itself. It must say no.
+                    Refusal{"ThereIsNoRoomForTheExtension", L"", SmallPdf(1)},
+                    Refusal{"ThereIsNoRoomInTheOutputFolder", std::wstring(80, L'n') + L".pdf", SmallPdf(1),
+                            [](const InstalledProgram& installed, const driver::MainWindow& window) {
+                                const auto root = installed.MakeFolder(L"S");
+                                window.Check(IDC_OUTPUT_FOLDER_CHECK);
+                                window.Type(
+                                    IDC_OUTPUT_FOLDER,
+                                    installed.MakeFolder(L"S\\" + std::wstring(220 - root.size(), L's')));
+                            }}),
     [](const auto& refusal) { return std::string(refusal.param.name); });
 
 }  // namespace

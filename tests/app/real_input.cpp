@@ -82,14 +82,6 @@ void PressAll(std::initializer_list<WORD> keys) {
     for (const WORD key : keys) Press(key);
 }
 
-void PressWithShift(WORD key) {
-    Press(key, {VK_SHIFT});
-}
-
-void PressWithControl(WORD key) {
-    Press(key, {VK_CONTROL});
-}
-
 void Type(const std::wstring& text) {
     for (const wchar_t character : text) {
         const SHORT found = ::VkKeyScanW(character);
@@ -122,11 +114,6 @@ void PointAt(HWND window, int x, int y) {
 
 void Click() {
     Send({MouseEvent(MOUSEEVENTF_LEFTDOWN), MouseEvent(MOUSEEVENTF_LEFTUP)});
-}
-
-void DoubleClick() {
-    Click();
-    Click();
 }
 
 void ClickOn(HWND window) {

@@ -19,8 +19,6 @@ HWND Focus(HWND window);
 // Presses a key while others are held, and lets all go.
 void Press(WORD key, const std::vector<WORD>& held = {});
 void PressAll(std::initializer_list<WORD> keys);  // one after another
-void PressWithShift(WORD key);
-void PressWithControl(WORD key);
 // Types characters that the keyboard has.
 void Type(const std::wstring& text);
 
@@ -28,7 +26,6 @@ void Type(const std::wstring& text);
 void PointAt(HWND window);
 void PointAt(HWND window, int x, int y);
 void Click();
-void DoubleClick();
 void ClickOn(HWND window);
 
 // Puts a text on the clipboard.

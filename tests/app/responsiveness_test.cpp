@@ -5,8 +5,8 @@
 #include <chrono>
 #include <cstdio>
 
+#include "tests/app/served_window.h"
 #include "tests/equipment/failure.h"
-#include "tests/equipment/handle.h"
 
 namespace {
 
@@ -25,67 +25,34 @@ constexpr driver::Milliseconds kLongestOfItsOwn{100};
 constexpr driver::Milliseconds kBetweenQuestions{25};
 
 // A window with nothing behind it, on a thread of its own: how late it answers is up to the machine alone.
-// What a window of the program is measured against.
-class PlainWindow {
-public:
-    // The window draws another number before it answers, as one that shows progress does all the time.
-    static constexpr UINT kShowNextNumber = WM_APP;
+// What a window of the program is measured against. It draws another number before it answers this, as one
+// that shows progress does all the time.
+constexpr UINT kShowNextNumber = WM_APP;
+constexpr int kNumberId = 1;
 
-    PlainWindow() : m_created(::CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
-        m_thread = driver::UniqueHandle(::CreateThread(nullptr, 0, &Run, this, 0, nullptr));
-        ::WaitForSingleObject(m_created.Get(), INFINITE);
-    }
-    PlainWindow(const PlainWindow&) = delete;
-    PlainWindow& operator=(const PlainWindow&) = delete;
-    ~PlainWindow() {
-        ::PostMessageW(m_window, WM_CLOSE, 0, 0);
-        ::WaitForSingleObject(m_thread.Get(), INFINITE);
-    }
+LRESULT CALLBACK PlainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != kShowNextNumber) return ::DefWindowProcW(window, message, wParam, lParam);
+    const UINT next = ::GetDlgItemInt(window, kNumberId, nullptr, FALSE) + 1;
+    ::SetDlgItemInt(window, kNumberId, next, FALSE);
+    ::UpdateWindow(::GetDlgItem(window, kNumberId));
+    return 0;
+}
 
-    // Null when it cannot be created.
-    [[nodiscard]] HWND Window() const noexcept { return m_window; }
-
-private:
-    static constexpr int kNumberId = 1;
-
-    static DWORD WINAPI Run(void* parameter) {
-        auto& self = *static_cast<PlainWindow*>(parameter);
-        self.Create();
-        const bool exists = self.m_window != nullptr;
-        ::SetEvent(self.m_created.Get());
-        MSG message;
-        while (exists && ::GetMessageW(&message, nullptr, 0, 0) > 0) ::DispatchMessageW(&message);
-        return 0;
-    }
-    void Create() {
-        const HINSTANCE module = ::GetModuleHandleW(nullptr);
-        WNDCLASSW plain = {};
-        plain.lpfnWndProc = &WindowProc;
-        plain.hInstance = module;
-        plain.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
-        plain.lpszClassName = L"TalvenorTestPlainWindow";
-        ::RegisterClassW(&plain);  // once: there is one test
-        m_window = ::CreateWindowExW(0, plain.lpszClassName, L"", WS_OVERLAPPED | WS_CAPTION, 0, 0, 200, 100,
-                                     nullptr, nullptr, module, nullptr);
-        ::CreateWindowExW(0, L"Static", L"", WS_CHILD | WS_VISIBLE, 0, 0, 180, 40, m_window,
-                          reinterpret_cast<HMENU>(kNumberId), module, nullptr);
-        ::ShowWindow(m_window, SW_SHOWNOACTIVATE);
-    }
-    static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message == kShowNextNumber) {
-            const UINT next = ::GetDlgItemInt(window, kNumberId, nullptr, FALSE) + 1;
-            ::SetDlgItemInt(window, kNumberId, next, FALSE);
-            ::UpdateWindow(::GetDlgItem(window, kNumberId));
-            return 0;
-        }
-        if (message == WM_DESTROY) ::PostQuitMessage(0);
-        return ::DefWindowProcW(window, message, wParam, lParam);
-    }
-
-    driver::UniqueHandle m_created;  // an event: the window is there, or cannot be created
-    driver::UniqueHandle m_thread;
-    HWND m_window = nullptr;
-};
+HWND CreatePlainWindow() {
+    const HINSTANCE module = ::GetModuleHandleW(nullptr);
+    WNDCLASSW plain = {};
+    plain.lpfnWndProc = &PlainWindowProc;
+    plain.hInstance = module;
+    plain.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
+    plain.lpszClassName = L"TalvenorTestPlainWindow";
+    ::RegisterClassW(&plain);  // once: there is one test
+    const HWND window = ::CreateWindowExW(0, plain.lpszClassName, L"", WS_OVERLAPPED | WS_CAPTION, 0, 0, 200,
+                                          100, nullptr, nullptr, module, nullptr);
+    ::CreateWindowExW(0, L"Static", L"", WS_CHILD | WS_VISIBLE, 0, 0, 180, 40, window,
+                      reinterpret_cast<HMENU>(kNumberId), module, nullptr);
+    ::ShowWindow(window, SW_SHOWNOACTIVATE);
+    return window;
+}
 
 struct LongestAnswers {
     driver::Milliseconds program{0};
@@ -104,7 +71,7 @@ protected:
         while (!Window().OpenDialog()) {
             if (Clock::now() > deadline) throw driver::Failure("the batch does not end");
             longest.program = std::max(longest.program, AnswerTime(Window().Window(), WM_NULL));
-            longest.plain = std::max(longest.plain, AnswerTime(plain.Window(), PlainWindow::kShowNextNumber));
+            longest.plain = std::max(longest.plain, AnswerTime(plain.Window(), kShowNextNumber));
             ++questions;
         }
         return longest;
@@ -112,7 +79,7 @@ protected:
 
     int questions = 0;
 
-    PlainWindow plain;
+    const ServedWindow plain{&CreatePlainWindow};
 
 private:
     [[nodiscard]] static driver::Milliseconds AnswerTime(HWND window, UINT question) {
