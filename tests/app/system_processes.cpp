@@ -1,21 +1,11 @@
 #include "tests/app/system_processes.h"
 
-#include <tlhelp32.h>
-
 #include <cwchar>
 #include <filesystem>
 
 #include "tests/equipment/failure.h"
 
 namespace {
-
-std::wstring ImagePath(DWORD processId) {
-    const driver::UniqueHandle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
-    wchar_t path[MAX_PATH] = {};
-    DWORD length = MAX_PATH;
-    if (!process || !::QueryFullProcessImageNameW(process.Get(), 0, path, &length)) return std::wstring();
-    return path;
-}
 
 // A file that says that it has no bytes, as those do that the system makes up when they are read. Empty when
 // it is gone.
@@ -32,20 +22,6 @@ std::string ReadToTheEnd(const std::wstring& path) {
 }
 
 }  // namespace
-
-std::vector<std::wstring> ChildrenOf(DWORD parent, const std::wstring& fileName) {
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE) driver::FailCall("CreateToolhelp32Snapshot", ::GetLastError());
-    const driver::UniqueHandle owner(snapshot);
-    std::vector<std::wstring> paths;
-    PROCESSENTRY32W entry = {};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
-        if (entry.th32ParentProcessID == parent && ::_wcsicmp(entry.szExeFile, fileName.c_str()) == 0)
-            paths.push_back(ImagePath(entry.th32ProcessID));
-    }
-    return paths;
-}
 
 driver::UniqueHandle OwnerOfWindow(const wchar_t* className) {
     const HWND window = ::FindWindowW(className, nullptr);

@@ -35,6 +35,14 @@ struct ProcessTree {
     UniqueHandle process;
     DWORD id = 0;
 
+    // How many of them run.
+    [[nodiscard]] int Running() const {
+        JOBOBJECT_BASIC_ACCOUNTING_INFORMATION counts = {};
+        if (!::QueryInformationJobObject(job.Get(), JobObjectBasicAccountingInformation, &counts,
+                                         sizeof counts, nullptr))
+            FailCall("QueryInformationJobObject", ::GetLastError());
+        return static_cast<int>(counts.ActiveProcesses);
+    }
     // Ends them at once.
     void End() const {
         if (!::TerminateJobObject(job.Get(), kEndedByDriver))

@@ -35,6 +35,9 @@ public:
     // The exit code, or nothing when the program still runs at the deadline.
     [[nodiscard]] std::optional<DWORD> WaitForExit(Milliseconds limit) const;
 
+    // Whether nothing that the program has started runs any more.
+    [[nodiscard]] bool IsAlone() const { return m_tree.Running() == 1; }
+
     // Ends the program and whatever it started, at once.
     void EndTree() const { m_tree.End(); }
 

@@ -5,25 +5,52 @@
 // One test at a time: ctest needs RESOURCE_LOCK or RUN_SERIAL for tests that use it. A test that is killed
 // leaves the swap behind; the next start of the session undoes it.
 #pragma once
+#include <windows.h>
+
 #include <memory>
 #include <string>
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/wait_until.h"
+#include "tests/equipment/wine.h"
 
 namespace driver {
 
 class SystemProgramSwap {
 public:
     // Throws Failure, also on a real Windows.
-    SystemProgramSwap(const std::wstring& program, const std::wstring& replacement);
-    ~SystemProgramSwap();
+    SystemProgramSwap(const std::wstring& program, const std::wstring& replacement)
+        : m_program(program), m_saved(program + L".saved") {
+        if (!UnderWine()) throw Failure("the programs of a real Windows are never replaced");
+        if (!::MoveFileExW(m_program.c_str(), m_saved.c_str(), 0)) FailCall("MoveFileExW", ::GetLastError());
+        if (!::CopyFileW(replacement.c_str(), m_program.c_str(), TRUE)) {
+            const DWORD error = ::GetLastError();
+            PutBack();
+            FailCall("CopyFileW", error);
+        }
+    }
+    // A failure shows in the next test that needs the program, and is mended by the next start of the
+    // session. A program that has just ended may still be open for a moment.
+    ~SystemProgramSwap() {
+        static_cast<void>(WaitUntil([&] { return PutBack() != FALSE; }, Milliseconds(10'000)));
+    }
     SystemProgramSwap(const SystemProgramSwap&) = delete;
     SystemProgramSwap& operator=(const SystemProgramSwap&) = delete;
 
 private:
+    BOOL PutBack() const {
+        return ::MoveFileExW(m_saved.c_str(), m_program.c_str(), MOVEFILE_REPLACE_EXISTING);
+    }
+
     std::wstring m_program;
     std::wstring m_saved;
 };
 
 // In the place of cmd.exe.
-std::unique_ptr<SystemProgramSwap> SwapInterpreter(const std::wstring& replacement);
+inline std::unique_ptr<SystemProgramSwap> SwapInterpreter(const std::wstring& replacement) {
+    wchar_t folder[MAX_PATH] = {};
+    if (!::GetSystemDirectoryW(folder, MAX_PATH)) FailCall("GetSystemDirectoryW", ::GetLastError());
+    return std::make_unique<SystemProgramSwap>(std::wstring(folder) + L"\\cmd.exe", replacement);
+}
 
 }  // namespace driver

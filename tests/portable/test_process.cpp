@@ -67,14 +67,6 @@ driver::ProcessTree Start(const std::wstring& program, const std::vector<std::st
     });
 }
 
-int RunningProcesses(HANDLE job) {
-    JOBOBJECT_BASIC_ACCOUNTING_INFORMATION counts = {};
-    if (!::QueryInformationJobObject(job, JobObjectBasicAccountingInformation, &counts, sizeof counts,
-                                     nullptr))
-        driver::FailCall("QueryInformationJobObject", ::GetLastError());
-    return static_cast<int>(counts.ActiveProcesses);
-}
-
 }  // namespace
 
 ProcessEnd RunProcess(const std::wstring& program, const std::vector<std::string>& arguments,
@@ -91,13 +83,13 @@ ProcessEnd RunProcess(const std::wstring& program, const std::vector<std::string
             return over || IsInterrupted();
         },
         limit));
-    const auto allGone = [&] { return RunningProcesses(tree.job.Get()) == 0; };
+    const auto allGone = [&] { return tree.Running() == 0; };
     if (over) {
         DWORD code = 0;
         if (!::GetExitCodeProcess(tree.process.Get(), &code))
             driver::FailCall("GetExitCodeProcess", ::GetLastError());
         end.code = code;
-        if (!driver::WaitUntil(allGone, kGoneLimit)) end.leftRunning = RunningProcesses(tree.job.Get());
+        if (!driver::WaitUntil(allGone, kGoneLimit)) end.leftRunning = tree.Running();
     }
     tree.End();
     if (!driver::WaitUntil(allGone, kGoneLimit))
