@@ -62,9 +62,11 @@ void FuzzCommandLine(std::string_view input) {
     };
     const std::wstring line = BuildConverterCommandLine(options, UnterminatedText(djvuPath).View(),
                                                         UnterminatedText(pdfPath).View());
-    TextReader reader(line);
-    for (const Part& part : parts) Require(!part.isThere || reader.Take(part.text), "a part is not there");
-    Require(reader.AtEnd(), "something follows the PDF");
+    std::wstring expected;
+    for (const Part& part : parts) {
+        if (part.isThere) expected += part.text;
+    }
+    Require(line == expected, "another line");
 
     const bool hideOutput = isChecked('q');
     const std::wstring end = hideOutput ? L"\" 2>>TalvenorLog.txt" : L"\"";

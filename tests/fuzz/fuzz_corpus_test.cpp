@@ -10,6 +10,11 @@
 #include <string>
 #include <vector>
 
+// In the message of a test that fails.
+static void PrintTo(const FuzzTarget& target, std::ostream* out) {
+    *out << target.name;
+}
+
 namespace {
 
 namespace fs = std::filesystem;

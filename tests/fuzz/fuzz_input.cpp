@@ -53,23 +53,9 @@ std::uint32_t FuzzInput::Number() {
     return value;
 }
 
-bool TextReader::Take(std::wstring_view text) {
-    if (!m_rest.starts_with(text)) return false;
-    m_rest.remove_prefix(text.size());
-    return true;
-}
-
-std::uint64_t TextReader::TakeNumber(std::size_t minimumDigits) {
-    const std::size_t digits = std::min(m_rest.find_first_not_of(L"0123456789"), m_rest.size());
-    Require(digits >= minimumDigits && digits >= 1, "a number with too few digits");
-    Require(digits <= minimumDigits || digits == 1 || m_rest[0] != L'0', "a number with needless zeros");
-    Require(digits <= 18, "a number with too many digits");
-    std::uint64_t value = 0;
-    for (const wchar_t digit : m_rest.substr(0, digits)) {
-        value = value * 10 + static_cast<std::uint64_t>(digit - L'0');
-    }
-    m_rest.remove_prefix(digits);
-    return value;
+std::wstring Digits(std::uint64_t number, std::size_t minimum) {
+    const std::wstring digits = std::to_wstring(number);
+    return std::wstring(minimum - std::min(minimum, digits.size()), L'0') + digits;
 }
 
 void Require(bool holds, const char* what) {

@@ -1,4 +1,4 @@
-// What the targets share: values taken from the fuzzer's bytes, and a reader for the texts that rules make.
+// What the targets share: values taken from the fuzzer's bytes, and what oracles are made of.
 //
 // An input is lines of text, one value a line, so that a corpus file can be read and written by hand. Lines
 // that are not there are empty.
@@ -36,21 +36,8 @@ private:
     std::vector<wchar_t> m_characters;
 };
 
-// Reads a text from its front.
-class TextReader {
-public:
-    explicit TextReader(std::wstring_view text) : m_rest(text) {}
-
-    [[nodiscard]] bool AtEnd() const { return m_rest.empty(); }
-
-    // Takes `text` off the front, if it is there.
-    bool Take(std::wstring_view text);
-    // Takes a number written in at least `minimumDigits` and without zeros beyond. Refuses anything else.
-    std::uint64_t TakeNumber(std::size_t minimumDigits);
-
-private:
-    std::wstring_view m_rest;
-};
+// The number in decimal digits, with zeros in front up to so many.
+std::wstring Digits(std::uint64_t number, std::size_t minimum);
 
 // Ends the target with `what` unless `holds`.
 void Require(bool holds, const char* what);

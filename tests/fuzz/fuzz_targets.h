@@ -1,5 +1,5 @@
 // The rules under the fuzzer. A target feeds arbitrary input to one rule and holds what comes out against an
-// oracle: the inputs read back from the text, or a second way to say the same.
+// oracle: a second way to say the same, with the library and 64 bits, or the inputs read back.
 #pragma once
 
 #include <span>

@@ -1,4 +1,4 @@
-// Records of the log, taken apart.
+// Records of the log against those that are put together from their parts.
 #include "tests/fuzz/fuzz_targets.h"
 
 #include "log/log_record.h"
@@ -6,35 +6,22 @@
 
 namespace {
 
-void RequireTime(std::wstring_view text, DateOrdering ordering, const LocalTime& time) {
-    // Which value is in each of the three places of the date.
-    const std::uint32_t places[3][3] = {{time.month, time.day, time.year},
-                                        {time.day, time.month, time.year},
-                                        {time.year, time.month, time.day}};
-    const auto& date = places[static_cast<std::uint32_t>(ordering)];
-    TextReader reader(text);
-    Require(reader.TakeNumber(2) == date[0] && reader.Take(L"/") && reader.TakeNumber(2) == date[1] &&
-                reader.Take(L", ") && reader.TakeNumber(2) == date[2],
-            "another date");
-    Require(reader.Take(L" - ") && reader.TakeNumber(2) == time.hour && reader.Take(L":") &&
-                reader.TakeNumber(2) == time.minute && reader.Take(L":") &&
-                reader.TakeNumber(2) == time.second && reader.AtEnd(),
-            "another time");
+// The date by the places in which the ordering has its parts.
+std::wstring TimeText(DateOrdering ordering, const LocalTime& time) {
+    const std::uint32_t dates[3][3] = {{time.month, time.day, time.year},
+                                       {time.day, time.month, time.year},
+                                       {time.year, time.month, time.day}};
+    const auto& date = dates[static_cast<std::uint32_t>(ordering)];
+    return Digits(date[0], 2) + L"/" + Digits(date[1], 2) + L", " + Digits(date[2], 2) + L" - " +
+           Digits(time.hour, 2) + L":" + Digits(time.minute, 2) + L":" + Digits(time.second, 2);
 }
 
-void RequireRecord(std::wstring_view record, const RecordLabels& labels, std::wstring_view finished,
-                   std::wstring_view duration) {
-    constexpr std::wstring_view kEnd = L"\r\n\r\n";
-    Require(record.ends_with(kEnd), "no blank line at the end");
-    record.remove_suffix(kEnd.size());
-    Require(record.size() % 2 == 0, "the rule is not half of the record");
-    TextReader head(record.substr(0, record.size() / 2));
-    const std::wstring_view rule = record.substr(record.size() / 2);
-    Require(rule.find_first_not_of(L'*') == std::wstring_view::npos, "not only asterisks in the rule");
-    Require(head.Take(L"\r\n") && head.Take(labels.finished) && head.Take(finished) && head.Take(L"\r\n"),
-            "another first line");
-    Require(head.Take(labels.duration) && head.Take(duration) && head.Take(L"\r\n") && head.AtEnd(),
-            "another second line");
+// The rule is as long as all that comes before it.
+std::wstring Record(const RecordLabels& labels, const std::wstring& finished, const std::wstring& duration) {
+    std::wstring text = L"\r\n";
+    text.append(labels.finished).append(finished).append(L"\r\n");
+    text.append(labels.duration).append(duration).append(L"\r\n");
+    return text + std::wstring(text.size(), L'*') + L"\r\n\r\n";
 }
 
 }  // namespace
@@ -54,15 +41,17 @@ void FuzzLogRecord(std::string_view input) {
     const std::wstring timeText = values.Text();
 
     const std::optional<std::wstring> finishedAt = FormatRecordTime(ordering, time);
-    Require(finishedAt.has_value() == (ordering <= DateOrdering::YearMonthDay),
-            "known and unknown orderings");
-    if (finishedAt) RequireTime(*finishedAt, ordering, time);
+    const bool isKnown = ordering <= DateOrdering::YearMonthDay;
+    Require(finishedAt.has_value() == isKnown, "known and unknown orderings");
+    Require(!isKnown || finishedAt == TimeText(ordering, time), "another time");
 
     const UnterminatedText finishedLabelText(finishedLabel);
     const UnterminatedText durationLabelText(durationLabel);
     const UnterminatedText durationText(duration);
     const RecordLabels labels = {finishedLabelText.View(), durationLabelText.View()};
-    RequireRecord(BuildLogRecord(labels, finishedAt, durationText.View()), labels,
-                  finishedAt.value_or(finishedLabel), duration);
-    RequireRecord(BuildLogRecord(labels, timeText, durationText.View()), labels, timeText, duration);
+    Require(BuildLogRecord(labels, finishedAt, durationText.View()) ==
+                Record(labels, finishedAt.value_or(finishedLabel), duration),
+            "another record");
+    Require(BuildLogRecord(labels, timeText, durationText.View()) == Record(labels, timeText, duration),
+            "another record with a text for its time");
 }
