@@ -1,10 +1,10 @@
 #include "tests/portable/this_system.h"
 
 #include <windows.h>
+#include <shlobj.h>
 
 #include <cstdio>
 
-#include "tests/equipment/handle.h"
 #include "tests/equipment/no_shutdown.h"
 #include "tests/equipment/text.h"
 
@@ -76,17 +76,6 @@ std::string Screen() {
            (::GetSystemMetrics(SM_REMOTESESSION) ? ", remote session" : "");
 }
 
-std::string Elevated() {
-    HANDLE opened = nullptr;
-    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &opened)) return "unknown";
-    const driver::UniqueHandle token(opened);
-    TOKEN_ELEVATION elevation = {};
-    DWORD bytes = 0;
-    if (!::GetTokenInformation(token.Get(), TokenElevation, &elevation, sizeof elevation, &bytes))
-        return "unknown";
-    return elevation.TokenIsElevated ? "yes" : "no";
-}
-
 // Which program shows the consoles: since Windows 11 that may be another than the console host.
 std::string DefaultTerminal() {
     const std::string terminal =
@@ -119,7 +108,7 @@ std::vector<std::pair<std::string, std::string>> DescribeThisSystem() {
             {"Dpi", Dpi()},
             {"Screen", Screen()},
             {"Processors", std::to_string(machine.dwNumberOfProcessors)},
-            {"Administrator", Elevated()},
+            {"Administrator", ::IsUserAnAdmin() ? "yes" : "no"},
             {"May shut down", driver::MayShutDown() ? "yes" : "no"},
             {"Default terminal", DefaultTerminal()}};
 }
