@@ -3,10 +3,14 @@
 #include "tests/app/app_fixture.h"
 
 #include <chrono>
+#include <cwchar>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
-#include "tests/app/system_processes.h"
+#include "tests/equipment/failure.h"
 #include "tests/equipment/file_tree.h"
+#include "tests/equipment/handle.h"
 
 namespace {
 
@@ -30,10 +34,20 @@ protected:
         ASSERT_TRUE(Comes([&] { return ConverterRuns() && !driver::NamesIn(m_temporaryFolder).empty(); }))
             << "the converter does not begin";
     }
-    // One that works for this test: its command line names a file of ours.
+    // Whether one of the system below Wine works for this test: its command line names a file of ours. Wine
+    // shows that system's files on this drive; each of its processes is a folder whose name is a number.
     [[nodiscard]] bool ConverterRuns() const {
-        const auto ours = std::filesystem::path(installed.PdfFolder()).parent_path().filename();
-        return NativeConverterRuns(driver::ToUtf8(ours.wstring()));
+        const auto ours = std::filesystem::path(installed.PdfFolder()).parent_path().filename().string();
+        bool anyProcess = false;
+        for (const auto& entry : std::filesystem::directory_iterator(L"Z:\\proc")) {
+            if (std::wcstoul(entry.path().filename().c_str(), nullptr, 10) == 0) continue;
+            anyProcess = true;
+            std::ifstream file(entry.path() / L"cmdline", std::ios::binary);
+            const std::string line{std::istreambuf_iterator<char>(file), {}};
+            if (line.starts_with("/usr/bin/pdf2djvu") && line.find(ours) != std::string::npos) return true;
+        }
+        if (!anyProcess) throw driver::Failure("the processes of the system below Wine cannot be read");
+        return false;
     }
 
 private:
@@ -64,6 +78,16 @@ TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
 
 INSTANTIATE_TEST_SUITE_P(Output, StoppedConverter, testing::Bool(),
                          [](const auto& hidden) { return hidden.param ? "Hidden" : "Visible"; });
+
+// The process that owns the top-level window of this class, for waiting and for its exit code.
+driver::UniqueHandle OwnerOfWindow(const wchar_t* className) {
+    DWORD processId = 0;
+    ::GetWindowThreadProcessId(::FindWindowW(className, nullptr), &processId);
+    driver::UniqueHandle process(
+        ::OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
+    if (!process) throw driver::Failure(L"no process has a window of class " + std::wstring(className));
+    return process;
+}
 
 // With an interpreter that lasts as the name of the PDF says, and whose window is asked to close.
 class StoppedInterpreter : public AppTest {

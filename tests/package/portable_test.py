@@ -177,7 +177,7 @@ class Sample(Folder):
         return results
 
     def test_rules_run_and_say_where(self):
-        results = self.check("rules.o", 30)
+        results = self.check("rules", 100)
         for fact in ("Windows: ", "ANSI code page: ", "Dpi: ", "Keyboard: "):
             self.assertRegex(results, f"\n{fact}.+\n")
         self.assertIn("\nMay shut down: no\n", results)

@@ -5,7 +5,6 @@
 //
 // Ends with 0 when every test passed, 1 when not, 2 when it could not run them.
 #include <windows.h>
-#include <io.h>
 
 #include <chrono>
 #include <cstdio>
@@ -31,25 +30,6 @@ std::wstring OwnFolder() {
     path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
     return path.substr(0, path.find_last_of(L'\\') + 1);
 }
-
-// The same line again and again on a screen; only its last state elsewhere.
-class Progress {
-public:
-    explicit Progress(std::string beginning) : m_beginning(std::move(beginning)) { Show("..."); }
-    void Show(const std::string& state) const {
-        if (!kOnScreen) return;
-        std::printf("\r%s %-40s", m_beginning.c_str(), state.c_str());
-        std::fflush(stdout);
-    }
-    void End(const std::string& state) const {
-        std::printf("%s%s %-40s\n", kOnScreen ? "\r" : "", m_beginning.c_str(), state.c_str());
-        std::fflush(stdout);
-    }
-
-private:
-    static inline const bool kOnScreen = ::_isatty(::_fileno(stdout)) != 0;
-    std::string m_beginning;
-};
 
 // GoogleTest knows its own program by a path in the system's code page.
 void RequireFolderOfTheCodePage(const std::wstring& folder) {
@@ -92,27 +72,24 @@ private:
     [[nodiscard]] std::wstring Results() const { return m_folder + L"results.txt"; }
 
     void RunSuite(const Suite& suite) {
-        char number[32] = {};
-        std::snprintf(number, sizeof number, "[%2zu/%zu] ", m_report.suites.size() + 1, m_suites.size());
-        const Progress progress(number + suite.name);
+        std::printf("[%2zu/%zu] %s ", m_report.suites.size() + 1, m_suites.size(), suite.name.c_str());
+        std::fflush(stdout);
         SuiteResult& result = m_report.suites.emplace_back();
         result.name = suite.name;
         const auto begin = std::chrono::steady_clock::now();
         try {
-            RunTests(suite, result, progress);
+            RunTests(suite, result);
         } catch (const driver::Failure& failure) {
             result.problems.emplace_back(failure.what());
         }
         result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-        progress.End(Summary(result));
+        std::printf("%s\n", Summary(result).c_str());
         for (const TestResult& test : result.tests)
             if (IsWrong(test.outcome)) std::printf("        not passed: %s\n", test.name.c_str());
     }
 
-    void RunTests(const Suite& suite, SuiteResult& result, const Progress& progress) {
-        const std::vector<std::string> names = TestsOf(suite, m_report.leftOut);
-        for (const std::string& name : names) {
-            progress.Show(std::to_string(result.tests.size()) + " of " + std::to_string(names.size()));
+    void RunTests(const Suite& suite, SuiteResult& result) {
+        for (const std::string& name : TestsOf(suite, m_report.leftOut)) {
             result.tests.push_back(RunTest(suite, name));
             if (const int left = result.tests.back().leftRunning; left != 0)
                 result.problems.push_back(name + " left " + std::to_string(left) + " processes running");
