@@ -1,6 +1,7 @@
 #include "base/text_set.h"
 
 #include <algorithm>
+#include <functional>
 
 bool TextSet::Insert(std::wstring_view text) {
     if (m_texts.size() * 2 >= m_slots.size()) Grow();
@@ -18,11 +19,7 @@ void TextSet::RemoveLast() {
 }
 
 std::uint32_t& TextSet::SlotOf(std::wstring_view text) {
-    std::uint64_t hash = 14695981039346656037u;  // FNV-1a
-    for (const wchar_t character : text) {
-        hash = (hash ^ static_cast<std::uint64_t>(character)) * 1099511628211u;
-    }
-    for (hash ^= hash >> 32;; ++hash) {
+    for (std::size_t hash = std::hash<std::wstring_view>{}(text);; ++hash) {
         std::uint32_t& slot = m_slots[hash & (m_slots.size() - 1)];
         if (slot == 0 || m_texts[slot - 1] == text) return slot;
     }
