@@ -148,6 +148,46 @@ TEST_F(FrameworkContainedWindowTest, TheControlMayEndFirst) {
         << "a window that is already destroyed, and whose handle may be another's, was changed";
 }
 
+TEST_F(FrameworkContainedWindowTest, AWindowForMessagesIsGivenUpBeforeItIsDestroyed) {
+    for (const bool isSubclassed : {true, false}) {
+        SCOPED_TRACE(isSubclassed);
+        const auto set = Replace<decltype(::SetWindowLongPtrW)>(
+            "SetWindowLongPtrW", [&](auto original, HWND window, int index, LONG_PTR value) {
+                return isSubclassed ? original(window, index, value) : 0;
+            });
+        m_contained->CreateMessageOnly();
+        const HWND window = m_contained->Handle();
+        ASSERT_TRUE(::IsWindow(window));
+        ::SendMessageW(window, kAsked, 0, 0);
+        EXPECT_EQ(m_owner.messages.size(), isSubclassed ? 1u : 0u);
+        m_owner.messages.clear();
+        const auto destroy =
+            Replace<decltype(::DestroyWindow)>("DestroyWindow", [&](auto original, HWND destroyed) {
+                EXPECT_EQ(m_contained->Handle(), nullptr);
+                return original(destroyed);
+            });
+        m_contained->Destroy();
+        EXPECT_FALSE(::IsWindow(window));
+        EXPECT_THAT(m_owner.messages, IsEmpty());
+    }
+}
+
+TEST_F(FrameworkContainedWindowTest, TheReplacedProcedureGetsTheLastMessageToo) {
+    static WNDPROC edit;
+    static std::vector<UINT> messages;
+    messages.clear();
+    const WNDPROC noting = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        messages.push_back(message);
+        return ::CallWindowProcW(edit, window, message, wParam, lParam);
+    };
+    edit = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(m_edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(noting)));
+    m_contained->SubclassWindow(m_edit);
+    ::DestroyWindow(m_edit);
+    ASSERT_FALSE(messages.empty());
+    EXPECT_EQ(messages.back(), static_cast<UINT>(WM_NCDESTROY));
+}
+
 TEST_F(FrameworkContainedWindowTest, TheObjectMayEndFirst) {
     m_contained->SubclassWindow(m_edit);
     m_contained.reset();
