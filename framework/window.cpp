@@ -4,16 +4,16 @@
 
 std::wstring CWindow::Text() const {
     const int length = ::GetWindowTextLengthW(m_hWnd);
-    std::wstring text(static_cast<std::size_t>(std::max(length, 0)) + 1, L'\0');
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
     const int copied = ::GetWindowTextW(m_hWnd, text.data(), static_cast<int>(text.size()));
-    text.resize(static_cast<std::size_t>(std::max(copied, 0)));
+    text.resize(static_cast<std::size_t>(copied));
     return text;
 }
 
 int CWindow::ClientWidth() const noexcept {
     RECT client = {};
     ::GetClientRect(m_hWnd, &client);
-    return client.right - client.left;
+    return client.right;
 }
 
 void CWindow::Center() const noexcept {

@@ -11,6 +11,10 @@ import re
 import cpp_text
 
 
+# Of these two values the result is the same in either order.
+COMMUTATIVE = re.compile(r"std::(min|max)(<\w+>)?$")
+
+
 @dataclasses.dataclass(frozen=True)
 class Mutant:
     file: str
@@ -232,6 +236,8 @@ class Changes:
             before = self.tokens[place - 1]
             # A call; not the parameters of a lambda, nor what stands behind `if`.
             if before.text not in (">",) and before.kind != "name" or before.text in ("if", "for", "while", "switch"):
+                return
+            if COMMUTATIVE.search(self.source.text, max(0, self.tokens[place].start - 40), self.tokens[place].start):
                 return
         parts = self.source.elements(place)
         for left, right in zip(parts, parts[1:]):

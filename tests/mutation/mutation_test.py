@@ -83,6 +83,9 @@ class Generator(unittest.TestCase):
         self.assertNotIn("return [](B b, A a) {};", changed_lines("return [](A a, B b) {};"))
         self.assertEqual(mutants_of("void G(int a, int b);\n"), [])
 
+    def test_the_larger_of_two_values_is_the_same_in_either_order(self):
+        self.assertEqual(changed_lines("return std::max<int>(a, std::min(b, c));"), [])
+
     def test_neighbours_are_swapped_where_it_can_matter(self):
         self.assertIn("Bar();\nFoo();", changed_lines("Foo();\nBar();"))
         self.assertIn("Use(a);\na.b = c;", changed_lines("a.b = c;\nUse(a);"))

@@ -215,6 +215,18 @@ TEST_F(FrameworkMessageLoopRunTest, TranslatesThenDispatchesWhatNoFilterConsumes
     EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("filter 100", "translate 100", "dispatch 100"));
 }
 
+TEST_F(FrameworkMessageLoopRunTest, AsksForMoreIdleWorkWhenAMessageHasBeenDispatched) {
+    struct AskingLoop : CMessageLoop {
+        explicit AskingLoop(Record& asked) : record(asked) {}
+        bool ResumesIdle(const MSG& message) const override {
+            record.push_back("resumes " + Hex(message.message));
+            return false;
+        }
+        Record& record;
+    } loop(record);
+    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("translate 100", "dispatch 100", "resumes 100"));
+}
+
 TEST_F(FrameworkMessageLoopRunTest, DoesIdleWorkButNeitherTranslatesNorDispatchesAfterAConsumedMessage) {
     CountingLoop loop(record);
     Filter filter(record, "filter", true);

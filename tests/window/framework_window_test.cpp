@@ -79,6 +79,7 @@ protected:
     RECT work = {100, 50, 1100, 850};  // without a task bar on the left and a tool bar on top
     RECT ownerArea = {};
     OwnerState owner = OwnerState::None;
+    bool hasPlace = true;
     bool hasMonitor = true;
     HWND monitorOf = nullptr;
     std::optional<POINT> movedTo;
@@ -87,7 +88,7 @@ private:
     std::unique_ptr<ReplacedImport> m_rect =
         Replace<decltype(::GetWindowRect)>("GetWindowRect", [this](HWND asked, LPRECT area) {
             *area = asked == kOwner ? ownerArea : window;
-            return TRUE;
+            return hasPlace;
         });
     std::unique_ptr<ReplacedImport> m_related =
         Replace<decltype(::GetWindow)>("GetWindow", [this](HWND asked, UINT command) {
@@ -158,10 +159,13 @@ TEST_F(FrameworkWindowCenterTest, PutsTheWindowInTheMiddleOfItsOwnerOrTheWorkAre
     }
 }
 
-TEST_F(FrameworkWindowCenterTest, LeavesTheWindowWhenTheMonitorIsUnknown) {
-    hasMonitor = false;
-    Center();
-    EXPECT_FALSE(movedTo);
+TEST_F(FrameworkWindowCenterTest, LeavesTheWindowWhenItsPlaceOrTheMonitorIsUnknown) {
+    for (bool* const isKnown : {&hasPlace, &hasMonitor}) {
+        *isKnown = false;
+        Center();
+        EXPECT_FALSE(movedTo);
+        *isKnown = true;
+    }
 }
 
 }  // namespace
