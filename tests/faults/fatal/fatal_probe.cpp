@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <memory>
 #include <new>
 #include <string>
 #include <vector>
@@ -24,47 +23,6 @@ constexpr std::size_t kHuge = std::numeric_limits<std::size_t>::max();
 // Keeps what was made from being optimised away.
 const void* volatile g_sink = nullptr;
 
-void AllocateTooMuch() {
-    const std::unique_ptr<char, void (*)(char*)> block(static_cast<char*>(operator new(Opaque(kHuge / 2))),
-                                                       [](char* made) { operator delete(made); });
-    g_sink = block.get();
-}
-
-void AllocateTooMuchForAnArray() {
-    const std::unique_ptr<char[]> block(new char[Opaque(kHuge / 4)]);
-    g_sink = block.get();
-}
-
-void AllocateTooMuchQuietly() {
-    const std::unique_ptr<char[]> block(new (std::nothrow) char[Opaque(kHuge / 4)]);
-    g_sink = block.get();
-    if (block) std::abort();
-}
-
-void MakeTooLongAText() {
-    std::wstring text(L"a");
-    text.append(Opaque(kHuge / 4), L'b');
-    g_sink = text.data();
-}
-
-void ReserveTooLongAVector() {
-    std::vector<long long> numbers;
-    numbers.reserve(Opaque(kHuge / 4));
-    g_sink = numbers.data();
-}
-
-void TakeTextFromBehindTheEnd() {
-    const std::wstring text(L"abc");
-    const std::wstring part = text.substr(Opaque(4));
-    g_sink = part.data();
-}
-
-void MakeATextFromNothing() {
-    const auto* const nothing = reinterpret_cast<const wchar_t*>(Opaque(0));
-    const std::wstring text(nothing);
-    g_sink = text.data();
-}
-
 struct Thing {
     const char* name;
     void (*run)();
@@ -72,13 +30,36 @@ struct Thing {
 
 constexpr Thing kThings[] = {
     {"nothing", [] {}},
-    {"new", &AllocateTooMuch},
-    {"new-array", &AllocateTooMuchForAnArray},
-    {"new-nothrow", &AllocateTooMuchQuietly},
-    {"text-length", &MakeTooLongAText},
-    {"vector-length", &ReserveTooLongAVector},
-    {"text-range", &TakeTextFromBehindTheEnd},
-    {"text-from-null", &MakeATextFromNothing},
+    {"new", [] { g_sink = operator new(Opaque(kHuge / 2)); }},
+    {"new-array", [] { g_sink = new char[Opaque(kHuge / 4)]; }},
+    {"new-nothrow",
+     [] {
+         g_sink = new (std::nothrow) char[Opaque(kHuge / 4)];
+         if (g_sink) std::abort();
+     }},
+    {"text-length",
+     [] {
+         std::wstring text(L"a");
+         text.append(Opaque(kHuge / 4), L'b');
+         g_sink = text.data();
+     }},
+    {"vector-length",
+     [] {
+         std::vector<long long> numbers;
+         numbers.reserve(Opaque(kHuge / 4));
+         g_sink = numbers.data();
+     }},
+    {"text-range",
+     [] {
+         const std::wstring text(L"abc");
+         const std::wstring part = text.substr(Opaque(4));
+         g_sink = part.data();
+     }},
+    {"text-from-null",
+     [] {
+         const std::wstring text(reinterpret_cast<const wchar_t*>(Opaque(0)));
+         g_sink = text.data();
+     }},
 };
 
 }  // namespace

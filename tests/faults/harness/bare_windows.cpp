@@ -1,5 +1,3 @@
-#include "tests/faults/harness/bare_windows.h"
-
 #include "tests/faults/harness/leak_counts.h"
 
 #include "res/resource.h"

@@ -1,10 +1,10 @@
 #include "tests/faults/harness/call_label.h"
 
+#include "tests/faults/harness/function_groups.h"
+
 #include "framework/invoker.h"
 #include "tests/equipment/window_driver.h"
 #include "tests/support/utf8.h"
-
-#include "res/resource.h"
 
 #include <commctrl.h>
 #include <oleacc.h>
@@ -12,7 +12,6 @@
 
 #include <array>
 #include <map>
-#include <sstream>
 #include <string_view>
 
 namespace {
@@ -25,6 +24,15 @@ std::string ClassOf(HWND window) {
 
 std::string Number(std::uint64_t value) {
     return std::to_string(static_cast<std::int32_t>(value));
+}
+
+std::string ControlName(int id) {
+    if (id == IDC_VERSION) return "VERSION";
+    if (id == IDC_SECONDS) return "SECONDS";
+    for (const NamedControl& control : kControls) {
+        if (control.id == id) return control.name;
+    }
+    return std::to_string(static_cast<std::uint16_t>(id));
 }
 
 // A resource or class: by its number, or by its name.
@@ -83,97 +91,59 @@ std::string LongName(std::uint64_t index) {
     }
 }
 
-using Describe = std::string (*)(const CallArguments& arguments);
-
-std::string Window(const CallArguments& arguments) {
-    return WindowLabel(arguments.Window(0));
-}
-std::string WindowAndNumber(const CallArguments& arguments) {
-    return Window(arguments) + ' ' + Number(arguments[1]);
-}
-std::string WindowAndLong(const CallArguments& arguments) {
-    return Window(arguments) + ' ' + LongName(arguments[1]);
-}
-std::string WindowAndMessage(const CallArguments& arguments) {
-    return Window(arguments) + ' ' + MessageName(arguments[1]);
-}
-std::string FirstPath(const CallArguments& arguments) {
-    return LastComponent(arguments[0]);
-}
-std::string SecondPath(const CallArguments& arguments) {
-    return LastComponent(arguments[1]);
-}
-std::string SecondResource(const CallArguments& arguments) {
-    return ResourceName(arguments[1]);
-}
-std::string ThirdResource(const CallArguments& arguments) {
-    return ResourceName(arguments[2]);
-}
-std::string FirstNumber(const CallArguments& arguments) {
-    return Number(arguments[0]);
-}
-std::string WhichObject(const CallArguments& arguments) {
-    const GUID& classId = *reinterpret_cast<const GUID*>(arguments[0]);
-    if (classId == CLSID_TaskbarList) return "taskbar";
-    return classId == CLSID_AccPropServices ? "names" : "unknown";
-}
-std::string FirstPathOrNone(const CallArguments& arguments) {
-    return arguments[0] ? LastComponent(arguments[0]) : "none";
-}
-std::string WhetherAwake(const CallArguments& arguments) {
-    return arguments[0] & ES_SYSTEM_REQUIRED ? "awake" : "as usual";
-}
-std::string SecondName(const CallArguments& arguments) {
-    return reinterpret_cast<const char*>(arguments[1]);
-}
-
-// The texts of message boxes are loaded into blocks of one size that nothing else has.
-std::string SizeOfNote(const CallArguments& arguments) {
-    constexpr std::uint64_t kMessageText = 256 * sizeof(wchar_t);
-    return arguments[0] == kMessageText ? "for a message's text" : "";
+std::string ObjectName(std::uint64_t classId) {
+    const GUID& id = *reinterpret_cast<const GUID*>(classId);
+    if (id == CLSID_TaskbarList) return "taskbar";
+    return id == CLSID_AccPropServices ? "names" : "unknown";
 }
 
 // What distinguishes one call of a function from another, for functions by their names between blanks. Those
 // that are not here go by their name alone.
-const std::map<std::string, Describe>& Details() {
-    static const std::map<std::string, Describe> kDetails = [] {
-        const std::pair<Describe, const char*> groups[] = {
-            {&WindowAndNumber,
-             "CheckDlgButton EndDialog GetDlgItem IsDlgButtonChecked KillTimer SetTimer ShowWindow"},
-            {&WhichObject, "CoCreateInstance"},
-            {&SecondResource,
-             "CreateDialogParamW CreateWindowExW DialogBoxParamW LoadCursorW LoadIconW LoadImageW "
-             "LoadStringW"},
-            {&FirstPath, "CreateFileW DeleteFileW LoadLibraryW PathFileExistsW"},
-            {&Window,
-             "DestroyWindow DragAcceptFiles EnableWindow GetClientRect GetParent GetWindow GetWindowRect "
-             "GetWindowTextLengthW GetWindowTextW InvalidateRect IsIconic IsWindowEnabled IsWindowVisible "
-             "ScreenToClient SetFocus SetWindowPos SetWindowTextW UpdateWindow"},
-            {&ThirdResource, "FindResourceExW"},
-            {&SecondName, "GetProcAddress"},
-            {&FirstNumber, "GetSystemMetrics"},
-            {&WindowAndLong, "GetWindowLongPtrW SetWindowLongPtrW"},
-            {&SecondPath, "PathAppendW"},
-            {&FirstPathOrNone, "SearchPathW"},
-            {&WindowAndMessage, "SendMessageW"},
-            {&WhetherAwake, "SetThreadExecutionState"},
-            {&SizeOfNote, "malloc"},
-        };
-        std::map<std::string, Describe> details;
-        for (const auto& [describe, functions] : groups) {
-            std::istringstream names(functions);
-            for (std::string name; names >> name;) details[name] = describe;
-        }
-        return details;
-    }();
-    return kDetails;
-}
+struct Detail {
+    const char* functions;
+    std::string (*describe)(const CallArguments& call);
+};
+
+const Detail kDetails[] = {
+    {"DestroyWindow DragAcceptFiles EnableWindow GetClientRect GetParent GetWindow GetWindowRect "
+     "GetWindowTextLengthW GetWindowTextW InvalidateRect IsIconic IsWindowEnabled IsWindowVisible "
+     "ScreenToClient SetFocus SetWindowPos SetWindowTextW UpdateWindow",
+     [](const CallArguments& call) { return WindowLabel(call.Window(0)); }},
+    {"CheckDlgButton GetDlgItem IsDlgButtonChecked",
+     [](const CallArguments& call) { return WindowLabel(call.Window(0)) + ' ' + ControlName(call.Int(1)); }},
+    {"EndDialog KillTimer SetTimer ShowWindow",
+     [](const CallArguments& call) { return WindowLabel(call.Window(0)) + ' ' + Number(call[1]); }},
+    {"GetWindowLongPtrW SetWindowLongPtrW",
+     [](const CallArguments& call) { return WindowLabel(call.Window(0)) + ' ' + LongName(call[1]); }},
+    {"SendMessageW",
+     [](const CallArguments& call) { return WindowLabel(call.Window(0)) + ' ' + MessageName(call[1]); }},
+    {"CreateFileW DeleteFileW LoadLibraryW PathFileExistsW",
+     [](const CallArguments& call) { return LastComponent(call[0]); }},
+    {"SearchPathW", [](const CallArguments& call) { return call[0] ? LastComponent(call[0]) : "none"; }},
+    {"PathAppendW", [](const CallArguments& call) { return LastComponent(call[1]); }},
+    {"CreateDialogParamW CreateWindowExW DialogBoxParamW LoadCursorW LoadIconW LoadImageW LoadStringW",
+     [](const CallArguments& call) { return ResourceName(call[1]); }},
+    {"FindResourceExW", [](const CallArguments& call) { return ResourceName(call[2]); }},
+    {"GetProcAddress",
+     [](const CallArguments& call) { return std::string(reinterpret_cast<const char*>(call[1])); }},
+    {"GetSystemMetrics", [](const CallArguments& call) { return Number(call[0]); }},
+    {"CoCreateInstance", [](const CallArguments& call) { return ObjectName(call[0]); }},
+    {"SetThreadExecutionState",
+     [](const CallArguments& call) {
+         return std::string(call[0] & ES_SYSTEM_REQUIRED ? "awake" : "as usual");
+     }},
+    // The texts of message boxes are loaded into blocks of one size that nothing else has.
+    {"malloc",
+     [](const CallArguments& call) {
+         return std::string(call[0] == 256 * sizeof(wchar_t) ? "for a message's text" : "");
+     }},
+};
 
 }  // namespace
 
 std::string WindowLabel(HWND window) {
     if (!window) return "none";
-    if (const int id = ::GetDlgCtrlID(window)) return std::to_string(static_cast<std::uint16_t>(id));
+    if (const int id = ::GetDlgCtrlID(window)) return ControlName(id);
     if (driver::FindControl(window, IDC_FILE_LIST)) return "main";
     if (driver::FindControl(window, IDC_VERSION)) return "about";
     if (driver::FindControl(window, IDC_SECONDS)) return "countdown";
@@ -183,7 +153,7 @@ std::string WindowLabel(HWND window) {
 }
 
 std::string CallLabel(const std::string& function, const CallArguments& arguments) {
-    const auto details = Details().find(function);
-    const std::string detail = details != Details().end() ? details->second(arguments) : std::string();
+    const Detail* const group = FindGroup(kDetails, function);
+    const std::string detail = group ? group->describe(arguments) : "";
     return detail.empty() ? function : function + ' ' + detail;
 }

@@ -1,13 +1,50 @@
-// Calls as short texts, the same in every run: "GetDlgItem main 1003", "SendMessageW 1040 LVM_SETITEMW".
+// Calls as short texts, the same in every run: "GetDlgItem main ADD",
+// "SendMessageW FILE_LIST LVM_SETITEMW".
 #pragma once
 
 #include "tests/faults/harness/import_thunks.h"
+
+#include "res/resource.h"
 
 #include <windows.h>
 
 #include <string>
 
-// A control by its id, a dialog of the program as main, about or countdown, others as "other" or "none".
+// The controls of the main window by the names of their ids, without "IDC_" or "ID".
+struct NamedControl {
+    int id;
+    const char* name;
+};
+inline constexpr NamedControl kControls[] = {
+    {IDOK, "OK"},
+    {IDCANCEL, "CANCEL"},
+    {IDC_ADD, "ADD"},
+    {IDC_STATUS, "STATUS"},
+    {IDC_CLEAR, "CLEAR"},
+    {IDC_PAGES, "PAGES"},
+    {IDC_NO_TEXT, "NO_TEXT"},
+    {IDC_LINES, "LINES"},
+    {IDC_NO_METADATA, "NO_METADATA"},
+    {IDC_EXTRA_OPTIONS, "EXTRA_OPTIONS"},
+    {IDC_HIDE_OUTPUT, "HIDE_OUTPUT"},
+    {IDC_OPEN_DESTINATION, "OPEN_DESTINATION"},
+    {IDC_OPEN_LOG, "OPEN_LOG"},
+    {IDC_OUTPUT_FOLDER_CHECK, "OUTPUT_FOLDER_CHECK"},
+    {IDC_OUTPUT_FOLDER, "OUTPUT_FOLDER"},
+    {IDC_BROWSE, "BROWSE"},
+    {IDC_MONOCHROME, "MONOCHROME"},
+    {IDC_RESOLUTION, "RESOLUTION"},
+    {IDC_RESOLUTION_CHECK, "RESOLUTION_CHECK"},
+    {IDC_PAGES_CHECK, "PAGES_CHECK"},
+    {IDC_NO_OUTLINE, "NO_OUTLINE"},
+    {IDC_NO_HYPERLINKS, "NO_HYPERLINKS"},
+    {IDC_SHUT_DOWN, "SHUT_DOWN"},
+    {IDC_FILE_LIST, "FILE_LIST"},
+    {IDC_ABOUT, "ABOUT"},
+};
+
+// A control by its name, one of the system's by its number, a dialog of the program as main, about or
+// countdown, others as "other" or "none".
 [[nodiscard]] std::string WindowLabel(HWND window);
 
 // The function and what its first arguments say about the call. Addresses and sizes are left out.

@@ -25,9 +25,6 @@ std::string CallKey::Function() const {
     return label.substr(begin, label.find(' ', begin) - begin);
 }
 
-CallWatch::CallWatch() = default;
-CallWatch::~CallWatch() = default;
-
 void CallWatch::Begin() {
     const SystemLockHold lock(m_lock);
     m_counts.clear();

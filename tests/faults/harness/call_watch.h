@@ -27,10 +27,9 @@ struct CallKey {
 
 class CallWatch {
 public:
-    CallWatch();
+    CallWatch() = default;
     CallWatch(const CallWatch&) = delete;
     CallWatch& operator=(const CallWatch&) = delete;
-    ~CallWatch();
 
     // Who is "ui" from now on.
     void SetUiThread(DWORD threadId) { m_uiThread = threadId; }

@@ -1,16 +1,31 @@
 // A process of the tests' own, from the folder of this program.
 #pragma once
 
+#include "tests/equipment/program.h"
+
 #include <windows.h>
 
+#include <array>
+#include <chrono>
+#include <filesystem>
 #include <string>
-#include <vector>
 
 // The folder of this program.
-[[nodiscard]] std::wstring TestFolder();
+[[nodiscard]] inline std::filesystem::path TestFolder() {
+    std::array<wchar_t, MAX_PATH> self{};
+    ::GetModuleFileNameW(nullptr, self.data(), MAX_PATH);
+    return std::filesystem::path(self.data()).parent_path();
+}
 
-// Starts `program`, of this folder, and returns its exit code. One that does not end in time is ended, with
-// kEndedForTime. Throws when it cannot be started.
+// Runs `program`, of this folder, and returns its exit code. One that does not end in time is ended. Its
+// temporary folder is `folder` unless that is empty.
 inline constexpr DWORD kEndedForTime = 124;
-[[nodiscard]] DWORD RunChildProcess(const std::string& program, const std::vector<std::string>& arguments,
-                                    DWORD limitMs);
+[[nodiscard]] inline DWORD RunChildProcess(const char* program, const std::wstring& arguments,
+                                           std::chrono::milliseconds limit,
+                                           const std::filesystem::path& folder = {}) {
+    driver::StartOptions options;
+    if (!folder.empty()) options.environment[L"TMP"] = folder.wstring();
+    options.arguments = arguments;
+    const driver::Program process((TestFolder() / program).wstring(), options);
+    return process.WaitForExit(limit).value_or(kEndedForTime);
+}

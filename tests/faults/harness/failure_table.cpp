@@ -1,14 +1,12 @@
 #include "tests/faults/harness/failure_table.h"
 
+#include "tests/faults/harness/function_groups.h"
+
 #include <windows.h>
 #include <commctrl.h>
 #include <shlobj.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <iterator>
-#include <sstream>
-#include <vector>
 
 namespace {
 
@@ -51,15 +49,7 @@ void* Address(Function* function) {
     return reinterpret_cast<void*>(function);
 }
 
-// Functions, by their names between blanks, that fail in the same way.
-struct Group {
-    const char* functions;
-    std::uint64_t value;
-    unsigned long error;
-    void* instead = nullptr;
-};
-
-const Group kGroups[] = {
+const Failure kFailures[] = {
     {"AssignProcessToJobObject CreateMutexW DeleteFileW GetExitCodeProcess OpenProcess TerminateJobObject "
      "OpenProcessToken PathFileExistsW PathIsDirectoryW DestroyWindow FindWindowW",
      kNothing, ERROR_ACCESS_DENIED},
@@ -148,31 +138,13 @@ const Reason kReasons[] = {
     {"_onexit", "fails only when memory runs out before the program's first own call"},
 };
 
-bool IsIn(const std::string& function, const char* functions) {
-    return (' ' + std::string(functions) + ' ').find(' ' + function + ' ') != std::string::npos;
-}
-
-std::vector<Failure> MakeFailures() {
-    std::vector<Failure> failures;
-    for (const Group& group : kGroups) {
-        std::istringstream functions(group.functions);
-        for (std::string function; functions >> function;)
-            failures.push_back({function, group.value, group.error, group.instead});
-    }
-    return failures;
-}
-
 }  // namespace
 
 const Failure* FindFailure(const std::string& function) {
-    static const std::vector<Failure> kFailures = MakeFailures();
-    const auto found = std::find_if(kFailures.begin(), kFailures.end(),
-                                    [&](const Failure& one) { return one.function == function; });
-    return found != kFailures.end() ? &*found : nullptr;
+    return FindGroup(kFailures, function);
 }
 
 const char* WhyNotFailed(const std::string& function) {
-    const auto* const found = std::find_if(std::begin(kReasons), std::end(kReasons),
-                                           [&](const Reason& one) { return IsIn(function, one.functions); });
-    return found != std::end(kReasons) ? found->why : nullptr;
+    const Reason* const reason = FindGroup(kReasons, function);
+    return reason ? reason->why : nullptr;
 }

@@ -4,12 +4,12 @@
 #include <cstdint>
 #include <string>
 
-// What a call returns that fails as the system makes it fail.
+// What calls return that fail as the system makes them fail.
 struct Failure {
-    std::string function;
+    const char* functions;  // by their names between blanks
     std::uint64_t value;
-    unsigned long error;      // the last error that it leaves
-    void* instead = nullptr;  // of the function's own type, when it also leaves something behind
+    unsigned long error;      // the last error that they leave
+    void* instead = nullptr;  // of the functions' own type, when they also leave something behind
 };
 
 // Null for a function that cannot fail or is none of ours.

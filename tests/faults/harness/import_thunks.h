@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <deque>
 #include <string>
-#include <vector>
 
 // One imported function and where its calls go unless a call is sent elsewhere.
 struct ImportedFunction {
@@ -58,12 +57,11 @@ private:
         ImportedFunction function;
     };
 
-    static void* Enter(const Thunk* thunk, const std::uint64_t* registers);
+    struct Code;
 
-    void* WriteCode(const Thunk& thunk);
+    static void* Enter(const Thunk* thunk, const std::uint64_t* registers);
 
     Route m_route;
     std::deque<Thunk> m_thunks;  // addresses must stay
-    std::uint8_t* m_code;
-    std::uint8_t* m_next;
+    Code* m_code;
 };

@@ -1,7 +1,7 @@
 #include "tests/faults/harness/platform.h"
 
-#include "tests/faults/harness/lock_hold.h"
-#include "tests/faults/harness/outcome.h"
+#include "tests/faults/harness/child_process.h"
+#include "tests/faults/harness/program_host.h"
 #include "tests/support/utf8.h"
 
 #include <algorithm>
@@ -14,12 +14,6 @@
 namespace {
 
 constexpr wchar_t kElsewhere[] = L"ailleurs";
-
-std::wstring BuiltProgram() {
-    std::array<wchar_t, MAX_PATH> self{};
-    ::GetModuleFileNameW(nullptr, self.data(), MAX_PATH);
-    return std::filesystem::path(self.data()).parent_path() / TALVENOR_PROGRAM;
-}
 
 }  // namespace
 
@@ -34,6 +28,23 @@ Platform::~Platform() {
     std::filesystem::remove_all(m_folder, ignored);
 }
 
+Platform& Platform::Current() {
+    return CurrentHost().ThePlatform();
+}
+
+void* Platform::FindDouble(const std::string& function) {
+    static const Doubles kDoubles = [] {
+        Doubles doubles;
+        AddConverters(doubles);
+        AddDesktop(doubles);
+        AddObjects(doubles);
+        AddProcess(doubles);
+        return doubles;
+    }();
+    const auto found = kDoubles.find(function);
+    return found != kDoubles.end() ? found->second : nullptr;
+}
+
 void Platform::MakeFolder() {
     static int count = 0;
     std::array<wchar_t, 64> name{};
@@ -41,28 +52,20 @@ void Platform::MakeFolder() {
     const auto path = std::filesystem::temp_directory_path() / name.data();
     // A process of the same number may have been ended before it could remove its own.
     std::filesystem::remove_all(path);
-    std::filesystem::create_directories(path);
+    std::filesystem::create_directories(path / kElsewhere);
     m_folder = path.wstring();
     std::ofstream(path / "pdf2djvu.exe") << "stand-in";
     // For its version resource.
-    if (!::CopyFileW(BuiltProgram().c_str(), File(L"Talvenor.exe").c_str(), FALSE)) {
+    const std::filesystem::path built = TestFolder() / TALVENOR_PROGRAM;
+    if (!::CopyFileW(built.c_str(), File(L"Talvenor.exe").c_str(), FALSE)) {
         throw std::runtime_error("the built program is not where it should be");
     }
     m_previousDirectory = std::filesystem::current_path().wstring();
-    std::filesystem::create_directories(path / kElsewhere);
     ::SetCurrentDirectoryW((path / kElsewhere).c_str());
 }
 
-std::vector<std::string> Platform::StrayFiles() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(File(kElsewhere))) {
-        names.push_back(entry.path().filename().string());
-    }
-    return names;
-}
-
 void Platform::EndConverters(DWORD exitCode, int number) {
-    const SystemLockHold lock(m_lock);
+    const SystemLockHold lock = Lock();
     for (auto& [own, converter] : m_converters) {
         if (number == 0 || own == number) End(converter, exitCode);
     }
@@ -82,56 +85,51 @@ Platform::Converter* Platform::FindConverter(HANDLE process) {
     return found != m_converters.end() ? &found->second : nullptr;
 }
 
-std::string Platform::ConvertersOutsideJob() const {
-    const SystemLockHold lock(m_lock);
-    std::string numbers;
+std::vector<std::string> Platform::Requests(const std::string& kind) const {
+    const SystemLockHold lock = Lock();
+    return m_requests.at(kind);
+}
+
+// The log as text: it is written in the system's code page.
+std::string Platform::ReadLog() const {
+    const std::filesystem::path log = File(L"TalvenorLog.txt");
+    if (!std::filesystem::exists(log)) return "none";
+    std::ifstream file(log, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    const int size = static_cast<int>(bytes.size());
+    std::wstring text(bytes.size(), L'\0');
+    text.resize(
+        static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, text.data(), size)));
+    return Utf8(text);
+}
+
+Facts Platform::State() const {
+    std::vector<std::string> timers;
+    for (const UINT_PTR id : m_timers.All()) timers.push_back(std::to_string(id));
+    std::vector<std::string> strays;
+    for (const auto& entry : std::filesystem::directory_iterator(File(kElsewhere))) {
+        strays.push_back(entry.path().filename().string());
+    }
+    Facts facts = {{"awake", std::to_string(m_awake.Count())},
+                   {"timers", Lines(timers, ',')},
+                   {"log", ReadLog()},
+                   {"strays", Lines(strays)}};
+    const SystemLockHold lock = Lock();
+    std::vector<std::string> outsideJob;
     for (const auto& [number, converter] : m_converters) {
-        if (!converter.isInJob) numbers.append(numbers.empty() ? "" : " ").append(std::to_string(number));
+        if (!converter.isInJob) outsideJob.push_back(std::to_string(number));
     }
-    return numbers;
-}
-
-int Platform::AwakeThreads() const {
-    const SystemLockHold lock(m_lock);
-    return static_cast<int>(m_awake.size());
-}
-
-std::string Platform::TaskbarShows() const {
-    const SystemLockHold lock(m_lock);
-    return m_taskbarShows;
-}
-
-std::string Platform::Names() const {
-    const SystemLockHold lock(m_lock);
     std::vector<std::string> names;
-    for (const auto& [control, name] : m_names) {
-        std::string line = control;
-        names.push_back(line.append(": ").append(name));
-    }
-    return Lines(names);
+    for (const auto& [control, name] : m_names) names.push_back(control + ": " + name);
+    facts["outsideJob"] = Lines(outsideJob, ' ');
+    facts["names"] = Lines(names);
+    facts["shown"] = m_taskbarShows;
+    for (const auto& [kind, requests] : m_requests) facts[kind] = Lines(requests);
+    return facts;
 }
 
-int Platform::Blocks() const {
-    const SystemLockHold lock(m_lock);
-    return static_cast<int>(m_blocks.size());
-}
-
-int Platform::Icons() const {
-    const SystemLockHold lock(m_lock);
-    return static_cast<int>(m_icons.size());
-}
-
-std::string Platform::Timers() const {
-    const SystemLockHold lock(m_lock);
-    std::string ids;
-    for (const UINT_PTR id : m_timers) ids.append(ids.empty() ? "" : ",").append(std::to_string(id));
-    return ids;
-}
-
-std::vector<std::string> Platform::Requests(Request kind) const {
-    const SystemLockHold lock(m_lock);
-    const auto requests = m_requests.find(kind);
-    return requests != m_requests.end() ? requests->second : std::vector<std::string>();
+std::map<std::string, int> Platform::Held() const {
+    return {{"blocks", m_blocks.Count()}, {"icons", m_icons.Count()}, {"objects", m_objects.load()}};
 }
 
 std::string Platform::Shortened(std::string text) const {
@@ -142,8 +140,8 @@ std::string Platform::Shortened(std::string text) const {
     return text;
 }
 
-void Platform::Note(Request kind, const std::string& text) {
-    std::string shortened = Shortened(text);
-    const SystemLockHold lock(m_lock);
-    m_requests[kind].push_back(std::move(shortened));
+void Platform::Note(const std::string& kind, const std::string& text) {
+    const std::string shortened = Shortened(text);
+    const SystemLockHold lock = Lock();
+    m_requests.at(kind).push_back(shortened);
 }

@@ -7,6 +7,9 @@
 // call ever asks for a shutdown.
 #pragma once
 
+#include "tests/faults/harness/lock_hold.h"
+#include "tests/faults/harness/outcome.h"
+
 #include <windows.h>
 
 #include <atomic>
@@ -32,19 +35,6 @@ struct ConverterPlan {
 
 class Platform {
 public:
-    // What the program asks for, one text a request:
-    //   Message   "error main Erreur CreateProcess :  File not found."  (picture, owner, text)
-    //   Beep      "440 100"
-    //   Start     "hidden a.pdf in ~: /C "pdf2djvu.exe ...""                   (window, title, arguments)
-    //   Shell     "explorer.exe C:\out"
-    //   Shutdown  "open token", "look up privilege", "enable", "request", "disable"
-    //   Close     "console 1": the first converter's was asked to close; "terminal 1"
-    //   Search    "1": windows were looked through while the first converter's process was held; "nobody"
-    //   Job       "C000013A: 1 2": what was in the job and still ran was ended, with this code
-    //   Awake     "kept", "given back": what a thread asks of the power management
-    //   Taskbar   "1 of 2", "none": what the main window's button is to show
-    enum class Request { Message, Beep, Start, Shell, Shutdown, Close, Search, Job, Awake, Taskbar };
-
     Platform();
     Platform(const Platform&) = delete;
     Platform& operator=(const Platform&) = delete;
@@ -56,8 +46,8 @@ public:
     // The program's folder, with a converter in it. Its name has the same length in every process.
     [[nodiscard]] const std::wstring& Folder() const { return m_folder; }
     [[nodiscard]] std::wstring File(const wchar_t* name) const { return m_folder + L"\\" + name; }
-    // Names of the files in the current directory, which nothing is to be written to.
-    [[nodiscard]] std::vector<std::string> StrayFiles() const;
+    // Paths below the program's folder with "~" in its place.
+    [[nodiscard]] std::string Shortened(std::string text) const;
 
     // Plans: made before the program starts, or while it does nothing.
     std::vector<ConverterPlan> converters{ConverterPlan{}};
@@ -74,71 +64,113 @@ public:
 
     // Lets every converter that runs, or the one started as the `number`th, end with `exitCode`.
     void EndConverters(DWORD exitCode, int number = 0);
-
     // Those that are waited for, which is when a stop finds them, or were. Those that could not be started
     // count as well.
     [[nodiscard]] int ConvertersStarted() const { return m_started; }
+
+    // What the program has asked for:
+    //   messages    "error main Erreur CreateProcess :  File not found."  (picture, owner, text)
+    //   beeps       "440 100"
+    //   starts      "hidden a.pdf in ~: /C "pdf2djvu.exe ...""            (window, title, folder, arguments)
+    //   shell       "explorer.exe C:\out"
+    //   shutdowns   "open token", "look up privilege", "enable", "request", "disable"
+    //   closing     "console 1": the first converter's was asked to close; "terminal 1"
+    //   searches    "1": windows were looked through while the first converter's process was held; "nobody"
+    //   jobs        "C000013A: 1 2": what was in the job and still ran was ended, with this code
+    //   awakeCalls  "kept", "given back": what a thread asks of the power management
+    //   taskbar     "1 of 2", "none": what the main window's button is to show
+    [[nodiscard]] std::vector<std::string> Requests(const std::string& kind) const;
+    // All requests, one line each, and what there is now:
+    //   outsideJob  "1 2": converters that were started and never put into a job
+    //   awake       number of threads that keep the machine awake
+    //   shown       "1 of 2": in the taskbar's button
+    //   names       "PAGES: Pages :": that controls have for a screen reader, one a line
+    //   timers      "1,2": those that are set
+    //   log         its text, "none" when there is no log
+    //   strays      files in the current directory, which nothing is to be written to
+    [[nodiscard]] Facts State() const;
+    [[nodiscard]] std::string Fact(const std::string& name) const { return State().at(name); }
+    // What the program has not given back: "blocks" of memory, "icons", COM "objects".
+    [[nodiscard]] std::map<std::string, int> Held() const;
+
     // Worker threads that have been started and have not ended.
     [[nodiscard]] int Workers() const { return m_workers; }
     // How often the system was asked to create a modeless dialog, as the main window is one.
     [[nodiscard]] int ModelessDialogs() const { return m_modelessDialogs; }
-    // Blocks of memory and icons of the program that it has not given back.
-    [[nodiscard]] int Blocks() const;
-    [[nodiscard]] int Icons() const;
-    // Numbers of the converters that were started and never put into a job, as "1 2".
-    [[nodiscard]] std::string ConvertersOutsideJob() const;
-    // Threads that keep the machine awake.
-    [[nodiscard]] int AwakeThreads() const;
-    // What the taskbar's button shows now: "1 of 2", or nothing.
-    [[nodiscard]] std::string TaskbarShows() const;
-    // The names that controls have for a screen reader, as "1014: Pages :", one a line.
-    [[nodiscard]] std::string Names() const;
-    // COM objects that the program has not let go of.
-    [[nodiscard]] int ComObjects() const { return m_comObjects; }
     // Notes a message of the test's own that has come out of the program's queue, see User::WaitForPosted.
     [[nodiscard]] int Markers() const { return m_markers; }
     static constexpr UINT kMarkerMessage = WM_APP + 0x3FF0;
-    // The timers that are set, as "2".
-    [[nodiscard]] std::string Timers() const;
-    [[nodiscard]] std::vector<std::string> Requests(Request kind) const;
-
-    // Paths below the program's folder with "~" in its place.
-    [[nodiscard]] std::string Shortened(std::string text) const;
 
 private:
-    friend struct ComDoubles;
-    friend struct ConverterDoubles;
-    friend struct DesktopDoubles;
-    friend struct ProcessDoubles;
+    // The functions that answer, by the names of those in whose place they do. Called by the program's code
+    // on any of its threads.
+    using Doubles = std::map<std::string, void*>;
+    static void AddConverters(Doubles& doubles);
+    static void AddDesktop(Doubles& doubles);
+    static void AddObjects(Doubles& doubles);
+    static void AddProcess(Doubles& doubles);
 
     struct Converter {
-        int number = 0;
         DWORD exitCode = 0;
-        HANDLE ended =
-            nullptr;  // ours, null when it has ended; the batch owns and closes another to the same
+        HANDLE ended = nullptr;  // ours, null when it has ended; the batch closes another to the same
         Console console = Console::Window;
         std::set<HANDLE> held = {};  // the program's handles to it
         bool isInJob = false;
     };
 
-    // Null for a handle to something else. The caller has the lock.
+    struct WindowOfConverter {
+        int number = 0;
+        Console kind = Console::None;  // also that of any other window
+    };
+
+    // Things of one kind that there are now.
+    template <class Thing>
+    class Things {
+    public:
+        void Add(Thing thing) {
+            const SystemLockHold lock(m_lock);
+            m_things.insert(thing);
+        }
+        bool Remove(Thing thing) {
+            const SystemLockHold lock(m_lock);
+            return m_things.erase(thing) != 0;
+        }
+        [[nodiscard]] std::set<Thing> All() const {
+            const SystemLockHold lock(m_lock);
+            return m_things;
+        }
+        [[nodiscard]] int Count() const { return static_cast<int>(All().size()); }
+
+    private:
+        mutable SRWLOCK m_lock = SRWLOCK_INIT;
+        std::set<Thing> m_things;
+    };
+
+    static Platform& Current();
+    void MakeFolder();
+    [[nodiscard]] std::string ReadLog() const;
+    [[nodiscard]] SystemLockHold Lock() const { return SystemLockHold(m_lock); }
+    // The caller has the lock. Null for a handle to something else.
     [[nodiscard]] Converter* FindConverter(HANDLE process);
     static void End(Converter& converter, DWORD exitCode);
-    void Note(Request kind, const std::string& text);
-    void MakeFolder();
+    [[nodiscard]] WindowOfConverter FindConsole(HWND window);
+    void Show(HWND window, const std::string& text);  // in the taskbar
+    void Note(const std::string& kind, const std::string& text);
 
     std::wstring m_folder;
     std::wstring m_previousDirectory;
     mutable SRWLOCK m_lock = SRWLOCK_INIT;
-    std::map<Request, std::vector<std::string>> m_requests;
+    std::map<std::string, std::vector<std::string>> m_requests = {
+        {"messages", {}}, {"beeps", {}},    {"starts", {}}, {"shell", {}},      {"shutdowns", {}},
+        {"closing", {}},  {"searches", {}}, {"jobs", {}},   {"awakeCalls", {}}, {"taskbar", {}}};
     std::map<int, Converter> m_converters;  // all that were started on paper, by their numbers
-    std::set<void*> m_blocks;
-    std::set<HANDLE> m_icons;
-    std::set<UINT_PTR> m_timers;
-    std::set<DWORD> m_awake;  // ids of threads
     std::map<std::string, std::string> m_names;
     std::string m_taskbarShows;
-    std::atomic<int> m_comObjects{0};
+    Things<void*> m_blocks;
+    Things<HANDLE> m_icons;
+    Things<UINT_PTR> m_timers;
+    Things<DWORD> m_awake;  // ids of threads
+    std::atomic<int> m_objects{0};
     std::atomic<int> m_markers{0};
     std::atomic<int> m_requested{0};
     std::atomic<int> m_started{0};

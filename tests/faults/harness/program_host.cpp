@@ -1,5 +1,6 @@
 #include "tests/faults/harness/program_host.h"
 
+#include "tests/equipment/window_driver.h"
 #include "tests/faults/harness/failure_table.h"
 
 #include "res/resource.h"
@@ -10,6 +11,7 @@ namespace {
 
 ProgramHost* g_current = nullptr;
 
+constexpr DWORD kEndLimitMs = 15'000;
 constexpr wchar_t kLibrary[] = L"fault_product.dll";
 
 // Keeps what the program's library brings along: a system library that comes and goes with it may leave
@@ -24,18 +26,8 @@ void KeepSystemLibraries() {
     static_cast<void>(s_kept);
 }
 
-BOOL CALLBACK FindFileList(HWND control, LPARAM found) {
-    if (::GetDlgCtrlID(control) != IDC_FILE_LIST) return TRUE;
-    *reinterpret_cast<bool*>(found) = true;
-    return FALSE;
-}
-
-// Not by GetDlgItem: the window may be closed by its own thread meanwhile, and the server of Wine 10 then
-// follows the controls without an end, and answers nobody any more.
 BOOL CALLBACK FindMainWindow(HWND window, LPARAM found) {
-    bool hasFileList = false;
-    ::EnumChildWindows(window, &FindFileList, reinterpret_cast<LPARAM>(&hasFileList));
-    if (!hasFileList) return TRUE;
+    if (!driver::FindControl(window, IDC_FILE_LIST)) return TRUE;
     *reinterpret_cast<HWND*>(found) = window;
     return FALSE;
 }
@@ -51,13 +43,13 @@ ProgramHost& CurrentHost() {
     return *g_current;
 }
 
-// Called by the library while it is being loaded.
 bool IsInProgram(const void* address) {
     MEMORY_BASIC_INFORMATION region = {};
     ::VirtualQuery(address, &region, sizeof region);
     return region.AllocationBase && region.AllocationBase == ::GetModuleHandleW(kLibrary);
 }
 
+// Called by the library while it is being loaded.
 extern "C" __declspec(dllexport) void TakeOverImports(HMODULE library) {
     CurrentHost().TakeOver(library);
 }
@@ -81,11 +73,10 @@ void ProgramHost::Start(int showCommand) {
     if (!m_thread) throw std::runtime_error("no thread for the program");
 }
 
-bool ProgramHost::WaitForEnd(std::chrono::milliseconds limit) const {
-    const auto milliseconds = static_cast<DWORD>(limit.count());
-    if (::WaitForSingleObject(m_ended, milliseconds) != WAIT_OBJECT_0) return false;
+bool ProgramHost::WaitForEnd() const {
+    if (::WaitForSingleObject(m_ended, kEndLimitMs) != WAIT_OBJECT_0) return false;
     // The system takes back what a thread had only when it is really gone.
-    return m_life != Life::Ended || ::WaitForSingleObject(m_thread, milliseconds) == WAIT_OBJECT_0;
+    return m_life != Life::Ended || ::WaitForSingleObject(m_thread, kEndLimitMs) == WAIT_OBJECT_0;
 }
 
 HWND ProgramHost::MainWindow() const {

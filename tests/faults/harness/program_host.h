@@ -10,7 +10,6 @@
 #include <windows.h>
 
 #include <atomic>
-#include <chrono>
 #include <string>
 
 class ProgramHost {
@@ -29,8 +28,9 @@ public:
     void Start(int showCommand = SW_HIDE);
 
     [[nodiscard]] Life State() const { return m_life; }
+    [[nodiscard]] bool HasEnded() const { return m_life != Life::Running; }
     // False when it does not end in time. After Life::Ended nothing of it is left, the library unloaded.
-    [[nodiscard]] bool WaitForEnd(std::chrono::milliseconds limit) const;
+    [[nodiscard]] bool WaitForEnd() const;
     // Valid once it has ended.
     [[nodiscard]] int ExitCode() const { return m_exitCode; }
     [[nodiscard]] DWORD ThreadId() const { return m_threadId; }

@@ -5,85 +5,78 @@
 #include "tests/faults/harness/outcome.h"
 #include "tests/faults/harness/user.h"
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-// How a fact may differ from what it usually is. Facts are named by a regular expression, in which $1 and so
+// How facts may differ from what they usually are. They are named by a regular expression, in which $1 and so
 // on stand for what the expression of the call caught.
 struct Change {
-    enum class Kind { Value, Replacement, Control, EmptyLines, Beginning, LaterMoment };
+    using IsRight = std::function<bool(const std::string& value, const std::string& usual)>;
 
-    Kind kind = Kind::Value;
-    bool must = false;  // else the fact may also be as usual: which depends on the call's place
-    std::string fact = {};
-    std::string value = {};  // regular expression for the whole, or the replacement
-    std::string part = {};   // of the usual value: what is replaced, once or everywhere
-                             // of a control's state: what may differ; or the later moment
+    // As Becomes: "done.(OK|CANCEL): ES".
+    Change(const char* factsAndText);
+    Change(std::string theFacts, IsRight whether, std::string whatIsWanted = {}, std::string laterMoment = {})
+        : facts(std::move(theFacts)),
+          isRight(std::move(whether)),
+          wanted(std::move(whatIsWanted)),
+          later(std::move(laterMoment)) {}
+
+    std::string facts;
+    IsRight isRight;
+    std::string wanted;  // what a value that is not right is reported to lack; empty: it may be as usual
+    std::string later;   // a moment: the facts may be as they are then
 };
 
-[[nodiscard]] inline Change Becomes(std::string fact, std::string pattern) {
-    return {.must = true, .fact = std::move(fact), .value = std::move(pattern)};
-}
-[[nodiscard]] inline Change MayBecome(std::string fact, std::string pattern) {
-    return {.fact = std::move(fact), .value = std::move(pattern)};
-}
-[[nodiscard]] inline Change MayRead(std::string fact, std::string replacement, std::string usualPart) {
-    return {Change::Kind::Replacement, false, std::move(fact), std::move(replacement), std::move(usualPart)};
-}
-[[nodiscard]] inline Change MayLose(std::string fact, std::string part) {
-    return MayRead(std::move(fact), {}, std::move(part));
-}
-[[nodiscard]] inline Change Reads(std::string fact, std::string replacement, std::string usualPart) {
-    return {Change::Kind::Replacement, true, std::move(fact), std::move(replacement), std::move(usualPart)};
-}
-[[nodiscard]] inline Change Loses(std::string fact, std::string part) {
-    return Reads(std::move(fact), {}, std::move(part));
-}
-
+// The whole value is this text, or matches this regular expression.
+[[nodiscard]] Change Becomes(const std::string& facts, const std::string& text);
+[[nodiscard]] Change BecomesLike(const std::string& facts, const std::string& pattern);
+// A part of the usual value is replaced, once or everywhere, or missing.
+[[nodiscard]] Change Reads(const std::string& facts, const std::string& replacement,
+                           const std::string& usualPart);
+[[nodiscard]] Change Loses(const std::string& facts, const std::string& usualPart);
+// Or it is as usual: which depends on the call's place. So it is with the others that begin with "May".
+[[nodiscard]] Change May(Change change);
 // Of a control's state (see AddControlFacts) only the named parts: "enabled", "shown", "checked", "text".
-[[nodiscard]] inline Change MayDiffer(std::string fact, std::string parts) {
-    return {.kind = Change::Kind::Control, .fact = std::move(fact), .part = std::move(parts)};
-}
-
+[[nodiscard]] Change MayDiffer(const std::string& facts, const std::string& parts);
 // Of a text of several lines some may be empty.
-[[nodiscard]] inline Change MayHaveEmptyLines(std::string fact) {
-    return {.kind = Change::Kind::EmptyLines, .fact = std::move(fact)};
-}
+[[nodiscard]] Change MayHaveEmptyLines(const std::string& facts);
 // Of a text only the beginning may be there.
-[[nodiscard]] inline Change MayEndEarly(std::string fact) {
-    return {.kind = Change::Kind::Beginning, .fact = std::move(fact)};
-}
+[[nodiscard]] Change MayEndEarly(const std::string& facts);
 // At these moments (a regular expression) a worker may have come so far that all is as at the later one.
-[[nodiscard]] inline Change MayBeOver(const std::string& moments, std::string later) {
-    return {.kind = Change::Kind::LaterMoment, .fact = '(' + moments + ")\\..*", .part = std::move(later)};
-}
-
-// A regular expression for exactly this text.
-[[nodiscard]] std::string Exactly(const std::string& text);
+[[nodiscard]] Change MayBeOver(const std::string& moments, const std::string& later);
 
 // What the failure of certain calls comes to. Facts that are not named stay as usual.
 struct Rule {
-    std::string call = {};  // pattern for CallKey::Text(): "worker CreateProcessW #1"
-    std::string why = {};
+    std::string call;  // pattern for CallKey::Text(): "worker CreateProcessW #1"
+    std::string why;
     std::vector<Change> changes = {};
     bool endsAtOnce = false;        // the program ends before anything of the scenario happens
-    bool onlyTheEndCounts = false;  // see FactsOfTheEnd
+    bool onlyTheEndCounts = false;  // see OnlyTheEndCounts
     DWORD endsWithException = 0;    // the process ends with this code
 };
-
-// The facts that stay as usual even when a message of the user, or one between two windows, is lost: that the
-// program can be left, and leaves nothing behind.
-[[nodiscard]] const std::vector<std::string>& FactsOfTheEnd();
+[[nodiscard]] inline Rule When(std::string call, std::string why, std::vector<Change> changes = {}) {
+    return {std::move(call), std::move(why), std::move(changes)};
+}
+[[nodiscard]] inline Rule EndsTheProcess(std::string call, std::string why, DWORD exceptionCode) {
+    return {std::move(call), std::move(why), {}, false, false, exceptionCode};
+}
+// When a message of the user, or one between two windows, is lost, this stays as usual: that the program can
+// be left, and leaves nothing behind.
+[[nodiscard]] inline Rule OnlyTheEndCounts(std::string call, std::string why) {
+    return {std::move(call), std::move(why), {}, false, true};
+}
 
 struct Scenario {
     std::string name;
-    void (*prepare)(Platform& platform);
+    void (*prepare)(Platform& platform) = [](Platform&) {};
     // Starts the program and uses it until just before it is quit, or beyond. Says which calls count.
     void (*use)(User& user, CallWatch& watch, Facts& facts);
     Facts usual;
-    std::vector<Rule> rules =
-        {};  // the first that matches holds; then those of all scenarios; then no change
+    // The first that matches holds; then those of all scenarios; then no change.
+    std::vector<Rule> rules = {};
     bool spendsItsProcess = false;  // ends it by ExitProcess: what it holds then is not counted
 };
 

@@ -2,6 +2,7 @@
 
 #include "tests/equipment/wait_until.h"
 #include "tests/support/dropped_files.h"
+#include "tests/support/utf8.h"
 
 #include "res/resource.h"
 
@@ -15,26 +16,34 @@ constexpr std::chrono::milliseconds kLimit{15'000};
 constexpr std::chrono::milliseconds kPatience{500};
 constexpr int kTries = 5;
 
-struct DialogSearch {
-    int controlId;
-    HWND found;
+struct WindowSearch {
+    const std::function<bool(HWND window)>& fits;
+    HWND found = nullptr;
 };
 
-BOOL CALLBACK FindDialog(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<DialogSearch*>(parameter);
+BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
     DWORD owner = 0;
     ::GetWindowThreadProcessId(window, &owner);
-    const bool wanted = owner == ::GetCurrentProcessId() && driver::FindControl(window, search.controlId);
+    const bool wanted = owner == ::GetCurrentProcessId() && search.fits(window);
     if (wanted) search.found = window;
     return !wanted;
 }
 
 HWND DialogWith(int controlId) {
-    DialogSearch search = {controlId, nullptr};
-    ::EnumWindows(&FindDialog, reinterpret_cast<LPARAM>(&search));
+    const HWND dialog = FindOwnWindow([&](HWND window) { return driver::FindControl(window, controlId); });
     // A dialog that has just been made still loads its controls: it is there when it answers.
-    User::Send(search.found, WM_NULL);
-    return search.found;
+    User::Send(dialog, WM_NULL);
+    return dialog;
+}
+
+HWND WaitForDialog(const char* what, int controlId, const std::function<bool()>& isOver) {
+    HWND dialog = nullptr;
+    WaitUntil(what, [&] {
+        dialog = DialogWith(controlId);
+        return dialog || isOver();
+    });
+    return dialog;
 }
 
 }  // namespace
@@ -43,39 +52,30 @@ void WaitUntil(const char* what, const std::function<bool()>& condition) {
     if (!driver::WaitUntil(condition, kLimit)) throw Hang(std::string("waited in vain until ") + what);
 }
 
-// A press that may last as long as a dialog is open, on a thread of its own.
-class User::LongPress {
-public:
-    explicit LongPress(HWND button)
-        : m_button(button), m_thread(::CreateThread(nullptr, 0, &Run, this, 0, nullptr)) {}
-    LongPress(const LongPress&) = delete;
-    LongPress& operator=(const LongPress&) = delete;
-    ~LongPress() {
-        ::WaitForSingleObject(m_thread, static_cast<DWORD>(kLimit.count()));
-        ::CloseHandle(m_thread);
-    }
+HWND FindOwnWindow(const std::function<bool(HWND window)>& fits) {
+    WindowSearch search = {fits};
+    ::EnumWindows(&LookAtWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
 
-    [[nodiscard]] bool IsOver() const { return ::WaitForSingleObject(m_thread, 0) == WAIT_OBJECT_0; }
+LongPress::LongPress(HWND button)
+    : m_button(button), m_thread(::CreateThread(nullptr, 0, &Run, this, 0, nullptr)) {}
 
-private:
-    static DWORD WINAPI Run(void* self) {
-        ::SendMessageW(static_cast<LongPress*>(self)->m_button, BM_CLICK, 0, 0);
-        return 0;
-    }
+LongPress::~LongPress() {
+    ::WaitForSingleObject(m_thread, static_cast<DWORD>(kLimit.count()));
+    ::CloseHandle(m_thread);
+}
 
-    HWND m_button;
-    HANDLE m_thread;
-};
-
-User::User(ProgramHost& program) : m_program(program) {}
-
-User::~User() = default;
+DWORD WINAPI LongPress::Run(void* self) {
+    ::SendMessageW(static_cast<LongPress*>(self)->m_button, BM_CLICK, 0, 0);
+    return 0;
+}
 
 HWND User::WaitForWindow() const {
     HWND window = nullptr;
     WaitUntil("the window is there or the program has ended", [&] {
         window = Window();
-        return window || m_program.State() != ProgramHost::Life::Running;
+        return window || m_program.HasEnded();
     });
     Send(window, WM_NULL);  // a window that is being set up answers when that is done
     return Window();
@@ -89,6 +89,13 @@ LRESULT User::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
                                                 static_cast<UINT>(kLimit.count()), &result) != 0;
     if (!answered && ::GetLastError() == ERROR_TIMEOUT) throw Hang("the window does not answer");
     return static_cast<LRESULT>(result);
+}
+
+std::string User::TextOf(HWND control) {
+    std::wstring text(2000, L'\0');
+    text.resize(static_cast<std::size_t>(
+        Send(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return Utf8(text);
 }
 
 void User::Press(int id) const {
@@ -127,22 +134,14 @@ void User::PressListKey(WORD key) const {
 
 HWND User::PressForDialog(int id, int controlOfDialog) {
     if (!IsEnabled(id)) return nullptr;
-    m_longPress = std::make_unique<LongPress>(Control(id));
-    HWND dialog = nullptr;
-    WaitUntil("a dialog opens or the press is over", [&] {
-        dialog = DialogWith(controlOfDialog);
-        return dialog || m_longPress->IsOver();
-    });
-    return dialog;
+    m_longPress.emplace(Control(id));
+    return WaitForDialog("a dialog opens or the press is over", controlOfDialog,
+                         [&] { return m_longPress->IsOver(); });
 }
 
 HWND User::WaitForWorkersDialog(int controlOfDialog) const {
-    HWND dialog = nullptr;
-    WaitUntil("a dialog opens or the workers have ended", [&] {
-        dialog = DialogWith(controlOfDialog);
-        return dialog || m_program.ThePlatform().Workers() == 0;
-    });
-    return dialog;
+    return WaitForDialog("a dialog opens or the workers have ended", controlOfDialog,
+                         [&] { return m_program.ThePlatform().Workers() == 0; });
 }
 
 void User::CloseDialog(HWND dialog, int buttonId) {
@@ -171,7 +170,7 @@ void User::WaitForPosted() const {
     // To the thread: what is posted to the window is dispatched by the dialog's own keyboard handling.
     if (!Window() || !::PostThreadMessageW(m_program.ThreadId(), Platform::kMarkerMessage, 0, 0)) return;
     WaitUntil("what was posted has been served",
-              [&] { return platform.Markers() > before || m_program.State() != ProgramHost::Life::Running; });
+              [&] { return platform.Markers() > before || m_program.HasEnded(); });
 }
 
 void User::PressKeyIn(int id, WORD key) const {
@@ -180,19 +179,19 @@ void User::PressKeyIn(int id, WORD key) const {
     WaitForPosted();
 }
 
-void User::PressEscape() const {
-    const auto hasEnded = [&] { return m_program.State() != ProgramHost::Life::Running; };
-    for (int tries = 0; !hasEnded() && tries < kTries; ++tries) {
-        ::PostMessageW(Control(IDC_FILE_LIST), WM_KEYDOWN, VK_ESCAPE, 1);
-        static_cast<void>(driver::WaitUntil(hasEnded, kPatience));
+bool User::TryUntilEnded(const std::function<void()>& press) const {
+    for (int tries = 0; !m_program.HasEnded() && tries < kTries; ++tries) {
+        press();
+        static_cast<void>(driver::WaitUntil([&] { return m_program.HasEnded(); }, kPatience));
     }
+    return m_program.HasEnded();
+}
+
+void User::PressEscape() const {
+    static_cast<void>(
+        TryUntilEnded([&] { ::PostMessageW(Control(IDC_FILE_LIST), WM_KEYDOWN, VK_ESCAPE, 1); }));
 }
 
 void User::Quit() const {
-    const auto hasEnded = [&] { return m_program.State() != ProgramHost::Life::Running; };
-    for (int tries = 0; !hasEnded(); ++tries) {
-        if (tries == kTries) throw Hang("the program does not quit");
-        Press(IDCANCEL);
-        static_cast<void>(driver::WaitUntil(hasEnded, kPatience));
-    }
+    if (!TryUntilEnded([&] { Press(IDCANCEL); })) throw Hang("the program does not quit");
 }

@@ -8,7 +8,7 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -19,12 +19,28 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// A press of a button that may last as long as a dialog is open, on a thread of its own.
+class LongPress {
+public:
+    explicit LongPress(HWND button);
+    LongPress(const LongPress&) = delete;
+    LongPress& operator=(const LongPress&) = delete;
+    ~LongPress();
+
+    [[nodiscard]] bool IsOver() const { return ::WaitForSingleObject(m_thread, 0) == WAIT_OBJECT_0; }
+
+private:
+    static DWORD WINAPI Run(void* self);
+
+    HWND m_button;
+    HANDLE m_thread;
+};
+
 class User {
 public:
-    explicit User(ProgramHost& program);
+    explicit User(ProgramHost& program) : m_program(program) {}
     User(const User&) = delete;
     User& operator=(const User&) = delete;
-    ~User();
 
     // Waits until the window is there and serves messages, or the program has ended. Null then.
     HWND WaitForWindow() const;
@@ -33,6 +49,9 @@ public:
     [[nodiscard]] bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     // Sends one message. 0 when the window is gone.
     static LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
+    // The text of a control; empty when there is none.
+    [[nodiscard]] static std::string TextOf(HWND control);
 
     // Presses a button or a check box, which does nothing while it is disabled. Returns when all that it
     // sets off on the program's own thread is done.
@@ -73,11 +92,23 @@ public:
     [[nodiscard]] ProgramHost& Program() const { return m_program; }
 
 private:
-    class LongPress;
+    // A few times at most; whether it has ended then.
+    bool TryUntilEnded(const std::function<void()>& press) const;
 
     ProgramHost& m_program;
-    std::unique_ptr<LongPress> m_longPress;  // the one that a dialog keeps from ending
+    std::optional<LongPress> m_longPress;  // the one that a dialog keeps from ending
+};
+
+// The program with all that one life of it needs.
+struct Stage {
+    Platform platform;
+    CallWatch watch;
+    ProgramHost program{platform, watch};
+    User user{program};
 };
 
 // Waits for a condition; throws Hang, naming what was missing, when it does not come.
 void WaitUntil(const char* what, const std::function<bool()>& condition);
+
+// The first window of this process on the desktop that fits; null when none does.
+[[nodiscard]] HWND FindOwnWindow(const std::function<bool(HWND window)>& fits);

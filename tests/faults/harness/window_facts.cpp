@@ -1,5 +1,6 @@
 #include "tests/faults/harness/window_facts.h"
 
+#include "tests/faults/harness/call_label.h"
 #include "tests/support/utf8.h"
 
 #include "res/resource.h"
@@ -12,46 +13,12 @@
 
 namespace {
 
-constexpr int kControls[] = {IDOK,
-                             IDCANCEL,
-                             IDC_ADD,
-                             IDC_STATUS,
-                             IDC_CLEAR,
-                             IDC_PAGES,
-                             IDC_NO_TEXT,
-                             IDC_LINES,
-                             IDC_NO_METADATA,
-                             IDC_EXTRA_OPTIONS,
-                             IDC_HIDE_OUTPUT,
-                             IDC_OPEN_DESTINATION,
-                             IDC_OPEN_LOG,
-                             IDC_OUTPUT_FOLDER_CHECK,
-                             IDC_OUTPUT_FOLDER,
-                             IDC_BROWSE,
-                             IDC_MONOCHROME,
-                             IDC_RESOLUTION,
-                             IDC_RESOLUTION_CHECK,
-                             IDC_PAGES_CHECK,
-                             IDC_NO_OUTLINE,
-                             IDC_NO_HYPERLINKS,
-                             IDC_SHUT_DOWN,
-                             IDC_FILE_LIST,
-                             IDC_ABOUT};
 constexpr int kWithText[] = {IDCANCEL,          IDC_STATUS,        IDC_PAGES,
                              IDC_EXTRA_OPTIONS, IDC_OUTPUT_FOLDER, IDC_RESOLUTION};
-constexpr int kWithPicture[] = {IDOK, IDC_ADD, IDC_CLEAR, IDC_BROWSE};
 constexpr int kLongestText = 2000;
 
-template <std::size_t size>
-bool Contains(const int (&ids)[size], int id) {
-    return std::find(std::begin(ids), std::end(ids), id) != std::end(ids);
-}
-
-std::string TextOf(HWND window) {
-    std::wstring text(kLongestText, L'\0');
-    text.resize(static_cast<std::size_t>(
-        User::Send(window, WM_GETTEXT, kLongestText, reinterpret_cast<LPARAM>(text.data()))));
-    return Utf8(text);
+bool HasText(int id) {
+    return std::find(std::begin(kWithText), std::end(kWithText), id) != std::end(kWithText);
 }
 
 LRESULT AskList(const User& user, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -117,9 +84,7 @@ int CountTexts(HWND tips, LRESULT tools) {
 // Of all tool tip windows the one with most tools: the list has one of its own.
 BOOL CALLBACK CompareToolTips(HWND window, LPARAM most) {
     auto& found = *reinterpret_cast<ToolTips*>(most);
-    std::array<wchar_t, 64> name{};
-    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    if (std::wstring(name.data()) != TOOLTIPS_CLASSW) return TRUE;
+    if (WindowLabel(window) != "tips") return TRUE;
     const LRESULT tools = User::Send(window, TTM_GETTOOLCOUNT);
     if (tools > found.tools) {
         found = {tools, CountTexts(window, tools), User::Send(window, TTM_GETMAXTIPWIDTH)};
@@ -138,18 +103,14 @@ std::string DescribeToolTips(const User& user) {
 
 void AddControlFacts(const User& user, const std::string& moment, Facts& facts) {
     const UncountedScope uncounted(user.Program().Watch());
-    for (const int id : kControls) {
+    for (const auto& [id, name] : kControls) {
         const HWND control = user.Control(id);
         std::string state = ::IsWindowEnabled(control) ? "E" : "-";
         state += (::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) ? "S" : "h";
         if (User::Send(control, BM_GETCHECK) == BST_CHECKED) state += " C";
-        if (Contains(kWithText, id)) {
-            if (const std::string text = user.Program().ThePlatform().Shortened(TextOf(control));
-                !text.empty()) {
-                state += ' ' + text;
-            }
-        }
-        facts[moment + '.' + std::to_string(id)] = state;
+        const std::string text = HasText(id) ? User::TextOf(control) : "";
+        if (!text.empty()) state += ' ' + user.Program().ThePlatform().Shortened(text);
+        facts[moment + '.' + name] = state;
     }
 }
 
@@ -175,17 +136,23 @@ void AddListFacts(const User& user, const std::string& moment, Facts& facts) {
     facts[moment + ".columns"] = columns;
 }
 
+void AddWindowFacts(const User& user, const std::string& moment, Facts& facts) {
+    AddControlFacts(user, moment, facts);
+    AddListFacts(user, moment, facts);
+}
+
 void AddSetUpFacts(const User& user, Facts& facts) {
     const UncountedScope uncounted(user.Program().Watch());
-    facts["start.title"] = TextOf(user.Window());
+    facts["start.title"] = User::TextOf(user.Window());
     facts["start.centred"] = IsCentred(user.Window()) ? "yes" : "no";
     std::string icons;
     if (User::Send(user.Window(), WM_GETICON, ICON_BIG)) icons += "big ";
     if (User::Send(user.Window(), WM_GETICON, ICON_SMALL)) icons += "small";
     facts["start.icons"] = icons;
     std::string pictures;
-    for (const int id : kWithPicture) {
-        if (User::Send(user.Control(id), BM_GETIMAGE, IMAGE_ICON)) pictures += std::to_string(id) + ' ';
+    for (const auto& [id, name] : kControls) {
+        const bool hasPicture = User::Send(user.Control(id), BM_GETIMAGE, IMAGE_ICON) != 0;
+        if (hasPicture) pictures += std::string(name) + ' ';
     }
     facts["start.pictures"] = pictures;
     facts["start.titles"] = ColumnTitle(user, 0) + '|' + ColumnTitle(user, 1);

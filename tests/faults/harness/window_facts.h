@@ -7,13 +7,16 @@
 #include <string>
 
 // For each control its state: "E" enabled or "-" disabled, "S" shown or "h" hidden, "C" for a checked check
-// box, then the text of an edit, of the status line and of button 2. As "<moment>.<id>": "idle.1026" -> "ES
-// C".
+// box, then the text of an edit, of the status line and of button 2. As "<moment>.<name>":
+// "idle.OUTPUT_FOLDER_CHECK" -> "ES C".
 void AddControlFacts(const User& user, const std::string& moment, Facts& facts);
 
 // "<moment>.rows", "<moment>.durations" and "<moment>.selected"; "<moment>.columns": "paths" or "paths
 // durations".
 void AddListFacts(const User& user, const std::string& moment, Facts& facts);
+
+// Both.
+void AddWindowFacts(const User& user, const std::string& moment, Facts& facts);
 
 // What set-up alone makes: "start.title", "start.icons", "start.pictures" of buttons, "start.list" styles and
 // number of images, "start.titles" of the columns, "start.tips" as the numbers of tools and of their texts,

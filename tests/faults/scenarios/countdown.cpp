@@ -2,33 +2,19 @@
 // immédiatement".
 #include "tests/faults/scenarios/scenarios.h"
 
-#include "tests/support/utf8.h"
-
-#include <array>
-
 namespace {
 
 std::string Seconds(HWND countdown) {
-    std::array<wchar_t, 20> text{};
-    User::Send(::GetDlgItem(countdown, IDC_SECONDS), WM_GETTEXT, text.size(),
-               reinterpret_cast<LPARAM>(text.data()));
-    return Utf8(text.data());
+    return User::TextOf(::GetDlgItem(countdown, IDC_SECONDS));
 }
 
 // A batch whose countdown has opened. The calls count from the moment when it is due.
 HWND ConvertUntilCountdown(User& user, CallWatch& watch) {
     OpenWithFiles(user, {L"C:\\in\\a.pdf"});
     user.Press(IDC_SHUT_DOWN);
-    watch.At("IsDlgButtonChecked main 1038", 1, [&] { watch.Begin(); });
+    watch.At("IsDlgButtonChecked main SHUT_DOWN", 1, [&] { watch.Begin(); });
     user.Press(IDOK);
     return user.WaitForWorkersDialog(IDC_SECONDS);
-}
-
-void AddFactsOfTheEnd(User& user, CallWatch& watch, Facts& facts) {
-    user.WaitForWorkers();
-    watch.End();
-    AddControlFacts(user, "done", facts);
-    AddListFacts(user, "done", facts);
 }
 
 void LetItEnd(User& user, CallWatch& watch, Facts& facts) {
@@ -38,9 +24,9 @@ void LetItEnd(User& user, CallWatch& watch, Facts& facts) {
     facts["count.last"] = Seconds(countdown);
     User::Send(countdown, WM_TIMER, 1);
     facts["count.over"] = Seconds(countdown);
-    facts["count.timers"] = user.Program().ThePlatform().Timers();
+    facts["count.timers"] = user.Program().ThePlatform().Fact("timers");
     user.CloseDialog(countdown, IDCANCEL);
-    AddFactsOfTheEnd(user, watch, facts);
+    WaitForEndOfBatch(user, watch, facts);
 }
 
 void ShutDownNow(User& user, CallWatch& watch, Facts& facts) {
@@ -48,69 +34,52 @@ void ShutDownNow(User& user, CallWatch& watch, Facts& facts) {
     User::Send(countdown, WM_TIMER, 1);
     facts["count.first"] = Seconds(countdown);
     user.CloseDialog(countdown, IDOK);
-    AddFactsOfTheEnd(user, watch, facts);
+    WaitForEndOfBatch(user, watch, facts);
 }
 
 std::vector<Rule> Rules() {
     return {
-        {.call = "worker (IsDlgButtonChecked main 1038|DialogBoxParamW 101|SetWindowLongPtrW countdown "
-                 "DWLP_USER) "
-                 "#1",
-         .why = "no countdown, no shutdown; the batch ends as any other",
-         .changes = {Becomes("shutdowns", ""), Becomes("count\\..*", "")}},
-        {.call = "worker GetWindowLongPtrW (countdown|other) DWLP_USER #.*",
-         .why = "a message is lost: with a tick the countdown takes longer, and is cancelled before its end",
-         .changes = {MayBecome("shutdowns", ""), MayBecome("count\\..*", "[0-9]*")}},
-        {.call = "worker EndDialog countdown 1 #1",
-         .why = "a dialog that stays is pressed again, which asks again",
-         .changes = {Becomes("shutdowns", "([a-zA-Z ]+\n){9}[a-zA-Z ]+")}},
-        {.call = "worker OpenProcessToken #1",
-         .why = "a request that is not granted is not reported, and the dialog stays",
-         .changes = {Becomes("shutdowns", "")}},
-        {.call = "worker LookupPrivilegeValueW #1",
-         .why = "without its identifier the privilege cannot be enabled",
-         .changes = {Becomes("shutdowns", "open token\nenable")}},
-        {.call = "worker AdjustTokenPrivileges #1",
-         .why = "without the privilege there is no request",
-         .changes = {Becomes("shutdowns", "open token\nlook up SeShutdownPrivilege")}},
-        {.call = "worker InitiateSystemShutdownW #1",
-         .why = "a request that is not granted is not reported, and the dialog stays",
-         .changes = {Loses("shutdowns", "\nrequest\ndisable")}},
-        {.call = "worker AdjustTokenPrivileges #2",
-         .why = "a privilege that cannot be given back is kept",
-         .changes = {Loses("shutdowns", "\ndisable")}},
-        {.call = "worker (GetDlgItem countdown 1039|SetWindowTextW 1039) #.*",
-         .why = "one second is not shown",
-         .changes = {MayBecome("count\\.(first|last|over)", "30|2")}},
-        {.call = "worker (MessageBoxW|malloc for a message's text) #.",
-         .why = "the end is not reported",
-         .changes = {Becomes("messages", "")}},
+        When("worker (IsDlgButtonChecked main SHUT_DOWN|DialogBoxParamW 101|"
+             "SetWindowLongPtrW countdown DWLP_USER) #1",
+             "no countdown, no shutdown; the batch ends as any other", {"shutdowns: ", "count..*: "}),
+        When("worker GetWindowLongPtrW (countdown|other) DWLP_USER #.*",
+             "a message is lost: with a tick the countdown takes longer, and is cancelled before its end",
+             {May("shutdowns: "), May(BecomesLike("count..*", "[0-9]*"))}),
+        When("worker EndDialog countdown 1 #1", "a dialog that stays is pressed again, which asks again",
+             {BecomesLike("shutdowns", "([a-zA-Z ]+\n){9}[a-zA-Z ]+")}),
+        When("worker OpenProcessToken #1",
+             "a request that is not granted is not reported, and the dialog stays", {"shutdowns: "}),
+        When("worker LookupPrivilegeValueW #1", "without its identifier the privilege cannot be enabled",
+             {"shutdowns: open token\nenable"}),
+        When("worker AdjustTokenPrivileges #1", "without the privilege there is no request",
+             {"shutdowns: open token\nlook up SeShutdownPrivilege"}),
+        When("worker InitiateSystemShutdownW #1",
+             "a request that is not granted is not reported, and the dialog stays",
+             {Loses("shutdowns", "\nrequest\ndisable")}),
+        When("worker AdjustTokenPrivileges #2", "a privilege that cannot be given back is kept",
+             {Loses("shutdowns", "\ndisable")}),
+        When("worker (GetDlgItem countdown|SetWindowTextW) SECONDS #.*", "one second is not shown",
+             {May(BecomesLike("count.(first|last|over)", "30|2"))}),
     };
 }
 
-Facts UsualEnd() {
-    return Together(
-        {QuietRun(),
-         BatchOf(1, 1),
-         ControlsAfterBatch("done"),
-         {{"done.1038", "ES C"}},
-         List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
-         {{"starts", "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
-          {"messages", "information main Conversion terminée !"},
-          {"shutdowns", "open token\nlook up SeShutdownPrivilege\nenable\nrequest\ndisable"}}});
+Scenario Countdown(const std::string& name, void (*use)(User&, CallWatch&, Facts&),
+                   const std::vector<std::string>& count) {
+    return {.name = name,
+            .use = use,
+            .usual = Usually(
+                {BatchOf(1, 1),
+                 At("count", count),
+                 AfterBatch("done", {"SHUT_DOWN: ES C", "rows: C:\\in\\a.pdf", "durations: 00:00:07"}),
+                 {{"starts", ShownStart()},
+                  {"messages", kFinished},
+                  {"shutdowns", "open token\nlook up SeShutdownPrivilege\nenable\nrequest\ndisable"}}}),
+            .rules = Joined({Rules(), BatchRules()})};
 }
 
 }  // namespace
 
-Scenario CountdownScenario() {
-    return {
-        "countdown", [](Platform&) {}, &LetItEnd,
-        Together({UsualEnd(),
-                  {{"count.first", "30"}, {"count.last", "1"}, {"count.over", "1"}, {"count.timers", ""}}}),
-        Joined({Rules(), BatchRules()})};
-}
-
-Scenario ShutDownNowScenario() {
-    return {"shut_down_now", [](Platform&) {}, &ShutDownNow, Together({UsualEnd(), {{"count.first", "29"}}}),
-            Joined({Rules(), BatchRules()})};
+std::vector<Scenario> CountdownScenarios() {
+    return {Countdown("countdown", &LetItEnd, {"first: 30", "last: 1", "over: 1", "timers: "}),
+            Countdown("shut_down_now", &ShutDownNow, {"first: 29"})};
 }

@@ -1,106 +1,104 @@
-// Two files with consoles hidden and every option that is read for them.
+// Two files with consoles hidden: with every option that is read for them; and with the first of the two
+// failing.
 #include "tests/faults/scenarios/scenarios.h"
 
 namespace {
 
-void Use(User& user, CallWatch& watch, Facts& facts) {
+void ConvertWithAllOptions(User& user, CallWatch& watch, Facts& facts) {
     OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    user.Press(IDC_HIDE_OUTPUT);
-    user.Press(IDC_PAGES_CHECK);
-    user.SetText(IDC_PAGES, L"1-3");
-    user.Press(IDC_RESOLUTION_CHECK);
-    user.SetText(IDC_EXTRA_OPTIONS, L"--x");
-    for (const int checkBox :
-         {IDC_NO_METADATA, IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_LINES, IDC_MONOCHROME}) {
+    for (const int checkBox : {IDC_HIDE_OUTPUT, IDC_PAGES_CHECK, IDC_RESOLUTION_CHECK, IDC_NO_METADATA,
+                               IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_LINES, IDC_MONOCHROME}) {
         user.Press(checkBox);
     }
+    user.SetText(IDC_PAGES, L"1-3");
+    user.SetText(IDC_EXTRA_OPTIONS, L"--x");
     watch.Begin();
     user.Press(IDOK);
     user.WaitForConverter(1);
-    AddControlFacts(user, "running", facts);
-    AddListFacts(user, "running", facts);
+    AddWindowFacts(user, "running", facts);
     User::Send(user.Window(), WM_TIMER, 2);
     AddListFacts(user, "ticked", facts);
     user.Program().ThePlatform().EndConverters(0);
-    user.WaitForWorkers();
-    watch.End();
-    AddControlFacts(user, "done", facts);
-    AddListFacts(user, "done", facts);
+    WaitForEndOfBatch(user, watch, facts);
 }
 
-// Check boxes that are checked and edits that have a text keep both, whatever becomes of their enabling.
-Facts Options(const std::string& moment, const std::string& enabled) {
-    return {{moment + ".1019", enabled + "S C"},   {moment + ".1034", enabled + "S C"},
-            {moment + ".1014", enabled + "S 1-3"}, {moment + ".1033", enabled + "S C"},
-            {moment + ".1032", enabled + "S 300"}, {moment + ".1018", enabled + "S --x"},
-            {moment + ".1017", enabled + "S C"},   {moment + ".1036", enabled + "S C"},
-            {moment + ".1037", enabled + "S C"},   {moment + ".1016", enabled + "S C"},
-            {moment + ".1030", enabled + "S C"}};
+void FailAtTheFirst(User& user, CallWatch& watch, Facts& facts) {
+    BeginHiddenBatchOfTwo(user);
+    // What comes before is the same as in a batch that goes well.
+    watch.Begin();
+    user.Program().ThePlatform().EndConverters(1);
+    WaitForEndOfBatch(user, watch, facts);
+}
+
+// The controls of all options. Check boxes that are checked and edits that have a text keep both, whatever
+// becomes of their enabling.
+std::vector<std::string> Options(const std::string& enabled) {
+    std::vector<std::string> states = {"PAGES: " + enabled + "S 1-3", "RESOLUTION: " + enabled + "S 300",
+                                       "EXTRA_OPTIONS: " + enabled + "S --x"};
+    for (const std::string checkBox : {"HIDE_OUTPUT", "PAGES_CHECK", "RESOLUTION_CHECK", "NO_METADATA",
+                                       "NO_OUTLINE", "NO_HYPERLINKS", "LINES", "MONOCHROME"}) {
+        states.push_back(checkBox + ": " + enabled + "S C");
+    }
+    return states;
+}
+
+// "/C "pdf2djvu.exe ..."" with all options.
+std::string Arguments(const std::string& djvu, const std::string& pdf) {
+    return "/C \"pdf2djvu.exe -o \"" + djvu +
+           "\" -v -d 300 --no-metadata --no-outline --no-hyperlinks --lines --monochrome --x -p \"1-3\" \"" +
+           pdf + "\"\"";
 }
 
 std::string Start(const std::string& name, const std::string& folder = "~") {
-    return "hidden " + name + ".pdf in " + folder + ": /C \"pdf2djvu.exe -o \"C:\\in\\" + name +
-           ".djvu\" -v -d 300 --no-metadata --no-outline --no-hyperlinks --lines --monochrome --x -p \"1-3\" "
-           "\"C:\\in\\" +
-           name + ".pdf\"\" 2>>TalvenorLog.txt";
+    return "hidden " + name + ".pdf in " + folder + ": " +
+           Arguments("C:\\in\\" + name + ".djvu", "C:\\in\\" + name + ".pdf") + " 2>>TalvenorLog.txt";
 }
 
 // The same of a row that begins with the output shown.
-std::string ShownStart(const std::string& name) {
-    constexpr std::string_view hidden = "hidden";
-    const std::string start = Start(name);
-    return "visible" + start.substr(hidden.size(), start.rfind(" 2>>") - hidden.size());
+std::string StartWithoutHiding(const std::string& name) {
+    return "visible " + name +
+           ".pdf in ~: " + Arguments("C:\\in\\" + name + ".djvu", "C:\\in\\" + name + ".pdf");
 }
 
 std::string StartWithoutPath() {
-    return "hidden  in ~: /C \"pdf2djvu.exe -o \".djvu\" -v -d 300 --no-metadata --no-outline "
-           "--no-hyperlinks --lines "
-           "--monochrome --x -p \"1-3\" \"\"\" 2>>TalvenorLog.txt";
+    return "hidden  in ~: " + Arguments(".djvu", "") + " 2>>TalvenorLog.txt";
 }
 
-constexpr char kFinished[] = "information main Conversion terminée !";
+const std::string kRecord = LogRecord("00:00:07", 86);
 
 // What a control stands for on the command line: without an answer it is left out for that file.
 Rule Option(const std::string& ids, const std::string& option) {
-    return {.call = "(worker|ui) .* (" + ids + ") #.*",
-            .why = "an option that cannot be read is left out, a control that is not reached stays as it was",
-            .changes = {MayLose("starts", option), MayDiffer("\\w+\\.(" + ids + ")", "enabled")}};
+    return When("(worker|ui) .* (" + ids + ") #.*",
+                "an option that cannot be read is left out, a control that is not reached stays as it was",
+                {May(Loses("starts", option)), MayDiffer("\\w+.(" + ids + ")", "enabled")});
 }
 
-// A converter that does not start, the first or the second: a message, and the batch ends as if it were done.
-Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::string& starts) {
-    const std::string durations = isFirst ? "00:00:00\n" : "00:00:07\n00:00:00";
-    const std::string log = (isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("00:00:00", 86);
+// A batch that ends with the first file or the second, which took no time to start or failed.
+std::vector<Change> EndsEarly(bool isFirst, const std::string& duration, const std::string& record,
+                              const std::string& messages) {
     std::vector<Change> changes = {
-        Becomes("messages",
-                Exactly("error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished)),
-        Becomes("done.durations", Exactly(durations)), Becomes("log", Exactly(log)),
-        Becomes("starts", Exactly(starts)),
+        Becomes("messages", messages),
+        Becomes("done.durations", isFirst ? duration + '\n' : "00:00:07\n" + duration),
+        Becomes("log", isFirst ? record : kRecord + record),
         Becomes("taskbar", isFirst ? "0 of 2\nnone" : "0 of 2\n1 of 2\nnone")};
-    // There was no converter to look on at.
-    if (isFirst) changes.push_back(MayBeOver("running|ticked", "done"));
-    return {.call = call,
-            .why = "a converter that cannot be started is reported, and ends the batch",
-            .changes = changes};
+    return isFirst ? Joined({changes, NothingToLookOnAt()}) : changes;
+}
+
+// A converter that does not start: a message, and the batch ends as if it were done.
+Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::string& starts) {
+    return When(call, "a converter that cannot be started is reported, and ends the batch",
+                Joined({EndsEarly(isFirst, "00:00:00", LogRecord("00:00:00", 86), StartFailure(error)),
+                        {Becomes("starts", starts)}}));
 }
 
 // A converter of which it is not known how it ended counts as failed.
 Rule EndUnknown(const std::string& call, bool isFirst) {
-    std::vector<Change> changes = {
-        Becomes("messages", ""),
-        Becomes("done.durations", Exactly(isFirst ? "*** Annulé !\n" : "00:00:07\n*** Annulé !")),
-        Becomes("log", Exactly((isFirst ? "" : LogRecord("00:00:07", 86)) + LogRecord("*** Annulé !", 90))),
-        Becomes("taskbar", isFirst ? "0 of 2\nnone" : "0 of 2\n1 of 2\nnone")};
-    if (isFirst) {
-        changes.push_back(Becomes("starts", Exactly(Start("a"))));
-        changes.push_back(MayBeOver("running|ticked", "done"));
-    }
-    return {.call = call, .why = "what is not known to have gone well has not", .changes = changes};
+    return When(call, "what is not known to have gone well has not",
+                Joined({EndsEarly(isFirst, "*** Annulé !", LogRecord("*** Annulé !", 90), ""),
+                        {Becomes("starts", isFirst ? Start("a") : Start("a") + '\n' + Start("b"))}}));
 }
 
-std::vector<Rule> Rules() {
-    const std::string oneRecord = Exactly(LogRecord("00:00:07", 86));
-    const std::string bothRecords = Exactly(LogRecord("00:00:07", 86) + LogRecord("00:00:07", 86));
+std::vector<Rule> OptionRules() {
     return {
         NotStarted("worker CreateProcessW #1", ERROR_FILE_NOT_FOUND, true, ""),
         NotStarted("worker CreateProcessW #2", ERROR_FILE_NOT_FOUND, false, Start("a")),
@@ -110,90 +108,103 @@ std::vector<Rule> Rules() {
         NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, true, Start("a", "~\\Talvenor.exe")),
         EndUnknown("worker (WaitForSingleObject|GetExitCodeProcess) #1", true),
         EndUnknown("worker GetExitCodeProcess #2", false),
-        {.call = "worker WaitForSingleObject #2", .why = "the second converter has ended already"},
-        {.call = "worker (DeleteFileW TalvenorLog.txt #1|GetModuleFileNameW #2|PathRemoveFileSpecW #2|"
-                 "PathAppendW TalvenorLog.txt #1)",
-         .why = "a log that cannot be deleted, or found, is added to",
-         .changes = {Becomes("log", "earlier" + bothRecords)}},
-        {.call = "worker GetModuleFileNameW #[34]",
-         .why = "the log lands where its path points: without a folder, in the current directory",
-         .changes = {Becomes("log", oneRecord), Becomes("strays", "TalvenorLog.txt")}},
-        {.call = "worker (PathRemoveFileSpecW #[34]|PathAppendW TalvenorLog.txt #[23]|CreateFileW "
-                 "TalvenorLog.txt #.|"
-                 "WideCharToMultiByte #.|lstrlenA #.|WriteFile #.)",
-         .why = "a record that cannot be written is lost without a word",
-         .changes = {Becomes("log", oneRecord)}},
-        {.call = "worker SetFilePointer #1", .why = "the log is empty: its end is its beginning"},
-        {.call = "worker SetFilePointer #2",
-         .why = "the record goes wherever the pointer is: over the first",
-         .changes = {Becomes("log", oneRecord)}},
-        {.call = "worker GetLocaleInfoW #.",
-         .why = "a locale whose ordering is not known has year, month, day",
-         .changes = {Reads("log", "2026/11, 16", "16/11, 2026")}},
-        {.call = "worker CloseHandle #[12]",
-         .why = "the log stays open, and nobody else can read it",
-         .changes = {Becomes("log", ""), Becomes("handles", "1")}},
-        {.call = "worker MessageBoxW #1",
-         .why = "the end is not reported",
-         .changes = {Becomes("messages", "")}},
-        {.call = "worker malloc for a message's text #.",
-         .why = "the end is not reported",
-         .changes = {Becomes("messages", "")}},
-        {.call = "ui IsDlgButtonChecked main 1019 #1",
-         .why = "the row begins as if its output were shown",
-         .changes = {Becomes("starts", Exactly(ShownStart("a") + '\n' + Start("b")))}},
-        {.call = "ui IsDlgButtonChecked main 1019 #2",
-         .why = "the row begins as if its output were shown",
-         .changes = {Becomes("starts", Exactly(Start("a") + '\n' + ShownStart("b")))}},
-        {.call = "worker .* 1019 #.*",
-         .why = "the check box is read again for the record of each row and for the button",
-         .changes = {MayBecome("log", oneRecord), MayBecome("done.1024", "-h"),
-                     MayDiffer("\\w+\\.1019", "enabled")}},
-        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #1",
-         .why = "a row that cannot be read has an empty path, with which the converter does what it does",
-         .changes = {Becomes("running.1004", "ES Conversion en cours : "),
-                     Becomes("starts", Exactly(StartWithoutPath() + '\n' + Start("b")))}},
-        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #3",
-         .why = "the same for the second row, while nobody looks at the status line",
-         .changes = {Becomes("starts", Exactly(Start("a") + '\n' + StartWithoutPath()))}},
-        {.call = "ui SendMessageW 1040 LVM_GETITEMTEXTW #[24]",
-         .why = "the path in the status line is followed by the one that is converted"},
-        {.call = "ui PathRenameExtensionW #.",
-         .why = "a path that the system refuses stays as it is",
-         .changes = {Reads("starts", ".pdf\" -v", ".djvu\" -v")}},
-        Option("1034|1014", " -p \"1-3\""),
-        Option("1033|1032", "-d 300"),
-        Option("1017", " --no-metadata"),
-        Option("1036", " --no-outline"),
-        Option("1037", " --no-hyperlinks"),
-        Option("1016", " --lines"),
-        Option("1030", " --monochrome"),
-        Option("1018", " --x"),
+        When("worker WaitForSingleObject #2", "the second converter has ended already"),
+        When("worker (DeleteFileW TalvenorLog.txt #1|GetModuleFileNameW #2|PathRemoveFileSpecW #2|"
+             "PathAppendW TalvenorLog.txt #1)",
+             "a log that cannot be deleted, or found, is added to",
+             {Becomes("log", "earlier" + kRecord + kRecord)}),
+        When("worker GetModuleFileNameW #[34]",
+             "the log lands where its path points: without a folder, in the current directory",
+             {Becomes("log", kRecord), "strays: TalvenorLog.txt"}),
+        When("worker (PathRemoveFileSpecW #[34]|PathAppendW TalvenorLog.txt #[23]|"
+             "(CreateFileW TalvenorLog.txt|WideCharToMultiByte|lstrlenA|WriteFile) #.)",
+             "a record that cannot be written is lost without a word", {Becomes("log", kRecord)}),
+        When("worker SetFilePointer #1", "the log is empty: its end is its beginning"),
+        When("worker SetFilePointer #2", "the record goes wherever the pointer is: over the first",
+             {Becomes("log", kRecord)}),
+        When("ui IsDlgButtonChecked main HIDE_OUTPUT #1", "the row begins as if its output were shown",
+             {Becomes("starts", StartWithoutHiding("a") + '\n' + Start("b"))}),
+        When("ui IsDlgButtonChecked main HIDE_OUTPUT #2", "the row begins as if its output were shown",
+             {Becomes("starts", Start("a") + '\n' + StartWithoutHiding("b"))}),
+        When("worker .* HIDE_OUTPUT #.*",
+             "the check box is read again for the record of each row and for the button",
+             {May(Becomes("log", kRecord)), May("done.OPEN_LOG: -h"),
+              MayDiffer("\\w+.HIDE_OUTPUT", "enabled")}),
+        When("ui SendMessageW FILE_LIST LVM_GETITEMTEXTW #1",
+             "a row that cannot be read has an empty path, with which the converter does what it does",
+             {"running.STATUS: ES Conversion en cours : ",
+              Becomes("starts", StartWithoutPath() + '\n' + Start("b"))}),
+        When("ui SendMessageW FILE_LIST LVM_GETITEMTEXTW #3",
+             "the same for the second row, while nobody looks at the status line",
+             {Becomes("starts", Start("a") + '\n' + StartWithoutPath())}),
+        When("ui SendMessageW FILE_LIST LVM_GETITEMTEXTW #[24]",
+             "the path in the status line is followed by the one that is converted"),
+        When("ui PathRenameExtensionW #.", "a path that the system refuses stays as it is",
+             {Reads("starts", ".pdf\" -v", ".djvu\" -v")}),
+        Option("PAGES_CHECK|PAGES", " -p \"1-3\""),
+        Option("RESOLUTION_CHECK|RESOLUTION", "-d 300"),
+        Option("NO_METADATA", " --no-metadata"),
+        Option("NO_OUTLINE", " --no-outline"),
+        Option("NO_HYPERLINKS", " --no-hyperlinks"),
+        Option("LINES", " --lines"),
+        Option("MONOCHROME", " --monochrome"),
+        Option("EXTRA_OPTIONS", " --x"),
+    };
+}
+
+// The records of both batches.
+std::vector<Rule> LogRules() {
+    return {
+        When("worker GetLocaleInfoW #.", "a locale whose ordering is not known has year, month, day",
+             {Reads("log", "2026/11, 16", "16/11, 2026")}),
+        When("worker CloseHandle #[12]", "the log stays open, and nobody else can read it",
+             {"log: ", "handles: 1"}),
+    };
+}
+
+std::vector<Rule> FailureRules() {
+    return {
+        When("worker (PathRemoveFileSpecW|PathAppendW TalvenorLog.txt|CreateFileW TalvenorLog.txt|"
+             "IsDlgButtonChecked main HIDE_OUTPUT) #1",
+             "a record that cannot be written is lost without a word", {"log: none"}),
+        When("worker GetModuleFileNameW #1",
+             "the log lands where its path points: without a folder, in the current directory",
+             {"log: none", "strays: TalvenorLog.txt"}),
+        When("worker (WideCharToMultiByte|lstrlenA|WriteFile) #.",
+             "a record that cannot be written is lost without a word", {"log: "}),
+        When("worker IsDlgButtonChecked main HIDE_OUTPUT #2", "the log has no button", {"done.OPEN_LOG: -h"}),
+        When("worker (GetExitCodeProcess|WaitForSingleObject) #1", "the batch has failed anyway"),
     };
 }
 
 }  // namespace
 
-Scenario HiddenBatchScenario() {
-    const std::string rows = "C:\\in\\a.pdf\nC:\\in\\b.pdf";
-    return {"hidden_batch",
-            [](Platform& platform) {
-                LeaveEarlierLog(platform);
-                platform.converters = {{.held = true}, {}};
-            },
-            &Use,
-            Together({QuietRun(),
-                      BatchOf(2, 2),
-                      RunningControls("running"),
-                      Options("running", "-"),
-                      List("running", {rows, "\n", 0, "fit with durations"}),
-                      List("ticked", {rows, "00:00:07\n", 0, "fit with durations"}),
-                      ControlsAfterBatch("done"),
-                      Options("done", "E"),
-                      {{"done.1024", "ES"}},
-                      List("done", {rows, "00:00:07\n00:00:07", -1, "fit with durations"}),
-                      {{"starts", Start("a") + '\n' + Start("b")},
-                       {"messages", "information main Conversion terminée !"},
-                       {"log", LogRecord("00:00:07", 86) + LogRecord("00:00:07", 86)}}}),
-            Joined({Rules(), BatchRules()})};
+std::vector<Scenario> HiddenBatchScenarios() {
+    return {
+        {.name = "hidden_batch",
+         .prepare =
+             [](Platform& platform) {
+                 LeaveEarlierLog(platform);
+                 HoldFirst(platform);
+             },
+         .use = &ConvertWithAllOptions,
+         .usual = Usually(
+             {BatchOf(2, 2),
+              Running("running", Joined({Options("-"), {kTwoRows}})),
+              At("ticked", {kTwoRows, "durations: 00:00:07\n", "selected: 0", "columns: fit with durations"}),
+              AfterBatch("done",
+                         Joined({Options("E"), {"OPEN_LOG: ES", kTwoRows, "durations: 00:00:07\n00:00:07"}})),
+              {{"starts", Start("a") + '\n' + Start("b")},
+               {"messages", kFinished},
+               {"log", kRecord + kRecord}}}),
+         .rules = Joined({OptionRules(), LogRules(), BatchRules()})},
+        {.name = "failing_converter",
+         .prepare = &HoldFirst<>,
+         .use = &FailAtTheFirst,
+         .usual = Usually({BatchOf(2, 0),
+                           AfterBatch("done", {"HIDE_OUTPUT: ES C", "OPEN_LOG: ES", kTwoRows,
+                                               "durations: *** Annulé !\n"}),
+                           {{"starts", HiddenStart()}, {"log", LogRecord("*** Annulé !", 90)}}}),
+         .rules = Joined({FailureRules(), LogRules(), BatchRules()})},
+    };
 }

@@ -7,12 +7,17 @@
 #include <string>
 #include <vector>
 
-[[nodiscard]] std::vector<Rule> Joined(std::initializer_list<std::vector<Rule>> parts);
+// Lists of rules, of changes or of scenarios, one behind the other.
+template <class Item>
+[[nodiscard]] std::vector<Item> Joined(std::initializer_list<std::vector<Item>> parts) {
+    std::vector<Item> all;
+    for (const std::vector<Item>& part : parts) all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
 
-[[nodiscard]] std::vector<Change> Also(std::vector<Change> changes, const std::vector<Change>& others);
+// A batch without a converter that runs is over while it is looked at, or at its end: then the status line
+// has the path alone.
+[[nodiscard]] std::vector<Change> NothingToLookOnAt();
 
 // A batch whose consoles may be hidden: the worker's calls, and those that its messages set off.
 [[nodiscard]] std::vector<Rule> BatchRules();
-
-// The message about the first refusal of the shell, whose description by the system is given.
-[[nodiscard]] std::vector<Rule> ShellFailureRules(const std::string& description);

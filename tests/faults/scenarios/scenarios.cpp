@@ -1,32 +1,9 @@
 #include "tests/faults/scenarios/scenarios.h"
 
 const std::vector<Scenario>& AllScenarios() {
-    static const std::vector<Scenario> kScenarios = {
-        StartScenario(),
-        MissingConverterScenario(),
-        SecondCopyScenario(),
-        AddScenario(),
-        DropScenario(),
-        ListKeysScenario(),
-        OptionsScenario(),
-        HiddenBatchScenario(),
-        VisibleBatchScenario(),
-        StopScenario(),
-        StopWithoutWindowScenario(),
-        StopInTerminalScenario(),
-        DisabledKeysScenario(),
-        ScreenReaderScenario(),
-        FailingConverterScenario(),
-        ConverterNotStartedScenario(),
-        OutputFolderScenario(),
-        OpenFolderScenario(),
-        PlantedExplorerScenario(),
-        OpenLogScenario(),
-        CountdownScenario(),
-        ShutDownNowScenario(),
-        AboutScenario(),
-        QuitScenario(),
-        QuitWhileWaitingScenario(),
-    };
+    static const std::vector<Scenario> kScenarios = Joined(
+        {StartScenarios(), FileListScenarios(), OptionScenarios(), HiddenBatchScenarios(),
+         VisibleBatchScenarios(), StopScenarios(), DisabledKeyScenarios(), ScreenReaderScenarios(),
+         OutputFolderScenarios(), ShellScenarios(), CountdownScenarios(), AboutScenarios(), QuitScenarios()});
     return kScenarios;
 }

@@ -1,5 +1,5 @@
-// The ways of using the program that the sweep goes through, with what all of them are written with. One file
-// each, named after it.
+// The ways of using the program that the sweep goes through, by subject, with what all of them are written
+// with.
 #pragma once
 
 #include "tests/faults/harness/scenario.h"
@@ -11,30 +11,18 @@
 
 #include <vector>
 
-[[nodiscard]] Scenario StartScenario();
-[[nodiscard]] Scenario MissingConverterScenario();
-[[nodiscard]] Scenario SecondCopyScenario();
-[[nodiscard]] Scenario AddScenario();
-[[nodiscard]] Scenario DropScenario();
-[[nodiscard]] Scenario ListKeysScenario();
-[[nodiscard]] Scenario OptionsScenario();
-[[nodiscard]] Scenario HiddenBatchScenario();
-[[nodiscard]] Scenario VisibleBatchScenario();
-[[nodiscard]] Scenario StopScenario();
-[[nodiscard]] Scenario StopWithoutWindowScenario();
-[[nodiscard]] Scenario StopInTerminalScenario();
-[[nodiscard]] Scenario DisabledKeysScenario();
-[[nodiscard]] Scenario ScreenReaderScenario();
-[[nodiscard]] Scenario FailingConverterScenario();
-[[nodiscard]] Scenario ConverterNotStartedScenario();
-[[nodiscard]] Scenario OutputFolderScenario();
-[[nodiscard]] Scenario OpenFolderScenario();
-[[nodiscard]] Scenario PlantedExplorerScenario();
-[[nodiscard]] Scenario OpenLogScenario();
-[[nodiscard]] Scenario CountdownScenario();
-[[nodiscard]] Scenario ShutDownNowScenario();
-[[nodiscard]] Scenario AboutScenario();
-[[nodiscard]] Scenario QuitScenario();
-[[nodiscard]] Scenario QuitWhileWaitingScenario();
+[[nodiscard]] std::vector<Scenario> StartScenarios();
+[[nodiscard]] std::vector<Scenario> FileListScenarios();
+[[nodiscard]] std::vector<Scenario> OptionScenarios();
+[[nodiscard]] std::vector<Scenario> HiddenBatchScenarios();
+[[nodiscard]] std::vector<Scenario> VisibleBatchScenarios();
+[[nodiscard]] std::vector<Scenario> StopScenarios();
+[[nodiscard]] std::vector<Scenario> DisabledKeyScenarios();
+[[nodiscard]] std::vector<Scenario> ScreenReaderScenarios();
+[[nodiscard]] std::vector<Scenario> OutputFolderScenarios();
+[[nodiscard]] std::vector<Scenario> ShellScenarios();
+[[nodiscard]] std::vector<Scenario> CountdownScenarios();
+[[nodiscard]] std::vector<Scenario> AboutScenarios();
+[[nodiscard]] std::vector<Scenario> QuitScenarios();
 
 [[nodiscard]] const std::vector<Scenario>& AllScenarios();

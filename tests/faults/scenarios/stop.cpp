@@ -19,145 +19,101 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     platform.answerToQuestions = IDNO;
     user.Press(IDCANCEL);
     AddControlFacts(user, "asked", facts);
-    facts["asked.taskbar"] = platform.TaskbarShows();
-    facts["asked.awake"] = std::to_string(platform.AwakeThreads());
+    facts["asked.taskbar"] = platform.Fact("shown");
+    facts["asked.awake"] = platform.Fact("awake");
     platform.answerToQuestions = IDYES;
     user.Press(IDCANCEL);
-    facts["answered.taskbar"] = platform.TaskbarShows();
+    facts["answered.taskbar"] = platform.Fact("shown");
     platform.EndConverters(3);  // a person closes the console, should it still be there
     user.WaitForWorkers();
     watch.End();
-    AddControlFacts(user, "stopped", facts);
-    AddListFacts(user, "stopped", facts);
+    AddWindowFacts(user, "stopped", facts);
 }
 
-constexpr char kQuestion[] =
-    "question main Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?";
 // The exit code of a program whose console was closed.
 constexpr char kEnded[] = "C000013A: 1";
 
 std::vector<Rule> QuestionRules() {
-    const std::string question = Exactly(kQuestion);
     return {
-        {.call = "ui (MessageBoxW #1|malloc for a message's text #[12])",
-         .why = "a question that cannot be asked is answered by no",
-         .changes = {Becomes("messages", question)}},
-        {.call = "ui (MessageBoxW #2|malloc for a message's text #[34])",
-         .why =
+        When("ui (MessageBoxW #1|malloc for a message's text #[12])",
+             "a question that cannot be asked is answered by no", {Becomes("messages", kQuestion)}),
+        When("ui (MessageBoxW #2|malloc for a message's text #[34])",
              "a question that cannot be asked is answered by no: the batch goes on until its converter fails",
-         .changes = {Becomes("messages", question), Becomes("closing", ""), Becomes("searches", ""),
-                     Becomes("jobs", ""), Becomes("answered.taskbar", "0 of 2")}},
-        {.call = "ui LoadStringW 144 #.",
-         .why = "the question is empty",
-         .changes = {Loses("messages",
-                           "Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?")}},
-        {.call = "ui GetWindowThreadProcessId #1",
-         .why = "a window of which nothing is known is none of ours"},
-        {.call = "ui (FindResourceExW|LoadResource|LockResource).* #.*",
-         .why = "a text that is not there is empty, and the button keeps the one that it has",
-         .changes = {MayBecome("\\w+\\.2", "ES (Quitter|Arrêter )")}},
-        {.call = "worker (GetExitCodeProcess|WaitForSingleObject) #1",
-         .why = "the batch has been stopped anyway"},
-        {.call = "ui ITaskbarList3::SetProgressState #1",
-         .why = "the taskbar goes on showing how far it was",
-         .changes = {Loses("taskbar", "\nnone"), Becomes("shown", "0 of 2"),
-                     Becomes("answered.taskbar", "0 of 2")}},
+             {Becomes("messages", kQuestion),
+              "closing: ", "searches: ", "jobs: ", "answered.taskbar: 0 of 2"}),
+        When("ui LoadStringW 144 #.", "the question is empty",
+             {Loses("messages", "Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?")}),
+        When("ui GetWindowThreadProcessId #1", "a window of which nothing is known is none of ours"),
+        When("ui (FindResourceExW|LoadResource|LockResource).* #.*",
+             "a text that is not there is empty, and the button keeps the one that it has",
+             {May(BecomesLike("\\w+.CANCEL", "ES (Quitter|Arrêter )"))}),
+        When("worker (GetExitCodeProcess|WaitForSingleObject) #1", "the batch has been stopped anyway"),
+        When("ui ITaskbarList3::SetProgressState #1", "the taskbar goes on showing how far it was",
+             {Loses("taskbar", "\nnone"), "shown: 0 of 2", "answered.taskbar: 0 of 2"}),
     };
 }
 
 // There is no window that would do what it is asked: the job ends the converter.
 std::vector<Rule> JobRules() {
     return {
-        {.call = "ui CreateJobObjectW #1",
-         .why = "where there is no job, nothing is ended",
-         .changes = {Becomes("jobs", ""), Becomes("outsideJob", "1")}},
-        {.call = "worker AssignProcessToJobObject #1",
-         .why = "what is not in the job is not ended with it",
-         .changes = {Becomes("jobs", "C000013A:"), Becomes("outsideJob", "1")}},
-        {.call = "ui TerminateJobObject #1",
-         .why = "what cannot be ended goes on",
-         .changes = {Becomes("jobs", "")}},
-        {.call = "ui EnumWindows #1",
-         .why = "what cannot be looked for is not found, and is ended by the job",
-         .changes = {Becomes("closing", ""), Becomes("searches", "")}},
+        When("ui CreateJobObjectW #1", "where there is no job, nothing is ended",
+             {"jobs: ", "outsideJob: 1"}),
+        When("worker AssignProcessToJobObject #1", "what is not in the job is not ended with it",
+             {"jobs: C000013A:", "outsideJob: 1"}),
+        When("ui TerminateJobObject #1", "what cannot be ended goes on", {"jobs: "}),
+        When("ui EnumWindows #1", "what cannot be looked for is not found, and is ended by the job",
+             {"closing: ", "searches: "}),
     };
 }
 
-Scenario Stopping(const std::string& name, void (*prepare)(Platform& platform),
+Scenario Stopping(const std::string& name, void (*prepare)(Platform& platform), const Facts& requests,
                   const std::vector<Rule>& rules) {
+    return {.name = name,
+            .prepare = prepare,
+            .use = &Use,
+            .usual = Usually({BatchOf(2, 0),
+                              Running("asked", {"taskbar: 0 of 2", "awake: 1"}),
+                              AfterBatch("stopped", {kTwoRows, "durations: *** Annulé !\n"}),
+                              {{"starts", ShownStart()},
+                               {"answered.taskbar", ""},
+                               {"searches", "1"},
+                               {"messages", std::string(kQuestion) + '\n' + kQuestion}},
+                              requests}),
+            .rules = Joined({rules, QuestionRules(), BatchRules()})};
+}
+
+std::vector<Rule> WindowRules() {
     return {
-        name, prepare, &Use,
-        Together(
-            {QuietRun(),
-             BatchOf(2, 0),
-             RunningControls("asked"),
-             ControlsAfterBatch("stopped"),
-             List("stopped", {"C:\\in\\a.pdf\nC:\\in\\b.pdf", "*** Annulé !\n", -1, "fit with durations"}),
-             {{"starts",
-               "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\""},
-              {"asked.taskbar", "0 of 2"},
-              {"asked.awake", "1"},
-              {"answered.taskbar", ""},
-              {"searches", "1"},
-              {"messages", std::string(kQuestion) + '\n' + kQuestion}}}),
-        Joined({rules, QuestionRules(), BatchRules()})};
+        When("ui CreateJobObjectW #1", "where there is no job, there is a window to be asked",
+             {"outsideJob: 1"}),
+        When("ui EnumWindows #1",
+             "a window that cannot be looked for is not found: the job ends what has none",
+             {"closing: ", "searches: ", Becomes("jobs", kEnded)}),
+        When("ui GetWindowThreadProcessId #2",
+             "a window of which nothing is known is none of ours: the job ends what has none",
+             {"closing: ", Becomes("jobs", kEnded)}),
+        When("ui SendNotifyMessageW #1", "the console is not asked to close", {"closing: "}),
+        When("ui GetClassNameW #1", "a window is an ordinary one unless it is known not to be"),
+    };
+}
+
+std::vector<Rule> TerminalRules() {
+    return {
+        When("ui GetClassNameW #1",
+             "a window is an ordinary one unless it is known not to be, and is not ended by force",
+             {"jobs: "}),
+        When("ui (GetWindowThreadProcessId #2|SendNotifyMessageW #1)",
+             "the window would not do what it is asked: the job ends the converter", {"closing: "}),
+    };
 }
 
 }  // namespace
 
-Scenario StopScenario() {
-    const std::vector<Rule> rules = {
-        {.call = "ui CreateJobObjectW #1",
-         .why = "where there is no job, there is a window to be asked",
-         .changes = {Becomes("outsideJob", "1")}},
-        {.call = "ui EnumWindows #1",
-         .why = "a window that cannot be looked for is not found: the job ends what has none",
-         .changes = {Becomes("closing", ""), Becomes("searches", ""), Becomes("jobs", kEnded)}},
-        {.call = "ui GetWindowThreadProcessId #2",
-         .why = "a window of which nothing is known is none of ours: the job ends what has none",
-         .changes = {Becomes("closing", ""), Becomes("jobs", kEnded)}},
-        {.call = "ui SendNotifyMessageW #1",
-         .why = "the console is not asked to close",
-         .changes = {Becomes("closing", "")}},
-        {.call = "ui GetClassNameW #1", .why = "a window is an ordinary one unless it is known not to be"},
+std::vector<Scenario> StopScenarios() {
+    return {
+        Stopping("stop", &HoldFirst<>, {{"closing", "console 1"}}, WindowRules()),
+        Stopping("stop_without_window", &HoldFirst<Console::None>, {{"jobs", kEnded}}, JobRules()),
+        Stopping("stop_in_terminal", &HoldFirst<Console::Terminal>,
+                 {{"closing", "terminal 1"}, {"jobs", kEnded}}, Joined({TerminalRules(), JobRules()})),
     };
-    Scenario scenario = Stopping(
-        "stop",
-        [](Platform& platform) {
-            platform.converters = {{.held = true}, {}};
-        },
-        rules);
-    scenario.usual["closing"] = "console 1";
-    return scenario;
-}
-
-Scenario StopWithoutWindowScenario() {
-    Scenario scenario = Stopping(
-        "stop_without_window",
-        [](Platform& platform) {
-            platform.converters = {{.held = true, .console = Console::None}, {}};
-        },
-        JobRules());
-    scenario.usual["jobs"] = kEnded;
-    return scenario;
-}
-
-Scenario StopInTerminalScenario() {
-    const std::vector<Rule> rules = {
-        {.call = "ui GetClassNameW #1",
-         .why = "a window is an ordinary one unless it is known not to be, and is not ended by force",
-         .changes = {Becomes("jobs", "")}},
-        {.call = "ui (GetWindowThreadProcessId #2|SendNotifyMessageW #1)",
-         .why = "the window would not do what it is asked: the job ends the converter",
-         .changes = {Becomes("closing", "")}},
-    };
-    Scenario scenario = Stopping(
-        "stop_in_terminal",
-        [](Platform& platform) {
-            platform.converters = {{.held = true, .console = Console::Terminal}, {}};
-        },
-        Joined({rules, JobRules()}));
-    scenario.usual["closing"] = "terminal 1";
-    scenario.usual["jobs"] = kEnded;
-    return scenario;
 }

@@ -1,5 +1,7 @@
 #include "tests/faults/scenarios/usual.h"
 
+#include "tests/faults/harness/call_label.h"
+#include "tests/faults/harness/window_facts.h"
 #include "tests/support/utf8.h"
 
 #include "res/resource.h"
@@ -10,10 +12,23 @@
 
 namespace {
 
-Facts AtMoment(const std::string& moment, const Facts& states) {
+// Later ones win.
+Facts Together(std::initializer_list<Facts> parts) {
+    Facts all;
+    for (const Facts& part : parts) {
+        for (const auto& [name, value] : part) all[name] = value;
+    }
+    return all;
+}
+
+// Every control in one state but for `others`, and the list, both but for `differences`.
+Facts Window(const std::string& moment, const std::string& state, const std::vector<std::string>& others,
+             const std::vector<std::string>& list, const std::vector<std::string>& differences) {
     Facts facts;
-    for (const auto& [id, state] : states) facts[moment + '.' + id] = state;
-    return facts;
+    for (const NamedControl& control : kControls) facts[moment + '.' + control.name] = state;
+    const Facts given = At(moment, differences);
+    const bool hasList = given.contains(moment + ".rows");
+    return Together({facts, At(moment, others), hasList ? At(moment, list) : Facts(), given});
 }
 
 }  // namespace
@@ -41,68 +56,38 @@ void BeginHiddenBatchOfTwo(User& user) {
     user.WaitForPosted();
 }
 
-Facts IdleControls(const std::string& moment) {
-    return AtMoment(moment,
-                    {
-                        {"1", "-S"},    {"2", "ES Quitter"}, {"1003", "ES"}, {"1004", "ES"}, {"1005", "ES"},
-                        {"1014", "-S"}, {"1015", "ES"},      {"1016", "ES"}, {"1017", "ES"}, {"1018", "ES"},
-                        {"1019", "ES"}, {"1022", "-S"},      {"1024", "-h"}, {"1026", "ES"}, {"1027", "-S"},
-                        {"1028", "-S"}, {"1030", "ES"},      {"1032", "-S"}, {"1033", "ES"}, {"1034", "ES"},
-                        {"1036", "ES"}, {"1037", "ES"},      {"1038", "ES"}, {"1040", "ES"}, {"57664", "ES"},
-                    });
+void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts) {
+    user.WaitForWorkers();
+    watch.End();
+    AddWindowFacts(user, "done", facts);
 }
 
-Facts RunningControls(const std::string& moment) {
-    return AtMoment(moment, {
-                                {"1", "-S"},     {"2", "ES Arrêter "},
-                                {"1003", "-S"},  {"1004", "ES Conversion en cours : C:\\in\\a.pdf"},
-                                {"1005", "-S"},  {"1014", "-S"},
-                                {"1015", "-S"},  {"1016", "-S"},
-                                {"1017", "-S"},  {"1018", "-S"},
-                                {"1019", "-S"},  {"1022", "ES"},
-                                {"1024", "-h"},  {"1026", "-S"},
-                                {"1027", "-S"},  {"1028", "-S"},
-                                {"1030", "-S"},  {"1032", "-S"},
-                                {"1033", "-S"},  {"1034", "-S"},
-                                {"1036", "-S"},  {"1037", "-S"},
-                                {"1038", "-S"},  {"1040", "-S"},
-                                {"57664", "ES"},
-                            });
+Facts Idle(const std::string& moment, const std::vector<std::string>& differences) {
+    return Window(moment, "ES",
+                  {"OK: -S", "CANCEL: ES Quitter", "PAGES: -S", "RESOLUTION: -S", "OUTPUT_FOLDER: -S",
+                   "BROWSE: -S", "OPEN_DESTINATION: -S", "OPEN_LOG: -h"},
+                  {"durations: ", "selected: -1", "columns: fit"}, differences);
 }
 
-Facts ControlsAfterBatch(const std::string& moment) {
-    return Together({IdleControls(moment), AtMoment(moment, {
-                                                                {"1", "ES"},
-                                                                {"1022", "ES"},
-                                                                {"1027", "ES"},
-                                                                {"1028", "ES"},
-                                                            })});
+Facts Running(const std::string& moment, const std::vector<std::string>& differences) {
+    return Window(moment, "-S",
+                  {"CANCEL: ES Arrêter ", "STATUS: ES Conversion en cours : C:\\in\\a.pdf",
+                   "OPEN_DESTINATION: ES", "OPEN_LOG: -h", "ABOUT: ES"},
+                  {"durations: \n", "selected: 0", "columns: fit with durations"}, differences);
 }
 
-Facts List(const std::string& moment, const ListContents& contents) {
-    return AtMoment(moment, {
-                                {"rows", contents.rows},
-                                {"durations", contents.durations},
-                                {"selected", std::to_string(contents.selected)},
-                                {"columns", contents.columns},
-                            });
+Facts AfterBatch(const std::string& moment, const std::vector<std::string>& differences) {
+    return Window(moment, "ES", {"CANCEL: ES Quitter", "PAGES: -S", "RESOLUTION: -S", "OPEN_LOG: -h"},
+                  {"durations: ", "selected: -1", "columns: fit with durations"}, differences);
 }
 
-Facts QuietRun() {
-    return {
-        {"messages", ""},   {"beeps", ""},    {"starts", ""},  {"shell", ""},    {"shutdowns", ""},
-        {"closing", ""},    {"searches", ""}, {"jobs", ""},    {"shown", ""},    {"outsideJob", ""},
-        {"awakeCalls", ""}, {"awake", "0"},   {"taskbar", ""}, {"names", ""},    {"objects", "0"},
-        {"log", "none"},    {"strays", ""},   {"timers", ""},  {"exit", "2"},    {"blocks", "0"},
-        {"icons", "0"},     {"handles", "0"}, {"gdi", "0"},    {"windows", "0"},
-    };
-}
-
-Facts QuietRunToTheEndOfTheProcess() {
-    Facts facts = QuietRun();
-    for (const char* const left : {"blocks", "icons", "handles", "gdi", "windows", "objects"})
-        facts.erase(left);
-    return facts;
+Facts At(const std::string& moment, const std::vector<std::string>& facts) {
+    Facts named;
+    for (const std::string& fact : facts) {
+        const auto [name, value] = ReadFact(fact);
+        named[moment + '.' + name] = value;
+    }
+    return named;
 }
 
 Facts BatchOf(int rows, int done) {
@@ -113,12 +98,28 @@ Facts BatchOf(int rows, int done) {
     return {{"taskbar", taskbar.append("none")}, {"awakeCalls", "kept\ngiven back"}};
 }
 
-Facts Together(std::initializer_list<Facts> parts) {
-    Facts all;
-    for (const Facts& part : parts) {
-        for (const auto& [name, value] : part) all[name] = value;
-    }
-    return all;
+Facts Usually(std::initializer_list<Facts> differences) {
+    Facts facts = {
+        {"messages", ""},   {"beeps", ""},    {"starts", ""},  {"shell", ""},    {"shutdowns", ""},
+        {"closing", ""},    {"searches", ""}, {"jobs", ""},    {"shown", ""},    {"outsideJob", ""},
+        {"awakeCalls", ""}, {"awake", "0"},   {"taskbar", ""}, {"names", ""},    {"objects", "0"},
+        {"log", "none"},    {"strays", ""},   {"timers", ""},  {"exit", "2"},    {"blocks", "0"},
+        {"icons", "0"},     {"handles", "0"}, {"gdi", "0"},    {"windows", "0"},
+    };
+    return Together({facts, Together(differences)});
+}
+
+std::string ShownStart(const std::string& djvu, const std::string& folder) {
+    return "visible a.pdf in " + folder + ": /C \"pdf2djvu.exe -o \"" + djvu + "\" -v  \"C:\\in\\a.pdf\"\"";
+}
+
+std::string HiddenStart() {
+    return "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
+           "2>>TalvenorLog.txt";
+}
+
+std::string StartFailure(DWORD error) {
+    return "error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished;
 }
 
 std::string LogRecord(const std::string& duration, std::size_t rule) {

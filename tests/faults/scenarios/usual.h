@@ -6,10 +6,21 @@
 
 #include <initializer_list>
 #include <string>
-#include <utility>
+#include <vector>
+
+inline constexpr char kTwoFiles[] = "C:\\in\\a.pdf\nC:\\in\\b.pdf";
+inline constexpr char kTwoRows[] = "rows: C:\\in\\a.pdf\nC:\\in\\b.pdf";  // see Idle
+inline constexpr char kFinished[] = "information main Conversion terminée !";
+inline constexpr char kQuestion[] =
+    "question main Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?";
 
 // Prepares a log that an earlier batch has left: "earlier".
 void LeaveEarlierLog(Platform& platform);
+// Prepares a first converter that runs until it is ended, with this console, and others that end at once.
+template <Console console = Console::Window>
+void HoldFirst(Platform& platform) {
+    platform.converters = {{.held = true, .console = console}, {}};
+}
 
 // The window open and idle, nothing counted yet.
 void Open(User& user);
@@ -17,33 +28,33 @@ void Open(User& user);
 void OpenWithFiles(User& user, const std::vector<std::wstring>& paths);
 // The same with C:\in\a.pdf and b.pdf, consoles hidden and the first converter running.
 void BeginHiddenBatchOfTwo(User& user);
+// The batch comes to its end, with which the counting ends. Adds what is then seen as "done".
+void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts);
 
-// The controls of an idle window as it is after its start, and as it is while a batch runs whose first file
-// is C:\in\a.pdf.
-[[nodiscard]] Facts IdleControls(const std::string& moment);
-[[nodiscard]] Facts RunningControls(const std::string& moment);
-// An idle window after a batch: 1027 and 1028 are enabled, and so is the destination's button.
-[[nodiscard]] Facts ControlsAfterBatch(const std::string& moment);
+// All facts of the window at a moment: idle as after its start, in a batch whose first file is C:\in\a.pdf,
+// idle again after one. Each but for those that are given, as "name: value"; with "rows: ..." among these
+// also of the list.
+[[nodiscard]] Facts Idle(const std::string& moment, const std::vector<std::string>& differences = {});
+[[nodiscard]] Facts Running(const std::string& moment, const std::vector<std::string>& differences);
+[[nodiscard]] Facts AfterBatch(const std::string& moment, const std::vector<std::string>& differences);
 
-struct ListContents {
-    std::string rows = {};
-    std::string durations = {};
-    int selected = -1;
-    std::string columns = "fit";
-};
-[[nodiscard]] Facts List(const std::string& moment, const ListContents& contents);
+// These facts of a moment.
+[[nodiscard]] Facts At(const std::string& moment, const std::vector<std::string>& facts);
 
 // What a batch asks of the power management and of the taskbar, in which `done` of the `rows` were converted.
 [[nodiscard]] Facts BatchOf(int rows, int done);
 
-// A run in which nothing is asked of the user or of the system, and nothing is left behind.
-[[nodiscard]] Facts QuietRun();
+// A run in which nothing is asked of the user or of the system and nothing is left behind, but for these
+// facts, of which later ones win.
+[[nodiscard]] Facts Usually(std::initializer_list<Facts> differences);
 
-// The same of a run that ends its process, after which nothing can be counted.
-[[nodiscard]] Facts QuietRunToTheEndOfTheProcess();
+// The converter's start for C:\in\a.pdf with its console shown, as a line of "starts", and hidden.
+[[nodiscard]] std::string ShownStart(const std::string& djvu = "C:\\in\\a.djvu",
+                                     const std::string& folder = "~");
+[[nodiscard]] std::string HiddenStart();
 
-// Later ones win.
-[[nodiscard]] Facts Together(std::initializer_list<Facts> parts);
+// The messages of a batch whose converter cannot be started.
+[[nodiscard]] std::string StartFailure(DWORD error);
 
 // The record that the log gets for a file that took `duration`, with a rule of `rule` asterisks.
 [[nodiscard]] std::string LogRecord(const std::string& duration, std::size_t rule);

@@ -1,9 +1,10 @@
-// One file with its console shown, converted into an output folder.
+// Files with their consoles shown: one that is converted into an output folder, and two for the first of
+// which the interpreter cannot be started.
 #include "tests/faults/scenarios/scenarios.h"
 
 namespace {
 
-void Use(User& user, CallWatch& watch, Facts& facts) {
+void ConvertIntoFolder(User& user, CallWatch& watch, Facts& facts) {
     OpenWithFiles(user, {L"C:\\in\\a.pdf"});
     user.Press(IDC_OUTPUT_FOLDER_CHECK);
     user.SetText(IDC_OUTPUT_FOLDER, user.Program().ThePlatform().Folder().c_str());
@@ -12,84 +13,97 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     user.WaitForConverter(1);
     AddControlFacts(user, "running", facts);
     user.Program().ThePlatform().EndConverters(0);
-    user.WaitForWorkers();
-    watch.End();
-    AddControlFacts(user, "done", facts);
-    AddListFacts(user, "done", facts);
+    WaitForEndOfBatch(user, watch, facts);
 }
 
-constexpr char kFinished[] = "information main Conversion terminée !";
-
-// The converter's output path in the output folder, which is the program's own here.
-std::string Start(const std::string& output, const std::string& folder = "~") {
-    return "visible a.pdf in " + folder + ": /C \"pdf2djvu.exe -o \"" + output + "\" -v  \"C:\\in\\a.pdf\"\"";
+void FailToStart(User& user, CallWatch& watch, Facts& facts) {
+    OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    // What comes before is the same as in a batch that goes well.
+    watch.At("CreateProcessW", 1, [&] { watch.Begin(); });
+    user.Press(IDOK);
+    WaitForEndOfBatch(user, watch, facts);
 }
 
 Rule NotStarted(const std::string& call, DWORD error, const std::string& starts) {
-    return {.call = call,
-            .why = "a converter that cannot be started is reported, and ends the batch",
-            .changes = {Becomes("messages", Exactly("error main Erreur CreateProcess :  " +
-                                                    SystemText(error) + '\n' + kFinished)),
-                        Becomes("done.durations", "00:00:00"), Becomes("starts", Exactly(starts)),
-                        Becomes("taskbar", "0 of 1\nnone"), MayBeOver("running", "done")}};
+    return When(call, "a converter that cannot be started is reported, and ends the batch",
+                Joined({{Becomes("messages", StartFailure(error)), "done.durations: 00:00:00",
+                         Becomes("starts", starts), "taskbar: 0 of 1\nnone"},
+                        NothingToLookOnAt()}));
 }
 
-std::vector<Rule> Rules() {
+std::vector<Rule> FolderRules() {
     return {
         NotStarted("worker CreateProcessW #1", ERROR_FILE_NOT_FOUND, ""),
-        NotStarted("worker SHGetFolderPathW #1", ERROR_FILE_NOT_FOUND, Start("~\\a.djvu")),
-        NotStarted("worker GetModuleFileNameW #1", ERROR_DIRECTORY, Start("~\\a.djvu", "")),
-        NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, Start("~\\a.djvu", "~\\Talvenor.exe")),
-        {.call = "worker (WaitForSingleObject|GetExitCodeProcess) #1",
-         .why = "what is not known to have gone well has not",
-         .changes = {Becomes("messages", ""), Becomes("done.durations", Exactly("*** Annulé !")),
-                     Becomes("taskbar", "0 of 1\nnone"), MayBeOver("running", "done")}},
-        {.call = "ui (GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) #1",
-         .why = "the edit that is left seems empty, which turns the option off",
-         .changes = {Becomes("starts", Exactly(Start("C:\\in\\a.djvu"))),
-                     Becomes("(running|done).1026", "[E-]S")}},
-        {.call = "ui ((GetDlgItem main 1027|GetWindowTextLengthW 1027|GetWindowTextW 1027) "
-                 "#2|PathIsDirectoryW #.)",
-         .why = "a folder that is none starts no batch",
-         .changes = {Becomes("messages", "error main Le dossier de destination est incorrect !"),
-                     Becomes("starts", ""), Becomes("done.durations", ""), Becomes("taskbar", ""),
-                     Becomes("awakeCalls", ""), MayBeOver("running", "done"), Becomes("done.columns", "fit"),
-                     MayDiffer("done\\.(1022|1026|1027|1028)", "enabled")}},
-        {.call = "ui IsDlgButtonChecked main 1026 #1",
-         .why = "the folder is not looked at before the batch, which is what would have found it bad"},
-        {.call = "ui IsDlgButtonChecked main 1026 #3",
-         .why = "the file goes beside its PDF",
-         .changes = {Becomes("starts", Exactly(Start("C:\\in\\a.djvu")))}},
-        {.call = "ui (GetDlgItem main|GetWindowTextLengthW|GetWindowTextW) 1027 #3",
-         .why = "a folder that cannot be read is empty",
-         .changes = {Becomes("starts", Exactly(Start("a.djvu")))}},
-        {.call = "worker GetDlgItem main 1027 #.",
-         .why = "an edit that is not reached stays as it was",
-         .changes = {MayDiffer("\\w+\\.1027", "enabled")}},
-        {.call = "ui PathRenameExtensionW #1",
-         .why = "a path that the system refuses stays as it is",
-         .changes = {Becomes("starts", Exactly(Start("~\\a.pdf")))}},
-        {.call = "ui PathAppendW a.djvu #1",
-         .why = "what cannot be joined is what the system leaves: nothing",
-         .changes = {Becomes("starts", Exactly(Start("")))}},
-        {.call = "(worker|ui) IsDlgButtonChecked main 1019 #.", .why = "it is not checked"},
-        {.call = "worker (MessageBoxW|malloc for a message's text) #.",
-         .why = "the end is not reported",
-         .changes = {Becomes("messages", "")}},
+        NotStarted("worker SHGetFolderPathW #1", ERROR_FILE_NOT_FOUND, ShownStart("~\\a.djvu")),
+        NotStarted("worker GetModuleFileNameW #1", ERROR_DIRECTORY, ShownStart("~\\a.djvu", "")),
+        NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY,
+                   ShownStart("~\\a.djvu", "~\\Talvenor.exe")),
+        When("worker (WaitForSingleObject|GetExitCodeProcess) #1",
+             "what is not known to have gone well has not",
+             Joined({{"messages: ", "done.durations: *** Annulé !", "taskbar: 0 of 1\nnone"},
+                     NothingToLookOnAt()})),
+        When("ui (GetDlgItem main|GetWindowText(Length)?W) OUTPUT_FOLDER #1",
+             "the edit that is left seems empty, which turns the option off",
+             {Becomes("starts", ShownStart()), BecomesLike("(running|done).OUTPUT_FOLDER_CHECK", "[E-]S")}),
+        When("ui ((GetDlgItem main|GetWindowText(Length)?W) OUTPUT_FOLDER #2|PathIsDirectoryW #.)",
+             "a folder that is none starts no batch",
+             {"messages: error main Le dossier de destination est incorrect !",
+              "starts: ", "done.durations: ", "taskbar: ", "awakeCalls: ", MayBeOver("running", "done"),
+              "done.columns: fit",
+              MayDiffer("done.(OPEN_DESTINATION|OUTPUT_FOLDER_CHECK|OUTPUT_FOLDER|BROWSE)", "enabled")}),
+        When("ui IsDlgButtonChecked main OUTPUT_FOLDER_CHECK #1",
+             "the folder is not looked at before the batch, which is what would have found it bad"),
+        When("ui IsDlgButtonChecked main OUTPUT_FOLDER_CHECK #3", "the file goes beside its PDF",
+             {Becomes("starts", ShownStart())}),
+        When("ui (GetDlgItem main|GetWindowText(Length)?W) OUTPUT_FOLDER #3",
+             "a folder that cannot be read is empty", {Becomes("starts", ShownStart("a.djvu"))}),
+        When("worker GetDlgItem main OUTPUT_FOLDER #.", "an edit that is not reached stays as it was",
+             {MayDiffer("\\w+.OUTPUT_FOLDER", "enabled")}),
+        When("ui PathRenameExtensionW #1", "a path that the system refuses stays as it is",
+             {Becomes("starts", ShownStart("~\\a.pdf"))}),
+        When("ui PathAppendW a.djvu #1", "what cannot be joined is what the system leaves: nothing",
+             {Becomes("starts", ShownStart(""))}),
+        When("(worker|ui) IsDlgButtonChecked main HIDE_OUTPUT #.", "it is not checked"),
+    };
+}
+
+std::vector<Rule> FailureRules() {
+    const std::string description = SystemText(ERROR_FILE_NOT_FOUND);
+    const std::string failure = "error main Erreur CreateProcess :  " + description + '\n';
+    const std::string finished = std::string("\n") + kFinished;
+    return {
+        When("worker (FindResourceExW 9|LoadResource|LockResource) #1",
+             "without its own the message has the usual prefix",
+             {Reads("messages", "Err : ", "Erreur CreateProcess :  ")}),
+        When("worker FormatMessageW #1", "without the system's description the prefix is alone",
+             {Loses("messages", description)}),
+        When("worker CreateProcessW #1", "it fails anyway", {"starts: "}),
+        When("worker MessageBoxW #1", "the failure is not reported", {Loses("messages", failure)}),
+        When("worker MessageBoxW #2", "the end is not reported", {Loses("messages", finished)}),
+        When("worker malloc for a message's text #.", "one of the two is not reported",
+             {May(Loses("messages", failure)), May(Loses("messages", finished))}),
     };
 }
 
 }  // namespace
 
-Scenario VisibleBatchScenario() {
-    return {"visible_batch", [](Platform& platform) { platform.converters = {{.held = true}}; }, &Use,
-            Together({QuietRun(),
-                      BatchOf(1, 1),
-                      RunningControls("running"),
-                      {{"running.1026", "-S C"}, {"running.1027", "-S ~"}},
-                      ControlsAfterBatch("done"),
-                      {{"done.1026", "ES C"}, {"done.1027", "ES ~"}},
-                      List("done", {"C:\\in\\a.pdf", "00:00:07", -1, "fit with durations"}),
-                      {{"starts", Start("~\\a.djvu")}, {"messages", kFinished}}}),
-            Joined({Rules(), BatchRules()})};
+std::vector<Scenario> VisibleBatchScenarios() {
+    return {
+        {.name = "visible_batch",
+         .prepare = [](Platform& platform) { platform.converters = {{.held = true}}; },
+         .use = &ConvertIntoFolder,
+         .usual = Usually({BatchOf(1, 1),
+                           Running("running", {"OUTPUT_FOLDER_CHECK: -S C", "OUTPUT_FOLDER: -S ~"}),
+                           AfterBatch("done", {"OUTPUT_FOLDER_CHECK: ES C", "OUTPUT_FOLDER: ES ~",
+                                               "rows: C:\\in\\a.pdf", "durations: 00:00:07"}),
+                           {{"starts", ShownStart("~\\a.djvu")}, {"messages", kFinished}}}),
+         .rules = Joined({FolderRules(), BatchRules()})},
+        {.name = "converter_not_started",
+         .prepare = [](Platform& platform) { platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}}; },
+         .use = &FailToStart,
+         .usual = Usually({BatchOf(2, 0),
+                           AfterBatch("done", {kTwoRows, "durations: 00:00:00\n"}),
+                           {{"starts", ShownStart()}, {"messages", StartFailure(ERROR_FILE_NOT_FOUND)}}}),
+         .rules = Joined({FailureRules(), BatchRules()})},
+    };
 }

@@ -7,14 +7,13 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <set>
 #include <string>
 
 namespace {
 
 std::set<std::string> ImportsOfTheProgram() {
-    const std::wstring program = std::filesystem::path(TestFolder()) / TALVENOR_PROGRAM;
+    const std::wstring program = TestFolder() / TALVENOR_PROGRAM;
     // Mapped as an image and nothing more: none of its code runs.
     const HMODULE image = ::LoadLibraryExW(program.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
     if (!image) throw std::runtime_error("the built program cannot be mapped");

@@ -13,49 +13,46 @@
 
 namespace {
 
-// A sweeping process watches its own runs; this is for one that does not even get there.
-constexpr char kTestProgram[] = "fault_test.exe";
-constexpr DWORD kLongestProcessMs = 30 * 60 * 1000;
+// A sweeping process watches its own runs; these are for one that does not even get there.
+constexpr std::chrono::minutes kLongestSweep{30};
+constexpr std::chrono::minutes kLongestRecording{2};
 
-constexpr DWORD kLongestRecordingMs = 120'000;
+DWORD RunProcess(const std::string& arguments, const TemporaryFolder& folder,
+                 std::chrono::milliseconds limit) {
+    return RunChildProcess("fault_test.exe", {arguments.begin(), arguments.end()}, limit, folder.Path());
+}
 
 RecordedCalls Record(const Scenario& scenario) {
     const TemporaryFolder folder;
-    const DWORD code = RunChildProcess(kTestProgram, {kRecordArgument, scenario.name, folder.Path().string()},
-                                       kLongestRecordingMs);
+    const DWORD code = RunProcess(kRecordArgument + scenario.name, folder, kLongestRecording);
     if (code != kDone)
         throw std::runtime_error(scenario.name + " cannot be recorded: " + std::to_string(code));
     return {ReadCalls(folder.Path() / kCallsFile), ReadLines(folder.Path() / kDifferencesFile)};
 }
 
-std::string Hex(DWORD value) {
-    std::array<char, 16> text{};
-    ::wsprintfA(text.data(), "0x%08X", value);
-    return text.data();
+void TakeVerdict(const Scenario& scenario, const CallKey& call, const std::string& verdict,
+                 SweepResult& result) {
+    const Rule* const rule = FindRule(scenario, call);
+    if (verdict == kNotReached) {
+        result.notReached.push_back(call);
+    } else if (rule && rule->endsWithException != 0) {
+        result.findings.push_back({call, "the program goes on\n" + verdict});
+    } else if (!verdict.empty()) {
+        result.findings.push_back({call, verdict});
+    }
 }
 
 // What the end of the process says about the run that it did not survive.
 void JudgeEnd(const Scenario& scenario, const CallKey& call, DWORD code, SweepResult& result) {
     const Rule* const rule = FindRule(scenario, call);
-    const DWORD wanted = rule ? rule->endsWithException : 0;
-    if (wanted != 0 && code == wanted) {
+    if (rule && rule->endsWithException != 0 && code == rule->endsWithException) {
         ++result.endedTheProgram;
         return;
     }
-    const std::string end =
-        code == kEndedForTime ? "the run hangs" : "the process ended with code " + Hex(code);
-    result.findings.push_back({call, end});
-}
-
-void TakeVerdict(const Scenario& scenario, const CallKey& call, const Verdict& verdict, SweepResult& result) {
-    const Rule* const rule = FindRule(scenario, call);
-    if (verdict.kind == Verdict::Kind::NotReached) {
-        result.notReached.push_back(call);
-    } else if (rule && rule->endsWithException != 0) {
-        result.findings.push_back({call, "the program goes on\n" + verdict.text});
-    } else if (verdict.kind == Verdict::Kind::Wrong) {
-        result.findings.push_back({call, verdict.text});
-    }
+    std::array<char, 64> end{};
+    ::wsprintfA(end.data(), code == kEndedForTime ? "the run hangs" : "the process ended with code 0x%08X",
+                code);
+    result.findings.push_back({call, end.data()});
 }
 
 }  // namespace
@@ -71,26 +68,22 @@ SweepResult Sweep(const Scenario& scenario, const std::vector<CallKey>& calls) {
     const TemporaryFolder folder;
     WriteCalls(folder.Path() / kCallsFile, calls);
     SweepResult result;
-    for (std::size_t next = 0; next < calls.size();) {
-        const DWORD code = RunChildProcess(
-            kTestProgram, {kSweepArgument, scenario.name, folder.Path().string(), std::to_string(next)},
-            kLongestProcessMs);
-        const Verdicts verdicts = ReadVerdicts(folder.Path() / kVerdictsFile);
-        if (!verdicts.begun || *verdicts.begun < next) {
-            throw std::runtime_error("a sweeping process ended before its first run: " + Hex(code));
+    while (result.runs < calls.size()) {
+        const std::size_t first = result.runs;
+        const std::string arguments = kSweepArgument + scenario.name + ' ' + std::to_string(first);
+        const DWORD code = RunProcess(arguments, folder, kLongestSweep);
+        const std::vector<std::string> verdicts = ReadLines(folder.Path() / kVerdictsFile);
+        for (; result.runs < verdicts.size(); ++result.runs) {
+            TakeVerdict(scenario, calls.at(result.runs), verdicts[result.runs], result);
         }
-        // Runs from `next` to the last that began have taken place; that one may lack its verdict.
-        for (; next <= *verdicts.begun; ++next) {
+        if (code == kDone || code == kProcessSpent) {
+            if (result.runs == first || (code == kDone && result.runs < calls.size()))
+                throw std::runtime_error("a sweep ended too early");
+        } else if (result.runs < calls.size()) {
+            JudgeEnd(scenario, calls[result.runs], code, result);
+            AppendLine(folder.Path() / kVerdictsFile, "its process ended");
             ++result.runs;
-            const auto verdict = verdicts.given.find(next);
-            if (verdict != verdicts.given.end()) {
-                TakeVerdict(scenario, calls[next], verdict->second, result);
-            } else {
-                JudgeEnd(scenario, calls[next], code, result);
-            }
         }
-        if (code == kDone && next < calls.size()) throw std::runtime_error("a sweep ended too early");
     }
-    result.failed = calls.size() - result.notReached.size();
     return result;
 }

@@ -19,7 +19,6 @@ struct Finding {
 };
 
 struct SweepResult {
-    std::size_t failed = 0;  // calls
     std::size_t runs = 0;
     std::size_t endedTheProgram = 0;  // runs that ended the process as they must: without memory
     std::vector<CallKey> notReached;

@@ -6,7 +6,6 @@
 #include "tests/faults/sweep/sweep_files.h"
 
 #include <windows.h>
-#include <shellapi.h>
 
 #include <algorithm>
 #include <atomic>
@@ -50,13 +49,6 @@ const Scenario& ScenarioOf(std::string_view name) {
     return *found;
 }
 
-Verdict VerdictOf(const Scenario& scenario, const CallKey& call, const ScenarioRun& run) {
-    if (!run.reached) return {Verdict::Kind::NotReached, {}};
-    const std::vector<std::string> wrong = Judge(scenario, call, run.facts);
-    if (wrong.empty()) return {};
-    return {Verdict::Kind::Wrong, Lines(wrong)};
-}
-
 bool LeavesSomething(const Facts& facts) {
     const auto differs = [&](const char* fact) { return facts.contains(fact) && facts.at(fact) != "0"; };
     return differs("handles") || differs("gdi") || differs("windows");
@@ -75,35 +67,27 @@ ScenarioRun RunUntilSettled(const Scenario& scenario, const std::optional<CallKe
     return run;
 }
 
-// The system's code page need not have what is in a path.
-std::wstring WideArgument(int index) {
-    int count = 0;
-    wchar_t** const arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-    std::wstring argument = index < count ? arguments[index] : L"";
-    ::LocalFree(arguments);
-    return argument;
-}
-
 int Record(const Scenario& scenario, const std::filesystem::path& folder) {
     ScenarioRun run = RunScenario(scenario, std::nullopt);
     // The second run: what the system takes once in a process for all windows to come is not a run's.
     if (!run.processIsSpent) run = RunUntilSettled(scenario, std::nullopt);
     WriteCalls(folder / kCallsFile, run.calls);
-    WriteLines(folder / kDifferencesFile, Judge(scenario, std::nullopt, run.facts));
+    for (const std::string& difference : Judge(scenario, std::nullopt, run.facts)) {
+        AppendLine(folder / kDifferencesFile, difference);
+    }
     return kDone;
 }
 
 int Sweep(const Scenario& scenario, const std::filesystem::path& folder, std::size_t first) {
     const std::vector<CallKey> calls = ReadCalls(folder / kCallsFile);
-    const VerdictWriter verdicts(folder / kVerdictsFile);
     // First a run that does not count, unless each spends its process; in such nothing is counted anyway.
     if (!scenario.spendsItsProcess && RunScenario(scenario, std::nullopt).processIsSpent)
         return kProcessSpent;
     for (std::size_t i = first; i < calls.size(); ++i) {
         g_runBegan = ::GetTickCount64();
-        verdicts.Begin(i);
         const ScenarioRun run = RunUntilSettled(scenario, calls[i]);
-        verdicts.End(i, VerdictOf(scenario, calls[i], run));
+        AppendLine(folder / kVerdictsFile,
+                   run.reached ? Lines(Judge(scenario, calls[i], run.facts)) : kNotReached);
         if (run.processIsSpent) return kProcessSpent;
     }
     return kDone;
@@ -112,18 +96,16 @@ int Sweep(const Scenario& scenario, const std::filesystem::path& folder, std::si
 }  // namespace
 
 std::optional<int> RunAsSweepProcess(int argc, char** argv) {
-    const std::string task = argc >= 4 ? argv[1] : "";
+    const std::string task = argc >= 3 ? std::string(argv[1]) + ' ' : "";
     const bool records = task == kRecordArgument;
-    if (!records && (task != kSweepArgument || argc != 5)) return std::nullopt;
+    if (!records && (task != kSweepArgument || argc != 4)) return std::nullopt;
     g_runBegan = ::GetTickCount64();
     ::CloseHandle(::CreateThread(nullptr, 0, &Watchdog, nullptr, 0, nullptr));
     ::AddVectoredExceptionHandler(1, &EndAtCrash);
     const Scenario& scenario = ScenarioOf(argv[2]);
-    const std::filesystem::path folder = WideArgument(3);
-    // What a run leaves behind that its process does not survive goes with the folder.
-    ::SetEnvironmentVariableW(L"TMP", folder.c_str());
+    const std::filesystem::path folder = std::filesystem::temp_directory_path();
     const int result =
-        records ? Record(scenario, folder) : Sweep(scenario, folder, std::strtoul(argv[4], nullptr, 10));
+        records ? Record(scenario, folder) : Sweep(scenario, folder, std::strtoul(argv[3], nullptr, 10));
     // Threads of a program that hangs may still run: no clean-up that they could disturb.
     ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(result));
     return result;

@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
+#include <functional>
 #include <set>
 
 namespace {
@@ -26,37 +29,25 @@ std::vector<CallKey> CallsToFail(const std::vector<CallKey>& recorded) {
     return chosen;
 }
 
-// The figures of a sweep, or of all.
-struct Figures {
-    std::string scenario;
-    std::size_t recorded = 0, failed = 0, runs = 0, endedTheProgram = 0, notReached = 0, findings = 0;
+// The figures of a sweep, or of all: calls, failed, runs, out of memory, not reached, findings.
+using Figures = std::array<std::size_t, 6>;
 
-    void Add(std::size_t calls, const SweepResult& result) {
-        recorded += calls;
-        failed += result.failed;
-        runs += result.runs;
-        endedTheProgram += result.endedTheProgram;
-        notReached += result.notReached.size();
-        findings += result.findings.size();
-    }
-    void Print() const {
-        std::printf("[ figures  ] %-22s %8zu %8zu %8zu %14zu %11zu %9zu\n", scenario.c_str(), recorded,
-                    failed, runs, endedTheProgram, notReached, findings);
-    }
-};
+void Print(const std::string& scenario, const Figures& figures) {
+    std::printf("[ figures  ] %-22s %8zu %8zu %8zu %14zu %11zu %9zu\n", scenario.c_str(), figures[0],
+                figures[1], figures[2], figures[3], figures[4], figures[5]);
+}
 
 class FaultSweep : public testing::TestWithParam<std::size_t> {
 protected:
     static void SetUpTestSuite() {
-        s_all.scenario = "all";
         std::printf("[ figures  ] %-22s %8s %8s %8s %14s %11s %9s\n", "Scenario", "calls", "failed", "runs",
                     "out of memory", "not reached", "findings");
     }
-    static void TearDownTestSuite() { s_all.Print(); }
+    static void TearDownTestSuite() { Print("all", s_all); }
 
     [[nodiscard]] static const Scenario& TheScenario() { return AllScenarios()[GetParam()]; }
 
-    static inline Figures s_all;
+    static inline Figures s_all = {};
 };
 
 TEST_P(FaultSweep, ComesToWhatIsPromisedWhicheverCallFails) {
@@ -65,17 +56,20 @@ TEST_P(FaultSweep, ComesToWhatIsPromisedWhicheverCallFails) {
     for (const std::string& difference : recorded.differences) {
         ADD_FAILURE() << "when nothing fails: " << difference;
     }
-    const SweepResult result = Sweep(scenario, CallsToFail(recorded.calls));
+    const std::vector<CallKey> calls = CallsToFail(recorded.calls);
+    const SweepResult result = Sweep(scenario, calls);
     for (const Finding& finding : result.findings) {
         ADD_FAILURE() << "when it fails: " << finding.call.Text() << '\n' << finding.text;
     }
     for (const CallKey& call : result.notReached) {
         EXPECT_TRUE(kFollowTraffic.contains(call.Function())) << "not made again: " << call.Text();
     }
-    Figures figures{.scenario = scenario.name};
-    figures.Add(recorded.calls.size(), result);
-    figures.Print();
-    s_all.Add(recorded.calls.size(), result);
+    const std::size_t notReached = result.notReached.size();
+    const Figures figures = {
+        recorded.calls.size(), calls.size() - notReached, result.runs, result.endedTheProgram, notReached,
+        result.findings.size()};
+    Print(scenario.name, figures);
+    std::transform(figures.begin(), figures.end(), s_all.begin(), s_all.begin(), std::plus<>());
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenarios, FaultSweep, testing::Range(std::size_t{0}, AllScenarios().size()),

@@ -14,7 +14,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <random>
 #include <string>
 
@@ -32,11 +31,10 @@ protected:
 
     [[nodiscard]] std::wstring Record() const { return platform.File(L"runs.txt"); }
     [[nodiscard]] static std::wstring Equipment(const wchar_t* name) {
-        return std::filesystem::path(TestFolder()) / TALVENOR_EQUIPMENT / name;
+        return TestFolder() / TALVENOR_EQUIPMENT / name;
     }
 
-    // A batch that has been stopped, at the moment when its worker waits, or has just ceased to. `atStop`
-    // runs between the answer to the question and the end.
+    // A batch that has been stopped, at the moment when its worker waits, or has just ceased to.
     void QuitAfterStop(DWORD delayMs) {
         std::filesystem::remove(Record());
         const driver::Program program(platform.File(L"Talvenor.exe"), options);
@@ -85,14 +83,6 @@ TEST_F(QuitRace, ConverterEndsByItself) {
         options.environment[L"TALVENOR_STANDIN_MS"] = std::to_wstring(runs(random));
         QuitAfterStop(delay(random));
     }
-}
-
-// The converter outlives the program by far: the worker never wakes.
-TEST_F(QuitRace, ConverterGoesOn) {
-    std::filesystem::copy_file(Equipment(L"stand_in_converter.exe"), platform.File(L"pdf2djvu.exe"),
-                               std::filesystem::copy_options::overwrite_existing);
-    options.environment[L"TALVENOR_STANDIN_MS"] = L"60000";
-    QuitAfterStop(0);
 }
 
 }  // namespace

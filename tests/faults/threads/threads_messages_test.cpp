@@ -2,55 +2,32 @@
 // on.
 #include "tests/faults/threads/threads_fixture.h"
 
-#include "res/resource.h"
-
-#include <array>
-
 namespace {
 
 using testing::ElementsAre;
 using testing::SizeIs;
 
-struct Search {
-    const std::wstring& part;
-    HWND found;
-};
-
-BOOL CALLBACK LookAtLabel(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    std::array<wchar_t, 1000> text{};
-    User::Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-    if (std::wstring(text.data()).find(search.part) == std::wstring::npos) return TRUE;
-    search.found = ::GetParent(window);
-    return FALSE;
-}
-
-BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(window, &owner);
-    std::array<wchar_t, 16> name{};
-    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    const bool isDialog = owner == ::GetCurrentProcessId() && std::wstring(name.data()) == L"#32770";
-    if (isDialog && ::IsWindowVisible(window)) ::EnumChildWindows(window, &LookAtLabel, parameter);
-    return reinterpret_cast<Search*>(parameter)->found == nullptr;
+bool HasLabel(HWND window, const std::string& part) {
+    for (HWND label = nullptr; (label = ::FindWindowExW(window, label, L"Static", nullptr)) != nullptr;) {
+        if (User::TextOf(label).find(part) != std::string::npos) return true;
+    }
+    return false;
 }
 
 // Waits for the message box of this process whose text contains `part`.
-HWND WaitForMessageBox(const std::wstring& part) {
-    Search search = {part, nullptr};
+HWND WaitForMessageBox(const std::string& part) {
+    HWND found = nullptr;
     WaitUntil("a message box is shown", [&] {
-        ::EnumWindows(&LookAtWindow, reinterpret_cast<LPARAM>(&search));
-        return search.found != nullptr;
+        found =
+            FindOwnWindow([&](HWND window) { return ::IsWindowVisible(window) && HasLabel(window, part); });
+        return found != nullptr;
     });
-    return search.found;
+    return found;
 }
 
-// Presses a button and waits until the message box is gone. One with one button has only IDOK to press.
+// Presses a button and waits until the message box is gone.
 void AnswerMessageBox(HWND messageBox, int buttonId) {
-    HWND button = driver::FindControl(messageBox, buttonId);
-    if (!button)
-        button = ::FindWindowExW(messageBox, nullptr, L"Button", nullptr);  // the only one, of any number
-    ::PostMessageW(button, BM_CLICK, 0, 0);
+    driver::PressDialogButton(messageBox, buttonId);
     WaitUntil("a message box is gone", [&] { return !::IsWindow(messageBox); });
 }
 
@@ -58,28 +35,17 @@ void AnswerMessageBox(HWND messageBox, int buttonId) {
 class OpenQuestion {
 public:
     explicit OpenQuestion(const User& user)
-        : m_stop(user.Control(IDCANCEL)), m_thread(::CreateThread(nullptr, 0, &Press, this, 0, nullptr)) {
-        m_message = WaitForMessageBox(L"Un traitement est en cours.");
-    }
-    OpenQuestion(const OpenQuestion&) = delete;
-    OpenQuestion& operator=(const OpenQuestion&) = delete;
-    ~OpenQuestion() { ::CloseHandle(m_thread); }
+        : m_press(user.Control(IDCANCEL)), m_message(WaitForMessageBox("Un traitement est en cours.")) {}
 
     void Answer(int buttonId) const {
         AnswerMessageBox(m_message, buttonId);
         // What the answer sets off is done when the press is over.
-        WaitUntil("the press is over", [&] { return ::WaitForSingleObject(m_thread, 0) == WAIT_OBJECT_0; });
+        WaitUntil("the press is over", [&] { return m_press.IsOver(); });
     }
 
 private:
-    static DWORD WINAPI Press(void* self) {
-        ::SendMessageW(static_cast<OpenQuestion*>(self)->m_stop, BM_CLICK, 0, 0);
-        return 0;
-    }
-
-    HWND m_stop;
-    HANDLE m_thread;
-    HWND m_message = nullptr;
+    LongPress m_press;
+    HWND m_message;
 };
 
 class ThreadsAndMessages : public ThreadsFixture {
@@ -101,8 +67,8 @@ protected:
         AnswerMessageBox(failure, IDOK);
     }
 
-    static constexpr wchar_t kFinishedText[] = L"Conversion terminée !";
-    static constexpr wchar_t kFailedText[] = L"Erreur CreateProcess :";
+    static constexpr char kFinishedText[] = "Conversion terminée !";
+    static constexpr char kFailedText[] = "Erreur CreateProcess :";
 };
 
 TEST_F(ThreadsAndMessages, StopWhileTheStartFailureIsReported) {
@@ -123,6 +89,8 @@ TEST_F(ThreadsAndMessages, NoWhileTheStartFailureIsReportedLetsTheBatchEndAsItDo
 struct Answer {
     const char* name;
     int button;
+
+    friend void PrintTo(const Answer& answer, std::ostream* out) { *out << answer.name; }
 };
 
 class QuestionThatOutlivesTheBatch : public ThreadsAndMessages, public testing::WithParamInterface<Answer> {};
@@ -139,7 +107,7 @@ TEST_P(QuestionThatOutlivesTheBatch, ChangesNothing) {
     question.Answer(GetParam().button);
     EXPECT_THAT(Messages(), ElementsAre(kQuestion, kFinished));
     EXPECT_EQ(Durations(), "00:00:07");
-    EXPECT_THAT(CloseRequests(), SizeIs(0));
+    EXPECT_THAT(platform.Requests("closing"), SizeIs(0));
 }
 
 INSTANTIATE_TEST_SUITE_P(BothAnswers, QuestionThatOutlivesTheBatch,
@@ -158,8 +126,7 @@ protected:
     }
     // Nothing is sent to a real system; this is whether it would have been asked.
     [[nodiscard]] bool AsksForShutdown() const {
-        const auto requests = platform.Requests(Platform::Request::Shutdown);
-        return std::find(requests.begin(), requests.end(), "request") != requests.end();
+        return testing::Matches(testing::Contains("request"))(platform.Requests("shutdowns"));
     }
 
     HWND countdown = nullptr;

@@ -2,8 +2,6 @@
 // a call while the user acts.
 #include "tests/faults/threads/threads_fixture.h"
 
-#include "res/resource.h"
-
 namespace {
 
 using testing::ElementsAre;
@@ -18,6 +16,8 @@ struct StopCase {
     std::size_t starts;
     const char* durations;
     bool runs;  // the interpreter, as far as the program can know
+
+    friend void PrintTo(const StopCase& row, std::ostream* out) { *out << "stopped at " << row.call; }
 };
 
 class ThreadsAtAStop : public ThreadsFixture, public testing::WithParamInterface<StopCase> {};
@@ -29,20 +29,22 @@ TEST_P(ThreadsAtAStop, KeepWhatIsDoneAndLookForAnInterpreterOnlyWhileItRuns) {
     user.Press(IDOK);
     gate.WaitForArrival();
     Stop();
-    EXPECT_EQ(platform.TaskbarShows(), "") << "gone at once";
+    EXPECT_EQ(platform.Fact("shown"), "") << "gone at once";
     gate.Open();
     user.WaitForWorkers();
-    EXPECT_THAT(Starts(), SizeIs(GetParam().starts));
+    EXPECT_THAT(platform.Requests("starts"), SizeIs(GetParam().starts));
     EXPECT_EQ(Durations(), GetParam().durations);
     EXPECT_THAT(Messages(), ElementsAre(kQuestion));
     if (GetParam().runs) {
-        EXPECT_THAT(Searches(), ElementsAre("1"));
-        EXPECT_THAT(platform.Requests(Platform::Request::Job), ElementsAre(HasSubstr("C000013A:")));
+        EXPECT_THAT(platform.Requests("searches"), ElementsAre("1"));
+        EXPECT_THAT(platform.Requests("jobs"), ElementsAre(HasSubstr("C000013A:")));
     } else {
-        ExpectNothingSentToAnybody();
+        for (const char* const request : {"searches", "closing", "jobs"}) {
+            EXPECT_THAT(platform.Requests(request), SizeIs(0)) << request;
+        }
     }
     user.WaitForPosted();
-    EXPECT_EQ(platform.TaskbarShows(), "") << "what the worker still had to report came too late";
+    EXPECT_EQ(platform.Fact("shown"), "") << "what the worker still had to report came too late";
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -56,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
         StopCase{"TakingTheTime", "worker GetTickCount", 2, 1, "*** Annulé !\n", false},
         StopCase{"KillingTheTimer", "worker KillTimer main 2", 1, 1, "*** Annulé !\n", false},
         StopCase{"EndingTheRow", "worker SendMessageW other step", 2, 1, "00:00:07\n", false},
-        StopCase{"AfterTheLastRow", "worker IsDlgButtonChecked main 1038", 1, 2, "00:00:07\n00:00:07",
+        StopCase{"AfterTheLastRow", "worker IsDlgButtonChecked main SHUT_DOWN", 1, 2, "00:00:07\n00:00:07",
                  false}),
     [](const auto& one) { return std::string(one.param.name); });
 
@@ -77,7 +79,7 @@ TEST_F(Threads, SecondConvertBeforeTheFirstWorkerRunsMakesASecondWorker) {
     EXPECT_THAT(Messages(), ElementsAre(kFinished));
     second.Open();
     user.WaitForWorkers();
-    EXPECT_THAT(Starts(), SizeIs(2));
+    EXPECT_THAT(platform.Requests("starts"), SizeIs(2));
     EXPECT_THAT(Messages(), ElementsAre(kFinished, kFinished));
     EXPECT_EQ(Durations(), "00:00:07");
 }
@@ -94,7 +96,7 @@ TEST_F(Threads, TwoWorkersAtTheSameFilesBothComeToAnEnd) {
     second.Open();
     user.WaitForWorkers();
     // Which of them ends the other is open. Each converts at least one file, or finds the batch over.
-    EXPECT_THAT(Starts().size(), testing::AllOf(testing::Ge(3u), testing::Le(6u)));
+    EXPECT_THAT(platform.Requests("starts").size(), testing::AllOf(testing::Ge(3u), testing::Le(6u)));
     EXPECT_THAT(Messages(), testing::Each(kFinished));
     EXPECT_THAT(Messages().size(), testing::AllOf(testing::Ge(1u), testing::Le(2u)));
 }
