@@ -68,14 +68,14 @@ void Platform::AddObjects(Doubles& doubles) {
     };
     s_taskbar.SetProgressValue = [](ITaskbarList3* self, HWND window, ULONGLONG done,
                                     ULONGLONG all) -> HRESULT {
-        if (IsToFail("ITaskbarList3::SetProgressValue")) return E_FAIL;
-        if (!static_cast<Taskbar*>(self)->isReady) return E_FAIL;
+        if (IsToFail("ITaskbarList3::SetProgressValue") || !static_cast<Taskbar*>(self)->isReady)
+            return E_FAIL;
         Current().Show(window, std::to_string(done) + " of " + std::to_string(all));
         return S_OK;
     };
     s_taskbar.SetProgressState = [](ITaskbarList3* self, HWND window, TBPFLAG state) -> HRESULT {
-        if (IsToFail("ITaskbarList3::SetProgressState")) return E_FAIL;
-        if (!static_cast<Taskbar*>(self)->isReady) return E_FAIL;
+        if (IsToFail("ITaskbarList3::SetProgressState") || !static_cast<Taskbar*>(self)->isReady)
+            return E_FAIL;
         Current().Show(window, state == TBPF_NOPROGRESS ? "" : "state " + std::to_string(state));
         return S_OK;
     };

@@ -14,18 +14,6 @@ ProgramHost* g_current = nullptr;
 constexpr DWORD kEndLimitMs = 15'000;
 constexpr wchar_t kLibrary[] = L"fault_product.dll";
 
-// Keeps what the program's library brings along: a system library that comes and goes with it may leave
-// handles behind each time (comdlg32 does, by way of the printing library), which are not the program's.
-void KeepSystemLibraries() {
-    static const bool s_kept = [] {
-        for (const wchar_t* const name : {L"comctl32.dll", L"comdlg32.dll", L"ole32.dll", L"shell32.dll"}) {
-            ::LoadLibraryW(name);
-        }
-        return true;
-    }();
-    static_cast<void>(s_kept);
-}
-
 BOOL CALLBACK FindMainWindow(HWND window, LPARAM found) {
     if (!driver::FindControl(window, IDC_FILE_LIST)) return TRUE;
     *reinterpret_cast<HWND*>(found) = window;
@@ -57,7 +45,11 @@ extern "C" __declspec(dllexport) void TakeOverImports(HMODULE library) {
 ProgramHost::ProgramHost(Platform& platform, CallWatch& watch) : m_platform(platform), m_watch(watch) {
     if (g_current) throw std::logic_error("one program at a time");
     g_current = this;
-    KeepSystemLibraries();
+    // What the program's library brings along stays: a system library that comes and goes with it may leave
+    // handles behind each time (comdlg32 does, by way of the printing library), which are not the program's.
+    for (const wchar_t* const name : {L"comctl32.dll", L"comdlg32.dll", L"ole32.dll", L"shell32.dll"}) {
+        ::LoadLibraryW(name);
+    }
 }
 
 ProgramHost::~ProgramHost() {

@@ -102,18 +102,8 @@ void User::Press(int id) const {
     if (IsEnabled(id)) Send(Control(id), BM_CLICK);
 }
 
-void User::ClickInto(int id) const {
-    Send(Control(id), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
-    Send(Control(id), WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
-}
-
 void User::SetText(int id, const wchar_t* text) const {
     Send(Control(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
-}
-
-void User::Notify(int id, int code) const {
-    Send(Window(), WM_COMMAND, static_cast<WPARAM>(MAKELONG(id, code)),
-         reinterpret_cast<LPARAM>(Control(id)));
 }
 
 void User::Drop(const std::vector<std::wstring>& paths) const {

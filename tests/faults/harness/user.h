@@ -56,11 +56,7 @@ public:
     // Presses a button or a check box, which does nothing while it is disabled. Returns when all that it
     // sets off on the program's own thread is done.
     void Press(int id) const;
-    // Gives an edit the keyboard by a click.
-    void ClickInto(int id) const;
     void SetText(int id, const wchar_t* text) const;
-    // The notification that the window gets when `control` is left, changed or pressed.
-    void Notify(int id, int code) const;
     void Drop(const std::vector<std::wstring>& paths) const;
     void SelectRow(int row) const;
     void PressListKey(WORD key) const;

@@ -24,7 +24,8 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     user.Press(IDC_NO_TEXT);
     AddControlFacts(user, "checked", facts);
     user.SetText(IDC_RESOLUTION, L"9000");
-    user.Notify(IDC_RESOLUTION, EN_KILLFOCUS);
+    User::Send(user.Window(), WM_COMMAND, MAKEWPARAM(IDC_RESOLUTION, EN_KILLFOCUS),
+               reinterpret_cast<LPARAM>(user.Control(IDC_RESOLUTION)));
     AddControlFacts(user, "clamped", facts);
     user.Press(IDC_PAGES_CHECK);
     user.Press(IDC_RESOLUTION_CHECK);

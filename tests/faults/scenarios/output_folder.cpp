@@ -16,7 +16,9 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     platform.chosenFolder = platform.Folder();
     user.Press(IDC_BROWSE);
     AddControlFacts(user, "chosen", facts);
-    user.ClickInto(IDC_OUTPUT_FOLDER);
+    // A click gives the edit the keyboard, so that it can be left.
+    User::Send(user.Control(IDC_OUTPUT_FOLDER), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+    User::Send(user.Control(IDC_OUTPUT_FOLDER), WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
     user.SetText(IDC_OUTPUT_FOLDER, L"");
     user.Press(IDC_MONOCHROME);
     AddControlFacts(user, "left", facts);

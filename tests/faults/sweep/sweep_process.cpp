@@ -32,11 +32,12 @@ DWORD WINAPI Watchdog(void* /*unused*/) {
 }
 
 // A crash inside a window procedure may be swallowed on its way out by the system, which called the
-// procedure: it is seen here before anybody can.
+// procedure: it is seen here before anybody can. At no address when the program calls a method of an object
+// that the platform's objects do not have.
 LONG CALLBACK EndAtCrash(EXCEPTION_POINTERS* exception) {
     const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-    const bool crashed =
-        record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && IsInProgram(record.ExceptionAddress);
+    const bool isTheProgram = !record.ExceptionAddress || IsInProgram(record.ExceptionAddress);
+    const bool crashed = record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && isTheProgram;
     if (crashed) ::TerminateProcess(::GetCurrentProcess(), record.ExceptionCode);
     return EXCEPTION_CONTINUE_SEARCH;
 }
