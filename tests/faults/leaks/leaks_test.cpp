@@ -91,6 +91,7 @@ TEST_P(LeaksOfStops, None) {
         user.WaitForWorkers();
     });
     EXPECT_EQ(platform.Requests(GetParam().request).size(), static_cast<std::size_t>(started));
+    EXPECT_THAT(platform.Requests("messages"), Each(kQuestion)) << "a converter was not started";
 }
 
 INSTANTIATE_TEST_SUITE_P(
