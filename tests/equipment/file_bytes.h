@@ -1,14 +1,57 @@
 // Whole small files, for tests and tools. Each throws driver::Failure when it cannot do its work.
 #pragma once
+#include <windows.h>
+
 #include <string>
 #include <string_view>
 
+#include "tests/equipment/failure.h"
+#include "tests/equipment/handle.h"
+#include "tests/equipment/text.h"
+
 namespace driver {
 
-bool FileExists(const std::wstring& path);
-std::string ReadFileBytes(const std::wstring& path);
-void WriteFileBytes(const std::wstring& path, std::string_view bytes);  // in place of what was there
-void AppendFileBytes(const std::wstring& path,
-                     std::string_view bytes);  // in one write, others may append too
+// Others may do with the file what they like.
+inline UniqueHandle OpenShared(const std::wstring& path, DWORD access, DWORD disposition) {
+    constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = ::CreateFileW(path.c_str(), access, kShare, nullptr, disposition, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = ::GetLastError();
+        FailCall("CreateFileW(" + ToUtf8(path) + ")", error);
+    }
+    return UniqueHandle(file);
+}
+
+inline void WriteBytes(const std::wstring& path, DWORD access, DWORD disposition, std::string_view bytes) {
+    const UniqueHandle file = OpenShared(path, access, disposition);
+    DWORD written = 0;
+    const BOOL done =
+        ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    if (!done || written != bytes.size()) FailCall("WriteFile(" + ToUtf8(path) + ")", ::GetLastError());
+}
+
+// In place of what was there.
+inline void WriteFileBytes(const std::wstring& path, std::string_view bytes) {
+    WriteBytes(path, GENERIC_WRITE, CREATE_ALWAYS, bytes);
+}
+
+// In one write: others may append too.
+inline void AppendFileBytes(const std::wstring& path, std::string_view bytes) {
+    WriteBytes(path, FILE_APPEND_DATA, OPEN_ALWAYS, bytes);
+}
+
+inline std::string ReadFileBytes(const std::wstring& path) {
+    const UniqueHandle file = OpenShared(path, GENERIC_READ, OPEN_EXISTING);
+    std::string bytes(::GetFileSize(file.Get(), nullptr), '\0');
+    DWORD read = 0;
+    if (!::ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr))
+        FailCall("ReadFile(" + ToUtf8(path) + ")", ::GetLastError());
+    bytes.resize(read);
+    return bytes;
+}
+
+inline bool FileExists(const std::wstring& path) {
+    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
 
 }  // namespace driver

@@ -19,10 +19,24 @@ void WaitFor(const std::string& what, Milliseconds limit, auto&& condition) {
     if (!WaitUntil(condition, limit)) throw Failure("waited in vain until " + what);
 }
 
+// The main window is a dialog like the message boxes, and may bear the same title: what sets it apart is a
+// control that only it has. A box that comes instead of it is reported at once.
+HWND WaitForMainWindow(const Program& program) {
+    std::vector<HWND> dialogs;
+    const auto appeared = [&] {
+        dialogs = Dialogs(program);
+        return !dialogs.empty() || program.HasEnded();
+    };
+    if (!WaitUntil(appeared, kStartLimit)) throw Failure("the main window did not appear");
+    if (dialogs.empty()) throw Failure("the program ended before its main window appeared");
+    for (const HWND dialog : dialogs)
+        if (FindControl(dialog, IDC_FILE_LIST)) return dialog;
+    throw Failure(L"instead of the main window there is: " + AllText(dialogs.front()));
+}
+
 }  // namespace
 
-MainWindow::MainWindow(const Program& program)
-    : m_program(program), m_window(WaitForMainWindow(program, IDC_FILE_LIST, kStartLimit)) {}
+MainWindow::MainWindow(const Program& program) : m_program(program), m_window(WaitForMainWindow(program)) {}
 
 HWND MainWindow::Control(int controlId) const {
     return driver::Control(m_window, controlId);

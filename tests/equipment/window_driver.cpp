@@ -104,21 +104,6 @@ std::vector<HWND> Dialogs(const Program& program) {
     return windows;
 }
 
-// The main window is a dialog like the message boxes, and may bear the same title: what sets it apart is a
-// control that only it has. A box that comes instead of it is reported at once.
-HWND WaitForMainWindow(const Program& program, int idOfAControl, Milliseconds limit) {
-    std::vector<HWND> dialogs;
-    const auto appeared = [&] {
-        dialogs = Dialogs(program);
-        return !dialogs.empty() || program.HasEnded();
-    };
-    if (!WaitUntil(appeared, limit)) throw Failure("the main window did not appear");
-    if (dialogs.empty()) throw Failure("the program ended before its main window appeared");
-    for (const HWND dialog : dialogs)
-        if (FindControl(dialog, idOfAControl)) return dialog;
-    throw Failure(L"instead of the main window there is: " + AllText(dialogs.front()));
-}
-
 HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit) {
     HWND found = nullptr;
     const auto appeared = [&] {

@@ -22,7 +22,6 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 HWND FindControl(HWND dialog, int id);              // null when there is none, also while the dialog closes
 HWND Control(HWND dialog, int id);                  // throws Failure when there is none
 std::vector<HWND> Dialogs(const Program& program);  // its visible dialogs and message boxes, top one first
-HWND WaitForMainWindow(const Program& program, int idOfAControl, Milliseconds limit);
 HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit);
 
 // Reading.
