@@ -2,14 +2,17 @@
 #include "ui/about/about_dlg.h"
 
 #include "tests/equipment/shipped_version.h"
+#include "tests/support/replaced_imports.h"
 #include "tests/window/modal_thread.h"
 
 #include "framework/app_module.h"
 #include "res/resource.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -26,6 +29,25 @@ TEST_F(AboutDlgTest, ShowsTheVersionOfTheProgramsOwnResource) {
     wchar_t text[100] = L"no dialog";
     ::GetDlgItemTextW(about.Window(), IDC_VERSION, text, ARRAYSIZE(text));
     EXPECT_EQ(std::wstring(text), shipped::kAboutLine);
+}
+
+TEST_F(AboutDlgTest, IsCenteredBeforeItsVersionIsShown) {
+    std::vector<std::string> steps;
+    const auto move = Replace<decltype(::SetWindowPos)>(
+        "SetWindowPos",
+        [&](auto original, HWND window, HWND after, int left, int top, int width, int height, UINT flags) {
+            steps.push_back(flags == (SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE) ? "center"
+                                                                                  : "another place");
+            return original(window, after, left, top, width, height, flags);
+        });
+    const auto setText =
+        Replace<decltype(::SetWindowTextW)>("SetWindowTextW", [&](auto original, HWND window, LPCWSTR text) {
+            steps.push_back("text");
+            return original(window, text);
+        });
+    const ModalThread<CAboutDlg> about(kTitle);
+    ASSERT_NE(about.Window(), nullptr);
+    EXPECT_THAT(steps, testing::ElementsAre("center", "text"));
 }
 
 TEST_F(AboutDlgTest, LeavesTheFocusToTheSystem) {

@@ -36,26 +36,24 @@ private:
 }  // namespace
 
 ProductVersion ReadProgramVersion() {
-    ProductVersion version;
     wchar_t path[MAX_PATH] = {};
     ::GetModuleFileNameW(CAppModule::Instance().ResourceInstance(), path, MAX_PATH - 1);
 
     const VersionLibrary library;
-    if (!library.IsComplete()) return version;
+    if (!library.IsComplete()) return {};
     DWORD ignored = 0;
     const DWORD size = library.getSize(path, &ignored);
-    if (size == 0) return version;  // a system may succeed in reading nothing into nothing
+    if (size == 0) return {};  // a system may succeed in reading nothing into nothing
     const HeapBlock block(size);
     VS_FIXEDFILEINFO* fixed = nullptr;
     UINT fixedSize = 0;
     const bool found = block.Get() && library.getInfo(path, 0, size, block.Get()) &&
                        library.queryValue(block.Get(), L"\\", reinterpret_cast<void**>(&fixed), &fixedSize) &&
                        fixed && fixedSize >= sizeof *fixed;
-    if (!found) return version;
-    version.major = HIWORD(fixed->dwProductVersionMS);
-    version.minor = LOWORD(fixed->dwProductVersionMS);
-    version.build = HIWORD(fixed->dwProductVersionLS);
-    version.revision = LOWORD(fixed->dwProductVersionLS);
-    version.preRelease = (fixed->dwFileFlags & VS_FF_PRERELEASE) != 0;
-    return version;
+    if (!found) return {};
+    return {.major = HIWORD(fixed->dwProductVersionMS),
+            .minor = LOWORD(fixed->dwProductVersionMS),
+            .build = HIWORD(fixed->dwProductVersionLS),
+            .revision = LOWORD(fixed->dwProductVersionLS),
+            .preRelease = (fixed->dwFileFlags & VS_FF_PRERELEASE) != 0};
 }
