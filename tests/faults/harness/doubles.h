@@ -10,9 +10,10 @@
 #include <string>
 #include <type_traits>
 
-// The address of a lambda that answers in the place of a function of the same type.
+// The address of a lambda that answers in the place of a function of this type, which is named only: this
+// program does not import it.
 template <class Function>
-[[nodiscard]] void* Answer(Function* /*inItsPlace*/, std::type_identity_t<Function>* answer) {
+[[nodiscard]] void* Answer(std::type_identity_t<Function>* answer) {
     return reinterpret_cast<void*>(answer);
 }
 

@@ -59,10 +59,9 @@ Platform::WindowOfConverter Platform::FindConsole(HWND window) {
 }
 
 void Platform::AddConverters(Doubles& doubles) {
-    doubles["CreateProcessW"] =
-        Answer(::CreateProcessW, [](LPCWSTR program, LPWSTR arguments, LPSECURITY_ATTRIBUTES,
-                                    LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID, LPCWSTR folder,
-                                    LPSTARTUPINFOW startup, LPPROCESS_INFORMATION process) {
+    doubles["CreateProcessW"] = Answer<decltype(::CreateProcessW)>(
+        [](LPCWSTR program, LPWSTR arguments, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD,
+           LPVOID, LPCWSTR folder, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION process) {
             Platform& self = Current();
             self.Note("starts", (startup->wShowWindow == SW_HIDE ? "hidden " : "visible ") +
                                     TextOf(startup->lpTitle) + " in " + TextOf(folder) + ": " +
@@ -94,11 +93,11 @@ void Platform::AddConverters(Doubles& doubles) {
             self.m_converters[number] = converter;
             return TRUE;
         });
-    doubles["WaitForSingleObject"] = Answer(::WaitForSingleObject, [](HANDLE process, DWORD limit) {
+    doubles["WaitForSingleObject"] = Answer<decltype(::WaitForSingleObject)>([](HANDLE process, DWORD limit) {
         ++Current().m_started;
         return ::WaitForSingleObject(process, limit);
     });
-    doubles["GetExitCodeProcess"] = Answer(::GetExitCodeProcess, [](HANDLE process, LPDWORD code) {
+    doubles["GetExitCodeProcess"] = Answer<decltype(::GetExitCodeProcess)>([](HANDLE process, LPDWORD code) {
         Platform& self = Current();
         if (!self.realConverter.empty()) return ::GetExitCodeProcess(process, code);
         const SystemLockHold lock = self.Lock();
@@ -108,18 +107,19 @@ void Platform::AddConverters(Doubles& doubles) {
         return TRUE;
     });
     // As the system: a process can be opened as long as it runs or somebody holds it.
-    doubles["OpenProcess"] = Answer(::OpenProcess, [](DWORD access, BOOL inherit, DWORD processId) -> HANDLE {
-        Platform& self = Current();
-        if (!self.realConverter.empty()) return ::OpenProcess(access, inherit, processId);
-        const SystemLockHold lock = self.Lock();
-        const auto found = self.m_converters.find(static_cast<int>(processId - kFirstProcess));
-        if (found == self.m_converters.end() || (!found->second.ended && found->second.held.empty())) {
-            ::SetLastError(ERROR_INVALID_PARAMETER);
-            return nullptr;
-        }
-        return *found->second.held.insert(::CreateEventW(nullptr, TRUE, FALSE, nullptr)).first;
-    });
-    doubles["CloseHandle"] = Answer(::CloseHandle, [](HANDLE handle) {
+    doubles["OpenProcess"] =
+        Answer<decltype(::OpenProcess)>([](DWORD access, BOOL inherit, DWORD processId) -> HANDLE {
+            Platform& self = Current();
+            if (!self.realConverter.empty()) return ::OpenProcess(access, inherit, processId);
+            const SystemLockHold lock = self.Lock();
+            const auto found = self.m_converters.find(static_cast<int>(processId - kFirstProcess));
+            if (found == self.m_converters.end() || (!found->second.ended && found->second.held.empty())) {
+                ::SetLastError(ERROR_INVALID_PARAMETER);
+                return nullptr;
+            }
+            return *found->second.held.insert(::CreateEventW(nullptr, TRUE, FALSE, nullptr)).first;
+        });
+    doubles["CloseHandle"] = Answer<decltype(::CloseHandle)>([](HANDLE handle) {
         Platform& self = Current();
         {
             const SystemLockHold lock = self.Lock();
@@ -130,37 +130,38 @@ void Platform::AddConverters(Doubles& doubles) {
 
     // Consoles
 
-    doubles["EnumWindows"] = Answer(::EnumWindows, [](WNDENUMPROC callback, LPARAM parameter) -> BOOL {
-        Platform& self = Current();
-        std::vector<HWND> windows = {kForeignWindow};
-        std::vector<std::string> held;
-        {
-            const SystemLockHold lock = self.Lock();
-            for (const auto& [number, converter] : self.m_converters) {
-                if (!converter.held.empty()) held.push_back(std::to_string(number));
-                if (converter.ended && converter.console != Console::None)
-                    windows.push_back(ConsoleOf(number));
+    doubles["EnumWindows"] =
+        Answer<decltype(::EnumWindows)>([](WNDENUMPROC callback, LPARAM parameter) -> BOOL {
+            Platform& self = Current();
+            std::vector<HWND> windows = {kForeignWindow};
+            std::vector<std::string> held;
+            {
+                const SystemLockHold lock = self.Lock();
+                for (const auto& [number, converter] : self.m_converters) {
+                    if (!converter.held.empty()) held.push_back(std::to_string(number));
+                    if (converter.ended && converter.console != Console::None)
+                        windows.push_back(ConsoleOf(number));
+                }
             }
-        }
-        self.Note("searches", held.empty() ? "nobody" : Lines(held, ' '));
-        return std::all_of(windows.begin(), windows.end(),
-                           [&](HWND window) { return callback(window, parameter) != FALSE; });
-    });
+            self.Note("searches", held.empty() ? "nobody" : Lines(held, ' '));
+            return std::all_of(windows.begin(), windows.end(),
+                               [&](HWND window) { return callback(window, parameter) != FALSE; });
+        });
     doubles["GetWindowThreadProcessId"] =
-        Answer(::GetWindowThreadProcessId, [](HWND window, LPDWORD processId) -> DWORD {
+        Answer<decltype(::GetWindowThreadProcessId)>([](HWND window, LPDWORD processId) -> DWORD {
             const WindowOfConverter found = Current().FindConsole(window);
             const bool isConsole = found.kind != Console::None;
             *processId = isConsole ? kFirstProcess + static_cast<DWORD>(found.number) : kForeignProcess;
             return 1;
         });
-    doubles["GetClassNameW"] = Answer(::GetClassNameW, [](HWND window, LPWSTR name, int size) {
+    doubles["GetClassNameW"] = Answer<decltype(::GetClassNameW)>([](HWND window, LPWSTR name, int size) {
         const Console kind = Current().FindConsole(window).kind;
         if (kind == Console::None) return ::GetClassNameW(window, name, size);
         ::lstrcpynW(name, kind == Console::Terminal ? L"PseudoConsoleWindow" : L"ConsoleWindowClass", size);
         return ::lstrlenW(name);
     });
     doubles["SendNotifyMessageW"] =
-        Answer(::SendNotifyMessageW, [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        Answer<decltype(::SendNotifyMessageW)>([](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
             Platform& self = Current();
             const auto [number, kind] = self.FindConsole(window);
             if (kind == Console::None && window != kForeignWindow) {
@@ -177,34 +178,36 @@ void Platform::AddConverters(Doubles& doubles) {
 
     // The job, which is a real one that real processes are put into.
 
-    doubles["AssignProcessToJobObject"] = Answer(::AssignProcessToJobObject, [](HANDLE job, HANDLE process) {
-        Platform& self = Current();
-        if (!self.realConverter.empty()) return ::AssignProcessToJobObject(job, process);
-        const SystemLockHold lock = self.Lock();
-        Converter* const converter = self.FindConverter(process);
-        if (!job || !converter) return Refuse(ERROR_INVALID_HANDLE);
-        converter->isInJob = true;
-        return TRUE;
-    });
-    doubles["TerminateJobObject"] = Answer(::TerminateJobObject, [](HANDLE job, UINT exitCode) -> BOOL {
-        Platform& self = Current();
-        std::array<char, 16> text{};
-        ::wsprintfA(text.data(), "%08X:", exitCode);
-        std::string ended = text.data();
-        {
+    doubles["AssignProcessToJobObject"] =
+        Answer<decltype(::AssignProcessToJobObject)>([](HANDLE job, HANDLE process) {
+            Platform& self = Current();
+            if (!self.realConverter.empty()) return ::AssignProcessToJobObject(job, process);
             const SystemLockHold lock = self.Lock();
-            for (auto& [number, converter] : self.m_converters) {
-                if (!converter.isInJob || !converter.ended) continue;
-                ended.append(" ").append(std::to_string(number));
-                End(converter, exitCode);
+            Converter* const converter = self.FindConverter(process);
+            if (!job || !converter) return Refuse(ERROR_INVALID_HANDLE);
+            converter->isInJob = true;
+            return TRUE;
+        });
+    doubles["TerminateJobObject"] =
+        Answer<decltype(::TerminateJobObject)>([](HANDLE job, UINT exitCode) -> BOOL {
+            Platform& self = Current();
+            std::array<char, 16> text{};
+            ::wsprintfA(text.data(), "%08X:", exitCode);
+            std::string ended = text.data();
+            {
+                const SystemLockHold lock = self.Lock();
+                for (auto& [number, converter] : self.m_converters) {
+                    if (!converter.isInJob || !converter.ended) continue;
+                    ended.append(" ").append(std::to_string(number));
+                    End(converter, exitCode);
+                }
             }
-        }
-        self.Note("jobs", ended);
-        return self.realConverter.empty() || ::TerminateJobObject(job, exitCode);
-    });
+            self.Note("jobs", ended);
+            return self.realConverter.empty() || ::TerminateJobObject(job, exitCode);
+        });
 
     doubles["_beginthread"] =
-        Answer(::_beginthread, [](void(__cdecl * start)(void*), unsigned stack, void* argument) {
+        Answer<decltype(::_beginthread)>([](void(__cdecl * start)(void*), unsigned stack, void* argument) {
             Platform& self = Current();
             ++self.m_workers;
             return ::_beginthread(&RunWorker, stack, new WorkerStart{start, argument, self.m_workers});

@@ -24,7 +24,7 @@ void Platform::AddDesktop(Doubles& doubles) {
     // Windows and sounds
 
     doubles["MessageBoxW"] =
-        Answer(::MessageBoxW, [](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) -> int {
+        Answer<decltype(::MessageBoxW)>([](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) -> int {
             Platform& self = Current();
             const std::string title = TextOf(caption);
             self.Note("messages", Picture(type) + std::string(owner ? "main " : "none ") + TextOf(text) +
@@ -32,38 +32,37 @@ void Platform::AddDesktop(Doubles& doubles) {
             if (self.realMessages) return ::MessageBoxW(owner, text, caption, type);
             return (type & MB_TYPEMASK) == MB_YESNO ? self.answerToQuestions.load() : IDOK;
         });
-    doubles["CreateDialogParamW"] =
-        Answer(::CreateDialogParamW,
-               [](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM parameter) {
-                   // Counted in any case: a dialog that closes itself while it is set up has had its
-                   // controls.
-                   ++Current().m_modelessDialogs;
-                   return ::CreateDialogParamW(module, name, owner, procedure, parameter);
-               });
-    doubles["DispatchMessageW"] = Answer(::DispatchMessageW, [](const MSG* message) {
+    doubles["CreateDialogParamW"] = Answer<decltype(::CreateDialogParamW)>(
+        [](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM parameter) {
+            // Counted in any case: a dialog that closes itself while it is set up has had its
+            // controls.
+            ++Current().m_modelessDialogs;
+            return ::CreateDialogParamW(module, name, owner, procedure, parameter);
+        });
+    doubles["DispatchMessageW"] = Answer<decltype(::DispatchMessageW)>([](const MSG* message) {
         const bool isMarker = message->message == Platform::kMarkerMessage;
         const LRESULT result = ::DispatchMessageW(message);
         if (isMarker) ++Current().m_markers;
         return result;
     });
-    doubles["Beep"] = Answer(::Beep, [](DWORD frequency, DWORD duration) {
+    doubles["Beep"] = Answer<decltype(::Beep)>([](DWORD frequency, DWORD duration) {
         Current().Note("beeps", std::to_string(frequency) + ' ' + std::to_string(duration));
         return TRUE;
     });
-    doubles["LoadImageW"] = Answer(
-        ::LoadImageW, [](HINSTANCE module, LPCWSTR name, UINT type, int width, int height, UINT flags) {
+    doubles["LoadImageW"] = Answer<decltype(::LoadImageW)>(
+        [](HINSTANCE module, LPCWSTR name, UINT type, int width, int height, UINT flags) {
             const HANDLE image = ::LoadImageW(module, name, type, width, height, flags);
             if (image) Current().m_icons.Add(image);
             return image;
         });
-    doubles["DestroyIcon"] = Answer(::DestroyIcon, [](HICON icon) {
+    doubles["DestroyIcon"] = Answer<decltype(::DestroyIcon)>([](HICON icon) {
         Current().m_icons.Remove(icon);
         return ::DestroyIcon(icon);
     });
 
     // Files, folders, the shell
 
-    doubles["GetOpenFileNameW"] = Answer(::GetOpenFileNameW, [](LPOPENFILENAMEW dialog) {
+    doubles["GetOpenFileNameW"] = Answer<decltype(::GetOpenFileNameW)>([](LPOPENFILENAMEW dialog) {
         const std::wstring& chosen = Current().chosenFiles;
         if (chosen.empty() || !dialog->lpstrFile) return FALSE;
         std::copy(chosen.begin(), chosen.end(), dialog->lpstrFile);
@@ -71,34 +70,34 @@ void Platform::AddDesktop(Doubles& doubles) {
         dialog->lpstrFile[chosen.size() + 1] = L'\0';
         return TRUE;
     });
-    doubles["SHBrowseForFolderW"] = Answer(::SHBrowseForFolderW, [](LPBROWSEINFOW) {
+    doubles["SHBrowseForFolderW"] = Answer<decltype(::SHBrowseForFolderW)>([](LPBROWSEINFOW) {
         const std::wstring& chosen = Current().chosenFolder;
         return chosen.empty() ? nullptr : ::ILCreateFromPathW(chosen.c_str());
     });
-    doubles["ShellExecuteExW"] = Answer(::ShellExecuteExW, [](LPSHELLEXECUTEINFOW request) {
+    doubles["ShellExecuteExW"] = Answer<decltype(::ShellExecuteExW)>([](LPSHELLEXECUTEINFOW request) {
         Platform& self = Current();
         self.Note("shell", TextOf(request->lpFile) + ' ' + TextOf(request->lpParameters));
         ::SetLastError(self.shellError);
         return self.shellError == ERROR_SUCCESS ? TRUE : FALSE;
     });
     // Beside the program's own folder: that is the test's.
-    doubles["SearchPathW"] = Answer(::SearchPathW, [](LPCWSTR folder, LPCWSTR name, LPCWSTR extension,
-                                                      DWORD size, LPWSTR found, LPWSTR* part) {
-        if (folder) return ::SearchPathW(folder, name, extension, size, found, part);
-        std::wstring path = Current().foundOnPath;
-        if (path.empty()) {
-            path.resize(MAX_PATH);
-            path.resize(::GetSystemWindowsDirectoryW(path.data(), MAX_PATH));
-            path.append(L"\\").append(name);
-        }
-        ::lstrcpynW(found, path.c_str(), static_cast<int>(size));
-        return static_cast<DWORD>(path.size());
-    });
+    doubles["SearchPathW"] = Answer<decltype(::SearchPathW)>(
+        [](LPCWSTR folder, LPCWSTR name, LPCWSTR extension, DWORD size, LPWSTR found, LPWSTR* part) {
+            if (folder) return ::SearchPathW(folder, name, extension, size, found, part);
+            std::wstring path = Current().foundOnPath;
+            if (path.empty()) {
+                path.resize(MAX_PATH);
+                path.resize(::GetSystemWindowsDirectoryW(path.data(), MAX_PATH));
+                path.append(L"\\").append(name);
+            }
+            ::lstrcpynW(found, path.c_str(), static_cast<int>(size));
+            return static_cast<DWORD>(path.size());
+        });
 
     // The machine and its user
 
     doubles["SetThreadExecutionState"] =
-        Answer(::SetThreadExecutionState, [](EXECUTION_STATE state) -> EXECUTION_STATE {
+        Answer<decltype(::SetThreadExecutionState)>([](EXECUTION_STATE state) -> EXECUTION_STATE {
             Platform& self = Current();
             const bool keeps = state == (ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
             const bool givesBack = state == ES_CONTINUOUS;
@@ -111,7 +110,7 @@ void Platform::AddDesktop(Doubles& doubles) {
             return ES_CONTINUOUS;
         });
     doubles["SystemParametersInfoW"] =
-        Answer(::SystemParametersInfoW, [](UINT action, UINT parameter, PVOID value, UINT update) {
+        Answer<decltype(::SystemParametersInfoW)>([](UINT action, UINT parameter, PVOID value, UINT update) {
             if (action != SPI_GETSCREENREADER)
                 return ::SystemParametersInfoW(action, parameter, value, update);
             *static_cast<BOOL*>(value) = Current().screenReader;
@@ -120,17 +119,17 @@ void Platform::AddDesktop(Doubles& doubles) {
 
     // Time
 
-    doubles["GetTickCount"] = Answer(::GetTickCount, [] { return Current().m_tick.load(); });
+    doubles["GetTickCount"] = Answer<decltype(::GetTickCount)>([] { return Current().m_tick.load(); });
     doubles["GetLocalTime"] =
-        Answer(::GetLocalTime, [](LPSYSTEMTIME time) { *time = {2026, 11, 1, 16, 14, 5, 9, 0}; });
-    doubles["GetLocaleInfoW"] = Answer(::GetLocaleInfoW, [](LCID, LCTYPE, LPWSTR data, int) {
+        Answer<decltype(::GetLocalTime)>([](LPSYSTEMTIME time) { *time = {2026, 11, 1, 16, 14, 5, 9, 0}; });
+    doubles["GetLocaleInfoW"] = Answer<decltype(::GetLocaleInfoW)>([](LCID, LCTYPE, LPWSTR data, int) {
         *reinterpret_cast<DWORD*>(data) = 1;  // day, month, year
         return 2;
     });
-    doubles["SetTimer"] = Answer(::SetTimer, [](HWND, UINT_PTR id, UINT, TIMERPROC) {
+    doubles["SetTimer"] = Answer<decltype(::SetTimer)>([](HWND, UINT_PTR id, UINT, TIMERPROC) {
         Current().m_timers.Add(id);
         return id;
     });
-    doubles["KillTimer"] =
-        Answer(::KillTimer, [](HWND, UINT_PTR id) -> BOOL { return Current().m_timers.Remove(id); });
+    doubles["KillTimer"] = Answer<decltype(::KillTimer)>(
+        [](HWND, UINT_PTR id) -> BOOL { return Current().m_timers.Remove(id); });
 }

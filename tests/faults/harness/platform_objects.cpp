@@ -105,8 +105,7 @@ void Platform::AddObjects(Doubles& doubles) {
         return S_OK;
     };
 
-    doubles["CoCreateInstance"] = Answer(
-        ::CoCreateInstance,
+    doubles["CoCreateInstance"] = Answer<decltype(::CoCreateInstance)>(
         [](REFCLSID classId, LPUNKNOWN outer, DWORD context, REFIID interfaceId, LPVOID* object) -> HRESULT {
             *object = nullptr;
             if (outer || context != CLSCTX_INPROC_SERVER) return E_INVALIDARG;

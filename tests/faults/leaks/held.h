@@ -54,9 +54,10 @@ inline void PrintLeakFigures(const std::string& name, int times, const Held& bef
 }
 
 // Does `once` a few times, so that what the system keeps for good is there, then `times` more, at least ten,
-// and expects that nothing is added with time. The figures go into the summary under `name`.
+// and expects that nothing is added with time but `gdiKept` GDI objects each time, which the system keeps.
+// The figures go into the summary under `name`.
 inline void ExpectFlat(const std::string& name, int times, const Platform& platform,
-                       const std::function<void()>& once) {
+                       const std::function<void()>& once, int gdiKept = 0) {
     constexpr int kParts = 5;
     ASSERT_GE(times, kParts * 2) << "one thing lost each time would not be noticed";
     const int rounds = std::max(3, times / 10);
@@ -65,6 +66,7 @@ inline void ExpectFlat(const std::string& name, int times, const Platform& platf
     for (int part = 1; part <= kParts; ++part) {
         for (int i = times * (part - 1) / kParts; i < times * part / kParts; ++i) once();
         held.push_back(MeasureHeld(platform));
+        held.back()[1] -= gdiKept * (times * part / kParts);
     }
     PrintLeakFigures(name, times, held.front(), held.back());
     for (std::size_t i = 0; i < std::size(kFigures); ++i) {

@@ -142,6 +142,23 @@ TEST_F(Leaks, NoneInRowsThatComeAndGo) {
     });
 }
 
+// The program's whole life in this process, with all that is made for a batch and for a screen reader.
+TEST(LeaksOfLives, None) {
+    const Platform none;
+    const auto live = [] {
+        Stage stage;
+        stage.platform.screenReader = true;
+        OpenWithFiles(stage.user, Paths(1));
+        stage.user.Press(IDOK);
+        stage.user.WaitForWorkers();
+        stage.user.WaitForPosted();
+        stage.user.Quit();
+        EXPECT_TRUE(stage.program.WaitForEnd());
+        EXPECT_THAT(stage.platform.Held(), Each(Pair(testing::_, 0)));
+    };
+    ExpectFlat("lives of the program with a batch", Times(200), none, live, GdiObjectsKeptByTheSystem());
+}
+
 // The program as it ships, started and quit again and again from outside: nothing of it stays in the system.
 TEST(LeaksOfStarts, NoneInTheSystem) {
     const Platform platform;  // for its folder with the program in it
