@@ -37,7 +37,7 @@ TEST_F(ApplicationWorkerTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
         });
     // Takes the place of the process's end: only the user-interface thread ends, as soon as the worker is
     // done with the dialog on that thread's stack.
-    const auto exitProcess = Replace<decltype(::ExitProcess)>("ExitProcess", [&](UINT code) {
+    const auto exitProcess = Replace<void WINAPI(UINT)>("ExitProcess", [&](UINT code) {
         exitCode = static_cast<int>(code);
         workerWaited = ::WaitForSingleObject(worker, 0) == WAIT_TIMEOUT;
         converters.ReleaseAll(1);
