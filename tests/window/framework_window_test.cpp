@@ -159,7 +159,7 @@ TEST_F(FrameworkWindowCenterTest, PutsTheWindowInTheMiddleOfItsOwnerOrTheWorkAre
     }
 }
 
-TEST_F(FrameworkWindowCenterTest, LeavesTheWindowWhenItsPlaceOrTheMonitorIsUnknown) {
+TEST_F(FrameworkWindowCenterTest, StaysWhenTheMonitorIsUnknownOrWhereTheWindowIs) {
     for (bool* const isKnown : {&hasPlace, &hasMonitor}) {
         *isKnown = false;
         Center();
