@@ -3,7 +3,7 @@
 #include <cstdio>
 
 void Print(const Result& result) {
-    const char* const verdict = result.goal.empty() ? "told" : result.met ? "met" : "**missed**";
+    const char* const verdict = result.goal.empty() ? "reported" : result.met ? "met" : "**missed**";
     std::printf("| %s | %s | %s | %s | %s | %s | %s |\n", result.what.c_str(), result.limit.c_str(),
                 result.talvenor.c_str(), result.bare.c_str(), result.ratio.c_str(), result.goal.c_str(),
                 verdict);

@@ -9,7 +9,7 @@ struct Result {
     std::string talvenor;  // the two values, with their units
     std::string bare;
     std::string ratio;  // empty where the goal is none
-    std::string goal;   // empty: told for its own sake
+    std::string goal;   // empty: reported for its own sake
     bool met = true;
 };
 

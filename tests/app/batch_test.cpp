@@ -2,6 +2,7 @@
 // interpreter.
 #include "tests/app/app_fixture.h"
 
+#include <algorithm>
 #include <regex>
 
 #include "tests/equipment/handle.h"
@@ -20,20 +21,12 @@ protected:
     }
     // Whether a window of any program can be seen whose title begins so.
     static bool IsWindowShown(const std::wstring& titleBegin) {
-        struct Search {
-            const std::wstring& begin;
-            bool found;
-        } search{titleBegin, false};
-        ::EnumWindows(
-            [](HWND window, LPARAM parameter) -> BOOL {
-                auto& asked = *reinterpret_cast<Search*>(parameter);
-                wchar_t title[MAX_PATH] = {};
-                ::InternalGetWindowText(window, title, MAX_PATH);
-                asked.found = ::IsWindowVisible(window) && std::wstring(title).starts_with(asked.begin);
-                return !asked.found;
-            },
-            reinterpret_cast<LPARAM>(&search));
-        return search.found;
+        const std::vector<HWND> windows = driver::TopLevelWindows();
+        return std::any_of(windows.begin(), windows.end(), [&](HWND window) {
+            wchar_t title[MAX_PATH] = {};
+            ::InternalGetWindowText(window, title, MAX_PATH);
+            return driver::IsVisible(window) && std::wstring(title).starts_with(titleBegin);
+        });
     }
 };
 

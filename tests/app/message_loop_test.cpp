@@ -1,4 +1,4 @@
-// The window by keyboard alone: pressing and leaving.
+// The window by keyboard alone: moving, pressing and leaving.
 #include "tests/app/input_fixture.h"
 
 namespace {

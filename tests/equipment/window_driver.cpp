@@ -93,9 +93,14 @@ HWND Control(HWND dialog, int id) {
     return control;
 }
 
-std::vector<HWND> Dialogs(const Program& program) {
+std::vector<HWND> TopLevelWindows() {
     std::vector<HWND> windows;
     ::EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+std::vector<HWND> Dialogs(const Program& program) {
+    std::vector<HWND> windows = TopLevelWindows();
     std::erase_if(windows, [&](HWND window) {
         DWORD owner = 0;
         ::GetWindowThreadProcessId(window, &owner);

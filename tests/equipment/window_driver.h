@@ -19,6 +19,7 @@ constexpr Milliseconds kAnswerLimit{10'000};
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 // Finding windows.
+std::vector<HWND> TopLevelWindows();                // of all programs, top one first
 HWND FindControl(HWND dialog, int id);              // null when there is none, also while the dialog closes
 HWND Control(HWND dialog, int id);                  // throws Failure when there is none
 std::vector<HWND> Dialogs(const Program& program);  // its visible dialogs and message boxes, top one first

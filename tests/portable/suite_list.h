@@ -15,8 +15,8 @@ struct Suite {
 };
 
 struct LeftOut {
-    std::string
-        pattern;  // of names of tests, as GoogleTest takes it, or "entry " and one of entries of ctest
+    // Of names of tests, as GoogleTest takes it, or "entry " and one of entries of ctest.
+    std::string pattern;
     std::string reason;
 };
 

@@ -116,14 +116,14 @@ protected:
 
 private:
     void Note(CRITICAL_SECTION* section, const char* step) {
-        if (!m_section) m_section = section;
         if (section == m_section) m_steps.push_back(step);
     }
 
     std::vector<std::string> m_steps;
-    CRITICAL_SECTION* m_section = nullptr;  // the first that is used
+    CRITICAL_SECTION* m_section = nullptr;  // the module's, once it has begun again
     const std::unique_ptr<ReplacedImport> m_initialize = Replace<decltype(::InitializeCriticalSection)>(
         "InitializeCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+            if (!m_section) m_section = section;
             Note(section, "initialize");
             original(section);
         });

@@ -12,7 +12,7 @@ const std::vector<Rule>& RulesOfAllScenarios() {
         OnlyTheEndCounts(".* GetWindowLongPtrW \\S+ (GWLP_USERDATA|DWLP_USER) #.*",
                          "the message that was on its way is lost; which one is up to the system"),
         When(".* SetWindowLongPtrW \\S+ (GWLP_USERDATA|GWLP_WNDPROC|DWLP_USER) #.*",
-             "a window that goes keeps a mark which nobody reads any more"),
+             "a destroyed window keeps a mark that nobody reads any more"),
         When(".* CloseHandle #.*", "what is not closed stays", {May("handles: 1")}),
         When(".* HeapFree #.*", "what is not freed stays", {"blocks: 1"}),
         When(".* FreeLibrary #.*", "the library stays, with what it holds",

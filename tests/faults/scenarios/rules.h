@@ -15,8 +15,8 @@ template <class Item>
     return all;
 }
 
-// A batch without a converter that runs is over while it is looked at, or at its end: then the status line
-// has the path alone.
+// A batch in which no converter runs is soon over: what is looked at as its course may be its end. There the
+// selection is cleared before the status line is, which writes the path alone into it.
 [[nodiscard]] std::vector<Change> NothingToLookOnAt();
 
 // A batch whose consoles may be hidden: the worker's calls, and those that its messages set off.
