@@ -11,7 +11,7 @@
 class PathBuffer {
 public:
     explicit PathBuffer(std::wstring_view text) : m_characters(text) {
-        m_characters.resize(std::max<std::size_t>(text.size() + 1, MAX_PATH));
+        m_characters.resize(std::max<std::size_t>(text.size(), MAX_PATH));
     }
 
     [[nodiscard]] wchar_t* Data() noexcept { return m_characters.data(); }

@@ -14,9 +14,7 @@ public:
         if (m_held) ::SetThreadExecutionState(ES_CONTINUOUS);
     }
 
-    // The second call and later ones do nothing.
     void Hold() noexcept {
-        if (m_held) return;
         m_held = true;
         ::SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
     }

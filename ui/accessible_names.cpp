@@ -24,22 +24,21 @@ bool AccessibleNames::AreWanted() noexcept {
     return ::SystemParametersInfoW(SPI_GETSCREENREADER, 0, &isRunning, 0) && isRunning;
 }
 
-void AccessibleNames::Name(HWND control, const std::wstring& name) {
-    if (!control || name.empty() || !Connect()) return;
+bool AccessibleNames::Name(HWND control, const std::wstring& name) {
+    if (!control || name.empty() || !Connect()) return false;
     Set(control, name);
     m_named.push_back(control);
+    return true;
 }
 
 void AccessibleNames::NameWhileEmpty(HWND control, const std::wstring& name) {
-    if (!control || name.empty() || !Connect()) return;
+    if (!Name(control, name)) return;
     m_nameWhileEmpty = name;
     m_changing.SubclassWindow(control);
-    Name(control, name);
 }
 
 void AccessibleNames::TakeBack() {
     for (const HWND control : m_named) Clear(control);
-    m_named.clear();
     m_service.Reset();
 }
 

@@ -22,12 +22,13 @@ public:
     // Whether a screen reader runs. Without one no name is set.
     [[nodiscard]] static bool AreWanted() noexcept;
 
-    void Name(HWND control, const std::wstring& name);
+    // Whether it got as far as the service, which may still refuse.
+    bool Name(HWND control, const std::wstring& name);
     // For a control whose text comes and goes: it has the name while it has no text, which would hide behind
     // the name.
     void NameWhileEmpty(HWND control, const std::wstring& name);
 
-    // Takes all names back, while the controls are still there.
+    // Takes all names back, while the controls are still there. The last call.
     void TakeBack();
 
 private:

@@ -103,7 +103,7 @@ bool CMainDlg::BeginNextRow(BatchRow& row) const {
     ++row.index;
     row.count = m_fileList.RowCount();
     if (row.index >= row.count) {
-        m_taskbarProgress.Report(row.batch, row.index, row.count);
+        m_taskbarProgress.Report(row.batch, row.count, row.count);
         return false;
     }
     if (!m_running) return false;

@@ -1,18 +1,13 @@
 #include "ui/drop_filter.h"
 
-#include <algorithm>
-
-namespace {
-
-constexpr wchar_t LowerAscii(wchar_t character) noexcept {
-    const bool upper = character >= L'A' && character <= L'Z';
-    return upper ? static_cast<wchar_t>(character - L'A' + L'a') : character;
-}
-
-}  // namespace
+#include <cstddef>
 
 bool IsPdfExtension(std::wstring_view extension) noexcept {
-    constexpr std::wstring_view kPdf = L".pdf";
-    return std::equal(extension.begin(), extension.end(), kPdf.begin(), kPdf.end(),
-                      [](wchar_t given, wchar_t wanted) { return LowerAscii(given) == wanted; });
+    constexpr std::wstring_view kLower = L".pdf";
+    constexpr std::wstring_view kUpper = L".PDF";
+    if (extension.size() != kLower.size()) return false;
+    for (std::size_t i = 0; i < kLower.size(); ++i) {
+        if (extension[i] != kLower[i] && extension[i] != kUpper[i]) return false;
+    }
+    return true;
 }

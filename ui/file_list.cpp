@@ -22,7 +22,6 @@ void CFileList::Init(HWND list) {
 
 void CFileList::InitPictures() const {
     const HIMAGELIST images = ::ImageList_Create(kPictureSize, kPictureSize, ILC_COLOR32 | ILC_MASK, 1, 0);
-    if (!images) return;
     const UniqueIcon page = LoadSizedIcon(IDI_PAGE, kPictureSize, kPictureSize);
     ::ImageList_ReplaceIcon(images, -1, page.Get());
     // The list destroys its image list with itself.

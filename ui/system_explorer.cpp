@@ -11,47 +11,42 @@ constexpr wchar_t kName[] = L"explorer.exe";
 
 using GetSystemFolder = UINT(WINAPI*)(LPWSTR, UINT);
 
-struct Path {
-    wchar_t text[MAX_PATH] = {};  // empty: there is none
-};
-
-Path InSystemFolder(GetSystemFolder getFolder) {
-    Path path;
-    if (getFolder(path.text, MAX_PATH) == 0 || !::PathAppendW(path.text, kName)) path.text[0] = L'\0';
+// Empty when there is none.
+std::wstring InSystemFolder(GetSystemFolder getFolder) {
+    wchar_t path[MAX_PATH] = {};
+    if (getFolder(path, MAX_PATH) == 0 || !::PathAppendW(path, kName)) return {};
     return path;
 }
 
-bool IsSame(const wchar_t* one, const Path& other) {
-    return ::CompareStringOrdinal(one, -1, other.text, -1, TRUE) == CSTR_EQUAL;
+bool IsSame(const std::wstring& one, const std::wstring& other) {
+    return ::CompareStringOrdinal(one.c_str(), -1, other.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
 // Wine has a second one, in its system folder.
-bool IsSystems(const wchar_t* path) {
+bool IsSystems(const std::wstring& path) {
     return IsSame(path, InSystemFolder(&::GetSystemWindowsDirectoryW)) ||
            IsSame(path, InSystemFolder(&::GetSystemDirectoryW));
 }
 
-// `folder` null: on the search path.
-Path FoundIn(const wchar_t* folder) {
-    Path path;
-    if (::SearchPathW(folder, kName, nullptr, MAX_PATH, path.text, nullptr) >= MAX_PATH) {
-        path.text[0] = L'\0';
-    }
-    return path;
+// `folder` null: on the search path. Empty when there is none.
+std::wstring FoundIn(const wchar_t* folder) {
+    wchar_t path[MAX_PATH] = {};
+    const DWORD length = ::SearchPathW(folder, kName, nullptr, MAX_PATH, path, nullptr);
+    return length < MAX_PATH ? path : L"";
 }
 
 bool LeadsToSystems() {
     // The two folders are asked on their own: whether the search path has them, and where, is a setting.
     const std::wstring besideProgram = FileInProgramFolder(kName);
-    if (::PathFileExistsW(besideProgram.c_str()) && !IsSystems(besideProgram.c_str())) return false;
-    const Path current = FoundIn(L".");
-    if (current.text[0] != L'\0' && !IsSystems(current.text)) return false;
-    return IsSystems(FoundIn(nullptr).text);
+    if (::PathFileExistsW(besideProgram.c_str()) && !IsSystems(besideProgram)) return false;
+    const std::wstring current = FoundIn(L".");
+    if (!current.empty() && !IsSystems(current)) return false;
+    return IsSystems(FoundIn(nullptr));
 }
 
 }  // namespace
 
 std::wstring SystemExplorer() {
-    const Path own = InSystemFolder(&::GetSystemWindowsDirectoryW);
-    return own.text[0] == L'\0' || LeadsToSystems() ? kName : own.text;
+    const std::wstring own = InSystemFolder(&::GetSystemWindowsDirectoryW);
+    return own.empty() || LeadsToSystems() ? kName : own;
 }

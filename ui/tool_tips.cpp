@@ -39,7 +39,7 @@ void CMainDlg::InitToolTips() {
                           CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, m_hWnd, nullptr,
                           CAppModule::Instance().ResourceInstance(), nullptr);
     const CWindow toolTips(m_toolTips);
-    toolTips.Send(TTM_SETMAXTIPWIDTH, 0, area.right - area.left);
+    toolTips.Send(TTM_SETMAXTIPWIDTH, 0, area.right);
 
     TTTOOLINFOW tool = {};
     tool.cbSize = IsVistaOrLater() ? static_cast<UINT>(sizeof tool) : TTTOOLINFOW_V2_SIZE;

@@ -1,5 +1,6 @@
 """A display and a Wine session of one job's own, and the test programs run in it."""
 import os
+import pathlib
 import re
 import shutil
 import signal
@@ -64,8 +65,7 @@ class Desktop:
                 code = None
                 os.killpg(started.pid, signal.SIGKILL)
                 started.wait()
-                self.end_session()
-                self.hold()
+                self.renew()
             log.seek(0)
             output = log.read().decode("utf-8", "replace")
         if code == 0 and "[  PASSED  ]" in output:
@@ -74,9 +74,27 @@ class Desktop:
         begun = BEGUN.findall(output)
         return False, failed[0] if failed else begun[-1] if begun else "(start)", output + ("" if code is not None else "(time)")
 
+    def renew(self):
+        """Another session in the place of one that a mutant may have spoilt."""
+        self.end_session()
+        self.hold()
+
     def end_session(self):
         subprocess.run(["wineserver", "-k"], env=self.environment, check=False)
-        subprocess.run(["wineserver", "-w"], env=self.environment, check=False, timeout=60)
+        try:
+            subprocess.run(["wineserver", "-w"], env=self.environment, check=False, timeout=20)
+        except subprocess.TimeoutExpired:  # a suspended process does not see that its server has ended
+            self.kill_processes()
+            subprocess.run(["wineserver", "-w"], env=self.environment, check=False, timeout=60)
+
+    def kill_processes(self):
+        ours = f"WINEPREFIX={self.environment['WINEPREFIX']}".encode()
+        for process in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                if ours in (process / "environ").read_bytes().split(b"\0") and int(process.name) != os.getpid():
+                    os.kill(int(process.name), signal.SIGKILL)
+            except OSError:  # it has ended meanwhile, or is not ours to read
+                continue
 
     def end(self):
         if self.holder:

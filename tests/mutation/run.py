@@ -210,13 +210,16 @@ class Product:
         dependents = self.build.dependents.get(mutant.file, set())
         if mutant.file.endswith(".cpp"):
             return dependents
+        line = self.texts[mutant.file].split("\n")[mutant.line - 1]
+        if (mutant.file, mutant.line) not in self.lines.units and "constexpr" not in line:
+            return dependents  # what a member begins with is code of every constructor, wherever that is
         places, told = self.places(mutant)
         if not told:
             return dependents
         units = {source for place in places for _, source in self.lines.units[place]}
         word = None
         if places and (mutant.file, mutant.line) not in self.lines.units:
-            declared = re.search(r"(\w+)\s*(\[.*\])?\s*(=|\{)", self.texts[mutant.file].split("\n")[mutant.line - 1])
+            declared = re.search(r"(\w+)\s*(\[.*\])?\s*(=|\{)", line)
             word = declared and re.compile(rf"\b{declared[1]}\b")
         found = set()
         for made in dependents:
@@ -363,7 +366,7 @@ class Job:
         for program, tests in by_program.items():
             known = [test for test in tests if (program, test) in self.product.durations]
             while known:
-                good, bad, _ = self.screen.run(self.product.work / f"{program}.exe", known, 3 * self.limit(program, known))
+                good, bad = self.passes(program, known)
                 if good:
                     break
                 failed.add((program, bad))
@@ -380,6 +383,17 @@ class Job:
                 self.results.add(mutant, "killed", by, seconds)
         self.unproved = []
         return again
+
+    def passes(self, program, tests):
+        """Whether they do without a mutant, and the one that fails, if one does: in this session and then in another."""
+        bad = None
+        for _ in range(2):
+            if bad:
+                self.screen.renew()
+            good, bad, _ = self.screen.run(self.product.work / f"{program}.exe", tests, 3 * self.limit(program, tests))
+            if good:
+                break
+        return good, bad
 
     def work(self, queue, end, lines_of_test, tell):
         """Takes mutants from the queue until it is empty or the time is over."""

@@ -1,4 +1,6 @@
 // What a screen reader says for the controls that have no text of their own.
+#include "ui/accessible_names.h"
+
 #include "tests/window/main_window_fixture.h"
 
 #include <windows.h>
@@ -170,6 +172,17 @@ TEST_F(AccessibleNamesTest, AServiceThatIsMissingLeavesTheWindowWhole) {
 TEST_F(AccessibleNamesTest, AServiceThatRefusesLeavesTheWindowWhole) {
     Service::result = E_FAIL;
     CreateAndSelect();
+}
+
+TEST_F(AccessibleNamesTest, WithoutAControlOrANameTheServiceIsNotAskedFor) {
+    reader = FALSE;
+    Create();
+    AccessibleNames names;
+    EXPECT_FALSE(names.Name(nullptr, L"name"));
+    EXPECT_FALSE(names.Name(Control(IDC_PAGES), L""));
+    names.NameWhileEmpty(nullptr, L"name");
+    names.NameWhileEmpty(Control(IDC_PAGES), L"");
+    EXPECT_EQ(created, 0);
 }
 
 TEST_F(AccessibleNamesTest, NamesAreTakenBackBeforeTheControlsAreDestroyed) {

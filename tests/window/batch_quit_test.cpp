@@ -3,6 +3,8 @@
 
 #include <process.h>
 
+#include <thread>
+
 namespace {
 
 using testing::IsEmpty;
@@ -32,6 +34,26 @@ TEST_F(BatchQuitTest, AfterAStopTheSecondPressQuitsAndTheWorkerEndsWithoutItsWin
     EXPECT_EQ(worker.Count("DialogBoxParamW"), 0);
     EXPECT_EQ(worker.Count("MessageBoxW"), 0);
     EXPECT_EQ(worker.Count("CloseHandle"), 2);
+}
+
+TEST_F(BatchQuitTest, AWorkerNeitherFindsTheWindowThatIsBeingDestroyedNorWaitsForItsThread) {
+    StartHeld();
+    PressStop();
+    const HWND main = Dialog();
+    HWND found = main;
+    const auto destroy = Replace<decltype(::DestroyWindow)>("DestroyWindow", [&](auto original, HWND window) {
+        if (window == main) found = dialog->Handle();
+        return original(window);
+    });
+    PressStop();
+    EXPECT_EQ(found, nullptr);
+    converters.Release(1);
+    // No message is served meanwhile.
+    const ULONGLONG deadline = ::GetTickCount64() + 10'000;
+    while (dialog->HasWorker() && ::GetTickCount64() < deadline) std::this_thread::yield();
+    EXPECT_FALSE(dialog->HasWorker());
+    WaitForEnd();
+    EXPECT_EQ(TakeQuitMessage(), 2);
 }
 
 TEST_F(BatchQuitTest, AWorkerWhoseWindowWasTakenAwayEndsToo) {

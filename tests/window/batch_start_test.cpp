@@ -105,6 +105,7 @@ TEST_F(BatchStartTest, NeedsAnOutputFolderThatExistsWhileItsCheckBoxIsChecked) {
     }
     EXPECT_THAT(threads, IsEmpty());
     EXPECT_FALSE(dialog->HasWorker());
+    EXPECT_THAT(taskbar.calls.Calls(), IsEmpty()) << "prepared for a batch that is refused";
     SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
     RunBatch();
     Check(IDC_OUTPUT_FOLDER_CHECK, false);

@@ -60,6 +60,17 @@ TEST_F(BatchTaskbarTest, ShowsRowsDoneOfRows) {
                                      "SetProgressValue 1/2", "SetProgressValue 2/2", kHidden));
 }
 
+TEST_F(BatchTaskbarTest, IsFullAtTheEndOfAListThatHasBecomeShorter) {
+    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
+    worker.At("WaitForSingleObject", 2, [&] {
+        SendList(LVM_DELETEITEM, 2);
+        SendList(LVM_DELETEITEM, 1);
+    });
+    RunBatch();
+    EXPECT_THAT(Shown(),
+                ElementsAre("SetProgressValue 0/3", "SetProgressValue 1/3", "SetProgressValue 1/1", kHidden));
+}
+
 TEST_F(BatchTaskbarTest, IsLoadedWithTheFirstBatchAndOnce) {
     AddFiles({L"C:\\in\\a.pdf"});
     EXPECT_THAT(Calls(), IsEmpty());
@@ -166,10 +177,14 @@ TEST_F(BatchTaskbarTest, TwoWindowsThatNobodySeesReceiveMessagesOfWorkersAsLongA
     RunBatch();
     RunBatch();
     ASSERT_THAT(MessageOnlyWindows(), SizeIs(2)) << "for reports, and for a row's steps";
+    static_cast<void>(Calls());
+    taskbar.calls.Clear();
     for (const HWND receiver : MessageOnlyWindows()) {  // ordinary ones for all else
+        ::SendMessageW(receiver, WM_USER + 77, 3, 1);   // as a report of a third batch
         ::SetWindowTextW(receiver, L"text");
         EXPECT_EQ(::SendMessageW(receiver, WM_GETTEXTLENGTH, 0, 0), 4);
     }
+    EXPECT_THAT(Calls(), IsEmpty());
     Destroy();
     EXPECT_THAT(MessageOnlyWindows(), IsEmpty());
     Create();

@@ -1,5 +1,7 @@
 // How files become rows: what a drop adds, what the open dialog is asked for and what its answers add, and
 // how rows are told apart.
+#include "ui/open_file_buffer.h"
+
 #include "tests/support/dropped_files.h"
 #include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
@@ -322,6 +324,11 @@ TEST_F(FileListOpenDialogTest, AddsNothingOfASelectionThatReachesBeyondTheBuffer
     EXPECT_THAT(calls.Calls(), IsEmpty());
     Add({L"C:\\in\\b.pdf"});
     EXPECT_THAT(Column(0), ElementsAre(L"C:\\in\\a.pdf", L"C:\\in\\b.pdf")) << "the next one is left alone";
+}
+
+TEST_F(FileListOpenDialogTest, HasRoomForThirtyThousandNamesBehindItsBuffer) {
+    OpenFileBuffer buffer;
+    EXPECT_EQ(::HeapSize(::GetProcessHeap(), 0, buffer.Data()), (25'740u + 30'000u * 260u) * sizeof(wchar_t));
 }
 
 TEST_F(FileListOpenDialogTest, AddsNothingWithoutMemoryForTheNames) {

@@ -86,6 +86,36 @@ TEST_F(FileListTest, APathIsReadBackWholeWithTwiceTheRoomUntilItFits) {
     }
 }
 
+// Of an owner that leaves all messages to the control.
+class NoMessages final : public CMessageMap {
+    bool ProcessWindowMessage(HWND, UINT, WPARAM, LPARAM, LRESULT&, DWORD) override { return false; }
+};
+
+TEST_F(FileListTest, TheTextOfAnyColumnIsRead) {
+    const HWND control = ::CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | LVS_REPORT, 0, 0, 100, 100,
+                                           Dialog(), nullptr, nullptr, nullptr);
+    NoMessages owner;
+    CFileList list(owner, 0);
+    ASSERT_TRUE(list.SubclassWindow(control));
+    LVCOLUMNW column = {};
+    for (const WPARAM place : {0u, 1u})
+        list.Send(LVM_INSERTCOLUMNW, place, reinterpret_cast<LPARAM>(&column));
+    LVITEMW row = {};
+    list.Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&row));
+    list.SetDurationText(0, L"00:00:07");
+    std::wstring text;
+    EXPECT_EQ(list.GetListItemText(0, 1, text), 8);
+    EXPECT_EQ(text, L"00:00:07");
+}
+
+TEST_F(FileListTest, TheTextIsEmptyWithoutAList) {
+    NoMessages owner;
+    const CFileList list(owner, 0);
+    std::wstring text = L"before";
+    EXPECT_EQ(list.GetListItemText(0, 0, text), 0);
+    EXPECT_EQ(text, L"");
+}
+
 // What makes a row the current one: the list's notifications of changed rows.
 class FileListCurrentRowTest : public FileListTest {
 protected:

@@ -97,7 +97,8 @@ private:
     std::unique_ptr<ReplacedImport> m_procedure = Replace<decltype(::GetProcAddress)>(
         "GetProcAddress", [this](auto original, HMODULE module, LPCSTR name) {
             if (std::string(name) != "SetDefaultDllDirectories") return original(module, name);
-            SetDirectories* const restrict = canRestrictLibraries ? &Restrict : nullptr;
+            const bool isKernels = module == ::GetModuleHandleW(L"kernel32.dll");
+            SetDirectories* const restrict = isKernels && canRestrictLibraries ? &Restrict : nullptr;
             return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(restrict));
         });
     std::unique_ptr<ReplacedImport> m_initializeCom =

@@ -19,6 +19,7 @@ protected:
 
     const wchar_t* description = L"Rien ne va plus.\r\n";
     bool findsStrings = true;
+    int searches = 0;  // for strings
     std::vector<std::string> asked;
 
 private:
@@ -34,6 +35,7 @@ private:
         });
     std::unique_ptr<ReplacedImport> m_find = Replace<decltype(::FindResourceExW)>(
         "FindResourceExW", [this](auto original, HMODULE module, LPCWSTR type, LPCWSTR name, WORD language) {
+            ++searches;
             const HRSRC found = findsStrings ? original(module, type, name, language) : nullptr;
             ::SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
             return found;
@@ -60,7 +62,9 @@ TEST_F(LastErrorTest, ShowsOnlyTheNameWithoutATextOfTheSystem) {
 
 TEST_F(LastErrorTest, UsesTheDefaultPrefixWhenNoneIsGivenOrFound) {
     EXPECT_EQ(CMainDlg::kNoPrefix, 0xFFFFFFFFu);
+    searches = 0;
     ShowError(ERROR_DISK_FULL, CMainDlg::kNoPrefix);
+    EXPECT_EQ(searches, 1) << "the caption's alone";
     findsStrings = false;
     ShowError(ERROR_DISK_FULL, IDS_SHELL_EXECUTE_FAILED);
     EXPECT_THAT(calls.Calls(), ElementsAre(MessageBoxWith("Err : Rien ne va plus.\r\n"),

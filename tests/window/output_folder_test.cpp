@@ -70,7 +70,10 @@ private:
 };
 
 TEST_F(OutputFolderBrowseTest, OpensForTheWindowOnTheWholeNamespaceWithFoldersOnly) {
-    Browse();
+    const HWND active = ::GetActiveWindow();
+    ::SetActiveWindow(watched.Window());
+    Command(IDC_BROWSE, BN_CLICKED);
+    ::SetActiveWindow(active);
     ASSERT_THAT(browsers, SizeIs(1));
     EXPECT_EQ(browsers[0].hwndOwner, Dialog());
     EXPECT_EQ(browsers[0].pidlRoot, nullptr);

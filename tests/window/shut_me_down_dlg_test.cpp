@@ -102,6 +102,13 @@ TEST_F(ShutMeDownDlgTest, OpensAtThirtyWithATimerOfASecondAndTheFocusOnItsDefaul
     EXPECT_EQ(LOWORD(::SendMessageW(window, DM_GETDEFID, 0, 0)), IDOK);
 }
 
+TEST_F(ShutMeDownDlgTest, LeavesTheFocusToTheSystem) {
+    CShutMeDownDlg countdown;
+    LRESULT result = 0;
+    EXPECT_TRUE(countdown.ProcessWindowMessage(nullptr, WM_INITDIALOG, 0, 0, result, 0));
+    EXPECT_EQ(result, TRUE);
+}
+
 TEST_F(ShutMeDownDlgTest, IsInTheMiddleOfTheScreenOrOfItsParent) {
     RECT work = {};
     ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);

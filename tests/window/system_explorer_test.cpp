@@ -77,15 +77,27 @@ TEST_F(SystemExplorerTest, IsTheFullPathWhenTheSearchPathLeadsElsewhereOrNowhere
 }
 
 TEST_F(SystemExplorerTest, ASearchResultThatDoesNotFitIsNoPathWhateverIsInTheBuffer) {
-    const auto search = AnswerSearchPath(Systems(), MAX_PATH + 10);
-    EXPECT_EQ(SystemExplorer(), Systems());
+    for (const DWORD length : {MAX_PATH, MAX_PATH + 10}) {
+        const auto search = AnswerSearchPath(Systems(), length);
+        EXPECT_EQ(SystemExplorer(), Systems()) << length;
+    }
+}
+
+TEST_F(SystemExplorerTest, AResultInTheCurrentFolderThatDoesNotFitIsNoOther) {
+    const auto search = Replace<decltype(::SearchPathW)>(
+        "SearchPathW", [](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) -> DWORD {
+            ::lstrcpynW(found, where ? L"C:\\Outils\\explorer.exe" : Systems().c_str(), MAX_PATH);
+            return where ? MAX_PATH : static_cast<DWORD>(Systems().size());
+        });
+    EXPECT_EQ(SystemExplorer(), kBareName);
 }
 
 // Whether the search path has the current folder is a setting of the system.
 TEST_F(SystemExplorerTest, TheCurrentFolderCountsAlsoWhereTheSearchPathLeavesItOut) {
     const auto search = Replace<decltype(::SearchPathW)>(
         "SearchPathW", [](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) {
-            const std::wstring path = where ? L"C:\\Outils\\explorer.exe" : Systems();
+            const bool isCurrent = where && std::wstring(where) == L".";
+            const std::wstring path = isCurrent ? L"C:\\Outils\\explorer.exe" : where ? L"" : Systems();
             ::lstrcpynW(found, path.c_str(), MAX_PATH);
             return static_cast<DWORD>(path.size());
         });

@@ -31,23 +31,26 @@ protected:
         const auto create = Replace<decltype(::CreateWindowExW)>(
             "CreateWindowExW",
             [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
-                int width, int height, HWND parent, auto... others) {
+                int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
                 EXPECT_STREQ(className, L"tooltips_class32");
                 EXPECT_EQ(exStyle, static_cast<DWORD>(WS_EX_TOPMOST));
                 EXPECT_EQ(style, static_cast<DWORD>(WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP));
                 EXPECT_THAT((std::vector{x, y, width, height}), testing::Each(CW_USEDEFAULT));
+                EXPECT_EQ(instance, ::GetModuleHandleW(nullptr));
+                EXPECT_EQ(parameter, nullptr);
                 owner = parent;
-                return window =
-                           original(exStyle, className, title, style, x, y, width, height, parent, others...);
+                return window = original(exStyle, className, title, style, x, y, width, height, parent, menu,
+                                         instance, parameter);
             });
         const MarkedStrings strings;
         Recorded([&] { Create(); }, {},
-                 [&](HWND to, UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+                 [&](HWND to, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
                      if (message >= TTM_ACTIVATE && message <= TTM_ADDTOOLW) {
                          EXPECT_EQ(to, window);
                      }
                      if (message == TTM_SETMAXTIPWIDTH) maximumWidth = lParam;
                      if (message == TTM_ADDTOOLW) {
+                         EXPECT_EQ(wParam, 0u);
                          tools.push_back(*reinterpret_cast<const TTTOOLINFOW*>(lParam));
                          texts.emplace_back(tools.back().lpszText);
                      }
