@@ -1,5 +1,6 @@
 #include "tests/faults/harness/leak_counts.h"
 
+#include "tests/equipment/window_driver.h"
 #include "tests/equipment/wine.h"
 
 #include <windows.h>
@@ -40,38 +41,21 @@ Function FromNtdll(const char* name) {
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), name)));
 }
 
-struct WindowSearch {
-    bool ofThisProcess;
-    int count;
-};
-
-BOOL CALLBACK CountChild(HWND /*window*/, LPARAM search) {
-    ++reinterpret_cast<WindowSearch*>(search)->count;
-    return TRUE;
-}
-
-BOOL CALLBACK CountWithChildren(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
+// With its children and theirs; none when it is another process's.
+int CountOwn(HWND window) {
     DWORD owner = 0;
     ::GetWindowThreadProcessId(window, &owner);
-    if ((owner == ::GetCurrentProcessId()) != search.ofThisProcess) return TRUE;
-    ++search.count;
-    ::EnumChildWindows(window, &CountChild, parameter);
-    return TRUE;
+    if (owner != ::GetCurrentProcessId()) return 0;
+    int count = 1;
+    const auto countChild = [](HWND, LPARAM counted) -> BOOL {
+        ++*reinterpret_cast<int*>(counted);
+        return TRUE;
+    };
+    ::EnumChildWindows(window, countChild, reinterpret_cast<LPARAM>(&count));
+    return count;
 }
 
-int CountWindows(bool ofThisProcess) {
-    WindowSearch search = {ofThisProcess, 0};
-    ::EnumWindows(&CountWithChildren, reinterpret_cast<LPARAM>(&search));
-    // Those that only take messages are among no others.
-    for (HWND window = nullptr;
-         (window = ::FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;) {
-        CountWithChildren(window, reinterpret_cast<LPARAM>(&search));
-    }
-    return search.count;
-}
-
-int CountHandles(bool ofThisProcess) {
+int CountHandles() {
     using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
     static const auto query = FromNtdll<Query>("NtQuerySystemInformation");
     std::vector<char> buffer(std::size_t{1} << 16);
@@ -83,7 +67,7 @@ int CountHandles(bool ofThisProcess) {
     const auto* const table = reinterpret_cast<const SystemHandleTable*>(buffer.data());
     int count = 0;
     for (ULONG i = 0; i < table->count; ++i) {
-        if ((table->handles[i].processId == ::GetCurrentProcessId()) == ofThisProcess) ++count;
+        if (table->handles[i].processId == ::GetCurrentProcessId()) ++count;
     }
     return count;
 }
@@ -91,14 +75,10 @@ int CountHandles(bool ofThisProcess) {
 }  // namespace
 
 int HandleCount() {
-    if (UnderWine()) return CountHandles(true);
+    if (UnderWine()) return CountHandles();
     DWORD count = 0;
     ::GetProcessHandleCount(::GetCurrentProcess(), &count);
     return static_cast<int>(count);
-}
-
-int HandleCountOfOthers() {
-    return CountHandles(false);
 }
 
 int GdiObjectCount() {
@@ -114,11 +94,14 @@ int GdiObjectCount() {
 }
 
 int WindowCount() {
-    return CountWindows(true);
-}
-
-int WindowCountOfOthers() {
-    return CountWindows(false);
+    int count = 0;
+    for (const HWND window : driver::TopLevelWindows()) count += CountOwn(window);
+    // Those that only take messages are among no others.
+    for (HWND window = nullptr;
+         (window = ::FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;) {
+        count += CountOwn(window);
+    }
+    return count;
 }
 
 std::size_t PrivateBytes() {

@@ -1,5 +1,5 @@
-// What the test process, and all others together, hold of the system at this moment. GetProcessHandleCount
-// and GetGuiResources say 0 under Wine; there these count by hand.
+// What the test process holds of the system at this moment. GetProcessHandleCount and GetGuiResources say 0
+// under Wine; there these count by hand.
 #pragma once
 
 #include <cstddef>
@@ -10,9 +10,6 @@
 [[nodiscard]] int WindowCount();
 // Memory that no other process has, in bytes.
 [[nodiscard]] std::size_t PrivateBytes();
-
-[[nodiscard]] int HandleCountOfOthers();
-[[nodiscard]] int WindowCountOfOthers();
 
 // How many graphics objects stay in the process for good each time that a thread opens the program's main
 // dialog, without any of the program's code, and ends. Measured once in a process; no program may run in it
