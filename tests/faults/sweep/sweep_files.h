@@ -3,7 +3,9 @@
 
 #include "tests/faults/harness/call_watch.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -14,9 +16,34 @@ inline constexpr char kDifferencesFile[] = "differences";  // of a recorded run 
 inline constexpr char kVerdictsFile[] = "verdicts";
 inline constexpr char kNotReached[] = "not reached";
 
-// Texts, each on a line of its own whatever it holds. No file has no lines.
-void AppendLine(const std::filesystem::path& file, std::string text);
-[[nodiscard]] std::vector<std::string> ReadLines(const std::filesystem::path& file);
+// Adds a text, on a line of its own whatever it holds.
+inline constexpr char kLineBreakInText = '\x1F';
+inline void AppendLine(const std::filesystem::path& file, std::string text) {
+    std::replace(text.begin(), text.end(), '\n', kLineBreakInText);
+    // Opened and closed for each line: what comes next may be the end of this process.
+    std::ofstream(file, std::ios::binary | std::ios::app) << text << '\n';
+}
 
-void WriteCalls(const std::filesystem::path& file, const std::vector<CallKey>& calls);
-[[nodiscard]] std::vector<CallKey> ReadCalls(const std::filesystem::path& file);
+// No file has no lines.
+[[nodiscard]] inline std::vector<std::string> ReadLines(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);) {
+        std::replace(line.begin(), line.end(), kLineBreakInText, '\n');
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+inline void WriteCalls(const std::filesystem::path& file, const std::vector<CallKey>& calls) {
+    std::ofstream out(file, std::ios::binary);
+    for (const CallKey& call : calls) out << call.nth << ' ' << call.label << '\n';
+}
+
+[[nodiscard]] inline std::vector<CallKey> ReadCalls(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::vector<CallKey> calls;
+    CallKey call;
+    while (in >> call.nth && in.get() && std::getline(in, call.label)) calls.push_back(call);
+    return calls;
+}

@@ -1,7 +1,7 @@
 #include "tests/faults/sweep/sweep_process.h"
 
 #include "tests/faults/harness/child_process.h"
-#include "tests/faults/harness/scenario_run.h"
+#include "tests/faults/harness/leak_counts.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/sweep/sweep_files.h"
 
@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -48,6 +49,54 @@ const Scenario& ScenarioOf(std::string_view name) {
         std::find_if(all.begin(), all.end(), [&](const Scenario& one) { return one.name == name; });
     if (found == all.end()) throw std::runtime_error("no scenario " + std::string(name));
     return *found;
+}
+
+struct ScenarioRun {
+    Facts facts;
+    std::vector<CallKey> calls;   // that counted, in their order
+    bool reached = false;         // the call that was to fail was made
+    bool processIsSpent = false;  // something of the program is left that no other run should meet
+};
+
+// With `failing`, that call fails. A program that hangs has the fact "hang".
+ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& failing) {
+    ScenarioRun run;
+    const int keptByTheSystem = GdiObjectsKeptByTheSystem();
+    const int windowsBefore = WindowCount();
+    const int gdiBefore = GdiObjectCount();
+    const int handlesBefore = HandleCount();
+    auto stage = std::make_unique<Stage>();  // kept for good when the program hangs: its threads still use it
+    if (failing) stage->watch.FailAt(*failing);
+    scenario.prepare(stage->platform);
+    try {
+        scenario.use(stage->user, stage->watch, run.facts);
+        if (!scenario.spendsItsProcess) {
+            stage->user.WaitForWorkers();
+            stage->user.WaitForPosted();
+        }
+        stage->user.Quit();
+        if (!stage->program.WaitForEnd()) throw Hang("the program does not end");
+        stage->watch.End();
+        run.processIsSpent = stage->program.State() != ProgramHost::Life::Ended;
+    } catch (const Hang& hang) {
+        run.facts["hang"] = hang.what();
+        run.processIsSpent = true;
+    }
+    run.calls = stage->watch.Counted();
+    run.reached = stage->watch.Failed();
+    run.facts.merge(stage->platform.State());
+    run.facts["exit"] = std::to_string(stage->program.ExitCode());
+    if (run.processIsSpent) {
+        static_cast<void>(stage.release());
+        return run;
+    }
+    for (const auto& [what, count] : stage->platform.Held()) run.facts[what] = std::to_string(count);
+    const int keptOfDialogs = keptByTheSystem * stage->platform.ModelessDialogs();
+    stage.reset();
+    run.facts["handles"] = std::to_string(HandleCount() - handlesBefore);
+    run.facts["gdi"] = std::to_string(GdiObjectCount() - gdiBefore - keptOfDialogs);
+    run.facts["windows"] = std::to_string(WindowCount() - windowsBefore);
+    return run;
 }
 
 bool LeavesSomething(const Facts& facts) {
