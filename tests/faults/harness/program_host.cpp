@@ -14,12 +14,6 @@ ProgramHost* g_current = nullptr;
 constexpr DWORD kEndLimitMs = 15'000;
 constexpr wchar_t kLibrary[] = L"fault_product.dll";
 
-BOOL CALLBACK FindMainWindow(HWND window, LPARAM found) {
-    if (!driver::FindControl(window, IDC_FILE_LIST)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
 void* ChooseTarget(const std::string& name, void* real) {
     if (void* const answer = Platform::FindDouble(name)) return answer;
     return FindFailure(name) ? real : nullptr;
@@ -72,9 +66,14 @@ bool ProgramHost::WaitForEnd() const {
 }
 
 HWND ProgramHost::MainWindow() const {
-    HWND window = nullptr;
-    ::EnumThreadWindows(m_threadId, &FindMainWindow, reinterpret_cast<LPARAM>(&window));
-    return window;
+    HWND found = nullptr;
+    const auto look = [](HWND window, LPARAM main) -> BOOL {
+        if (!driver::FindControl(window, IDC_FILE_LIST)) return TRUE;
+        *reinterpret_cast<HWND*>(main) = window;
+        return FALSE;
+    };
+    ::EnumThreadWindows(m_threadId, look, reinterpret_cast<LPARAM>(&found));
+    return found;
 }
 
 void* ProgramHost::WrapFoundFunction(const std::string& name, void* real) {

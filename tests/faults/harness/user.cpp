@@ -1,5 +1,6 @@
 #include "tests/faults/harness/user.h"
 
+#include "tests/equipment/failure.h"
 #include "tests/equipment/wait_until.h"
 #include "tests/support/dropped_files.h"
 #include "tests/support/utf8.h"
@@ -15,20 +16,6 @@ constexpr std::chrono::milliseconds kLimit{15'000};
 // How long a person waits before pressing again.
 constexpr std::chrono::milliseconds kPatience{500};
 constexpr int kTries = 5;
-
-struct WindowSearch {
-    const std::function<bool(HWND window)>& fits;
-    HWND found = nullptr;
-};
-
-BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(window, &owner);
-    const bool wanted = owner == ::GetCurrentProcessId() && search.fits(window);
-    if (wanted) search.found = window;
-    return !wanted;
-}
 
 HWND DialogWith(int controlId) {
     const HWND dialog = FindOwnWindow([&](HWND window) { return driver::FindControl(window, controlId); });
@@ -49,26 +36,17 @@ HWND WaitForDialog(const char* what, int controlId, const std::function<bool()>&
 }  // namespace
 
 void WaitUntil(const char* what, const std::function<bool()>& condition) {
-    if (!driver::WaitUntil(condition, kLimit)) throw Hang(std::string("waited in vain until ") + what);
+    if (!driver::WaitUntil(condition, kLimit))
+        throw driver::Failure(std::string("waited in vain until ") + what);
 }
 
 HWND FindOwnWindow(const std::function<bool(HWND window)>& fits) {
-    WindowSearch search = {fits};
-    ::EnumWindows(&LookAtWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-LongPress::LongPress(HWND button)
-    : m_button(button), m_thread(::CreateThread(nullptr, 0, &Run, this, 0, nullptr)) {}
-
-LongPress::~LongPress() {
-    ::WaitForSingleObject(m_thread, static_cast<DWORD>(kLimit.count()));
-    ::CloseHandle(m_thread);
-}
-
-DWORD WINAPI LongPress::Run(void* self) {
-    ::SendMessageW(static_cast<LongPress*>(self)->m_button, BM_CLICK, 0, 0);
-    return 0;
+    for (const HWND window : driver::TopLevelWindows()) {
+        DWORD owner = 0;
+        ::GetWindowThreadProcessId(window, &owner);
+        if (owner == ::GetCurrentProcessId() && fits(window)) return window;
+    }
+    return nullptr;
 }
 
 HWND User::WaitForWindow() const {
@@ -87,7 +65,7 @@ LRESULT User::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     ::SetLastError(ERROR_SUCCESS);
     const bool answered = ::SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL,
                                                 static_cast<UINT>(kLimit.count()), &result) != 0;
-    if (!answered && ::GetLastError() == ERROR_TIMEOUT) throw Hang("the window does not answer");
+    if (!answered && ::GetLastError() == ERROR_TIMEOUT) throw driver::Failure("the window does not answer");
     return static_cast<LRESULT>(result);
 }
 
@@ -122,11 +100,11 @@ void User::PressListKey(WORD key) const {
     Send(Control(IDC_FILE_LIST), WM_KEYUP, key, 1);
 }
 
-HWND User::PressForDialog(int id, int controlOfDialog) {
+HWND User::PressForDialog(int id, int controlOfDialog) const {
     if (!IsEnabled(id)) return nullptr;
-    m_longPress.emplace(Control(id));
-    return WaitForDialog("a dialog opens or the press is over", controlOfDialog,
-                         [&] { return m_longPress->IsOver(); });
+    driver::Click(Control(id));
+    // A dialog that opens takes the marker from the queue and keeps it.
+    return WaitForDialog("a dialog opens or the press is over", controlOfDialog, PostMarker());
 }
 
 HWND User::WaitForWorkersDialog(int controlOfDialog) const {
@@ -134,13 +112,13 @@ HWND User::WaitForWorkersDialog(int controlOfDialog) const {
                          [&] { return m_program.ThePlatform().Workers() == 0; });
 }
 
-void User::CloseDialog(HWND dialog, int buttonId) {
+void User::CloseDialog(HWND dialog, int buttonId) const {
     for (int tries = 0; ::IsWindow(dialog); ++tries) {
-        if (tries == kTries) throw Hang("a dialog does not close");
+        if (tries == kTries) throw driver::Failure("a dialog does not close");
         Send(driver::FindControl(dialog, buttonId), BM_CLICK);
         static_cast<void>(driver::WaitUntil([&] { return !::IsWindow(dialog); }, kPatience));
     }
-    m_longPress.reset();
+    WaitForPosted();
 }
 
 void User::WaitForConverter(int number) const {
@@ -154,13 +132,17 @@ void User::WaitForWorkers() const {
     Send(Window(), WM_NULL);
 }
 
-void User::WaitForPosted() const {
+std::function<bool()> User::PostMarker() const {
     const Platform& platform = m_program.ThePlatform();
     const int before = platform.Markers();
     // To the thread: what is posted to the window is dispatched by the dialog's own keyboard handling.
-    if (!Window() || !::PostThreadMessageW(m_program.ThreadId(), Platform::kMarkerMessage, 0, 0)) return;
-    WaitUntil("what was posted has been served",
-              [&] { return platform.Markers() > before || m_program.HasEnded(); });
+    const bool isPosted =
+        Window() && ::PostThreadMessageW(m_program.ThreadId(), Platform::kMarkerMessage, 0, 0);
+    return [=, this, &platform] { return !isPosted || platform.Markers() > before || m_program.HasEnded(); };
+}
+
+void User::WaitForPosted() const {
+    WaitUntil("what was posted has been served", PostMarker());
 }
 
 void User::PressKeyIn(int id, WORD key) const {
@@ -183,5 +165,5 @@ void User::PressEscape() const {
 }
 
 void User::Quit() const {
-    if (!TryUntilEnded([&] { Press(IDCANCEL); })) throw Hang("the program does not quit");
+    if (!TryUntilEnded([&] { Press(IDCANCEL); })) throw driver::Failure("the program does not quit");
 }

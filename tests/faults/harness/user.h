@@ -1,5 +1,6 @@
 // What a person does with the program's windows: presses, checks, types, drops, waits. Works from another
-// thread than the program's, as a person does, and gives up at a deadline instead of waiting for ever.
+// thread than the program's, as a person does, and throws driver::Failure at a deadline instead of waiting
+// for ever.
 #pragma once
 
 #include "tests/equipment/window_driver.h"
@@ -8,33 +9,8 @@
 #include <windows.h>
 
 #include <functional>
-#include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
-
-// The program did not do what it must in any case: it hangs.
-class Hang : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-// A press of a button that may last as long as a dialog is open, on a thread of its own.
-class LongPress {
-public:
-    explicit LongPress(HWND button);
-    LongPress(const LongPress&) = delete;
-    LongPress& operator=(const LongPress&) = delete;
-    ~LongPress();
-
-    [[nodiscard]] bool IsOver() const { return ::WaitForSingleObject(m_thread, 0) == WAIT_OBJECT_0; }
-
-private:
-    static DWORD WINAPI Run(void* self);
-
-    HWND m_button;
-    HANDLE m_thread;
-};
 
 class User {
 public:
@@ -62,11 +38,12 @@ public:
     void PressListKey(WORD key) const;
 
     // Presses a button that opens a dialog. Gives the dialog, or null when none comes.
-    HWND PressForDialog(int id, int controlOfDialog);
+    [[nodiscard]] HWND PressForDialog(int id, int controlOfDialog) const;
     // Waits for the dialog with this control as long as a worker could still open it. Null when none comes.
     [[nodiscard]] HWND WaitForWorkersDialog(int controlOfDialog) const;
-    // Presses a button of a dialog until it is gone: a person does not give up at the first try.
-    void CloseDialog(HWND dialog, int buttonId);
+    // Presses a button of a dialog until it is gone: a person does not give up at the first try. Returns when
+    // the press that opened it is over, too.
+    void CloseDialog(HWND dialog, int buttonId) const;
 
     // Waits until `number` converters have been started, or no worker is left that could start one.
     void WaitForConverter(int number) const;
@@ -88,11 +65,12 @@ public:
     [[nodiscard]] ProgramHost& Program() const { return m_program; }
 
 private:
+    // What says whether all that was posted before has been served.
+    [[nodiscard]] std::function<bool()> PostMarker() const;
     // A few times at most; whether it has ended then.
     bool TryUntilEnded(const std::function<void()>& press) const;
 
     ProgramHost& m_program;
-    std::optional<LongPress> m_longPress;  // the one that a dialog keeps from ending
 };
 
 // The program with all that one life of it needs.
@@ -103,7 +81,7 @@ struct Stage {
     User user{program};
 };
 
-// Waits for a condition; throws Hang, naming what was missing, when it does not come.
+// Waits for a condition; throws driver::Failure, naming what was missing, when it does not come.
 void WaitUntil(const char* what, const std::function<bool()>& condition);
 
 // The first window of this process on the desktop that fits; null when none does.

@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr int kWithText[] = {IDCANCEL,          IDC_STATUS,        IDC_PAGES,
-                             IDC_EXTRA_OPTIONS, IDC_OUTPUT_FOLDER, IDC_RESOLUTION};
 constexpr int kLongestText = 2000;
 
 bool HasText(int id) {
-    return std::find(std::begin(kWithText), std::end(kWithText), id) != std::end(kWithText);
+    constexpr int kWithText[] = {IDCANCEL,          IDC_STATUS,        IDC_PAGES,
+                                 IDC_EXTRA_OPTIONS, IDC_OUTPUT_FOLDER, IDC_RESOLUTION};
+    return std::ranges::find(kWithText, id) != std::end(kWithText);
 }
 
 LRESULT AskList(const User& user, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -60,12 +60,6 @@ bool IsCentred(HWND window) {
            std::abs(place.top + place.bottom - work.top - work.bottom) <= 2;
 }
 
-struct ToolTips {
-    LRESULT tools = 0;
-    int texts = 0;
-    LRESULT widestTip = -1;
-};
-
 int CountTexts(HWND tips, LRESULT tools) {
     int texts = 0;
     for (LRESULT index = 0; index < tools; ++index) {
@@ -81,22 +75,19 @@ int CountTexts(HWND tips, LRESULT tools) {
     return texts;
 }
 
-// Of all tool tip windows the one with most tools: the list has one of its own.
-BOOL CALLBACK CompareToolTips(HWND window, LPARAM most) {
-    auto& found = *reinterpret_cast<ToolTips*>(most);
-    if (WindowLabel(window) != "tips") return TRUE;
-    const LRESULT tools = User::Send(window, TTM_GETTOOLCOUNT);
-    if (tools > found.tools) {
-        found = {tools, CountTexts(window, tools), User::Send(window, TTM_GETMAXTIPWIDTH)};
-    }
-    return TRUE;
-}
-
+// Of all its tool tip windows the one with most tools: the list has one of its own.
 std::string DescribeToolTips(const User& user) {
-    ToolTips tips;
-    ::EnumThreadWindows(user.Program().ThreadId(), &CompareToolTips, reinterpret_cast<LPARAM>(&tips));
-    return std::to_string(tips.tools) + " tools, " + std::to_string(tips.texts) + " texts" +
-           (tips.widestTip > 0 ? ", wrapped" : "");
+    HWND tips = nullptr;
+    LRESULT tools = 0;
+    for (HWND window = nullptr;
+         (window = ::FindWindowExW(nullptr, window, TOOLTIPS_CLASSW, nullptr)) != nullptr;) {
+        if (::GetWindowThreadProcessId(window, nullptr) != user.Program().ThreadId()) continue;
+        const LRESULT count = User::Send(window, TTM_GETTOOLCOUNT);
+        if (count > tools) tips = window;
+        tools = std::max(tools, count);
+    }
+    return std::to_string(tools) + " tools, " + std::to_string(CountTexts(tips, tools)) + " texts" +
+           (User::Send(tips, TTM_GETMAXTIPWIDTH) > 0 ? ", wrapped" : "");
 }
 
 }  // namespace
@@ -145,16 +136,14 @@ void AddSetUpFacts(const User& user, Facts& facts) {
     const UncountedScope uncounted(user.Program().Watch());
     facts["start.title"] = User::TextOf(user.Window());
     facts["start.centred"] = IsCentred(user.Window()) ? "yes" : "no";
-    std::string icons;
+    std::string& icons = facts["start.icons"];
     if (User::Send(user.Window(), WM_GETICON, ICON_BIG)) icons += "big ";
     if (User::Send(user.Window(), WM_GETICON, ICON_SMALL)) icons += "small";
-    facts["start.icons"] = icons;
-    std::string pictures;
+    std::string& pictures = facts["start.pictures"];
     for (const auto& [id, name] : kControls) {
         const bool hasPicture = User::Send(user.Control(id), BM_GETIMAGE, IMAGE_ICON) != 0;
         if (hasPicture) pictures += std::string(name) + ' ';
     }
-    facts["start.pictures"] = pictures;
     facts["start.titles"] = ColumnTitle(user, 0) + '|' + ColumnTitle(user, 1);
     const auto images = reinterpret_cast<HIMAGELIST>(AskList(user, LVM_GETIMAGELIST, LVSIL_SMALL));
     facts["start.list"] =

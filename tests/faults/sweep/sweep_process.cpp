@@ -1,5 +1,6 @@
 #include "tests/faults/sweep/sweep_process.h"
 
+#include "tests/equipment/failure.h"
 #include "tests/faults/harness/child_process.h"
 #include "tests/faults/harness/leak_counts.h"
 #include "tests/faults/scenarios/scenarios.h"
@@ -75,10 +76,10 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& 
             stage->user.WaitForPosted();
         }
         stage->user.Quit();
-        if (!stage->program.WaitForEnd()) throw Hang("the program does not end");
+        if (!stage->program.WaitForEnd()) throw driver::Failure("the program does not end");
         stage->watch.End();
         run.processIsSpent = stage->program.State() != ProgramHost::Life::Ended;
-    } catch (const Hang& hang) {
+    } catch (const driver::Failure& hang) {
         run.facts["hang"] = hang.what();
         run.processIsSpent = true;
     }

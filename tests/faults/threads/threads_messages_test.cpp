@@ -36,17 +36,18 @@ void AnswerMessageBox(HWND messageBox, int buttonId) {
 // Presses "Arrêter " and leaves the question open.
 class OpenQuestion {
 public:
-    explicit OpenQuestion(const User& user)
-        : m_press(user.Control(IDCANCEL)), m_message(WaitForMessageBox("Un traitement est en cours.")) {}
+    explicit OpenQuestion(const User& user) : m_user(user) {
+        driver::Click(user.Control(IDCANCEL));
+        m_message = WaitForMessageBox("Un traitement est en cours.");
+    }
 
     void Answer(int buttonId) const {
         AnswerMessageBox(m_message, buttonId);
-        // What the answer sets off is done when the press is over.
-        WaitUntil("the press is over", [&] { return m_press.IsOver(); });
+        m_user.WaitForPosted();  // what the answer sets off is done then
     }
 
 private:
-    LongPress m_press;
+    const User& m_user;
     HWND m_message;
 };
 
