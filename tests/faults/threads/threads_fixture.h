@@ -5,18 +5,42 @@
 #include "tests/faults/harness/user.h"
 #include "tests/faults/harness/window_facts.h"
 #include "tests/faults/scenarios/usual.h"
-#include "tests/faults/threads/gate.h"
-#include "tests/faults/threads/pulse.h"
 
 #include "res/resource.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <optional>
+#include <atomic>
 #include <string>
+#include <thread>
 #include <vector>
+
+// Holds a thread of the program at one of its calls until the test lets it go on.
+class Gate {
+public:
+    // Closed for the `nth` call from now with this label.
+    Gate(CallWatch& watch, const std::string& label, int nth = 1) {
+        watch.At(label, nth, [this] {
+            m_arrived = true;
+            m_open.wait(false);
+        });
+    }
+    Gate(const Gate&) = delete;
+    Gate& operator=(const Gate&) = delete;
+
+    void WaitForArrival() const {
+        WaitUntil("a thread of the program arrives", [this] { return m_arrived.load(); });
+    }
+    void Open() {
+        m_open = true;
+        m_open.notify_all();
+    }
+
+private:
+    std::atomic<bool> m_arrived{false};
+    std::atomic<bool> m_open{false};
+};
 
 class ThreadsFixture : public testing::Test, protected Stage {
 protected:
@@ -24,10 +48,9 @@ protected:
     ~ThreadsFixture() override {
         user.WaitForWorkers();
         EXPECT_TRUE(LooksIdle());
-        EXPECT_TRUE(m_pulse->Stop()) << "the window did not answer";
-        EXPECT_GT(m_pulse->Answers(), 0);
-        std::printf("    %d answers of the window, the slowest after %llu ms\n", m_pulse->Answers(),
-                    m_pulse->SlowestMs());
+        m_pulse.request_stop();
+        m_pulse.join();
+        EXPECT_EQ(m_answers, m_questions) << "the window did not answer";
         user.Quit();
         EXPECT_TRUE(program.WaitForEnd());
         EXPECT_EQ(program.State(), ProgramHost::Life::Ended);
@@ -42,7 +65,7 @@ protected:
     // Starts the program with these files in the list.
     void OpenWith(const std::vector<std::wstring>& paths) {
         OpenWithFiles(user, paths);
-        m_pulse.emplace(user.Window());
+        m_pulse = std::jthread([this](const std::stop_token& over) { AskUntil(over); });
     }
     // Presses "Arrêter " and answers Yes.
     void Stop() {
@@ -64,5 +87,19 @@ protected:
     [[nodiscard]] std::vector<std::string> Messages() const { return platform.Requests("messages"); }
 
 private:
-    std::optional<Pulse> m_pulse;
+    // Asks the window whether it still answers, once at least.
+    void AskUntil(const std::stop_token& over) {
+        constexpr UINT kLimitMs = 5000;  // what anybody would call hanging, on a busy machine
+        const HWND window = user.Window();
+        do {
+            DWORD_PTR answer = 0;
+            ++m_questions;
+            if (::SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kLimitMs, &answer)) ++m_answers;
+            ::Sleep(10);  // the pace of the questions; nothing is waited for here
+        } while (!over.stop_requested());
+    }
+
+    int m_questions = 0;  // these two are the asking thread's, until it is joined
+    int m_answers = 0;
+    std::jthread m_pulse;
 };

@@ -60,7 +60,7 @@ protected:
     void AnswerQuestionWhileTheStartFailureIsReported(int buttonId) {
         platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}};
         OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-        const Gate gate(watch, "worker CreateProcessW");
+        Gate gate(watch, "worker CreateProcessW");
         user.Press(IDOK);
         gate.WaitForArrival();
         const OpenQuestion question(user);

@@ -25,7 +25,7 @@ class ThreadsAtAStop : public ThreadsFixture, public testing::WithParamInterface
 TEST_P(ThreadsAtAStop, KeepWhatIsDoneAndLookForAnInterpreterOnlyWhileItRuns) {
     platform.converters = {{.console = Console::None}};
     OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    const Gate gate(watch, GetParam().call, GetParam().nth);
+    Gate gate(watch, GetParam().call, GetParam().nth);
     user.Press(IDOK);
     gate.WaitForArrival();
     Stop();
@@ -66,8 +66,8 @@ class Threads : public ThreadsFixture {};
 
 TEST_F(Threads, SecondConvertBeforeTheFirstWorkerRunsMakesASecondWorker) {
     OpenWith({L"C:\\in\\a.pdf"});
-    const Gate first(watch, "worker starts");
-    const Gate second(watch, "worker starts");
+    Gate first(watch, "worker starts");
+    Gate second(watch, "worker starts");
     user.Press(IDOK);
     ASSERT_TRUE(user.IsEnabled(IDOK)) << "nothing is disabled before the worker runs";
     user.Press(IDOK);
@@ -86,8 +86,8 @@ TEST_F(Threads, SecondConvertBeforeTheFirstWorkerRunsMakesASecondWorker) {
 
 TEST_F(Threads, TwoWorkersAtTheSameFilesBothComeToAnEnd) {
     OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
-    const Gate first(watch, "worker starts");
-    const Gate second(watch, "worker starts");
+    Gate first(watch, "worker starts");
+    Gate second(watch, "worker starts");
     user.Press(IDOK);
     user.Press(IDOK);
     first.WaitForArrival();
