@@ -12,7 +12,11 @@ void PressEscape(User& user, CallWatch& watch, Facts& /*facts*/) {
 
 // The end of the process is held up here until the worker has woken and ended: it must find all it touches.
 void QuitWhileWaiting(User& user, CallWatch& watch, Facts& facts) {
-    BeginHiddenBatchOfTwo(user);
+    OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+    user.Press(IDC_HIDE_OUTPUT);
+    user.Press(IDOK);
+    user.WaitForConverter(1);
+    user.WaitForPosted();
     user.Press(IDCANCEL);  // stops the batch
     watch.Begin();
     user.Quit();
@@ -29,7 +33,9 @@ Facts UsualWhileWaiting() {
     Facts usual = Usually({BatchOf(2, 0),
                            {{"processEnds", "yes"},
                             {"window", "gone"},
-                            {"starts", HiddenStart()},
+                            {"starts",
+                             "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  "
+                             "\"C:\\in\\a.pdf\"\" 2>>TalvenorLog.txt"},
                             {"messages", kQuestion},
                             {"closing", "console 1"},
                             {"searches", "1"}}});

@@ -48,14 +48,6 @@ void OpenWithFiles(User& user, const std::vector<std::wstring>& paths) {
     user.Press(IDC_ADD);  // the open dialog is cancelled
 }
 
-void BeginHiddenBatchOfTwo(User& user) {
-    OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    user.Press(IDC_HIDE_OUTPUT);
-    user.Press(IDOK);
-    user.WaitForConverter(1);
-    user.WaitForPosted();
-}
-
 void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts) {
     user.WaitForWorkers();
     watch.End();
@@ -113,18 +105,8 @@ std::string ShownStart(const std::string& djvu, const std::string& folder) {
     return "visible a.pdf in " + folder + ": /C \"pdf2djvu.exe -o \"" + djvu + "\" -v  \"C:\\in\\a.pdf\"\"";
 }
 
-std::string HiddenStart() {
-    return "hidden a.pdf in ~: /C \"pdf2djvu.exe -o \"C:\\in\\a.djvu\" -v  \"C:\\in\\a.pdf\"\" "
-           "2>>TalvenorLog.txt";
-}
-
 std::string StartFailure(DWORD error) {
     return "error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished;
-}
-
-std::string LogRecord(const std::string& duration, std::size_t rule) {
-    return "\r\nTerminé le : 16/11, 2026 - 14:05:09\r\n*** Durée de conversion (hh:mm:ss) : " + duration +
-           "\r\n" + std::string(rule, '*') + "\r\n\r\n";
 }
 
 std::string SystemText(DWORD error) {

@@ -26,8 +26,6 @@ void HoldFirst(Platform& platform) {
 void Open(User& user);
 // The same with these files in the list and "Convertir" enabled.
 void OpenWithFiles(User& user, const std::vector<std::wstring>& paths);
-// The same with C:\in\a.pdf and b.pdf, consoles hidden and the first converter running.
-void BeginHiddenBatchOfTwo(User& user);
 // The batch comes to its end, with which the counting ends. Adds what is then seen as "done".
 void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts);
 
@@ -48,16 +46,12 @@ void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts);
 // facts, of which later ones win.
 [[nodiscard]] Facts Usually(std::initializer_list<Facts> differences);
 
-// The converter's start for C:\in\a.pdf with its console shown, as a line of "starts", and hidden.
+// The converter's start for C:\in\a.pdf with its console shown, as a line of "starts".
 [[nodiscard]] std::string ShownStart(const std::string& djvu = "C:\\in\\a.djvu",
                                      const std::string& folder = "~");
-[[nodiscard]] std::string HiddenStart();
 
 // The messages of a batch whose converter cannot be started.
 [[nodiscard]] std::string StartFailure(DWORD error);
-
-// The record that the log gets for a file that took `duration`, with a rule of `rule` asterisks.
-[[nodiscard]] std::string LogRecord(const std::string& duration, std::size_t rule);
 
 // What this system says about an error, with its line break.
 [[nodiscard]] std::string SystemText(DWORD error);
