@@ -50,7 +50,7 @@ public:
         m_report.system = DescribeThisSystem();
         m_report.leftOut = ReadLeftOut(m_folder);
         m_report.suitesInAll = m_suites.size();
-        if (IsCapsLockOn())
+        if (::GetKeyState(VK_CAPITAL) & 1)
             m_report.problems.emplace_back("Caps Lock is on: what the tests type comes out in capitals");
     }
 
@@ -60,7 +60,7 @@ public:
                   "leave keyboard and mouse alone until the end. It takes five to fifteen minutes.\n");
         WriteReport(m_report, Results());  // what cannot be written is better known now
         for (const Suite& suite : m_suites) {
-            if (IsInterrupted()) break;
+            if (Interruption::HasCome()) break;
             RunSuite(suite);
             WriteReport(m_report, Results());  // whoever ends us early has what there is
         }
@@ -95,7 +95,7 @@ private:
                 result.problems.push_back(name + " left " + std::to_string(left) + " processes running");
             for (const std::wstring& file : m_place.TakeLeftovers())
                 result.problems.push_back(name + " left in the temporary folder: " + driver::ToUtf8(file));
-            if (IsInterrupted()) throw driver::Failure("interrupted");
+            if (Interruption::HasCome()) throw driver::Failure("interrupted");
         }
     }
 
@@ -111,7 +111,7 @@ int Main(int argc, wchar_t** argv) {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     // A screen that goes dark takes no clicks.
     ::SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED | ES_DISPLAY_REQUIRED);
-    WatchForInterruption();
+    Interruption::Watch();
     const bool some = argc == 3 && std::wstring(argv[1]) == L"--only";
     if (argc != 1 && !some) throw driver::Failure("usage: run_tests [--only BEGINNING]");
     return Runner(some ? driver::ToUtf8(argv[2]) : "").Run();
@@ -126,6 +126,6 @@ int wmain(int argc, wchar_t** argv) {
     } catch (const std::exception& failure) {
         std::printf("The tests cannot be run: %s\n", failure.what());
     }
-    AllowEnd();
+    Interruption::AllowEnd();
     return outcome;
 }

@@ -1,5 +1,7 @@
 #include "tests/portable/test_process.h"
 
+#include <filesystem>
+
 #include "tests/equipment/failure.h"
 #include "tests/equipment/process_start.h"
 #include "tests/equipment/text.h"
@@ -10,48 +12,37 @@ namespace {
 // What has been ended takes a moment to be gone.
 constexpr driver::Milliseconds kGoneLimit{10'000};
 
-SECURITY_ATTRIBUTES Inherited() {
-    return {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-}
-
-driver::UniqueHandle OpenNothing() {
-    SECURITY_ATTRIBUTES inherited = Inherited();
-    const HANDLE file = ::CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
-                                      OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) driver::FailCall("CreateFileW(NUL)", ::GetLastError());
+// For a process of ours to read or write.
+driver::UniqueHandle OpenInherited(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags) {
+    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+    constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = ::CreateFileW(path.c_str(), access, kShare, &inherited, disposition, flags, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = ::GetLastError();
+        driver::FailCall("CreateFileW(" + driver::ToUtf8(path) + ")", error);
+    }
     return driver::UniqueHandle(file);
 }
 
-// What is written into it can be read when there is time.
-struct Pipe {
-    Pipe() {
-        SECURITY_ATTRIBUTES inherited = Inherited();
-        HANDLE readEnd = nullptr;
-        HANDLE writeEnd = nullptr;
-        if (!::CreatePipe(&readEnd, &writeEnd, &inherited, 0))
-            driver::FailCall("CreatePipe", ::GetLastError());
-        ours = driver::UniqueHandle(readEnd);
-        theirs = driver::UniqueHandle(writeEnd);
-        if (!::SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0))
-            driver::FailCall("SetHandleInformation", ::GetLastError());
-    }
-    void ReadInto(std::string& text) const {
-        DWORD waiting = 0;
-        while (::PeekNamedPipe(ours.Get(), nullptr, 0, nullptr, &waiting, nullptr) && waiting != 0) {
-            std::string bytes(waiting, '\0');
-            DWORD read = 0;
-            if (!::ReadFile(ours.Get(), bytes.data(), waiting, &read, nullptr)) return;
-            text.append(bytes, 0, read);
-        }
-    }
+// A file of the temporary folder, which is gone when it is closed.
+driver::UniqueHandle CreateOutput() {
+    return OpenInherited(std::filesystem::temp_directory_path() / "output", GENERIC_READ | GENERIC_WRITE,
+                         CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
+}
 
-    driver::UniqueHandle ours;
-    driver::UniqueHandle theirs;
-};
+std::string ReadAll(HANDLE file) {
+    std::string bytes(::GetFileSize(file, nullptr), '\0');
+    DWORD read = 0;
+    ::SetFilePointer(file, 0, nullptr, FILE_BEGIN);
+    if (!::ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr))
+        driver::FailCall("ReadFile", ::GetLastError());
+    bytes.resize(read);
+    return bytes;
+}
 
 driver::ProcessTree Start(const std::wstring& program, const std::vector<std::string>& arguments,
                           HANDLE output) {
-    const driver::UniqueHandle input = OpenNothing();
+    const driver::UniqueHandle input = OpenInherited(L"NUL", GENERIC_READ, OPEN_EXISTING, 0);
     // The arguments are names and options of ours: none has a quotation mark in it or ends in a backslash.
     std::wstring line = L'"' + program + L'"';
     for (const std::string& argument : arguments) line += L" \"" + driver::FromUtf8(argument) + L'"';
@@ -71,20 +62,12 @@ driver::ProcessTree Start(const std::wstring& program, const std::vector<std::st
 
 ProcessEnd RunProcess(const std::wstring& program, const std::vector<std::string>& arguments,
                       driver::Milliseconds limit) {
-    const Pipe pipe;
-    const driver::ProcessTree tree = Start(program, arguments, pipe.theirs.Get());
-    ProcessEnd end;
-    // The process decides when it is over and not the pipe, which something left behind may hold open.
-    bool over = false;
-    static_cast<void>(driver::WaitUntil(
-        [&] {
-            over = ::WaitForSingleObject(tree.process.Get(), 0) == WAIT_OBJECT_0;
-            pipe.ReadInto(end.output);
-            return over || IsInterrupted();
-        },
-        limit));
+    const driver::UniqueHandle output = CreateOutput();
+    const driver::ProcessTree tree = Start(program, arguments, output.Get());
+    const auto isOver = [&] { return ::WaitForSingleObject(tree.process.Get(), 0) == WAIT_OBJECT_0; };
     const auto allGone = [&] { return tree.Running() == 0; };
-    if (over) {
+    ProcessEnd end;
+    if (driver::WaitUntil([&] { return isOver() || Interruption::HasCome(); }, limit) && isOver()) {
         DWORD code = 0;
         if (!::GetExitCodeProcess(tree.process.Get(), &code))
             driver::FailCall("GetExitCodeProcess", ::GetLastError());
@@ -94,5 +77,6 @@ ProcessEnd RunProcess(const std::wstring& program, const std::vector<std::string
     tree.End();
     if (!driver::WaitUntil(allGone, kGoneLimit))
         throw driver::Failure("a process of the tests cannot be ended");
+    end.output = ReadAll(output.Get());
     return end;
 }

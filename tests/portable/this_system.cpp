@@ -112,7 +112,3 @@ std::vector<std::pair<std::string, std::string>> DescribeThisSystem() {
             {"May shut down", driver::MayShutDown() ? "yes" : "no"},
             {"Default terminal", DefaultTerminal()}};
 }
-
-bool IsCapsLockOn() {
-    return (::GetKeyState(VK_CAPITAL) & 1) != 0;
-}

@@ -7,5 +7,3 @@
 
 // Each fact with its name.
 std::vector<std::pair<std::string, std::string>> DescribeThisSystem();
-
-bool IsCapsLockOn();
