@@ -120,19 +120,6 @@ TEST_F(StoppedInterpreter, ClosesWhenItsWindowIsAskedAndNothingMoreIsConverted) 
     EXPECT_EQ(Window().OpenDialog(), nullptr) << "a stopped batch ends without a message";
 }
 
-TEST_F(StoppedInterpreter, IsOnlyAskedWhenItHasAnOrdinaryWindowEvenWhenItIgnoresThat) {
-    StartBatchOf({installed.MakePdf(L"a wait3000.pdf"), installed.MakePdf(L"b.pdf")});
-    Stop();
-    EXPECT_FALSE(Runs()[0].ended.has_value()) << "the interpreter had ended before: nothing is shown here";
-    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
-    EXPECT_TRUE(IsEnabled(IDOK));
-    EXPECT_TRUE(IsMarked()) << "no tick after the stop";
-    EXPECT_TRUE(Comes([&] { return Runs()[0].closed == L"1"; })) << "it was not asked";
-    EXPECT_TRUE(Comes([&] { return Runs()[0].ended.has_value(); })) << "it did not come to its own end";
-    EXPECT_EQ(Runs()[0].ended, 0);
-    EXPECT_EQ(Runs().size(), 1u);
-}
-
 TEST_F(StoppedInterpreter, IsEndedInATerminalAsAClosedConsoleEndsIt) {
     constexpr wchar_t kClassOfATerminal[] = L"PseudoConsoleWindow";
     startOptions.environment[L"TALVENOR_INTERPRETER_CLASS"] = kClassOfATerminal;
