@@ -45,12 +45,12 @@ TEST_P(FuzzCorpusTest, HoldsForNoInput) {
     EXPECT_NO_THROW(GetParam().run(""));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FuzzCorpusTest, testing::ValuesIn(FuzzTargets().begin(), FuzzTargets().end()),
+INSTANTIATE_TEST_SUITE_P(All, FuzzCorpusTest, testing::ValuesIn(kFuzzTargets),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(FuzzCorpus, HasAFolderForEachTargetAndNoOther) {
     std::vector<std::string> targets;
-    for (const FuzzTarget& target : FuzzTargets()) targets.emplace_back(target.name);
+    for (const FuzzTarget& target : kFuzzTargets) targets.emplace_back(target.name);
     std::vector<std::string> folders;
     for (const fs::path& folder : EntriesOf(TALVENOR_FUZZ_CORPUS)) folders.push_back(folder.filename());
     EXPECT_THAT(folders, testing::UnorderedElementsAreArray(targets));

@@ -7,9 +7,8 @@
 #include <string_view>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const auto target =
-        std::ranges::find(FuzzTargets(), std::string_view(TALVENOR_FUZZ_TARGET),
-                          [](const FuzzTarget& candidate) { return std::string_view(candidate.name); });
+    static const FuzzTarget* const target =
+        std::ranges::find(kFuzzTargets, std::string_view(TALVENOR_FUZZ_TARGET), &FuzzTarget::name);
     target->run({reinterpret_cast<const char*>(data), size});
     return 0;
 }
