@@ -1,13 +1,10 @@
 // What the shell is asked to open. The destination folder: that of the selected PDF, then the output folder,
-// which the shell refuses; once with nothing but the system's own Explorer, once with others beside the
-// program and in the current directory. The log of an earlier batch: the second time no program opens it.
+// which the shell refuses. The log of an earlier batch: the second time no program opens it.
 #include "tests/faults/scenarios/scenarios.h"
 
 #include "tests/support/utf8.h"
 
 #include <array>
-#include <filesystem>
-#include <fstream>
 
 namespace {
 
@@ -47,36 +44,34 @@ std::string SystemsExplorer() {
     return Utf8(folder.data()) + "\\explorer.exe";
 }
 
-// What is handed to the shell for each of these folders: `explorer` is what Explorer is called.
-std::string Opened(const std::string& explorer, std::initializer_list<const char*> folders) {
-    std::vector<std::string> requests;
-    for (const char* const folder : folders) requests.push_back(explorer + ' ' + folder);
-    return Lines(requests);
-}
-
-std::vector<Rule> FolderRules(const std::string& explorer) {
-    const std::string firstOnly = Opened(explorer, {"C:\\in, out"});
-    const std::string secondOnly = Opened(explorer, {"~"});
-    const std::string rowTwice = Opened(explorer, {"C:\\in, out", "C:\\in, out"});
+std::vector<Rule> FolderRules() {
+    const std::string first = "explorer.exe C:\\in, out";
+    const std::string second = "explorer.exe ~";
     return {
         When("ui ShellExecuteExW #1", "the shell's refusal is reported",
-             {Becomes("shell", secondOnly),
+             {Becomes("shell", second),
               Becomes("messages", Refusal(ERROR_NO_ASSOCIATION) + '\n' + Refusal(ERROR_FILE_NOT_FOUND))}),
         When("ui ShellExecuteExW #2", "the shell's refusal is reported, whichever it is",
-             {Becomes("shell", firstOnly), Becomes("messages", Refusal(ERROR_NO_ASSOCIATION))}),
+             {Becomes("shell", first), Becomes("messages", Refusal(ERROR_NO_ASSOCIATION))}),
         When("ui SendMessageW FILE_LIST (LVM_GETNEXTITEM|LVM_GETITEMTEXTW) #1",
-             "without a path there is no folder, and nothing to open", {Becomes("shell", secondOnly)}),
+             "without a path there is no folder, and nothing to open", {Becomes("shell", second)}),
         When("ui PathRemoveFileSpecW #1", "what the system leaves of the path is handed on",
-             {Becomes("shell", Opened(explorer, {"C:\\in, out\\a.b", "~"}))}),
+             {Becomes("shell", first + "\\a.b\n" + second)}),
         When("ui IsDlgButtonChecked main OUTPUT_FOLDER_CHECK #2", "the folder of the row is opened instead",
-             {Becomes("shell", rowTwice)}),
+             {Becomes("shell", first + '\n' + first)}),
         When("ui (GetDlgItem main|GetWindowText(Length)?W) OUTPUT_FOLDER #1",
              "the edit that is left seems empty, which turns the option off: the folder of the row is opened",
-             {Becomes("shell", rowTwice), "opened.OUTPUT_FOLDER_CHECK: ES", "opened.OUTPUT_FOLDER: -S ~",
-              "opened.BROWSE: -S"}),
+             {Becomes("shell", first + '\n' + first), "opened.OUTPUT_FOLDER_CHECK: ES",
+              "opened.OUTPUT_FOLDER: -S ~", "opened.BROWSE: -S"}),
         When("ui (GetDlgItem main|GetWindowText(Length)?W) OUTPUT_FOLDER #2",
              "without a text there is nothing to open, and nothing to report",
-             {Becomes("shell", firstOnly), "messages: "}),
+             {Becomes("shell", first), "messages: "}),
+        When("ui (SearchPathW none #.|CompareStringOrdinal #.|GetSystemWindowsDirectoryW #[24]|"
+             "PathAppendW explorer.exe #[36])",
+             "where the look-up is not known to lead to the system's own, that one's path is handed over",
+             {Reads("shell", SystemsExplorer(), "explorer.exe")}),
+        When("ui (GetSystemWindowsDirectoryW|PathAppendW explorer.exe) #.",
+             "no other is beside the program or in the current directory anyway"),
     };
 }
 
@@ -107,56 +102,25 @@ std::vector<Rule> RefusalRules(DWORD error) {
     };
 }
 
-Scenario OpenFolder(const std::string& name, const std::string& explorer, const std::vector<Rule>& rules) {
-    return {
-        .name = name,
-        .use = &OpenFolders,
-        .usual = Usually({Idle("opened", {"OK: ES", "STATUS: ES C:\\in, out\\a.b.pdf", "OPEN_DESTINATION: ES",
-                                          "OUTPUT_FOLDER_CHECK: ES C", "OUTPUT_FOLDER: ES ~", "BROWSE: ES"}),
-                          {{"shell", Opened(explorer, {"C:\\in, out", "~"})},
-                           {"messages", Refusal(ERROR_FILE_NOT_FOUND)}}}),
-        .rules = Joined({rules, FolderRules(explorer), RefusalRules(ERROR_FILE_NOT_FOUND)})};
-}
-
-Scenario OpenFolderAlone() {
-    return OpenFolder(
-        "open_folder", "explorer.exe",
-        {When("ui (SearchPathW none #.|CompareStringOrdinal #.|GetSystemWindowsDirectoryW #[24]|"
-              "PathAppendW explorer.exe #[36])",
-              "where the look-up is not known to lead to the system's own, that one's path is handed over",
-              {Reads("shell", SystemsExplorer(), "explorer.exe")}),
-         When("ui (GetSystemWindowsDirectoryW|PathAppendW explorer.exe) #.",
-              "no other is beside the program or in the current directory anyway")});
-}
-
-Scenario OpenFolderBesidePlantedExplorers() {
-    Scenario scenario =
-        OpenFolder("planted_explorer", SystemsExplorer(),
-                   {When("ui (GetSystemWindowsDirectoryW #[13]|PathAppendW explorer.exe #[15])",
-                         "where the system's own is not known, its name is all there is",
-                         {Reads("shell", "explorer.exe", SystemsExplorer())}),
-                    When("ui (GetSystemWindowsDirectoryW|PathAppendW explorer.exe) #.",
-                         "the other planted one is found")});
-    scenario.prepare = [](Platform& platform) {
-        for (const wchar_t* const place : {L"explorer.exe", L"ailleurs\\explorer.exe"}) {
-            std::ofstream(std::filesystem::path(platform.File(place))) << "planted";
-        }
-    };
-    scenario.usual["strays"] = "explorer.exe";
-    return scenario;
-}
-
 }  // namespace
 
 std::vector<Scenario> ShellScenarios() {
-    return {OpenFolderAlone(),
-            OpenFolderBesidePlantedExplorers(),
-            {.name = "open_log",
-             .prepare = &LeaveEarlierLog,
-             .use = &OpenLogs,
-             .usual = Usually({Idle("opened", {"OPEN_LOG: ES"}),
-                               {{"log", "earlier"},
-                                {"shell", "~\\TalvenorLog.txt \n~\\TalvenorLog.txt "},
-                                {"messages", Refusal(ERROR_NO_ASSOCIATION)}}}),
-             .rules = Joined({LogRules(), RefusalRules(ERROR_NO_ASSOCIATION)})}};
+    return {
+        {.name = "open_folder",
+         .use = &OpenFolders,
+         .usual =
+             Usually({Idle("opened", {"OK: ES", "STATUS: ES C:\\in, out\\a.b.pdf", "OPEN_DESTINATION: ES",
+                                      "OUTPUT_FOLDER_CHECK: ES C", "OUTPUT_FOLDER: ES ~", "BROWSE: ES"}),
+                      {{"shell", "explorer.exe C:\\in, out\nexplorer.exe ~"},
+                       {"messages", Refusal(ERROR_FILE_NOT_FOUND)}}}),
+         .rules = Joined({FolderRules(), RefusalRules(ERROR_FILE_NOT_FOUND)})},
+        {.name = "open_log",
+         .prepare = &LeaveEarlierLog,
+         .use = &OpenLogs,
+         .usual = Usually({Idle("opened", {"OPEN_LOG: ES"}),
+                           {{"log", "earlier"},
+                            {"shell", "~\\TalvenorLog.txt \n~\\TalvenorLog.txt "},
+                            {"messages", Refusal(ERROR_NO_ASSOCIATION)}}}),
+         .rules = Joined({LogRules(), RefusalRules(ERROR_NO_ASSOCIATION)})},
+    };
 }
