@@ -6,7 +6,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::SizeIs;
 
 bool HasLabel(HWND window, const std::string& part) {
@@ -33,75 +32,21 @@ void AnswerMessageBox(HWND messageBox, int buttonId) {
     WaitUntil("a message box is gone", [&] { return !::IsWindow(messageBox); });
 }
 
-// Presses "Arrêter " and leaves the question open.
-class OpenQuestion {
-public:
-    explicit OpenQuestion(const User& user) : m_user(user) {
-        driver::Click(user.Control(IDCANCEL));
-        m_message = WaitForMessageBox("Un traitement est en cours.");
-    }
-
-    void Answer(int buttonId) const {
-        AnswerMessageBox(m_message, buttonId);
-        m_user.WaitForPosted();  // what the answer sets off is done then
-    }
-
-private:
-    const User& m_user;
-    HWND m_message;
-};
-
-class ThreadsAndMessages : public ThreadsFixture {
-protected:
-    ThreadsAndMessages() { platform.realMessages = true; }
-
-    // A batch of two files; the question is asked before the first converter starts, which it then fails to
-    // do.
-    void AnswerQuestionWhileTheStartFailureIsReported(int buttonId) {
-        platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}};
-        OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-        Gate gate(watch, "worker CreateProcessW");
-        user.Press(IDOK);
-        gate.WaitForArrival();
-        const OpenQuestion question(user);
-        gate.Open();
-        const HWND failure = WaitForMessageBox(kFailedText);
-        question.Answer(buttonId);
-        AnswerMessageBox(failure, IDOK);
-    }
-
-    static constexpr char kFinishedText[] = "Conversion terminée !";
-    static constexpr char kFailedText[] = "Erreur CreateProcess :";
-};
-
-TEST_F(ThreadsAndMessages, StopWhileTheStartFailureIsReported) {
-    AnswerQuestionWhileTheStartFailureIsReported(IDYES);
-    user.WaitForWorkers();
-    EXPECT_THAT(Messages(), ElementsAre(kQuestion, HasSubstr(kFailedText)))
-        << "a stopped batch has no message at its end";
-    EXPECT_EQ(Durations(), "*** Annulé !\n");
-}
-
-TEST_F(ThreadsAndMessages, NoWhileTheStartFailureIsReportedLetsTheBatchEndAsItDoes) {
-    AnswerQuestionWhileTheStartFailureIsReported(IDNO);
-    AnswerMessageBox(WaitForMessageBox(kFinishedText), IDOK);
-    user.WaitForWorkers();
-    EXPECT_THAT(Messages(), ElementsAre(kQuestion, HasSubstr(kFailedText), kFinished));
-    EXPECT_EQ(Durations(), "00:00:00\n");
-}
-
-class QuestionThatOutlivesTheBatch : public ThreadsAndMessages, public testing::WithParamInterface<int> {};
+class QuestionThatOutlivesTheBatch : public ThreadsFixture, public testing::WithParamInterface<int> {};
 
 TEST_P(QuestionThatOutlivesTheBatch, ChangesNothing) {
+    platform.realMessages = true;
     platform.converters = {{.held = true}};
     OpenWith({L"C:\\in\\a.pdf"});
     user.Press(IDOK);
     user.WaitForConverter(1);
-    const OpenQuestion question(user);
+    driver::Click(user.Control(IDCANCEL));
+    const HWND question = WaitForMessageBox("Un traitement est en cours.");
     platform.EndConverters(0);
-    AnswerMessageBox(WaitForMessageBox(kFinishedText), IDOK);
+    AnswerMessageBox(WaitForMessageBox("Conversion terminée !"), IDOK);
     user.WaitForWorkers();
-    question.Answer(GetParam());
+    AnswerMessageBox(question, GetParam());
+    user.WaitForPosted();  // what the answer sets off is done then
     EXPECT_THAT(Messages(), ElementsAre(kQuestion, kFinished));
     EXPECT_EQ(Durations(), "00:00:07");
     EXPECT_THAT(platform.Requests("closing"), SizeIs(0));
