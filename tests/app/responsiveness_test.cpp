@@ -25,33 +25,11 @@ constexpr driver::Milliseconds kLongestOfItsOwn{100};
 constexpr driver::Milliseconds kBetweenQuestions{25};
 
 // A window with nothing behind it, on a thread of its own: how late it answers is up to the machine alone.
-// What a window of the program is measured against. It draws another number before it answers this, as one
-// that shows progress does all the time.
-constexpr UINT kShowNextNumber = WM_APP;
-constexpr int kNumberId = 1;
-
-LRESULT CALLBACK PlainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message != kShowNextNumber) return ::DefWindowProcW(window, message, wParam, lParam);
-    const UINT next = ::GetDlgItemInt(window, kNumberId, nullptr, FALSE) + 1;
-    ::SetDlgItemInt(window, kNumberId, next, FALSE);
-    ::UpdateWindow(::GetDlgItem(window, kNumberId));
-    return 0;
-}
-
+// What a window of the program is measured against. It draws a text before it answers, as one that shows
+// progress does all the time.
 HWND CreatePlainWindow() {
-    const HINSTANCE module = ::GetModuleHandleW(nullptr);
-    WNDCLASSW plain = {};
-    plain.lpfnWndProc = &PlainWindowProc;
-    plain.hInstance = module;
-    plain.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
-    plain.lpszClassName = L"TalvenorTestPlainWindow";
-    ::RegisterClassW(&plain);  // once: there is one test
-    const HWND window = ::CreateWindowExW(0, plain.lpszClassName, L"", WS_OVERLAPPED | WS_CAPTION, 0, 0, 200,
-                                          100, nullptr, nullptr, module, nullptr);
-    ::CreateWindowExW(0, L"Static", L"", WS_CHILD | WS_VISIBLE, 0, 0, 180, 40, window,
-                      reinterpret_cast<HMENU>(kNumberId), module, nullptr);
-    ::ShowWindow(window, SW_SHOWNOACTIVATE);
-    return window;
+    return ::CreateWindowExW(0, L"Static", L"", WS_POPUP | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr,
+                             nullptr, nullptr);
 }
 
 struct LongestAnswers {
@@ -70,8 +48,10 @@ protected:
         driver::Click(Control(IDOK));
         while (!Window().OpenDialog()) {
             if (Clock::now() > deadline) throw driver::Failure("the batch does not end");
-            longest.program = std::max(longest.program, AnswerTime(Window().Window(), WM_NULL));
-            longest.plain = std::max(longest.plain, AnswerTime(plain.Window(), kShowNextNumber));
+            longest.program =
+                std::max(longest.program, TimeOf([&] { driver::Ask(Window().Window(), WM_NULL); }));
+            longest.plain = std::max(
+                longest.plain, TimeOf([&] { driver::SetText(plain.Window(), std::to_wstring(questions)); }));
             ++questions;
         }
         return longest;
@@ -82,9 +62,10 @@ protected:
     const ServedWindow plain{&CreatePlainWindow};
 
 private:
-    [[nodiscard]] static driver::Milliseconds AnswerTime(HWND window, UINT question) {
+    template <class Question>
+    [[nodiscard]] static driver::Milliseconds TimeOf(Question&& question) {
         const auto asked = Clock::now();
-        driver::Ask(window, question);
+        question();
         const auto took = Clock::now() - asked;
         // The pace of the questions, as a person's hand would ask them; nothing is waited for here.
         ::Sleep(static_cast<DWORD>(kBetweenQuestions.count()));
