@@ -3,8 +3,14 @@
 #include "tests/equipment/window_driver.h"
 #include "tests/equipment/wine.h"
 
+#include "res/resource.h"
+
 #include <windows.h>
 
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -72,6 +78,35 @@ int CountHandles() {
     return count;
 }
 
+INT_PTR CALLBACK BareDialogProc(HWND /*dialog*/, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    return message == WM_INITDIALOG ? TRUE : FALSE;
+}
+
+// The program's main dialog and nothing behind it, on a thread of its own.
+void OpenBareWindow() {
+    bool isDestroyed = false;
+    std::thread([&] {
+        const HWND dialog = ::CreateDialogParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_MAIN),
+                                                 nullptr, &BareDialogProc, 0);
+        isDestroyed = dialog && ::DestroyWindow(dialog);
+    }).join();
+    if (!isDestroyed) throw std::runtime_error("no bare window of the program's main dialog");
+}
+
+// The middle one of some: now and then the system takes or releases something of its own.
+int MeasureWhatABareWindowLeaves() {
+    // The first ones bring what the system keeps once in a process.
+    for (int i = 0; i < 3; ++i) OpenBareWindow();
+    std::array<int, 5> kept = {};
+    for (int& one : kept) {
+        const int before = GdiObjectCount();
+        OpenBareWindow();
+        one = GdiObjectCount() - before;
+    }
+    std::ranges::sort(kept);
+    return kept[kept.size() / 2];
+}
+
 }  // namespace
 
 int HandleCount() {
@@ -113,4 +148,9 @@ std::size_t PrivateBytes() {
         address = static_cast<const BYTE*>(region.BaseAddress) + region.RegionSize;
     }
     return bytes;
+}
+
+int GdiObjectsKeptByTheSystem() {
+    static const int s_kept = MeasureWhatABareWindowLeaves();
+    return s_kept;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,10 +11,18 @@
 using Facts = std::map<std::string, std::string>;
 
 // A fact as a text, "name: value", taken apart.
-[[nodiscard]] std::pair<std::string, std::string> ReadFact(const std::string& text);
+[[nodiscard]] inline std::pair<std::string, std::string> ReadFact(const std::string& text) {
+    const std::size_t colon = text.find(": ");
+    if (colon == std::string::npos) throw std::logic_error("no fact: " + text);
+    return {text.substr(0, colon), text.substr(colon + 2)};
+}
 
 // Values of a list, one line each, or with another character between them.
-[[nodiscard]] std::string Lines(const std::vector<std::string>& values, char between = '\n');
-
-// The facts that differ, as "name: expected, but was". Empty when none does.
-[[nodiscard]] std::vector<std::string> Differences(const Facts& expected, const Facts& actual);
+[[nodiscard]] inline std::string Lines(const std::vector<std::string>& values, char between = '\n') {
+    std::string lines;
+    for (const std::string& value : values) {
+        if (&value != &values.front()) lines += between;
+        lines += value;
+    }
+    return lines;
+}

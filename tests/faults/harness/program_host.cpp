@@ -11,7 +11,7 @@ namespace {
 
 ProgramHost* g_current = nullptr;
 
-constexpr DWORD kEndLimitMs = 15'000;
+constexpr driver::Milliseconds kEndLimit{15'000};
 constexpr wchar_t kLibrary[] = L"fault_product.dll";
 
 void* ChooseTarget(const std::string& name, void* real) {
@@ -48,21 +48,20 @@ ProgramHost::ProgramHost(Platform& platform, CallWatch& watch) : m_platform(plat
 
 ProgramHost::~ProgramHost() {
     if (m_thread) ::CloseHandle(m_thread);
-    if (m_ended) ::CloseHandle(m_ended);
     g_current = nullptr;
 }
 
 void ProgramHost::Start(int showCommand) {
     m_showCommand = showCommand;
-    m_ended = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
     m_thread = ::CreateThread(nullptr, 0, &RunThread, this, 0, &m_threadId);
     if (!m_thread) throw std::runtime_error("no thread for the program");
 }
 
 bool ProgramHost::WaitForEnd() const {
-    if (::WaitForSingleObject(m_ended, kEndLimitMs) != WAIT_OBJECT_0) return false;
+    if (!driver::WaitUntil([this] { return HasEnded(); }, kEndLimit)) return false;
     // The system takes back what a thread had only when it is really gone.
-    return m_life != Life::Ended || ::WaitForSingleObject(m_thread, kEndLimitMs) == WAIT_OBJECT_0;
+    return m_life != Life::Ended ||
+           ::WaitForSingleObject(m_thread, static_cast<DWORD>(kEndLimit.count())) == WAIT_OBJECT_0;
 }
 
 HWND ProgramHost::MainWindow() const {
@@ -83,7 +82,6 @@ void* ProgramHost::WrapFoundFunction(const std::string& name, void* real) {
 void ProgramHost::ProcessEnds(UINT exitCode) {
     m_exitCode = static_cast<int>(exitCode);
     m_life = Life::EndedByExitProcess;
-    ::SetEvent(m_ended);
     for (;;) ::SuspendThread(::GetCurrentThread());
 }
 
@@ -97,9 +95,7 @@ void* ProgramHost::Route(const ImportedFunction& function, const CallArguments& 
 }
 
 DWORD WINAPI ProgramHost::RunThread(void* host) {
-    auto& self = *static_cast<ProgramHost*>(host);
-    self.Run();
-    ::SetEvent(self.m_ended);
+    static_cast<ProgramHost*>(host)->Run();
     return 0;
 }
 

@@ -57,7 +57,6 @@ private:
     CallWatch& m_watch;
     ImportThunks m_thunks{&Route};
     HANDLE m_thread = nullptr;
-    HANDLE m_ended = nullptr;  // set when the thread has ended or stays for good
     DWORD m_threadId = 0;
     int m_showCommand = SW_HIDE;
     std::atomic<Life> m_life{Life::Running};

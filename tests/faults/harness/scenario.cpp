@@ -17,6 +17,23 @@ Facts OnlyOfTheEnd(const Facts& facts) {
     return kept;
 }
 
+// The facts that differ, as "name: expected, but was". Empty when none does.
+std::vector<std::string> Differences(const Facts& expected, const Facts& actual) {
+    const auto valueOf = [](const Facts& facts, const std::string& name) {
+        const auto fact = facts.find(name);
+        return fact != facts.end() ? fact->second : std::string("(no such fact)");
+    };
+    Facts all = expected;
+    all.insert(actual.begin(), actual.end());
+    std::vector<std::string> differences;
+    for (const auto& [name, unused] : all) {
+        const std::string wanted = valueOf(expected, name);
+        const std::string got = valueOf(actual, name);
+        if (wanted != got) differences.push_back(name + ": expected [" + wanted + "], but was [" + got + ']');
+    }
+    return differences;
+}
+
 // The state of a control, "ES C text", without the parts that may differ.
 std::string WithoutParts(const std::string& state, const std::string& parts) {
     const auto mayDiffer = [&](const char* part) { return parts.find(part) != std::string::npos; };
