@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <span>
 
-#include "tests/equipment/file_bytes.h"
+#include "tests/equipment/failure.h"
 #include "tests/equipment/text.h"
 
 namespace {
@@ -15,16 +17,12 @@ namespace {
 constexpr int kFailuresInFull = 40;
 constexpr std::size_t kLongestOutput = 20'000;
 
-const char* Word(Outcome outcome) {
-    switch (outcome) {
-    case Outcome::Passed: return "passed  ";
-    case Outcome::Failed: return "FAILED  ";
-    case Outcome::Skipped: return "skipped ";
-    case Outcome::Crashed: return "CRASHED ";
-    case Outcome::TooLong: return "TOO LONG";
-    case Outcome::NotRun: break;
-    }
-    return "NOT RUN ";
+// As the outcomes come, and of one width.
+constexpr const char* kWords[] = {"passed  ", "FAILED  ", "skipped ", "CRASHED ", "TOO LONG", "NOT RUN "};
+
+// A test and what came of it.
+std::string Line(const TestResult& test, const std::string& suite = {}) {
+    return kWords[static_cast<int>(test.outcome)] + (' ' + suite) + test.name + "\n";
 }
 
 bool IsGood(const SuiteResult& suite) {
@@ -73,7 +71,7 @@ std::string Failures(const SuiteResult& suite, int& count) {
         text += "\nPROBLEM in " + suite.name + ": " + problem + "\n";
     for (const TestResult& test : suite.tests) {
         if (!IsWrong(test.outcome) || ++count > kFailuresInFull) continue;
-        text += "\n----- " + std::string(Word(test.outcome)) + " " + suite.name + " " + test.name + "\n";
+        text += "\n----- " + Line(test, suite.name + ' ');
         text += AsUtf8(test.output.substr(0, kLongestOutput));
         if (test.output.size() > kLongestOutput) text += "...\n";
     }
@@ -95,21 +93,11 @@ std::string Text(const Report& report) {
     for (const SuiteResult& suite : report.suites) {
         text += "\n===== " + suite.name + ": " + Summary(suite) + "\n";
         for (const TestResult& test : suite.tests) {
-            text += std::string(Word(test.outcome)) + " " + test.name + "\n";
+            text += Line(test);
             if (test.outcome == Outcome::Skipped) skipped += test.name + ": " + AsUtf8(test.output);
         }
     }
     return text + skipped;
-}
-
-// Every Notepad shows it well: with its mark and with line ends of Windows.
-std::string ForWindows(const std::string& text) {
-    std::string bytes = "\xEF\xBB\xBF";
-    for (const char byte : text) {
-        if (byte == '\n') bytes += '\r';
-        if (byte != '\r') bytes += byte;
-    }
-    return bytes;
 }
 
 }  // namespace
@@ -136,5 +124,10 @@ std::string Summary(const Report& report) {
 }
 
 void WriteReport(const Report& report, const std::wstring& path) {
-    driver::WriteFileBytes(path, ForWindows(Text(report)));
+    std::string text = Text(report);
+    std::erase(text, '\r');
+    // Every Notepad shows it well: with its mark and, as a text file, with line ends of Windows.
+    std::ofstream file{std::filesystem::path(path)};
+    if (!(file << "\xEF\xBB\xBF" << text << std::flush))
+        throw driver::Failure("results.txt cannot be written");
 }
