@@ -1,6 +1,6 @@
 // The rules of a batch. What its scenarios have of their own, for example which option a control stands for,
 // comes before these.
-#include "tests/faults/scenarios/rules.h"
+#include "tests/faults/scenarios/scenarios.h"
 
 namespace {
 

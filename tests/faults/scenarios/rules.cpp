@@ -1,12 +1,8 @@
-#include "tests/faults/scenarios/rules.h"
-
-namespace {
-
-constexpr DWORD kNoMemory = 0xC0000017;
-
-}  // namespace
+// What the failure of a call comes to, wherever it is made.
+#include "tests/faults/harness/scenario.h"
 
 const std::vector<Rule>& RulesOfAllScenarios() {
+    constexpr DWORD kNoMemory = 0xC0000017;
     static const std::vector<Rule> kRules = {
         EndsTheProcess(".* malloc #.*", "a program without memory ends at once", kNoMemory),
         OnlyTheEndCounts(".* GetWindowLongPtrW \\S+ (GWLP_USERDATA|DWLP_USER) #.*",
