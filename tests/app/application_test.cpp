@@ -96,18 +96,6 @@ TEST_F(Application, OpensMinimisedWhenItsStarterAsksForThat) {
     EXPECT_EQ(Window().Quit(), 2u);
 }
 
-TEST_F(Application, HasAManifestThatTheSystemAccepts) {
-    const std::wstring program = installed.Program();
-    ACTCTXW context = {};
-    context.cbSize = sizeof context;
-    context.lpSource = program.c_str();
-    context.lpResourceName = MAKEINTRESOURCEW(1);
-    context.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
-    const HANDLE created = ::CreateActCtxW(&context);
-    ASSERT_NE(created, INVALID_HANDLE_VALUE) << ::GetLastError();
-    ::ReleaseActCtx(created);
-}
-
 TEST_F(Application, OpensItsWindowWhenItsPathHasTheGreatestLength) {
     constexpr std::size_t kLongest = 259;  // leaves room for a terminator in 260 characters
     const std::wstring parent = installed.MakeFolder(std::wstring(100, L'p'));

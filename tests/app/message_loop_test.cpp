@@ -23,18 +23,6 @@ TEST_F(MessageLoop, FocusBeginsOnTheFirstEnabledControlAndSpaceChecksABox) {
     EXPECT_TRUE(Comes([&] { return IsChecked(IDC_MONOCHROME); }, kInputLimit));
 }
 
-TEST_F(MessageLoop, EnterDoesNothingWhileConvertIsDisabled) {
-    StartInFront();
-    ClickInto(IDC_EXTRA_OPTIONS);
-    input::Type(L"x");
-    input::Press(VK_RETURN);
-    input::Type(L"y");
-    EXPECT_TRUE(Reads(IDC_EXTRA_OPTIONS, L"xy"));
-    // A batch would begin on a thread of its own, a moment later; one without files would not end.
-    EXPECT_FALSE(
-        Comes([&] { return Window().IsRunning() || Window().OpenDialog(); }, driver::Milliseconds(500)));
-}
-
 TEST_F(MessageLoop, EnterPressesTheButtonThatHasTheFocusAndNotTheDefaultOne) {
     StartWith({installed.MakePdf(L"a.pdf")});
     BringToFront();
