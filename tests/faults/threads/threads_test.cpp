@@ -84,23 +84,6 @@ TEST_F(Threads, SecondConvertBeforeTheFirstWorkerRunsMakesASecondWorker) {
     EXPECT_EQ(Durations(), "00:00:07");
 }
 
-TEST_F(Threads, TwoWorkersAtTheSameFilesBothComeToAnEnd) {
-    OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
-    Gate first(watch, "worker starts");
-    Gate second(watch, "worker starts");
-    user.Press(IDOK);
-    user.Press(IDOK);
-    first.WaitForArrival();
-    second.WaitForArrival();
-    first.Open();
-    second.Open();
-    user.WaitForWorkers();
-    // Which of them ends the other is open. Each converts at least one file, or finds the batch over.
-    EXPECT_THAT(platform.Requests("starts").size(), testing::AllOf(testing::Ge(3u), testing::Le(6u)));
-    EXPECT_THAT(Messages(), testing::Each(kFinished));
-    EXPECT_THAT(Messages().size(), testing::AllOf(testing::Ge(1u), testing::Le(2u)));
-}
-
 class OldWorker : public ThreadsFixture {
 protected:
     // A stopped batch whose converter does not care, with a second batch begun beside it.
