@@ -1,5 +1,4 @@
-// Files with their consoles shown: one that is converted into an output folder, and two for the first of
-// which the interpreter cannot be started.
+// A file with its console shown, which is converted into an output folder.
 #include "tests/faults/scenarios/scenarios.h"
 
 namespace {
@@ -16,14 +15,6 @@ void ConvertIntoFolder(User& user, CallWatch& watch, Facts& facts) {
     WaitForEndOfBatch(user, watch, facts);
 }
 
-void FailToStart(User& user, CallWatch& watch, Facts& facts) {
-    OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    // What comes before is the same as in a batch that goes well.
-    watch.At("CreateProcessW", 1, [&] { watch.Begin(); });
-    user.Press(IDOK);
-    WaitForEndOfBatch(user, watch, facts);
-}
-
 Rule NotStarted(const std::string& call, DWORD error, const std::string& starts) {
     return When(call, "a converter that cannot be started is reported, and ends the batch",
                 Joined({{Becomes("messages", StartFailure(error)), "done.durations: 00:00:00",
@@ -31,7 +22,7 @@ Rule NotStarted(const std::string& call, DWORD error, const std::string& starts)
                         NothingToLookOnAt()}));
 }
 
-std::vector<Rule> FolderRules() {
+std::vector<Rule> Rules() {
     return {
         NotStarted("worker CreateProcessW #1", ERROR_FILE_NOT_FOUND, ""),
         NotStarted("worker SHGetFolderPathW #1", ERROR_FILE_NOT_FOUND, ShownStart("~\\a.djvu")),
@@ -67,24 +58,6 @@ std::vector<Rule> FolderRules() {
     };
 }
 
-std::vector<Rule> FailureRules() {
-    const std::string description = SystemText(ERROR_FILE_NOT_FOUND);
-    const std::string failure = "error main Erreur CreateProcess :  " + description + '\n';
-    const std::string finished = std::string("\n") + kFinished;
-    return {
-        When("worker (FindResourceExW 9|LoadResource|LockResource) #1",
-             "without its own the message has the usual prefix",
-             {Reads("messages", "Err : ", "Erreur CreateProcess :  ")}),
-        When("worker FormatMessageW #1", "without the system's description the prefix is alone",
-             {Loses("messages", description)}),
-        When("worker CreateProcessW #1", "it fails anyway", {"starts: "}),
-        When("worker MessageBoxW #1", "the failure is not reported", {Loses("messages", failure)}),
-        When("worker MessageBoxW #2", "the end is not reported", {Loses("messages", finished)}),
-        When("worker malloc for a message's text #.", "one of the two is not reported",
-             {May(Loses("messages", failure)), May(Loses("messages", finished))}),
-    };
-}
-
 }  // namespace
 
 std::vector<Scenario> VisibleBatchScenarios() {
@@ -97,13 +70,6 @@ std::vector<Scenario> VisibleBatchScenarios() {
                            AfterBatch("done", {"OUTPUT_FOLDER_CHECK: ES C", "OUTPUT_FOLDER: ES ~",
                                                "rows: C:\\in\\a.pdf", "durations: 00:00:07"}),
                            {{"starts", ShownStart("~\\a.djvu")}, {"messages", kFinished}}}),
-         .rules = Joined({FolderRules(), BatchRules()})},
-        {.name = "converter_not_started",
-         .prepare = [](Platform& platform) { platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}}; },
-         .use = &FailToStart,
-         .usual = Usually({BatchOf(2, 0),
-                           AfterBatch("done", {kTwoRows, "durations: 00:00:00\n"}),
-                           {{"starts", ShownStart()}, {"messages", StartFailure(ERROR_FILE_NOT_FOUND)}}}),
-         .rules = Joined({FailureRules(), BatchRules()})},
+         .rules = Joined({Rules(), BatchRules()})},
     };
 }
