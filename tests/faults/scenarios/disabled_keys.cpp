@@ -12,9 +12,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     watch.Begin();
     user.PressKeyIn(IDC_FILE_LIST, VK_DOWN);
     AddListFacts(user, "down", facts);
-    user.PressKeyIn(IDC_EXTRA_OPTIONS, 'X');
     user.PressKeyIn(IDC_SHUT_DOWN, VK_SPACE);
-    user.PressKeyIn(IDOK, VK_SPACE);
     watch.End();
     AddControlFacts(user, "pressed", facts);
     facts["pressed.workers"] = std::to_string(platform.Workers());
@@ -34,13 +32,9 @@ std::vector<Scenario> DisabledKeyScenarios() {
              "a control of which it is not known whose it is gets its key: the selection moves",
              {"down.selected: 1", "pressed.STATUS: ES C:\\in\\b.pdf",
               May(BecomesLike("after.durations", "\n00:00:07|00:00:07\n00:00:07|\n"))}),
-        When("ui GetParent EXTRA_OPTIONS #.", "a control of which it is not known whose it is gets its key",
-             {May(BecomesLike("(pressed|after).EXTRA_OPTIONS", "[E-]S x"))}),
         When("ui GetParent SHUT_DOWN #.",
              "a control of which it is not known whose it is gets its key, which may be half of a press",
              {May(BecomesLike("(pressed|after).SHUT_DOWN", "[E-]S( C)?"))}),
-        When("ui GetParent OK #.",
-             "a control of which it is not known whose it is gets its key, which is half of a press"),
         When("ui IsWindowEnabled SHUT_DOWN #.",
              "a key of a control of which it is not known that it is enabled is lost",
              {May("after.SHUT_DOWN: ES")}),
