@@ -109,12 +109,3 @@ bool AppTest::BecomesIdle(driver::Milliseconds limit) const {
 void AppTest::ReplaceInterpreter(const std::wstring& replacement) {
     m_interpreter = driver::SwapInterpreter(replacement);
 }
-
-std::vector<std::wstring> NamesToTripOver() {
-    return {
-        L"deux  blancs", L"a & b",       L"a && b",           L"^chapeau^",         L"100 % sûr",
-        L"l'été",        L"attention !", L"(1) [2] {3}",      L"a; b, c=d",         L"+~@#$-_`",
-        L"v1.0 final",   L"--help",      L"Éléphant œuvre ÿ", L"Война и мир",       L"日本語の文書",
-        L"한국어",       L"עברית",       L"emoji 😀🚀",         L"e\u0301 décomposé", L"\u00a0insécable\u00a0",
-    };
-}

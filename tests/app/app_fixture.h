@@ -85,10 +85,6 @@ private:
     std::optional<driver::MainWindow> m_window;
 };
 
-// Names of files that a command line, a list or a code page could trip over, without an extension. A percent
-// sign alone is no variable.
-std::vector<std::wstring> NamesToTripOver();
-
 // With the converter that people use: under Wine the system's own, behind a bridge.
 class RealConverterFixture : public AppTest {
 protected:

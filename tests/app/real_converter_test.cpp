@@ -32,16 +32,6 @@ TEST_F(RealConverter, MakesDjvuFilesInBothModes) {
     EXPECT_THAT(driver::ReadFileBytes(installed.Log()), HasSubstr("bytes out"));
 }
 
-TEST_F(RealConverter, MakesADjvuFileForEachName) {
-    std::vector<std::wstring> pdfs;
-    for (const std::wstring& name : NamesToTripOver())
-        pdfs.push_back(RealPdf(L"Дом & jardin (été) !\\" + name + L".pdf"));
-    StartWith(pdfs);
-    Convert();
-    for (const std::wstring& pdf : pdfs) ExpectDjvu(DjvuBeside(pdf));
-    EXPECT_THAT(Durations(), Each(StartsWith(L"00:00:")));
-}
-
 TEST_F(RealConverter, ConvertsOnlyThePagesAskedFor) {
     StartWith({RealPdf(L"a.pdf")});
     Window().Check(IDC_HIDE_OUTPUT);

@@ -1,5 +1,6 @@
 #include "tests/app/real_input.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "tests/equipment/failure.h"
@@ -11,17 +12,8 @@ namespace {
 constexpr driver::Milliseconds kFrontLimit{20'000};
 
 bool IsExtended(WORD key) {
-    switch (key) {
-    case VK_HOME:
-    case VK_END:
-    case VK_LEFT:
-    case VK_RIGHT:
-    case VK_UP:
-    case VK_DOWN:
-    case VK_INSERT:
-    case VK_DELETE: return true;
-    default: return false;
-    }
+    constexpr WORD kExtended[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_INSERT, VK_DELETE};
+    return std::ranges::find(kExtended, key) != std::end(kExtended);
 }
 
 INPUT KeyEvent(WORD key, bool down) {
