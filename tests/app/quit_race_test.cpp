@@ -20,7 +20,7 @@ protected:
         EXPECT_EQ(Window().Quit(), 2u) << "left after " << delayMs << " ms";
     }
     [[nodiscard]] static DWORD Between(DWORD least, DWORD most) {
-        // NOLINTNEXTLINE(cert-msc51-cpp): the same in every run, and others when the tests are repeated
+        // The same in every run, and others when the tests are repeated.
         static std::mt19937 s_random{20261116};
         return std::uniform_int_distribution<DWORD>(least, most)(s_random);
     }
