@@ -24,7 +24,7 @@ public:
     // The program must have ended.
     ~ProgramHost();
 
-    // Comes back at once. The window, once there, is shown with `showCommand`.
+    // Returns at once. The window, once there, is shown with `showCommand`.
     void Start(int showCommand = SW_HIDE);
 
     [[nodiscard]] Life State() const { return m_life; }

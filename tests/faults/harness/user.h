@@ -37,7 +37,7 @@ public:
     void SelectRow(int row) const;
     void PressListKey(WORD key) const;
 
-    // Presses a button that opens a dialog. Gives the dialog, or null when none comes.
+    // Presses a button that opens a dialog. Returns the dialog, or null when none comes.
     [[nodiscard]] HWND PressForDialog(int id, int controlOfDialog) const;
     // Waits for the dialog with this control as long as a worker could still open it. Null when none comes.
     [[nodiscard]] HWND WaitForWorkersDialog(int controlOfDialog) const;
