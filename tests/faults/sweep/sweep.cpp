@@ -1,7 +1,6 @@
 #include "tests/faults/sweep/sweep.h"
 
 #include "tests/faults/harness/child_process.h"
-#include "tests/faults/sweep/sweep_files.h"
 #include "tests/faults/sweep/sweep_process.h"
 #include "tests/support/temporary_folder.h"
 

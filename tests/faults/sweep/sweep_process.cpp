@@ -4,7 +4,6 @@
 #include "tests/faults/harness/child_process.h"
 #include "tests/faults/harness/leak_counts.h"
 #include "tests/faults/scenarios/scenarios.h"
-#include "tests/faults/sweep/sweep_files.h"
 
 #include <windows.h>
 
