@@ -48,6 +48,7 @@ std::vector<Scenario> AboutScenarios() {
                   "GetProcAddress \\w+|GetFileVersionInfoSizeW|GetFileVersionInfoW|VerQueryValueW|"
                   "HeapAlloc) #1",
                   "a version that cannot be read is 0", {"version: Version 0.0 (64-bit)"}),
+             When("ui GetActiveWindow #1", "the box has no owner", {"owner: none"}),
              When("ui (GetDlgItem about|SetWindowTextW) VERSION #1", "the text of the template stays",
                   {"version: Static"}),
          }}};
