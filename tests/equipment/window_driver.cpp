@@ -1,14 +1,10 @@
 #include "tests/equipment/window_driver.h"
 
-#include <shellapi.h>
-#include <shlobj.h>
-
 #include "tests/equipment/failure.h"
 #include "tests/equipment/remote_memory.h"
 #include "tests/equipment/text.h"
 #include "tests/equipment/wine.h"
-
-#include <cstring>
+#include "tests/support/dropped_files.h"
 
 namespace driver {
 namespace {
@@ -46,16 +42,6 @@ void Activate(HWND dialog) {
 
 void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (!::PostMessageW(window, message, wParam, lParam)) FailCall("PostMessageW", ::GetLastError());
-}
-
-// Windows carries a drop over: when the message is posted to another process, it makes the receiver a copy of
-// the sender's block and hands that over.
-void* DropOfOurs(const std::string& bytes) {
-    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
-    if (!block) FailCall("GlobalAlloc", ::GetLastError());
-    std::memcpy(::GlobalLock(block), bytes.data(), bytes.size());
-    ::GlobalUnlock(block);
-    return block;
 }
 
 // Wine hands the number over as it is, so the block must be in the receiver.
@@ -210,16 +196,11 @@ HWND NameEditOfOpenDialog(HWND dialog) {
 }
 
 void DropFiles(HWND target, const std::vector<std::wstring>& paths) {
-    std::wstring names;
-    for (const std::wstring& path : paths) names += path + L'\0';
-    names += L'\0';
-    DROPFILES header = {};
-    header.pFiles = sizeof header;
-    header.fWide = TRUE;
-    std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-    bytes.append(reinterpret_cast<const char*>(names.data()), names.size() * sizeof(wchar_t));
-    // Given away: the receiver owns a drop from the moment the message is posted.
-    void* const drop = UnderWine() ? DropInReceiver(target, bytes) : DropOfOurs(bytes);
+    const std::string bytes = DropBytes(paths);
+    // Windows carries a drop over: when the message is posted to another process, it makes the receiver a
+    // copy of the sender's block and hands that over. Given away: the receiver owns a drop from the moment
+    // the message is posted.
+    void* const drop = UnderWine() ? DropInReceiver(target, bytes) : DropBlock(bytes);
     Post(target, WM_DROPFILES, reinterpret_cast<WPARAM>(drop), 0);
 }
 

@@ -2,9 +2,20 @@
 // whichever thread.
 #pragma once
 
+#include <algorithm>
 #include <mutex>
 #include <string>
 #include <vector>
+
+// The calls that begin with one of these words.
+[[nodiscard]] inline std::vector<std::string> Only(const std::vector<std::string>& beginnings,
+                                                   std::vector<std::string> calls) {
+    std::erase_if(calls, [&](const std::string& call) {
+        return std::none_of(beginnings.begin(), beginnings.end(),
+                            [&](const std::string& beginning) { return call.starts_with(beginning); });
+    });
+    return calls;
+}
 
 class CallRecord {
 public:

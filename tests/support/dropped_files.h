@@ -1,30 +1,40 @@
 // Dropped files as the shell hands them over.
 #pragma once
 
+#include "tests/equipment/failure.h"
+
 #include <windows.h>
 #include <shellapi.h>
 #include <shlobj.h>
 
 #include <cstring>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+// What the block of a drop holds.
+inline std::string DropBytes(const std::vector<std::wstring>& paths) {
+    std::wstring names;
+    for (const std::wstring& path : paths) names.append(path).append(1, L'\0');
+    names.append(1, L'\0');
+    DROPFILES header = {};
+    header.pFiles = sizeof header;
+    header.fWide = TRUE;
+    std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+    return bytes.append(reinterpret_cast<const char*>(names.data()), names.size() * sizeof(wchar_t));
+}
+
+// The block itself, in this process. Throws driver::Failure when there is no memory.
+inline HGLOBAL DropBlock(const std::string& bytes) {
+    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+    if (!block) driver::FailCall("GlobalAlloc", ::GetLastError());
+    std::memcpy(::GlobalLock(block), bytes.data(), bytes.size());
+    ::GlobalUnlock(block);
+    return block;
+}
+
 class DroppedFiles {
 public:
-    explicit DroppedFiles(const std::vector<std::wstring>& paths) {
-        std::wstring names;
-        for (const std::wstring& path : paths) names.append(path).append(1, L'\0');
-        names.append(1, L'\0');
-        const std::size_t nameBytes = names.size() * sizeof(wchar_t);
-        m_block = ::GlobalAlloc(GHND, sizeof(DROPFILES) + nameBytes);
-        if (!m_block) throw std::runtime_error("no memory for dropped files");
-        auto* const header = static_cast<DROPFILES*>(::GlobalLock(m_block));
-        header->pFiles = sizeof(DROPFILES);
-        header->fWide = TRUE;
-        std::memcpy(header + 1, names.data(), nameBytes);
-        ::GlobalUnlock(m_block);
-    }
+    explicit DroppedFiles(const std::vector<std::wstring>& paths) : m_block(DropBlock(DropBytes(paths))) {}
     ~DroppedFiles() { ::GlobalFree(m_block); }
     DroppedFiles(const DroppedFiles&) = delete;
     DroppedFiles& operator=(const DroppedFiles&) = delete;
@@ -32,5 +42,5 @@ public:
     [[nodiscard]] HDROP Get() const noexcept { return reinterpret_cast<HDROP>(m_block); }
 
 private:
-    HGLOBAL m_block = nullptr;
+    HGLOBAL m_block;
 };

@@ -29,7 +29,7 @@ void WriteImportSlot(void** slot, void* function) {
     ::VirtualProtect(slot, sizeof *slot, protection, &protection);
 }
 
-void** ReplacedImport::Find(const char* name) {
+void** ReplacedImport::FindInThisProgram(const char* name) {
     for (const ImportSlot& slot : ImportSlots()) {
         if (slot.name == name) return slot.address;
     }

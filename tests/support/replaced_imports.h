@@ -1,7 +1,7 @@
-// Replaces functions that this program imports from the system, for the life of a ReplacedImport. The product
-// is linked into the test program, so its calls go through the same table and need no seam of their own.
-// Calls made inside the system's libraries are not affected. Optimised code may read a slot once per
-// function: replace before the call.
+// Replaces functions that the product imports from the system, for the life of a ReplacedImport. The product
+// is linked into the test program, so its calls go through the same table and need no seam of their own; the
+// fault tests, which load it as a library, say where its imports are. Calls made inside the system's
+// libraries are not affected. Optimised code may read a slot once per function: replace before the call.
 #pragma once
 
 #include <windows.h>
@@ -31,7 +31,7 @@ public:
     // `function` must have the type of the import `name`. Throws when the program does not import it: a
     // replacement that replaces nothing would prove nothing.
     template <class Function>
-    ReplacedImport(const char* name, Function* function) : m_slot(Find(name)), m_original(*m_slot) {
+    ReplacedImport(const char* name, Function* function) : m_slot(s_find(name)), m_original(*m_slot) {
         WriteImportSlot(m_slot, reinterpret_cast<void*>(function));
     }
     ReplacedImport(const ReplacedImport&) = delete;
@@ -44,8 +44,14 @@ public:
         return reinterpret_cast<Function*>(m_original);
     }
 
+    // Where the slot of a function is, from now on.
+    using FindSlot = void** (*)(const char* name);
+    static void ReplaceIn(FindSlot find) { s_find = find; }
+
 private:
-    static void** Find(const char* name);
+    static void** FindInThisProgram(const char* name);
+
+    static inline FindSlot s_find = &FindInThisProgram;
 
     void** m_slot;
     void* m_original;
@@ -60,7 +66,7 @@ public:
     using Function = Result(Arguments...);
 
     HandledImport(const char* name, Handler handler) : ReplacedImport(name, Keep(std::move(handler))) {
-        s_original = Original<Function>();
+        if (Original<Function>() != &Call) s_original = Original<Function>();
     }
 
 private:
@@ -87,7 +93,7 @@ private:
 //   const auto show = Replace<decltype(::ShowWindow)>(
 //       "ShowWindow", [](auto original, HWND window, int) { return original(window, SW_HIDE); });
 //
-// A place in the code has one replacement at a time.
+// A place in the code has one replacement at a time: the last one answers.
 template <class Function, class Handler>
 [[nodiscard]] std::unique_ptr<ReplacedImport> Replace(const char* name, Handler handler) {
     return std::make_unique<HandledImport<Function, Handler>>(name, std::move(handler));

@@ -1,6 +1,5 @@
 // The Convert command: what it refuses, the thread that it starts, and the batch that has no files.
 #include "tests/window/batch_fixture.h"
-#include "tests/window/current_folder.h"
 
 #include <process.h>
 #include <tlhelp32.h>

@@ -12,11 +12,11 @@
 //   LVM_SETCOLUMNWIDTH 1040 1 -2    (other messages: control, wParam and lParam as numbers)
 //   WM_COMMAND main 2 0             (only what comes from no control)
 //
-// A control goes by its id, the dialog by "main", no window by "none". Calls of the test itself are written
-// down as well: have one only while the dialog acts.
+// Calls of the test itself are written down as well: have one only while the dialog acts.
 #pragma once
 
 #include "tests/support/call_record.h"
+#include "tests/support/call_text.h"
 
 #include <windows.h>
 
@@ -27,9 +27,6 @@
 #include <vector>
 
 class ReplacedImport;
-
-// How a window is called in records.
-[[nodiscard]] std::string WindowName(HWND window);
 
 class ControlCalls {
 public:
@@ -45,7 +42,3 @@ public:
 private:
     std::vector<std::unique_ptr<ReplacedImport>> m_replaced;
 };
-
-// The calls that begin with one of these words.
-[[nodiscard]] std::vector<std::string> Only(const std::vector<std::string>& beginnings,
-                                            const std::vector<std::string>& calls);

@@ -1,7 +1,6 @@
 // The log of a batch with hidden consoles: where it is, its bytes, the calls that write it, and that no
 // failure is reported.
 #include "tests/window/batch_fixture.h"
-#include "tests/window/current_folder.h"
 #include "tests/window/scripted_log_calls.h"
 
 #include <shlwapi.h>

@@ -1,5 +1,4 @@
 // The button of the log: when it is there, and what it opens.
-#include "tests/window/current_folder.h"
 #include "tests/window/main_window_fixture.h"
 #include "tests/window/path_steps.h"
 #include "tests/window/scripted_shell.h"

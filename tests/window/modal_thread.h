@@ -2,11 +2,21 @@
 #pragma once
 
 #include "tests/support/pump.h"
-#include "tests/window/own_dialogs.h"
 
 #include <windows.h>
 
 #include <chrono>
+
+// A dialog of this process by its title; null while there is none.
+inline HWND FindOwnDialog(const wchar_t* title) {
+    HWND dialog = nullptr;
+    while ((dialog = ::FindWindowExW(nullptr, dialog, L"#32770", title)) != nullptr) {
+        DWORD process = 0;
+        ::GetWindowThreadProcessId(dialog, &process);
+        if (process == ::GetCurrentProcessId()) break;
+    }
+    return dialog;
+}
 
 // Runs `TDialog`, of `owner` or without a parent, until it ends. A test must end it before the ModalThread
 // goes.

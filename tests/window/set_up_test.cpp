@@ -1,6 +1,5 @@
 // The main window's set-up: its steps in their order, where the converter is looked for and what happens
 // without it, the pictures, and the dialog's part in the message loop.
-#include "tests/window/current_folder.h"
 #include "tests/window/main_window_fixture.h"
 #include "tests/window/path_steps.h"
 

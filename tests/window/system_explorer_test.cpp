@@ -1,5 +1,4 @@
 // Which "explorer.exe" a folder is handed to, when there are other files of that name.
-#include "tests/window/current_folder.h"
 #include "tests/window/main_window_fixture.h"
 
 #include "ui/system_explorer.h"
