@@ -5,7 +5,7 @@
 #include "tests/model/window_model.h"
 #include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
-#include "tests/window/scripted_converters.h"
+#include "tests/equipment/scripted_converters.h"
 
 #include <windows.h>
 #include <commdlg.h>

@@ -3,7 +3,7 @@
 #include "ui/application.h"
 
 #include "tests/window/main_window_fixture.h"
-#include "tests/window/scripted_converters.h"
+#include "tests/equipment/scripted_converters.h"
 
 #include <process.h>
 

@@ -4,11 +4,10 @@
 
 #include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
-#include "tests/window/scripted_consoles.h"
-#include "tests/window/scripted_converters.h"
+#include "tests/equipment/scripted_converters.h"
 #include "tests/window/scripted_shutdown.h"
 #include "tests/window/scripted_taskbar.h"
-#include "tests/window/worker_calls.h"
+#include "tests/equipment/worker_calls.h"
 #include "tests/window/worker_window_calls.h"
 
 #include <windows.h>
@@ -28,6 +27,8 @@
 //   MessageBoxW Conversion terminée !
 class BatchFixture : public MainWindowFixture {
 protected:
+    using Start = ScriptedConverters::Start;
+
     BatchFixture();
     ~BatchFixture() override;
 
@@ -92,8 +93,8 @@ private:
         });
 
 protected:
-    ScriptedConsoles consoles{worker};
     ScriptedConverters converters{worker};
+    ScriptedConsoles& consoles = converters.consoles;
     ScriptedTaskbar taskbar;
     WorkerWindowCalls windows{worker};
     ScriptedShutdown shutdown{shutdownCalls};

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/window/main_window_fixture.h"
-#include "tests/window/scripted_converters.h"
+#include "tests/equipment/scripted_converters.h"
 
 class HeldBatchFixture : public MainWindowFixture {
 protected:

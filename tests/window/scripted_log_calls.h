@@ -4,7 +4,7 @@
 
 #include "tests/support/replaced_imports.h"
 #include "tests/support/utf8.h"
-#include "tests/window/worker_calls.h"
+#include "tests/equipment/worker_calls.h"
 
 #include <windows.h>
 

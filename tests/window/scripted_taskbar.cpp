@@ -1,8 +1,10 @@
+#include "tests/equipment/com_object.h"
+
 #include "tests/window/scripted_taskbar.h"
 
-#include <shobjidl.h>
+#include "tests/support/call_text.h"
 
-#include <string>
+#include <shobjidl.h>
 
 namespace {
 
@@ -17,52 +19,27 @@ void Note(std::string call) {
     g_current->calls.Add(std::move(call));
 }
 
-std::string Of(HWND button) {
-    return button == g_current->button || !g_current->button ? "" : " of another window";
+void NoteShown(HWND button, std::string call) {
+    const bool isButton = button == g_current->button || !g_current->button;
+    Note(std::move(call) + (isButton ? "" : " of another window"));
 }
 
-// Only what the program uses does anything.
-class Taskbar final : public ITaskbarList3 {
-public:
-    HRESULT WINAPI QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-    ULONG WINAPI AddRef() override { return ++m_references; }
-    ULONG WINAPI Release() override {
-        if (--m_references == 0) Note("Release");
-        return m_references;
-    }
-    HRESULT WINAPI HrInit() override {
+ITaskbarList3* CreateTaskbar() {
+    static ITaskbarList3Vtbl s_methods = {};
+    s_methods.HrInit = [](ITaskbarList3*) -> HRESULT {
         Note("HrInit");
         return g_current->initialisation;
-    }
-    HRESULT WINAPI AddTab(HWND) override { return E_NOTIMPL; }
-    HRESULT WINAPI DeleteTab(HWND) override { return E_NOTIMPL; }
-    HRESULT WINAPI ActivateTab(HWND) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetActiveAlt(HWND) override { return E_NOTIMPL; }
-    HRESULT WINAPI MarkFullscreenWindow(HWND, WINBOOL) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetProgressValue(HWND button, ULONGLONG done, ULONGLONG all) override {
-        Note("SetProgressValue " + std::to_string(done) + '/' + std::to_string(all) + Of(button));
+    };
+    s_methods.SetProgressValue = [](ITaskbarList3*, HWND button, ULONGLONG done, ULONGLONG all) -> HRESULT {
+        NoteShown(button, CallText("SetProgressValue", std::to_string(done) + '/' + std::to_string(all)));
         return g_current->showing;
-    }
-    HRESULT WINAPI SetProgressState(HWND button, TBPFLAG state) override {
-        Note("SetProgressState " + std::to_string(state) + Of(button));
+    };
+    s_methods.SetProgressState = [](ITaskbarList3*, HWND button, TBPFLAG state) -> HRESULT {
+        NoteShown(button, CallText("SetProgressState", static_cast<int>(state)));
         return g_current->showing;
-    }
-    HRESULT WINAPI RegisterTab(HWND, HWND) override { return E_NOTIMPL; }
-    HRESULT WINAPI UnregisterTab(HWND) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetTabOrder(HWND, HWND) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetTabActive(HWND, HWND, DWORD) override { return E_NOTIMPL; }
-    HRESULT WINAPI ThumbBarAddButtons(HWND, UINT, LPTHUMBBUTTON) override { return E_NOTIMPL; }
-    HRESULT WINAPI ThumbBarUpdateButtons(HWND, UINT, LPTHUMBBUTTON) override { return E_NOTIMPL; }
-    HRESULT WINAPI ThumbBarSetImageList(HWND, HIMAGELIST) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetOverlayIcon(HWND, HICON, LPCWSTR) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetThumbnailTooltip(HWND, LPCWSTR) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetThumbnailClip(HWND, RECT*) override { return E_NOTIMPL; }
-
-private:
-    ULONG m_references = 0;
-};
-
-Taskbar g_taskbar;
+    };
+    return new ComObject<ITaskbarList3>(s_methods, [] { Note("Release"); });
+}
 
 }  // namespace
 
@@ -80,9 +57,6 @@ HRESULT WINAPI ScriptedTaskbar::Create(REFCLSID classId, LPUNKNOWN outer, DWORD 
                             ::IsEqualGUID(interfaceId, kTaskbarList3) && !outer &&
                             context == CLSCTX_INPROC_SERVER;
     Note(asExpected ? "CoCreateInstance taskbar" : "CoCreateInstance something else");
-    *object = nullptr;
-    if (FAILED(g_current->creation)) return g_current->creation;
-    g_taskbar.AddRef();
-    *object = static_cast<ITaskbarList3*>(&g_taskbar);
-    return S_OK;
+    *object = FAILED(g_current->creation) ? nullptr : CreateTaskbar();
+    return g_current->creation;
 }

@@ -15,7 +15,7 @@
 #pragma once
 
 #include "tests/support/replaced_imports.h"
-#include "tests/window/worker_calls.h"
+#include "tests/equipment/worker_calls.h"
 
 #include <windows.h>
 

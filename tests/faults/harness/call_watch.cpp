@@ -2,7 +2,6 @@
 
 #include "tests/faults/harness/call_label.h"
 #include "tests/faults/harness/failure_table.h"
-#include "tests/faults/harness/lock_hold.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,7 +25,7 @@ std::string CallKey::Function() const {
 }
 
 void CallWatch::Begin() {
-    const SystemLockHold lock(m_lock);
+    const std::lock_guard lock(m_lock);
     m_counts.clear();
     m_calls.clear();
     m_failed = false;
@@ -34,12 +33,12 @@ void CallWatch::Begin() {
 }
 
 std::vector<CallKey> CallWatch::Counted() const {
-    const SystemLockHold lock(m_lock);
+    const std::lock_guard lock(m_lock);
     return m_calls;
 }
 
 void CallWatch::At(std::string label, int nth, std::function<void()> action) {
-    const SystemLockHold lock(m_lock);
+    const std::lock_guard lock(m_lock);
     m_actions.push_back({std::move(label), nth, std::move(action)});
     m_hasActions = true;
 }
@@ -62,7 +61,7 @@ void* CallWatch::Route(const std::string& function, const CallArguments& argumen
 }
 
 bool CallWatch::Count(std::string label) {
-    const SystemLockHold lock(m_lock);
+    const std::lock_guard lock(m_lock);
     const int nth = ++m_counts[label];
     m_calls.push_back({std::move(label), nth});
     if (!m_failAt || m_failed || m_calls.back() != *m_failAt) return false;
@@ -73,7 +72,7 @@ bool CallWatch::Count(std::string label) {
 void CallWatch::RunAction(const std::string& role, const std::string& label) {
     std::function<void()> run;
     {
-        const SystemLockHold lock(m_lock);
+        const std::lock_guard lock(m_lock);
         const auto due = std::find_if(m_actions.begin(), m_actions.end(), [&](const Action& action) {
             return action.label == label || action.label == role + label;
         });

@@ -2,6 +2,7 @@
 // acts at one. Calls of the thread that runs the program are "ui", those of all its other threads "worker".
 #pragma once
 
+#include "tests/equipment/system_lock.h"
 #include "tests/faults/harness/import_thunks.h"
 
 #include <windows.h>
@@ -10,6 +11,7 @@
 #include <compare>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -71,7 +73,7 @@ private:
     [[nodiscard]] bool Count(std::string label);
     void RunAction(const std::string& role, const std::string& label);
 
-    mutable SRWLOCK m_lock = SRWLOCK_INIT;
+    mutable SystemLock m_lock;
     std::atomic<DWORD> m_uiThread{0};
     std::atomic<bool> m_counting{false};
     std::atomic<bool> m_failed{false};

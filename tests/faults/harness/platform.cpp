@@ -5,7 +5,6 @@
 #include "tests/support/utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -15,78 +14,72 @@ namespace {
 
 constexpr wchar_t kElsewhere[] = L"ailleurs";
 
+void* SystemFunction(const char* name) {
+    for (const wchar_t* const library : {L"kernel32.dll", L"user32.dll", L"msvcrt.dll", L"advapi32.dll",
+                                         L"ole32.dll", L"shell32.dll", L"comdlg32.dll"}) {
+        if (const FARPROC found = ::GetProcAddress(::LoadLibraryW(library), name)) {
+            return reinterpret_cast<void*>(found);
+        }
+    }
+    throw std::logic_error(std::string("no library has ") + name);
+}
+
+// What answers in the place of functions, by their names: one table for all lives of the program.
+std::map<std::string, void*>& Answers() {
+    static std::map<std::string, void*> s_answers;
+    return s_answers;
+}
+
+void** FindSlot(const char* name) {
+    const auto [answer, isNew] = Answers().try_emplace(name);
+    if (isNew) answer->second = SystemFunction(name);
+    return &answer->second;
+}
+
+// Before the first Platform: replacements are among its members.
+[[maybe_unused]] const bool g_hasTable = (ReplacedImport::ReplaceIn(&FindSlot), true);
+
 }  // namespace
 
 Platform::Platform() {
-    MakeFolder();
+    m_calls.keepsCalls = false;
+    m_converters.planner = [this](const ScriptedConverters::Start& start, int number) {
+        return PlanFor(start, number);
+    };
+    PlanConsoles();
+    AnswerConverters();
+    AnswerDesktop();
+    AnswerObjects();
+    AnswerProcess();
 }
 
 Platform::~Platform() {
     EndConverters(1);
-    ::SetCurrentDirectoryW(m_previousDirectory.c_str());
-    std::error_code ignored;  // the next run of this test has another folder
-    std::filesystem::remove_all(m_folder, ignored);
 }
 
 Platform& Platform::Current() {
     return CurrentHost().ThePlatform();
 }
 
-void* Platform::FindDouble(const std::string& function) {
-    static const Doubles kDoubles = [] {
-        Doubles doubles;
-        AddConverters(doubles);
-        AddDesktop(doubles);
-        AddObjects(doubles);
-        AddProcess(doubles);
-        return doubles;
-    }();
-    const auto found = kDoubles.find(function);
-    return found != kDoubles.end() ? found->second : nullptr;
+void* Platform::FindAnswer(const std::string& function) {
+    const auto answer = Answers().find(function);
+    return answer != Answers().end() ? answer->second : nullptr;
 }
 
-void Platform::MakeFolder() {
-    static int count = 0;
-    std::array<wchar_t, 64> name{};
-    ::wsprintfW(name.data(), L"talvenor-faults-%08x-%04x", ::GetCurrentProcessId(), ++count);
-    const auto path = std::filesystem::temp_directory_path() / name.data();
-    // A process of the same number may have been ended before it could remove its own.
-    std::filesystem::remove_all(path);
-    std::filesystem::create_directories(path / kElsewhere);
-    m_folder = path.wstring();
-    std::ofstream(path / "pdf2djvu.exe") << "stand-in";
+std::filesystem::path Platform::FillFolder() const {
+    std::ofstream(std::filesystem::path(File(L"pdf2djvu.exe"))) << "stand-in";
     // For its version resource.
     const std::filesystem::path built = TestFolder() / TALVENOR_PROGRAM;
     if (!::CopyFileW(built.c_str(), File(L"Talvenor.exe").c_str(), FALSE)) {
         throw std::runtime_error("the built program is not where it should be");
     }
-    m_previousDirectory = std::filesystem::current_path().wstring();
-    ::SetCurrentDirectoryW((path / kElsewhere).c_str());
-}
-
-void Platform::EndConverters(DWORD exitCode, int number) {
-    const SystemLockHold lock = Lock();
-    for (auto& [own, converter] : m_converters) {
-        if (number == 0 || own == number) End(converter, exitCode);
-    }
-}
-
-void Platform::End(Converter& converter, DWORD exitCode) {
-    if (!converter.ended) return;
-    converter.exitCode = exitCode;
-    ::SetEvent(converter.ended);
-    ::CloseHandle(converter.ended);
-    converter.ended = nullptr;
-}
-
-Platform::Converter* Platform::FindConverter(HANDLE process) {
-    const auto found = std::find_if(m_converters.begin(), m_converters.end(),
-                                    [&](const auto& entry) { return entry.second.held.contains(process); });
-    return found != m_converters.end() ? &found->second : nullptr;
+    const std::filesystem::path elsewhere = File(kElsewhere);
+    std::filesystem::create_directory(elsewhere);
+    return elsewhere;
 }
 
 std::vector<std::string> Platform::Requests(const std::string& kind) const {
-    const SystemLockHold lock = Lock();
+    const std::lock_guard lock(m_lock);
     return m_requests.at(kind);
 }
 
@@ -113,15 +106,11 @@ Facts Platform::State() const {
     Facts facts = {{"awake", std::to_string(m_awake.Count())},
                    {"timers", Lines(timers, ',')},
                    {"log", ReadLog()},
+                   {"outsideJob", Text(NumbersOf([](const Converter& one) { return !one.isInJob; }))},
                    {"strays", Lines(strays)}};
-    const SystemLockHold lock = Lock();
-    std::vector<std::string> outsideJob;
-    for (const auto& [number, converter] : m_converters) {
-        if (!converter.isInJob) outsideJob.push_back(std::to_string(number));
-    }
+    const std::lock_guard lock(m_lock);
     std::vector<std::string> names;
     for (const auto& [control, name] : m_names) names.push_back(control + ": " + name);
-    facts["outsideJob"] = Lines(outsideJob, ' ');
     facts["names"] = Lines(names);
     facts["shown"] = m_taskbarShows;
     for (const auto& [kind, requests] : m_requests) facts[kind] = Lines(requests);
@@ -133,7 +122,7 @@ std::map<std::string, int> Platform::Held() const {
 }
 
 std::string Platform::Shortened(std::string text) const {
-    const std::string folder = Utf8(m_folder);
+    const std::string folder = Utf8(Folder());
     for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder, at)) {
         text.replace(at, folder.size(), 1, '~');
     }
@@ -142,6 +131,6 @@ std::string Platform::Shortened(std::string text) const {
 
 void Platform::Note(const std::string& kind, const std::string& text) {
     const std::string shortened = Shortened(text);
-    const SystemLockHold lock = Lock();
+    const std::lock_guard lock(m_lock);
     m_requests.at(kind).push_back(shortened);
 }

@@ -7,13 +7,17 @@
 // call ever asks for a shutdown.
 #pragma once
 
-#include "tests/faults/harness/lock_hold.h"
+#include "tests/equipment/scripted_converters.h"
 #include "tests/faults/harness/outcome.h"
+#include "tests/support/replaced_imports.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/utf8.h"
 
 #include <windows.h>
 
 #include <atomic>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -41,11 +45,11 @@ public:
     ~Platform();
 
     // The function that answers in place of the system's; null when that one serves.
-    [[nodiscard]] static void* FindDouble(const std::string& function);
+    [[nodiscard]] static void* FindAnswer(const std::string& function);
 
-    // The program's folder, with a converter in it. Its name has the same length in every process.
-    [[nodiscard]] const std::wstring& Folder() const { return m_folder; }
-    [[nodiscard]] std::wstring File(const wchar_t* name) const { return m_folder + L"\\" + name; }
+    // The program's folder, with a converter in it.
+    [[nodiscard]] std::wstring Folder() const { return m_folder.Path().wstring(); }
+    [[nodiscard]] std::wstring File(const wchar_t* name) const { return m_folder.File(name); }
     // Paths below the program's folder with "~" in its place.
     [[nodiscard]] std::string Shortened(std::string text) const;
 
@@ -66,7 +70,7 @@ public:
     void EndConverters(DWORD exitCode, int number = 0);
     // Those that are waited for, which is when a stop finds them, or were. Those that could not be started
     // count as well.
-    [[nodiscard]] int ConvertersStarted() const { return m_started; }
+    [[nodiscard]] int ConvertersStarted() const { return m_converters.Awaited(); }
 
     // What the program has asked for:
     //   messages    "error main Erreur CreateProcess :  File not found."  (picture, owner, text)
@@ -102,68 +106,59 @@ public:
     static constexpr UINT kMarkerMessage = WM_APP + 0x3FF0;
 
 private:
-    // The functions that answer, by the names of those in whose place they do. Called by the program's code
-    // on any of its threads.
-    using Doubles = std::map<std::string, void*>;
-    static void AddConverters(Doubles& doubles);
-    static void AddDesktop(Doubles& doubles);
-    static void AddObjects(Doubles& doubles);
-    static void AddProcess(Doubles& doubles);
-
-    struct Converter {
-        DWORD exitCode = 0;
-        HANDLE ended = nullptr;  // ours, null when it has ended; the batch closes another to the same
-        Console console = Console::Window;
-        std::set<HANDLE> held = {};  // the program's handles to it
-        bool isInJob = false;
-    };
-
-    struct WindowOfConverter {
-        int number = 0;
-        Console kind = Console::None;  // also that of any other window
-    };
+    // Lets `handler` answer in the place of a function, whose type is named only: this program need not
+    // import it. Called by the program's code on any of its threads.
+    template <class Function, class Handler>
+    void Answer(const char* function, Handler handler) {
+        m_answers.push_back(Replace<Function>(function, std::move(handler)));
+    }
+    using Converter = ScriptedConverters::Converter;
+    void AnswerConverters();
+    void AnswerDesktop();
+    void AnswerObjects();
+    void AnswerProcess();
 
     // Things of one kind that there are now.
     template <class Thing>
     class Things {
     public:
         void Add(Thing thing) {
-            const SystemLockHold lock(m_lock);
+            const std::lock_guard lock(m_lock);
             m_things.insert(thing);
         }
         bool Remove(Thing thing) {
-            const SystemLockHold lock(m_lock);
+            const std::lock_guard lock(m_lock);
             return m_things.erase(thing) != 0;
         }
         [[nodiscard]] std::set<Thing> All() const {
-            const SystemLockHold lock(m_lock);
+            const std::lock_guard lock(m_lock);
             return m_things;
         }
         [[nodiscard]] int Count() const { return static_cast<int>(All().size()); }
 
     private:
-        mutable SRWLOCK m_lock = SRWLOCK_INIT;
+        mutable SystemLock m_lock;
         std::set<Thing> m_things;
     };
 
     static Platform& Current();
-    void MakeFolder();
+    [[nodiscard]] static std::string TextOf(const wchar_t* text) { return text ? Utf8(text) : ""; }
+    [[nodiscard]] std::filesystem::path FillFolder() const;  // returns what is to be the current one
     [[nodiscard]] std::string ReadLog() const;
-    [[nodiscard]] SystemLockHold Lock() const { return SystemLockHold(m_lock); }
-    // The caller has the lock. Null for a handle to something else.
-    [[nodiscard]] Converter* FindConverter(HANDLE process);
-    static void End(Converter& converter, DWORD exitCode);
-    [[nodiscard]] WindowOfConverter FindConsole(HWND window);
+    [[nodiscard]] Conversion PlanFor(const ScriptedConverters::Start& start, int number);
+    void PlanConsoles();
+    // The numbers of the converters on paper that fit; as text, "1 2".
+    [[nodiscard]] std::vector<int> NumbersOf(bool (*fits)(const Converter& converter)) const;
+    [[nodiscard]] static std::string Text(const std::vector<int>& numbers);
     void Show(HWND window, const std::string& text);  // in the taskbar
     void Note(const std::string& kind, const std::string& text);
 
-    std::wstring m_folder;
-    std::wstring m_previousDirectory;
-    mutable SRWLOCK m_lock = SRWLOCK_INIT;
+    TemporaryFolder m_folder;
+    CurrentFolder m_current{FillFolder()};
+    mutable SystemLock m_lock;
     std::map<std::string, std::vector<std::string>> m_requests = {
         {"messages", {}}, {"beeps", {}},    {"starts", {}}, {"shell", {}},      {"shutdowns", {}},
         {"closing", {}},  {"searches", {}}, {"jobs", {}},   {"awakeCalls", {}}, {"taskbar", {}}};
-    std::map<int, Converter> m_converters;  // all that were started on paper, by their numbers
     std::map<std::string, std::string> m_names;
     std::string m_taskbarShows;
     Things<void*> m_blocks;
@@ -172,9 +167,10 @@ private:
     Things<DWORD> m_awake;  // ids of threads
     std::atomic<int> m_objects{0};
     std::atomic<int> m_markers{0};
-    std::atomic<int> m_requested{0};
-    std::atomic<int> m_started{0};
+    std::size_t m_requested = 0;  // converters
     std::atomic<int> m_workers{0};
     std::atomic<int> m_modelessDialogs{0};
-    std::atomic<DWORD> m_tick{1'000'000};
+    WorkerCalls m_calls;
+    ScriptedConverters m_converters{m_calls};
+    std::vector<std::unique_ptr<ReplacedImport>> m_answers;
 };

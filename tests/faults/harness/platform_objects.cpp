@@ -1,10 +1,9 @@
-// Answers in the system's place: the objects of its COM libraries that the program makes. They are written as
-// C sees them, each a table of functions, because the program calls a few of many: those that are not given
-// here are null, and a call of one ends the process.
-#define CINTERFACE
+// Answers in the system's place: the objects of its COM libraries that the program makes.
+#include "tests/equipment/com_object.h"
 
 #include "tests/faults/harness/call_label.h"
-#include "tests/faults/harness/doubles.h"
+#include "tests/faults/harness/platform.h"
+#include "tests/faults/harness/program_host.h"
 
 #include <objbase.h>
 #include <oleacc.h>
@@ -12,29 +11,10 @@
 
 namespace {
 
-template <class Interface>
-struct Object : Interface {
-    Object(decltype(Interface::lpVtbl) methods, std::atomic<int>& all) : m_all(all) {
-        this->lpVtbl = methods;
-        ++m_all;
-    }
-
-    static ULONG AddRef(Interface* self) { return ++static_cast<Object*>(self)->m_users; }
-    static ULONG Release(Interface* self) {
-        auto* const object = static_cast<Object*>(self);
-        const ULONG left = --object->m_users;
-        if (left == 0) {
-            --object->m_all;
-            delete object;
-        }
-        return left;
-    }
-
+class Taskbar : public ComObject<ITaskbarList3> {
+public:
+    using ComObject::ComObject;
     bool isReady = false;
-
-private:
-    std::atomic<ULONG> m_users{1};
-    std::atomic<int>& m_all;  // objects that there are
 };
 
 // A method can fail as an imported function can.
@@ -52,15 +32,12 @@ bool IsName(DWORD object, DWORD child, const MSAAPROPID& property) {
 void Platform::Show(HWND window, const std::string& text) {
     const std::string label = WindowLabel(window);
     Note("taskbar", (label == "main" ? "" : label + ' ') + (text.empty() ? "none" : text));
-    const SystemLockHold lock = Lock();
+    const std::lock_guard lock(m_lock);
     m_taskbarShows = text;
 }
 
-void Platform::AddObjects(Doubles& doubles) {
-    using Taskbar = Object<ITaskbarList3>;
+void Platform::AnswerObjects() {
     static ITaskbarList3Vtbl s_taskbar = {};
-    s_taskbar.AddRef = &Taskbar::AddRef;
-    s_taskbar.Release = &Taskbar::Release;
     s_taskbar.HrInit = [](ITaskbarList3* self) -> HRESULT {
         if (IsToFail("ITaskbarList3::HrInit")) return E_FAIL;
         static_cast<Taskbar*>(self)->isReady = true;
@@ -80,17 +57,14 @@ void Platform::AddObjects(Doubles& doubles) {
         return S_OK;
     };
 
-    using Names = Object<IAccPropServices>;
     static IAccPropServicesVtbl s_names = {};
-    s_names.AddRef = &Names::AddRef;
-    s_names.Release = &Names::Release;
     s_names.SetHwndPropStr = [](IAccPropServices*, HWND window, DWORD object, DWORD child,
                                 MSAAPROPID property, LPCWSTR text) -> HRESULT {
         if (IsToFail("IAccPropServices::SetHwndPropStr")) return E_FAIL;
         if (!IsName(object, child, property)) return E_INVALIDARG;
         const std::string label = WindowLabel(window);
         Platform& self = Current();
-        const SystemLockHold lock = self.Lock();
+        const std::lock_guard lock(self.m_lock);
         self.m_names[label] = TextOf(text);
         return S_OK;
     };
@@ -100,21 +74,25 @@ void Platform::AddObjects(Doubles& doubles) {
         if (count != 1 || !IsName(object, child, *properties)) return E_INVALIDARG;
         const std::string label = WindowLabel(window);
         Platform& self = Current();
-        const SystemLockHold lock = self.Lock();
+        const std::lock_guard lock(self.m_lock);
         self.m_names.erase(label);
         return S_OK;
     };
 
-    doubles["CoCreateInstance"] = Answer<decltype(::CoCreateInstance)>(
-        [](REFCLSID classId, LPUNKNOWN outer, DWORD context, REFIID interfaceId, LPVOID* object) -> HRESULT {
+    Answer<decltype(::CoCreateInstance)>(
+        "CoCreateInstance",
+        [this](REFCLSID classId, LPUNKNOWN outer, DWORD context, REFIID interfaceId,
+               LPVOID* object) -> HRESULT {
             *object = nullptr;
             if (outer || context != CLSCTX_INPROC_SERVER) return E_INVALIDARG;
-            std::atomic<int>& all = Current().m_objects;
+            const auto whenReleased = [this] { --m_objects; };
             if (classId == CLSID_TaskbarList && interfaceId == IID_ITaskbarList3) {
-                *object = new Taskbar(&s_taskbar, all);
+                *object = new Taskbar(s_taskbar, whenReleased);
             } else if (classId == CLSID_AccPropServices && interfaceId == IID_IAccPropServices) {
-                *object = new Names(&s_names, all);
+                *object = new ComObject<IAccPropServices>(s_names, whenReleased);
             }
-            return *object ? S_OK : REGDB_E_CLASSNOTREG;
+            if (!*object) return REGDB_E_CLASSNOTREG;
+            ++m_objects;
+            return S_OK;
         });
 }

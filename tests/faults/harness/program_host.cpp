@@ -15,7 +15,7 @@ constexpr driver::Milliseconds kEndLimit{15'000};
 constexpr wchar_t kLibrary[] = L"fault_product.dll";
 
 void* ChooseTarget(const std::string& name, void* real) {
-    if (void* const answer = Platform::FindDouble(name)) return answer;
+    if (void* const answer = Platform::FindAnswer(name)) return answer;
     return FindFailure(name) ? real : nullptr;
 }
 

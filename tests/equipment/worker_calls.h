@@ -2,7 +2,7 @@
 // can also act at a certain call, which is how it gets between two steps of a worker.
 #pragma once
 
-#include "tests/window/system_lock.h"
+#include "tests/equipment/system_lock.h"
 
 #include <windows.h>
 
@@ -59,7 +59,11 @@ public:
     // How records call a handle while it is open. Empty for one that has no name.
     void NameHandle(HANDLE handle, std::string name);
     [[nodiscard]] std::string HandleName(HANDLE handle) const;
+    [[nodiscard]] bool HasHandle(const std::string& name) const;
     void ForgetHandle(HANDLE handle);
+
+    // Whether calls are written down; the names of handles are in any case.
+    bool keepsCalls = true;
 
 private:
     struct Call {

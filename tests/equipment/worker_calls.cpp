@@ -1,4 +1,6 @@
-#include "tests/window/worker_calls.h"
+#include "tests/equipment/worker_calls.h"
+
+#include "tests/support/call_record.h"
 
 #include <algorithm>
 #include <utility>
@@ -7,11 +9,6 @@ namespace {
 
 thread_local bool t_inAction = false;
 thread_local DWORD t_onBehalfOf = 0;
-
-bool BeginsWithOne(const std::string& call, const std::vector<std::string>& beginnings) {
-    return std::any_of(beginnings.begin(), beginnings.end(),
-                       [&](const std::string& beginning) { return call.starts_with(beginning); });
-}
 
 }  // namespace
 
@@ -23,7 +20,7 @@ WorkerCalls::OnBehalfOf::~OnBehalfOf() {
 
 bool WorkerCalls::Note(const std::string& call) {
     const DWORD thread = t_onBehalfOf != 0 ? t_onBehalfOf : ::GetCurrentThreadId();
-    if (thread == m_userInterface || t_inAction) return false;
+    if (!keepsCalls || thread == m_userInterface || t_inAction) return false;
     std::vector<std::function<void()>> due;
     {
         const std::lock_guard lock(m_lock);
@@ -51,9 +48,7 @@ std::vector<std::string> WorkerCalls::All() const {
 }
 
 std::vector<std::string> WorkerCalls::Of(const std::vector<std::string>& beginnings) const {
-    std::vector<std::string> texts = All();
-    std::erase_if(texts, [&](const std::string& text) { return !BeginsWithOne(text, beginnings); });
-    return texts;
+    return Only(beginnings, All());
 }
 
 std::vector<std::string> WorkerCalls::OfWorker(DWORD threadId,
@@ -61,9 +56,9 @@ std::vector<std::string> WorkerCalls::OfWorker(DWORD threadId,
     const std::lock_guard lock(m_lock);
     std::vector<std::string> texts;
     for (const Call& call : m_calls) {
-        if (call.threadId == threadId && BeginsWithOne(call.text, beginnings)) texts.push_back(call.text);
+        if (call.threadId == threadId) texts.push_back(call.text);
     }
-    return texts;
+    return Only(beginnings, std::move(texts));
 }
 
 int WorkerCalls::Count(const std::string& beginning) const {
@@ -91,6 +86,12 @@ std::string WorkerCalls::HandleName(HANDLE handle) const {
     const std::lock_guard lock(m_lock);
     const auto found = m_names.find(handle);
     return found == m_names.end() ? std::string() : found->second;
+}
+
+bool WorkerCalls::HasHandle(const std::string& name) const {
+    const std::lock_guard lock(m_lock);
+    return std::any_of(m_names.begin(), m_names.end(),
+                       [&](const auto& entry) { return entry.second == name; });
 }
 
 void WorkerCalls::ForgetHandle(HANDLE handle) {
