@@ -2,12 +2,12 @@
 // their converters behave, presses "Convertir" and looks at what the window shows and what the worker did.
 #pragma once
 
+#include "tests/equipment/scripted_converters.h"
+#include "tests/equipment/worker_calls.h"
 #include "tests/support/replaced_late_import.h"
 #include "tests/window/main_window_fixture.h"
-#include "tests/equipment/scripted_converters.h"
 #include "tests/window/scripted_shutdown.h"
 #include "tests/window/scripted_taskbar.h"
-#include "tests/equipment/worker_calls.h"
 #include "tests/window/worker_window_calls.h"
 
 #include <windows.h>
@@ -29,34 +29,80 @@ class BatchFixture : public MainWindowFixture {
 protected:
     using Start = ScriptedConverters::Start;
 
-    BatchFixture();
-    ~BatchFixture() override;
+    BatchFixture() {
+        stopAnswer = IDYES;
+        Create();
+    }
+    ~BatchFixture() override {
+        converters.ReleaseAll();
+        TakeQuitMessage();  // nothing is waited for while there is one
+        // Before the window is: a worker that ends between the look at the flag and the stop would make a
+        // quit of it.
+        EXPECT_TRUE(WaitFor([&] { return !dialog->HasWorker(); })) << "a worker did not end";
+        stopAnswer = IDYES;
+        Destroy();
+    }
 
     // Puts files into the list as a user does: dropped, and the open dialog cancelled, so that "Convertir"
     // can be pressed.
-    void AddFiles(const std::vector<std::wstring>& paths);
+    void AddFiles(const std::vector<std::wstring>& paths) {
+        Drop(paths);
+        Click(IDC_ADD);
+        ASSERT_TRUE(IsEnabled(IDOK));
+    }
     void PressConvert() { Click(IDOK); }
     // Starts a batch of a.pdf and b.pdf and waits until its first converter, process 777, runs. That one runs
     // until it is released; the second is process 888.
-    void StartHeldBatch();
+    void StartHeldBatch() {
+        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+        converters.Plan({{.held = true, .processId = 777}, {.processId = 888}});
+        PressConvert();
+        WaitForConverter(1);
+    }
     // Presses "Convertir" and waits for the worker to end. Fails when it does not.
-    void RunBatch();
+    void RunBatch() {
+        PressConvert();
+        WaitForEnd();
+    }
     // Waits until `number` converters have been started and the worker waits for the last.
-    void WaitForConverter(int number);
-    void WaitForEnd();
+    void WaitForConverter(int number) {
+        const std::string wait = "WaitForSingleObject process " + std::to_string(number) + ' ';
+        ASSERT_TRUE(WaitFor([&] { return worker.Count(wait) > 0; }))
+            << "converter " << number << " did not start";
+    }
+    void WaitForEnd() {
+        ASSERT_TRUE(WaitFor([&] { return !dialog->HasWorker(); })) << "the worker did not end";
+    }
 
     // Presses "Arrêter " and answers `stopAnswer` to the question. Also from an action on the worker.
     void PressStop() { Click(IDCANCEL); }
     // The code of the quit message that the window has posted, which is removed; -1 without one.
-    static int TakeQuitMessage();
+    static int TakeQuitMessage() {
+        MSG message;
+        if (!::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) return -1;
+        return static_cast<int>(message.wParam);
+    }
     // A tick of the timer, when the system's clock shows `tick`.
-    void Tick(DWORD tick, WPARAM timerId = 2);
+    void Tick(DWORD tick, WPARAM timerId = 2) {
+        converters.tick = tick;
+        ::SendMessageW(Dialog(), WM_TIMER, timerId, 0);
+    }
 
     [[nodiscard]] std::wstring LogFile() const { return folder.File(L"TalvenorLog.txt"); }
     [[nodiscard]] bool LogExists() const { return std::filesystem::exists(LogFile()); }
-    void WriteLog(const std::string& bytes) const;
+    void WriteLog(const std::string& bytes) const {
+        std::ofstream(std::filesystem::path(LogFile()), std::ios::binary | std::ios::app) << bytes;
+    }
     // The texts of the message boxes that were shown, in their order.
-    [[nodiscard]] std::vector<std::string> MessageTexts() const;
+    [[nodiscard]] std::vector<std::string> MessageTexts() const {
+        std::vector<std::string> texts;
+        for (const std::string& call : calls.Calls()) {
+            const std::size_t text = call.find(" text=");
+            const std::size_t caption = call.find(" caption=");
+            if (call.starts_with("MessageBoxW")) texts.push_back(call.substr(text + 6, caption - text - 6));
+        }
+        return texts;
+    }
 
     WorkerCalls worker;
     CallRecord shutdownCalls;
@@ -84,10 +130,9 @@ private:
         });
     std::unique_ptr<ReplacedImport> m_folder = Replace<decltype(::SHGetFolderPathW)>(
         "SHGetFolderPathW", [this](HWND owner, int folderId, HANDLE token, DWORD flags, LPWSTR path) {
-            char call[100];
-            ::wsprintfA(call, "SHGetFolderPathW owner=%s folder=0x%X token=%s flags=%d",
-                        owner ? "some" : "none", folderId, token ? "some" : "none", flags);
-            worker.Note(call);
+            worker.Note(CallText("SHGetFolderPathW", owner ? "owner=some" : "owner=none",
+                                 "folder=" + Hex(static_cast<unsigned>(folderId)),
+                                 token ? "token=some" : "token=none", "flags=" + std::to_string(flags)));
             ::lstrcpynW(path, L"C:\\système", MAX_PATH);
             return S_OK;
         });

@@ -3,6 +3,8 @@
 #pragma once
 
 #include "tests/support/call_record.h"
+#include "tests/support/call_text.h"
+#include "tests/support/dropped_files.h"
 #include "tests/support/pump.h"
 #include "tests/support/replaced_imports.h"
 #include "tests/support/temporary_folder.h"
@@ -21,6 +23,8 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,13 +34,43 @@
 // in `calls` as "MessageBoxW owner=main|none text=... caption=... type=0x..", beeps as "Beep 440 100".
 class MainWindowFixture : public testing::Test {
 protected:
-    MainWindowFixture();
-    ~MainWindowFixture() override;
+    MainWindowFixture() {
+        programPath = folder.File(L"Talvenor.exe");
+        std::ofstream(folder.Path() / "pdf2djvu.exe") << "stand-in";
+        calls.Clear();
+        messageAnswer = IDOK;
+        CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
+        CAppModule::Instance().AddMessageLoop(loop);
+    }
+    ~MainWindowFixture() override {
+        Destroy();
+        CAppModule::Instance().RemoveMessageLoop();
+        CAppModule::Instance().Term();
+    }
 
     // Creates the dialog. Not shown: a test that needs it shown does so.
-    void Create();
+    void Create() {
+        dialog = std::make_unique<CMainDlg>();
+        m_created = dialog->Create(nullptr);
+        ASSERT_NE(m_created, nullptr);
+    }
     // Ends the batch that may be going on, then the dialog.
-    void Destroy();
+    void Destroy() {
+        if (!dialog) return;
+        if (dialog->Handle()) {
+            if (dialog->IsRunning()) {
+                messageAnswer = IDYES;  // to "really stop?"
+                Command(IDCANCEL, BN_CLICKED);
+            }
+            EXPECT_TRUE(WaitFor([&] { return !dialog->HasWorker(); })) << "a worker did not end";
+            ::DestroyWindow(dialog->Handle());
+        }
+        dialog.reset();
+        MSG message;
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (message.message != WM_QUIT) ::DispatchMessageW(&message);
+        }
+    }
 
     [[nodiscard]] HWND Dialog() const { return dialog->Handle(); }
     [[nodiscard]] HWND Control(int id) const { return ::GetDlgItem(dialog->Handle(), id); }
@@ -46,10 +80,17 @@ protected:
         return (::GetWindowLongPtrW(Control(id), GWL_STYLE) & WS_VISIBLE) != 0;
     }
     [[nodiscard]] bool IsChecked(int id) const { return ::IsDlgButtonChecked(Dialog(), id) != 0; }
-    [[nodiscard]] std::wstring Text(int id) const;
+    [[nodiscard]] std::wstring Text(int id) const {
+        std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(Control(id))) + 1, L'\0');
+        text.resize(static_cast<std::size_t>(
+            ::GetWindowTextW(Control(id), text.data(), static_cast<int>(text.size()))));
+        return text;
+    }
     void SetText(int id, const wchar_t* text) { ::SetWindowTextW(Control(id), text); }
     // What a click of the user does to a button or a check box: nothing when it is disabled.
-    void Click(int id);
+    void Click(int id) {
+        if (IsEnabled(id)) ::SendMessageW(Control(id), BM_CLICK, 0, 0);
+    }
     // Changes a check box without a notification.
     void Check(int id, bool checked = true) {
         ::CheckDlgButton(Dialog(), id, checked ? BST_CHECKED : BST_UNCHECKED);
@@ -78,21 +119,63 @@ protected:
     LRESULT SendList(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return ::SendMessageW(Control(IDC_FILE_LIST), message, wParam, lParam);
     }
-    [[nodiscard]] int ListWidth() const;  // of its client area
-    [[nodiscard]] int RowCount() const;
-    [[nodiscard]] std::wstring Cell(int row, int column) const;
-    [[nodiscard]] std::vector<std::wstring> Column(int column) const;
-    [[nodiscard]] int SelectedRow() const;
-    [[nodiscard]] int ColumnWidth(int column) const;
+    // The width of its client area.
+    [[nodiscard]] int ListWidth() const {
+        RECT client = {};
+        ::GetClientRect(Control(IDC_FILE_LIST), &client);
+        return client.right;
+    }
+    [[nodiscard]] int RowCount() const { return static_cast<int>(SendList(LVM_GETITEMCOUNT)); }
+    [[nodiscard]] std::wstring Cell(int row, int column) const {
+        std::wstring text(40000, L'\0');
+        LVITEMW item = {};
+        item.iSubItem = column;
+        item.pszText = text.data();
+        item.cchTextMax = static_cast<int>(text.size());
+        const LRESULT length =
+            SendList(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        text.resize(static_cast<std::size_t>(length));
+        return text;
+    }
+    [[nodiscard]] std::vector<std::wstring> Column(int column) const {
+        std::vector<std::wstring> cells;
+        for (int row = 0; row < RowCount(); ++row) cells.push_back(Cell(row, column));
+        return cells;
+    }
+    [[nodiscard]] int SelectedRow() const {
+        return static_cast<int>(SendList(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    }
+    [[nodiscard]] int ColumnWidth(int column) const {
+        return static_cast<int>(SendList(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+    }
     // Adds a row as it is: no filter of names, no limit of length.
-    void InsertRow(std::wstring path);
-    void SelectRow(int row);
+    void InsertRow(std::wstring path) {
+        LVITEMW item = {};
+        item.mask = LVIF_TEXT;
+        item.pszText = path.data();
+        SendList(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    }
+    void SelectRow(int row) { SetRowState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED); }
     void ClearSelection() { SetRowState(-1, 0, LVIS_SELECTED); }
-    void AllowSeveralSelectedRows();
-    void SetRowState(int row, UINT state, UINT mask);
-    void PressListKey(WORD key);
+    void AllowSeveralSelectedRows() {
+        const HWND list = Control(IDC_FILE_LIST);
+        ::SetWindowLongPtrW(list, GWL_STYLE, ::GetWindowLongPtrW(list, GWL_STYLE) & ~LVS_SINGLESEL);
+    }
+    void SetRowState(int row, UINT state, UINT mask) {
+        LVITEMW item = {};
+        item.state = state;
+        item.stateMask = mask;
+        SendList(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    }
+    void PressListKey(WORD key) {
+        SendList(WM_KEYDOWN, key, 1);
+        SendList(WM_KEYUP, key, 1);
+    }
     // Sends the list a drop of these paths.
-    void Drop(const std::vector<std::wstring>& paths);
+    void Drop(const std::vector<std::wstring>& paths) {
+        const DroppedFiles drop(paths);
+        SendList(WM_DROPFILES, reinterpret_cast<WPARAM>(drop.Get()));
+    }
 
     // Serves messages until `condition` holds or ten seconds are over.
     bool WaitFor(const std::function<bool()>& condition) {
@@ -116,17 +199,15 @@ private:
         });
     std::unique_ptr<ReplacedImport> m_messageBox = Replace<decltype(::MessageBoxW)>(
         "MessageBoxW", [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
-            char hexType[16];
-            ::wsprintfA(hexType, "0x%X", type);
             const char* const name = !owner ? "none" : owner == m_created ? "main" : "other";
             const auto shown = [](LPCWSTR value) { return value ? Utf8(value) : "(null)"; };
             calls.Add(std::string("MessageBoxW owner=") + name + " text=" + shown(text) +
-                      " caption=" + shown(caption) + " type=" + hexType);
+                      " caption=" + shown(caption) + " type=" + Hex(type));
             return messageAnswer;
         });
     std::unique_ptr<ReplacedImport> m_beep =
         Replace<decltype(::Beep)>("Beep", [](DWORD frequency, DWORD duration) {
-            calls.Add("Beep " + std::to_string(frequency) + " " + std::to_string(duration));
+            calls.Add(CallText("Beep", frequency, duration));
             return TRUE;
         });
 };
