@@ -1,6 +1,8 @@
 // What a screen reader says for the controls that have no text of their own.
 #include "ui/accessible_names.h"
 
+#include "tests/equipment/com_object.h"
+
 #include "tests/window/main_window_fixture.h"
 
 #include <windows.h>
@@ -20,63 +22,35 @@ constexpr GUID kInterface = {0x6E26E776, 0x04F0, 0x495D, {0x80, 0xE4, 0x33, 0x30
 constexpr GUID kName = {0x608D3DF8, 0x8128, 0x4AA7, {0xA4, 0x28, 0xF5, 0x5E, 0x49, 0x26, 0x72, 0x91}};
 
 // The system's annotation service, as the tests have it.
-class Service final : public IAccPropServices {
-public:
+struct Service {
     static inline std::map<int, std::wstring> names;  // by control
     static inline int references = 0;
     static inline HRESULT result = S_OK;
 
-    HRESULT WINAPI QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-    ULONG WINAPI AddRef() override { return static_cast<ULONG>(++references); }
-    ULONG WINAPI Release() override { return static_cast<ULONG>(--references); }
-    HRESULT WINAPI SetPropValue(const BYTE*, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetPropServer(const BYTE*, DWORD, const MSAAPROPID*, int, IAccPropServer*,
-                                 AnnoScope) override {
-        return E_NOTIMPL;
-    }
-    HRESULT WINAPI ClearProps(const BYTE*, DWORD, const MSAAPROPID*, int) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetHwndProp(HWND, DWORD, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetHwndPropStr(HWND window, DWORD object, DWORD child, MSAAPROPID property,
-                                  LPCWSTR text) override {
-        EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
-        EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
-        EXPECT_TRUE(::IsEqualGUID(property, kName));
-        if (SUCCEEDED(result)) names[::GetDlgCtrlID(window)] = text;
-        return result;
-    }
-    HRESULT WINAPI SetHwndPropServer(HWND, DWORD, DWORD, const MSAAPROPID*, int, IAccPropServer*,
-                                     AnnoScope) override {
-        return E_NOTIMPL;
-    }
-    HRESULT WINAPI ClearHwndProps(HWND window, DWORD object, DWORD child, const MSAAPROPID* properties,
-                                  int count) override {
-        EXPECT_TRUE(::IsWindow(window));
-        EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
-        EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
-        EXPECT_EQ(count, 1);
-        EXPECT_TRUE(::IsEqualGUID(*properties, kName));
-        names.erase(::GetDlgCtrlID(window));
-        return result;
-    }
-    HRESULT WINAPI ComposeHwndIdentityString(HWND, DWORD, DWORD, BYTE**, DWORD*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT WINAPI DecomposeHwndIdentityString(const BYTE*, DWORD, HWND*, DWORD*, DWORD*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT WINAPI SetHmenuProp(HMENU, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetHmenuPropStr(HMENU, DWORD, MSAAPROPID, LPCWSTR) override { return E_NOTIMPL; }
-    HRESULT WINAPI SetHmenuPropServer(HMENU, DWORD, const MSAAPROPID*, int, IAccPropServer*,
-                                      AnnoScope) override {
-        return E_NOTIMPL;
-    }
-    HRESULT WINAPI ClearHmenuProps(HMENU, DWORD, const MSAAPROPID*, int) override { return E_NOTIMPL; }
-    HRESULT WINAPI ComposeHmenuIdentityString(HMENU, DWORD, BYTE**, DWORD*) override { return E_NOTIMPL; }
-    HRESULT WINAPI DecomposeHmenuIdentityString(const BYTE*, DWORD, HMENU*, DWORD*) override {
-        return E_NOTIMPL;
+    static IAccPropServices* Create() {
+        static IAccPropServicesVtbl s_methods = {};
+        s_methods.SetHwndPropStr = [](IAccPropServices*, HWND window, DWORD object, DWORD child,
+                                      MSAAPROPID property, LPCWSTR text) -> HRESULT {
+            EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
+            EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
+            EXPECT_TRUE(::IsEqualGUID(property, kName));
+            if (SUCCEEDED(result)) names[::GetDlgCtrlID(window)] = text;
+            return result;
+        };
+        s_methods.ClearHwndProps = [](IAccPropServices*, HWND window, DWORD object, DWORD child,
+                                      const MSAAPROPID* properties, int count) -> HRESULT {
+            EXPECT_TRUE(::IsWindow(window));
+            EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
+            EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
+            EXPECT_EQ(count, 1);
+            EXPECT_TRUE(::IsEqualGUID(*properties, kName));
+            names.erase(::GetDlgCtrlID(window));
+            return result;
+        };
+        ++references;
+        return new ComObject<IAccPropServices>(s_methods, [] { --references; });
     }
 };
-Service g_service;
 
 class AccessibleNamesTest : public MainWindowFixture {
 protected:
@@ -122,11 +96,8 @@ private:
             EXPECT_TRUE(::IsEqualGUID(interfaceId, kInterface));
             EXPECT_EQ(outer, nullptr);
             EXPECT_EQ(context, static_cast<DWORD>(CLSCTX_INPROC_SERVER));
-            *object = nullptr;
-            if (FAILED(creation)) return creation;
-            g_service.AddRef();
-            *object = static_cast<IAccPropServices*>(&g_service);
-            return S_OK;
+            *object = FAILED(creation) ? nullptr : Service::Create();
+            return creation;
         });
 };
 
