@@ -13,7 +13,8 @@
 #include <utility>
 #include <vector>
 
-// The name of a function, as an argument of a template: functions of one type are told apart by it.
+// The name of a function, as an argument of a template. It distinguishes functions of the same type, whose
+// replacements would otherwise be one.
 struct FunctionName {
     consteval FunctionName(const char* name) {  // NOLINT(google-explicit-constructor): a literal is one
         for (std::size_t i = 0; name[i] != '\0'; ++i) text[i] = name[i];
