@@ -15,6 +15,7 @@
 #include <shlobj.h>
 #include <shlwapi.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -76,6 +77,55 @@ protected:
 
     // Presses "Arrêter " and answers `stopAnswer` to the question. Also from an action on the worker.
     void PressStop() { Click(IDCANCEL); }
+    // The same from the worker, in the next call that begins with `call`.
+    void StopAt(const std::string& call) {
+        worker.At(call, 1, [this] { PressStop(); });
+    }
+
+    // Puts C:\in\a.pdf, C:\in\b.pdf and so on into the list until it has `count` files.
+    void AddFiles(int count) {
+        std::vector<std::wstring> paths;
+        for (int file = RowCount(); file < count; ++file) {
+            paths.push_back(std::wstring(L"C:\\in\\") + static_cast<wchar_t>(L'a' + file) + L".pdf");
+        }
+        AddFiles(paths);
+    }
+    // A batch of so many files, with these plans for its converters: to its end, or to the first that is
+    // held.
+    void Convert(int files, std::vector<Conversion> plan = {}) {
+        AddFiles(files);
+        converters.Plan(std::move(plan));
+        RunBatch();
+    }
+    void ConvertUntilHeld(int files, std::vector<Conversion> plan) {
+        AddFiles(files);
+        const auto held = std::ranges::find_if(plan, &Conversion::held);
+        const int number = converters.Started() + 1 + static_cast<int>(held - plan.begin());
+        converters.Plan(std::move(plan));
+        PressConvert();
+        WaitForConverter(number);
+    }
+    // Starts a batch without files, which runs until it is stopped. Its worker ends at once.
+    void StartEmptyBatch() {
+        ASSERT_EQ(RowCount(), 0);
+        PressConvert();
+        ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }))
+            << "the batch did not come to rest";
+    }
+    // Lets a held converter end, and the batch with it.
+    void Finish(int number) {
+        converters.Release(number);
+        WaitForEnd();
+    }
+    // That the window is as after a batch, however that ended.
+    void ExpectIdle() const {
+        EXPECT_FALSE(dialog->IsRunning());
+        EXPECT_EQ(SelectedRow(), -1);
+        EXPECT_EQ(Text(IDC_STATUS), L"");
+        EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+        EXPECT_TRUE(IsEnabled(IDOK));
+    }
+
     // The code of the quit message that the window has posted, which is removed; -1 without one.
     static int TakeQuitMessage() {
         MSG message;

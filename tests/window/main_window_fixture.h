@@ -116,6 +116,16 @@ protected:
     }
 
     // The file list.
+    // Tells the dialog that something of a row has changed, as the list does.
+    void ReportChange(int row, UINT oldState = 0, UINT newState = 0, UINT kind = LVIF_STATE) {
+        NMLISTVIEW change = {};
+        change.hdr = {Control(IDC_FILE_LIST), IDC_FILE_LIST, static_cast<UINT>(LVN_ITEMCHANGED)};
+        change.iItem = row;
+        change.uChanged = kind;
+        change.uOldState = oldState;
+        change.uNewState = newState;
+        ::SendMessageW(Dialog(), WM_NOTIFY, IDC_FILE_LIST, reinterpret_cast<LPARAM>(&change));
+    }
     LRESULT SendList(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return ::SendMessageW(Control(IDC_FILE_LIST), message, wParam, lParam);
     }
