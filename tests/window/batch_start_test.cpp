@@ -2,7 +2,6 @@
 #include "tests/window/batch_fixture.h"
 
 #include <process.h>
-#include <tlhelp32.h>
 
 namespace {
 
@@ -25,42 +24,17 @@ private:
         });
 };
 
-TEST_F(BatchStartTest, StartsOneThreadOfDefaultSizeForTheDialog) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    RunBatch();
+TEST_F(BatchStartTest, StartsOneThreadOfDefaultSizeForTheDialogThatConvertsAllFiles) {
+    Convert(2);
     EXPECT_THAT(threads, ElementsAre("_beginthread stack=0 argument=dialog"));
-}
-
-// Those of this process that are there and were not `before`.
-std::vector<DWORD> NewThreads(const std::vector<DWORD>& before) {
-    std::vector<DWORD> threads;
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry = {};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more; more = ::Thread32Next(snapshot, &entry)) {
-        const bool isKnown = std::find(before.begin(), before.end(), entry.th32ThreadID) != before.end();
-        if (entry.th32OwnerProcessID == ::GetCurrentProcessId() && !isKnown)
-            threads.push_back(entry.th32ThreadID);
-    }
-    ::CloseHandle(snapshot);
-    return threads;
-}
-
-TEST_F(BatchStartTest, RunsOnOneThreadBesideTheOneOfTheWindow) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan({{}, {.held = true}});
-    const std::vector<DWORD> before = NewThreads({});
-    ASSERT_THAT(before, testing::Contains(::GetCurrentThreadId()));
-    PressConvert();
-    WaitForConverter(2);
-    EXPECT_THAT(NewThreads(before), SizeIs(1));
-    converters.Release(2);
-    WaitForEnd();
-    EXPECT_TRUE(WaitFor([&] { return NewThreads(before).empty(); }));
+    const std::vector<Start> files = converters.Starts();
+    ASSERT_THAT(files, SizeIs(2));
+    EXPECT_NE(files[0].workerId, ::GetCurrentThreadId());
+    EXPECT_EQ(files[1].workerId, files[0].workerId);
 }
 
 TEST_F(BatchStartTest, LeavesEverythingAsItIsAndReportsNothingWhenTheThreadCannotBeCreated) {
-    AddFiles({L"C:\\in\\a.pdf"});
+    AddFiles(1);
     starts = false;
     EXPECT_THAT(Recorded([&] { Command(IDOK, BN_CLICKED); }), IsEmpty());
     ASSERT_THAT(threads, SizeIs(1));
@@ -72,7 +46,7 @@ TEST_F(BatchStartTest, LeavesEverythingAsItIsAndReportsNothingWhenTheThreadCanno
 }
 
 TEST_F(BatchStartTest, ASecondCommandBeforeTheThreadRunsStartsASecondThread) {
-    AddFiles({L"C:\\in\\a.pdf"});
+    AddFiles(1);
     // No message is served in between, so that no worker can have disabled the button.
     Command(IDOK, BN_CLICKED);
     Command(IDOK, BN_CLICKED);
@@ -81,10 +55,7 @@ TEST_F(BatchStartTest, ASecondCommandBeforeTheThreadRunsStartsASecondThread) {
 }
 
 TEST_F(BatchStartTest, ACommandWhileABatchRunsStartsASecondThread) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.held = true}, {.held = true}});
-    PressConvert();
-    WaitForConverter(1);
+    ConvertUntilHeld(1, {{.held = true}, {.held = true}});
     ASSERT_TRUE(dialog->IsRunning());
     Command(IDOK, BN_CLICKED);  // the button itself is disabled
     EXPECT_THAT(threads, SizeIs(2));
@@ -94,7 +65,7 @@ TEST_F(BatchStartTest, ACommandWhileABatchRunsStartsASecondThread) {
 }
 
 TEST_F(BatchStartTest, NeedsAnOutputFolderThatExistsWhileItsCheckBoxIsChecked) {
-    AddFiles({L"C:\\in\\a.pdf"});
+    AddFiles(1);
     Check(IDC_OUTPUT_FOLDER_CHECK);
     for (const std::wstring& text : {folder.File(L"absent"), folder.File(L"pdf2djvu.exe"), std::wstring()}) {
         SetText(IDC_OUTPUT_FOLDER, text.c_str());
@@ -105,69 +76,39 @@ TEST_F(BatchStartTest, NeedsAnOutputFolderThatExistsWhileItsCheckBoxIsChecked) {
     EXPECT_THAT(threads, IsEmpty());
     EXPECT_FALSE(dialog->HasWorker());
     EXPECT_THAT(taskbar.calls.Calls(), IsEmpty()) << "prepared for a batch that is refused";
-    SetText(IDC_OUTPUT_FOLDER, folder.Path().c_str());
+    EXPECT_FALSE(std::filesystem::exists(folder.File(L"absent"))) << "no folder is ever created";
+    const std::wstring readOnly = folder.File(L"lecture seule");
+    std::filesystem::create_directory(readOnly);
+    ::SetFileAttributesW(readOnly.c_str(), FILE_ATTRIBUTE_READONLY);
+    SetText(IDC_OUTPUT_FOLDER, readOnly.c_str());
     RunBatch();
+    EXPECT_TRUE(std::filesystem::is_empty(readOnly)) << "nothing is tried there";
+    ::SetFileAttributesW(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
     Check(IDC_OUTPUT_FOLDER_CHECK, false);
     SetText(IDC_OUTPUT_FOLDER, L"Q:\\absent");
     RunBatch();
     EXPECT_THAT(threads, SizeIs(2));
 }
 
-TEST_F(BatchStartTest, AFolderThatCannotBeWrittenToIsGoodEnough) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    const std::wstring readOnly = folder.File(L"lecture seule");
-    std::filesystem::create_directory(readOnly);
-    ::SetFileAttributesW(readOnly.c_str(), FILE_ATTRIBUTE_READONLY);
-    Check(IDC_OUTPUT_FOLDER_CHECK);
-    SetText(IDC_OUTPUT_FOLDER, readOnly.c_str());
-    RunBatch();
-    ::SetFileAttributesW(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_THAT(converters.Starts(), SizeIs(1));
-    EXPECT_TRUE(std::filesystem::is_empty(readOnly)) << "nothing was tried there";
-}
-
-TEST_F(BatchStartTest, ARelativeOutputFolderIsLookedForInTheCurrentOne) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    std::filesystem::create_directory(folder.Path() / "sortie");
-    Check(IDC_OUTPUT_FOLDER_CHECK);
-    SetText(IDC_OUTPUT_FOLDER, L"sortie");
-    const TemporaryFolder elsewhere;
-    {
-        const CurrentFolder current(elsewhere.Path());
-        Command(IDOK, BN_CLICKED);
-        EXPECT_THAT(threads, IsEmpty());
-        EXPECT_FALSE(std::filesystem::exists(elsewhere.Path() / "sortie")) << "no folder is ever created";
-    }
-    const CurrentFolder current(folder.Path());
-    RunBatch();
-    ASSERT_THAT(converters.Starts(), SizeIs(1));
-    EXPECT_THAT(converters.Starts()[0].arguments, testing::HasSubstr(L" -o \"sortie\\a.djvu\" "));
-}
-
 // The Delete key leaves the Convert button as it is, so that a batch without files can be started.
 class BatchWithoutFilesTest : public BatchFixture {
 protected:
     void StartWithEmptyList() {
-        AddFiles({L"C:\\in\\a.pdf"});
+        AddFiles(1);
         SelectRow(0);
         PressListKey(VK_DELETE);
-        ASSERT_EQ(RowCount(), 0);
         WriteLog("of an earlier batch");
-        PressConvert();
-        WaitForEnd();
+        StartEmptyBatch();
     }
 };
 
 TEST_F(BatchWithoutFilesTest, WaitsInTheRunningStateUntilItIsStopped) {
     StartWithEmptyList();
-    EXPECT_TRUE(dialog->IsRunning());
     EXPECT_FALSE(IsEnabled(IDOK));
     EXPECT_FALSE(IsEnabled(IDC_FILE_LIST));
     EXPECT_EQ(Text(IDCANCEL), L"Arrêter ");
     PressStop();
-    EXPECT_FALSE(dialog->IsRunning());
-    EXPECT_TRUE(IsEnabled(IDOK));
-    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+    ExpectIdle();
     EXPECT_NE(dialog->Handle(), nullptr);
     EXPECT_THAT(MessageTexts(),
                 ElementsAre("Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?"));
@@ -179,35 +120,39 @@ TEST_F(BatchWithoutFilesTest, TakesNoOtherStepOfABatch) {
     StartWithEmptyList();
     EXPECT_TRUE(LogExists());
     EXPECT_EQ(ColumnWidth(1), 0);
-    EXPECT_THAT(
-        worker.Of({"DeleteFileW", "EnableWindow 1024", "ShowWindow", "LVM_SETCOLUMNWIDTH", "LoadCursorW",
-                   "SetCursor", "CreateProcessW", "DialogBoxParamW", "MessageBoxW", "SetWindowTextW 1004"}),
-        IsEmpty());
+    EXPECT_THAT(worker.Of({"DeleteFileW", "EnableWindow 1024", "ShowWindow", "LVM_SETCOLUMNWIDTH",
+                           "LoadCursorW", "SetCursor", "SetThreadExecutionState", "CreateProcessW",
+                           "DialogBoxParamW", "MessageBoxW", "SetWindowTextW 1004"}),
+                IsEmpty());
     EXPECT_THAT(calls.Calls(), IsEmpty());
+    PressStop();
+    PumpPending();
+    EXPECT_THAT(taskbar.calls.Calls(), IsEmpty());
+}
+
+TEST_F(BatchWithoutFilesTest, HasNoInterpreterThatAStopCouldAskThoughABatchBeforeHadOne) {
+    Convert(1);
+    consoles.windows = {{Conversion().processId}};
+    SendList(LVM_DELETEALLITEMS);
+    StartEmptyBatch();
+    PressStop();
+    EXPECT_FALSE(dialog->IsRunning());
+    EXPECT_THAT(consoles.requests.Calls(), IsEmpty());
 }
 
 // The rows are counted once more when the batch has made itself ready.
-class BatchEmptiedTest : public BatchFixture, public testing::WithParamInterface<const char*> {};
-
-TEST_P(BatchEmptiedTest, EndsWithoutAConverterAndWithTheMessage) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    worker.At(GetParam(), 1, [&] { SendList(LVM_DELETEALLITEMS); });
-    RunBatch();
-    ASSERT_EQ(RowCount(), 0);
-    EXPECT_THAT(converters.Starts(), IsEmpty());
-    EXPECT_THAT(worker.Of({"LVM_GETITEMTEXTW", "SetTimer"}), IsEmpty());
-    EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
-    EXPECT_FALSE(dialog->IsRunning());
-    EXPECT_EQ(Text(IDC_STATUS), L"");
-    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
-    EXPECT_TRUE(IsEnabled(IDOK));
+TEST_F(BatchWithoutFilesTest, EndsWithTheMessageWhenTheListIsEmptiedBeforeTheFirstFile) {
+    for (const char* const call : {"DeleteFileW", "UpdateWindow 1040", "SetCursor busy"}) {
+        SCOPED_TRACE(call);
+        calls.Clear();
+        worker.At(call, 1, [&] { SendList(LVM_DELETEALLITEMS); });
+        Convert(1);
+        ASSERT_EQ(RowCount(), 0);
+        EXPECT_THAT(converters.Starts(), IsEmpty());
+        EXPECT_THAT(worker.Of({"LVM_GETITEMTEXTW", "SetTimer", "SetThreadExecutionState"}), IsEmpty());
+        EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
+        ExpectIdle();
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, BatchEmptiedTest,
-                         testing::Values("DeleteFileW", "UpdateWindow 1040", "SetCursor busy"),
-                         [](const auto& row) {
-                             const std::string call = row.param;
-                             return call.substr(0, call.find(' '));
-                         });
 
 }  // namespace

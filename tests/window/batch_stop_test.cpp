@@ -1,8 +1,10 @@
 // Stopping a batch: the question, and what is left of the batch at every moment at which it can be stopped.
+// Whom a stop asks while an interpreter runs is a subject of its own.
 #include "tests/window/batch_fixture.h"
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
@@ -22,25 +24,19 @@ struct StopCase {
 class BatchStoppedAtTest : public BatchFixture, public testing::WithParamInterface<StopCase> {};
 
 TEST_P(BatchStoppedAtTest, KeepsWhatWasConvertedAndConvertsNoMore) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
+    consoles.windows = {{Conversion().processId}};
     Check(IDC_SHUT_DOWN);
-    converters.Plan(GetParam().plan);
-    int stops = 0;
-    worker.At(GetParam().at, 1, [&] {
-        ++stops;
-        PressStop();
-    });
-    RunBatch();
-    ASSERT_EQ(stops, 1);
+    StopAt(GetParam().at);
+    Convert(3, GetParam().plan);
+    ASSERT_THAT(MessageTexts(), Contains(kQuestion).Times(1));
     EXPECT_THAT(Column(1), ElementsAreArray(GetParam().durations));
     EXPECT_THAT(converters.Starts(), SizeIs(GetParam().starts));
     EXPECT_EQ(worker.Count("DialogBoxParamW 101"), 1) << "the countdown also follows a stop";
     EXPECT_EQ(worker.Count("MessageBoxW Conversion terminée !"), 0);
-    EXPECT_FALSE(dialog->IsRunning());
-    EXPECT_EQ(SelectedRow(), -1);
-    EXPECT_EQ(Text(IDC_STATUS), L"");
-    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
-    EXPECT_TRUE(IsEnabled(IDOK));
+    ExpectIdle();
+    const bool interpreterRuns = std::string(GetParam().at).starts_with("WaitForSingleObject");
+    EXPECT_EQ(consoles.requests.Calls().empty(), !interpreterRuns);
+    EXPECT_EQ(worker.Count("SetThreadExecutionState"), GetParam().starts == 0 ? 0 : 2);
 }
 
 constexpr wchar_t kDone[] = L"00:00:05";
@@ -61,6 +57,8 @@ INSTANTIATE_TEST_SUITE_P(
             "WhileItRunsAndItSucceedsAllTheSame", "WaitForSingleObject process 1", 1, {kMarked, L"", L""}},
         StopCase{"AfterItsEnd", "KillTimer main 2", 1, {kMarked, L"", L""}},
         StopCase{"BetweenTwoFiles", "LVM_SETITEMW 0,1 mask=1 \"00:00:05\"", 1, {kDone, L"", L""}},
+        StopCase{"AtTheClosingOfItsHandles", "CloseHandle process 1", 1, {kDone, L"", L""}},
+        StopCase{"AtTheNextFile", "LVM_GETITEMTEXTW 1,0", 2, {kDone, kMarked, L""}},
         StopCase{"AfterTheNextRowHasBegun", "LVM_SETITEMSTATE 1 state=3", 2, {kDone, kMarked, L""}},
         StopCase{"InTheLastFile", "WaitForSingleObject process 3", 3, {kDone, kDone, kMarked}},
         StopCase{"InTheMessageOfAFailedStart",
@@ -80,9 +78,10 @@ TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
     EXPECT_TRUE(dialog->IsRunning());
     EXPECT_FALSE(IsEnabled(IDOK));
     EXPECT_EQ(Text(IDCANCEL), L"Arrêter ");
+    PumpPending();
+    EXPECT_EQ(taskbar.calls.Calls().back(), "SetProgressValue 0/2");
+    Finish(1);
     EXPECT_THAT(consoles.requests.Calls(), IsEmpty());
-    converters.Release(1);
-    WaitForEnd();
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
     EXPECT_THAT(MessageTexts(), ElementsAre(kQuestion, "Conversion terminée !"));
 }
@@ -99,8 +98,7 @@ TEST_F(BatchStopTest, YesBringsTheIdleStateAtOnceAndATimerTheMarkWhileTheWorkerS
     EXPECT_EQ(Cell(0, 1), L"");
     Tick(converters.tick + 3'000);
     EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
-    converters.Release(1);
-    WaitForEnd();
+    Finish(1);
     EXPECT_THAT(Column(1), ElementsAre(L"*** Annulé !", L""));
     EXPECT_THAT(converters.Starts(), SizeIs(1));
 }

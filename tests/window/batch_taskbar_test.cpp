@@ -19,8 +19,7 @@ protected:
 
     // What the taskbar was asked for, when all that the workers have posted is served.
     [[nodiscard]] std::vector<std::string> Calls() {
-        MSG message = {};
-        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+        PumpPending();
         return taskbar.calls.Calls();
     }
     // For a worker: waits until the taskbar has been asked for this. False when that does not come.
@@ -54,8 +53,7 @@ std::vector<HWND> MessageOnlyWindows() {
 }
 
 TEST_F(BatchTaskbarTest, ShowsRowsDoneOfRows) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    RunBatch();
+    Convert(2);
     EXPECT_THAT(Calls(), ElementsAre("CoCreateInstance taskbar", "HrInit", "SetProgressValue 0/2",
                                      "SetProgressValue 1/2", "SetProgressValue 2/2", kHidden));
 }
@@ -72,7 +70,7 @@ TEST_F(BatchTaskbarTest, IsFullAtTheEndOfAListThatHasBecomeShorter) {
 }
 
 TEST_F(BatchTaskbarTest, IsLoadedWithTheFirstBatchAndOnce) {
-    AddFiles({L"C:\\in\\a.pdf"});
+    AddFiles(1);
     EXPECT_THAT(Calls(), IsEmpty());
     RunBatch();
     static_cast<void>(Calls());
@@ -86,17 +84,14 @@ TEST_F(BatchTaskbarTest, IsLoadedWithTheFirstBatchAndOnce) {
 
 // The message box waits for a person, who sees the button meanwhile.
 TEST_F(BatchTaskbarTest, IsGoneBeforeTheMessageOfTheEnd) {
-    AddFiles({L"C:\\in\\a.pdf"});
     bool isGone = false;
     worker.At("MessageBoxW Conversion terminée !", 1, [&] { isGone = IsShown(kHidden); });
-    RunBatch();
+    Convert(1);
     EXPECT_TRUE(isGone);
 }
 
 TEST_F(BatchTaskbarTest, IsGoneAfterAFailedFileOrStart) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
-    converters.Plan({{}, {.exitCode = 1}, {.startError = ERROR_FILE_NOT_FOUND}});
-    RunBatch();
+    Convert(3, {{}, {.exitCode = 1}, {.startError = ERROR_FILE_NOT_FOUND}});
     EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/3", "SetProgressValue 1/3", kHidden));
     taskbar.calls.Clear();
     RunBatch();
@@ -104,48 +99,27 @@ TEST_F(BatchTaskbarTest, IsGoneAfterAFailedFileOrStart) {
 }
 
 TEST_F(BatchTaskbarTest, IsGoneAtOnceAtAConfirmedStopAndTheOldWorkerDoesNotBringItBack) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan({{.held = true}});
-    PressConvert();
-    WaitForConverter(1);
+    ConvertUntilHeld(2, {{.held = true}});
     ASSERT_THAT(Shown(), ElementsAre("SetProgressValue 0/2"));
     PressStop();
     EXPECT_THAT(taskbar.calls.Calls().back(), kHidden) << "at once: with the stop itself";
     EXPECT_TRUE(dialog->HasWorker());
-    converters.Release(1);
-    WaitForEnd();
+    Finish(1);
     EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/2", kHidden));
 }
 
 TEST_F(BatchTaskbarTest, ReportsThatWereUnderWayAtTheStopAreNotShown) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     worker.At("WaitForSingleObject process 1", 1, [&] { EXPECT_TRUE(IsShown("SetProgressValue 0/2")); });
-    // Between the second report and the loop's test.
-    worker.At("LVM_SETITEMSTATE 1", 1, [this] { PressStop(); });
-    RunBatch();
+    StopAt("LVM_SETITEMSTATE 1");  // between the second report and the loop's test
+    Convert(2);
     const auto shown = Shown();
     ASSERT_THAT(shown, Contains(kHidden));
     EXPECT_EQ(shown.back(), kHidden);
     EXPECT_THAT(shown, Not(Contains("SetProgressValue 2/2")));
 }
 
-TEST_F(BatchTaskbarTest, AnsweringNoLeavesIt) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.held = true}});
-    PressConvert();
-    WaitForConverter(1);
-    stopAnswer = IDNO;
-    PressStop();
-    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/1"));
-    converters.Release(1);
-    WaitForEnd();
-}
-
 TEST_F(BatchTaskbarTest, AnOldWorkerDoesNotTouchWhatANewerBatchShows) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan({{.held = true}, {}, {.held = true}});
-    PressConvert();
-    WaitForConverter(1);
+    ConvertUntilHeld(2, {{.held = true}, {}, {.held = true}});
     PressStop();
     PressConvert();
     WaitForConverter(3);
@@ -154,8 +128,7 @@ TEST_F(BatchTaskbarTest, AnOldWorkerDoesNotTouchWhatANewerBatchShows) {
     converters.Release(1);
     ASSERT_TRUE(WaitFor([&] { return worker.Count("SetCursor previous") == 1; }));
     EXPECT_THAT(Shown(), IsEmpty()) << "the newer batch has one of two, and goes on showing it";
-    converters.Release(3);
-    WaitForEnd();
+    Finish(3);
 }
 
 // As two presses of "Convertir" give, the second before the first worker has disabled the button.
@@ -172,9 +145,8 @@ TEST_F(BatchTaskbarTest, OfTwoBatchesAtOnceTheNewerIsShown) {
 }
 
 TEST_F(BatchTaskbarTest, TwoWindowsThatNobodySeesReceiveMessagesOfWorkersAsLongAsTheDialogLives) {
-    AddFiles({L"C:\\in\\a.pdf"});
     EXPECT_THAT(MessageOnlyWindows(), IsEmpty());
-    RunBatch();
+    Convert(1);
     RunBatch();
     ASSERT_THAT(MessageOnlyWindows(), SizeIs(2)) << "for reports, and for a row's steps";
     static_cast<void>(Calls());
@@ -190,36 +162,23 @@ TEST_F(BatchTaskbarTest, TwoWindowsThatNobodySeesReceiveMessagesOfWorkersAsLongA
     Create();
 }
 
-TEST_F(BatchTaskbarTest, ABatchWithoutFilesShowsNothing) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    SendList(LVM_DELETEALLITEMS);
-    PressConvert();
-    ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }));
-    PressStop();
-    EXPECT_THAT(Calls(), IsEmpty());
-}
-
 TEST_F(BatchTaskbarTest, AMissingTaskbarIsAskedForOnceAndNotMissed) {
     taskbar.creation = REGDB_E_CLASSNOTREG;
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    RunBatch();
+    Convert(1);
     RunBatch();
     EXPECT_THAT(Calls(), ElementsAre("CoCreateInstance taskbar"));
-    EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
     EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !", "Conversion terminée !"));
 }
 
 TEST_F(BatchTaskbarTest, ATaskbarThatCannotBeginIsReleased) {
     taskbar.initialisation = E_FAIL;
-    AddFiles({L"C:\\in\\a.pdf"});
-    RunBatch();
+    Convert(1);
     EXPECT_THAT(Calls(), ElementsAre("CoCreateInstance taskbar", "HrInit", "Release"));
 }
 
 TEST_F(BatchTaskbarTest, ATaskbarThatRefusesEverythingIsNotNoticed) {
     taskbar.showing = E_FAIL;
-    AddFiles({L"C:\\in\\a.pdf"});
-    RunBatch();
+    Convert(1);
     EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/1", "SetProgressValue 1/1", kHidden));
     EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
 }
