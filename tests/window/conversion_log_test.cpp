@@ -3,8 +3,6 @@
 #include "tests/window/batch_fixture.h"
 #include "tests/window/scripted_log_calls.h"
 
-#include <shlwapi.h>
-
 #include <fstream>
 #include <iterator>
 
@@ -13,7 +11,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 class ConversionLogTest : public BatchFixture {
 protected:
@@ -22,14 +19,6 @@ protected:
     [[nodiscard]] std::string LogBytes() const {
         std::ifstream file(std::filesystem::path(LogFile()), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
-    }
-    void Convert(std::vector<Conversion> plan) {
-        std::vector<std::wstring> files;
-        for (std::size_t i = 0; i < plan.size(); ++i)
-            files.push_back(L"C:\\in\\" + std::to_wstring(i) + L".pdf");
-        AddFiles(files);
-        converters.Plan(std::move(plan));
-        RunBatch();
     }
 
     ScriptedLogCalls log{worker};
@@ -51,31 +40,20 @@ protected:
     }
 };
 
-TEST_F(ConversionLogBytesTest, ARecordHasTheTimeOfItsEndTheDurationAndARule) {
-    Convert({{.durationMs = 83'000}});
-    EXPECT_EQ(LogBytes(),
-              "\r\n"
-              "Termin\xE9 le : 16/11, 2026 - 14:05:09\r\n"
-              "*** Dur\xE9"
-              "e de conversion (hh:mm:ss) : 00:01:23\r\n"
-              "**************************************************************************************\r\n"
-              "\r\n");
-}
-
 TEST_F(ConversionLogBytesTest, AFailedFileIsMarkedAsCancelledAndTheRestHasNoRecord) {
-    Convert({{.durationMs = 360'000'000}, {.exitCode = 1, .durationMs = 83'000}, {}});
+    Convert(3, {{.durationMs = 360'000'000}, {.exitCode = 1, .durationMs = 83'000}});
     EXPECT_EQ(LogBytes(), Record("100:00:00") + Record("*** Annul\xE9 !"));
 }
 
 TEST_F(ConversionLogBytesTest, AStoppedFileIsMarkedAsCancelledAndTheRestHasNoRecord) {
-    worker.At("WaitForSingleObject process 2", 1, [&] { PressStop(); });
-    Convert({{.durationMs = 1'000}, {.durationMs = 1'000}, {}});
+    StopAt("WaitForSingleObject process 2");
+    Convert(3, {{.durationMs = 1'000}, {.durationMs = 1'000}});
     EXPECT_EQ(LogBytes(), Record("00:00:01") + Record("*** Annul\xE9 !"));
 }
 
 TEST_F(ConversionLogBytesTest, AFileThatCannotBeStartedHasTheTimeUpToTheEndOfItsMessage) {
     worker.At("MessageBoxW Erreur CreateProcess", 1, [&] { converters.tick += 7'000; });
-    Convert({{.startError = ERROR_FILE_NOT_FOUND}});
+    Convert(1, {{.startError = ERROR_FILE_NOT_FOUND}});
     EXPECT_EQ(LogBytes(), Record("00:00:07"));
 }
 
@@ -83,14 +61,14 @@ TEST_F(ConversionLogBytesTest, TheConvertersOwnOutputIsBeforeEachRecordAndNothin
     WriteLog("of an earlier batch");
     worker.At("WaitForSingleObject process 1", 1, [&] { WriteLog("page 1\r\npage 2\r\n"); });
     worker.At("WaitForSingleObject process 2", 1, [&] { WriteLog("\xC3\xA9 as it came\r\n"); });
-    Convert({{.durationMs = 1'000}, {.durationMs = 2'000}});
+    Convert(2, {{.durationMs = 1'000}, {.durationMs = 2'000}});
     EXPECT_EQ(LogBytes(),
               "page 1\r\npage 2\r\n" + Record("00:00:01") + "\xC3\xA9 as it came\r\n" + Record("00:00:02"));
 }
 
 TEST_F(ConversionLogBytesTest, TheTimeFollowsTheUsersShortDateOrHasTheYearFirst) {
     log.ordering = 0;
-    Convert({{}});
+    Convert(1);
     EXPECT_THAT(LogBytes(), HasSubstr("le : 11/16, 2026 - 14:05:09\r\n"));
     log.ordering = 3;  // there is none: the label comes a second time
     RunBatch();
@@ -100,20 +78,11 @@ TEST_F(ConversionLogBytesTest, TheTimeFollowsTheUsersShortDateOrHasTheYearFirst)
     EXPECT_THAT(LogBytes(), HasSubstr("le : 2026/11, 16 - 14:05:09\r\n"));
 }
 
-TEST_F(ConversionLogTest, AVisibleBatchWritesNone) {
-    Check(IDC_HIDE_OUTPUT, false);
-    Convert({{}, {}});
-    EXPECT_FALSE(LogExists());
-    EXPECT_EQ(worker.Count("CreateFileW"), 0);
-}
-
 class ConversionLogFileTest : public ConversionLogTest {
 protected:
-    ConversionLogFileTest() { AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"}); }
-
-    // Runs the batch, which takes no notice of its log.
+    // A batch, which takes no notice of its log.
     void RunWholeBatch() {
-        RunBatch();
+        Convert(2);
         EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00"));
         EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
         EXPECT_TRUE(IsEnabled(IDC_OPEN_LOG));
@@ -129,7 +98,7 @@ protected:
 };
 
 TEST_F(ConversionLogFileTest, EachRecordIsOpenedSoughtWrittenOnceAndClosed) {
-    RunBatch();
+    Convert(2);
     const std::vector<std::string> steps = {
         "KillTimer main 2",
         "IsDlgButtonChecked 1019",
@@ -183,41 +152,13 @@ TEST_F(ConversionLogFileTest, AFailedWriteIsIgnoredAndTheFileClosed) {
     EXPECT_EQ(worker.Count("CloseHandle log"), 2);
 }
 
-TEST_F(ConversionLogFileTest, IsBesideTheProgramWhateverItIsCalledAndNotInTheCurrentFolder) {
-    const TemporaryFolder elsewhere;
+TEST_F(ConversionLogFileTest, IsInTheFolderThatTheProgramHasThenAndNotInTheCurrentOne) {
+    const TemporaryFolder elsewhere, programFolder;
     const CurrentFolder current(elsewhere.Path());
-    for (const std::wstring& name :
-         {std::wstring(L"Mon Talvenor.v2.exe"), std::wstring(300, L'x') + L".exe"}) {
-        programPath = folder.File(name.c_str());
-        std::filesystem::remove(LogFile());
-        RunBatch();
-        EXPECT_TRUE(LogExists()) << Utf8(name);
-    }
-    EXPECT_FALSE(std::filesystem::exists(elsewhere.File(L"TalvenorLog.txt")));
-}
-
-TEST_F(ConversionLogFileTest, IsWhereAProgramFolderThatIsCutPoints) {
-    log.opens = false;
-    programPath = L"Q:\\" + std::wstring(100, L'a') + L"\\" + std::wstring(200, L'b') + L"\\Talvenor.exe";
-    RunBatch();
-    const std::string path = "Q:\\" + std::string(100, 'a') + "\\TalvenorLog.txt";
-    EXPECT_THAT(worker.Of({"DeleteFileW"}), ElementsAre("DeleteFileW " + path));
-    EXPECT_EQ(worker.Count("CreateFileW " + path + " access"), 2);
-    ASSERT_THAT(converters.Starts(), SizeIs(2));
-    EXPECT_EQ(converters.Starts()[0].folder, L"Q:\\" + std::wstring(100, L'a'));
-}
-
-TEST_F(ConversionLogFileTest, IsWhereTheSystemPutsItWhenTheProgramFolderLeavesNoRoomForItsName) {
-    log.opens = false;
-    const std::wstring programFolder = L"Q:\\" + std::wstring(242, L'd');
-    programPath = programFolder + L"\\Talvenor.exe";
-    wchar_t joined[600] = {};
-    ::lstrcpyW(joined, programFolder.c_str());
-    ASSERT_FALSE(::PathAppendW(joined, L"TalvenorLog.txt"));
+    programPath = programFolder.File(L"Mon Talvenor.v2.exe");
     RunWholeBatch();
-    EXPECT_THAT(worker.Of({"DeleteFileW"}), ElementsAre("DeleteFileW " + Utf8(joined)));
-    EXPECT_EQ(worker.Count("CreateFileW " + Utf8(joined) + " access"), 2);
-    EXPECT_EQ(converters.Starts().at(0).folder, programFolder);
+    EXPECT_TRUE(std::filesystem::exists(programFolder.File(L"TalvenorLog.txt")));
+    EXPECT_FALSE(std::filesystem::exists(elsewhere.File(L"TalvenorLog.txt")));
 }
 
 }  // namespace

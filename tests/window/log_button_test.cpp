@@ -28,30 +28,11 @@ TEST_F(LogButtonTest, IsEnabledAndShownAtTheStartWhenThereIsALog) {
                 ElementsAre("EnableWindow 1024 1", "ShowWindow 1024 5"));
 }
 
-TEST_F(LogButtonTest, IsDisabledAndHiddenWhenTheLogIsInAnotherFolder) {
-    const TemporaryFolder elsewhere;
-    std::ofstream(elsewhere.Path() / "TalvenorLog.txt") << "another program's";
-    const CurrentFolder current(elsewhere.Path());
-    EXPECT_THAT(Recorded([&] { Create(); }, {"EnableWindow 1024", "ShowWindow 1024"}),
-                ElementsAre("EnableWindow 1024 0", "ShowWindow 1024 0"));
-}
-
 TEST_F(LogButtonTest, OpensTheLogByItsOwnProgram) {
     OpenLog();
     ASSERT_THAT(shell.requests, SizeIs(1));
     ExpectPlainRequest(shell.requests[0], Dialog(), folder.File(L"TalvenorLog.txt"), L"(null)");
     EXPECT_THAT(calls.Calls(), IsEmpty());
-}
-
-TEST_F(LogButtonTest, OpensTheLogOfTheProgramsFolderWhateverTheProgramIsCalled) {
-    Create();
-    programPath = L"C:\\Mes programmes.v2\\Talvenor 1.2.exe";
-    OpenLog();
-    programPath = L"C:\\Talvenor";
-    OpenLog();
-    ASSERT_THAT(shell.requests, SizeIs(2));
-    EXPECT_EQ(shell.requests[0].file, L"C:\\Mes programmes.v2\\TalvenorLog.txt");
-    EXPECT_EQ(shell.requests[1].file, L"C:\\TalvenorLog.txt");
 }
 
 TEST_F(LogButtonTest, TakesTheExtensionOffTheProgramsPathBeforeItsName) {
@@ -62,12 +43,6 @@ TEST_F(LogButtonTest, TakesTheExtensionOffTheProgramsPathBeforeItsName) {
     EXPECT_THAT(path.steps, ElementsAre("PathRemoveExtensionW C:\\Talvenor\\Talvenor.exe",
                                         "PathRemoveFileSpecW C:\\without\\extension"));
     EXPECT_EQ(shell.requests.at(0).file, L"C:\\folder\\TalvenorLog.txt");
-}
-
-TEST_F(LogButtonTest, ShowsTheSystemsTextWhenTheLogCannotBeOpened) {
-    shell.error = ERROR_FILE_NOT_FOUND;  // it was deleted meanwhile
-    OpenLog();
-    EXPECT_THAT(calls.Calls(), ElementsAre(MessageBoxCall("Erreur ShellExecute : erreur 2", "0x10")));
 }
 
 }  // namespace

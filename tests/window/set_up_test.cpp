@@ -1,7 +1,6 @@
-// The main window's set-up: its steps in their order, where the converter is looked for and what happens
-// without it, the pictures, and the dialog's part in the message loop.
+// The main window's set-up: its steps in their order, what happens without the converter, the pictures, and
+// the dialog's part in the message loop. Where the program's folder is has a test of its own.
 #include "tests/window/main_window_fixture.h"
-#include "tests/window/path_steps.h"
 
 #include <shellapi.h>
 #include <shlwapi.h>
@@ -44,20 +43,26 @@ protected:
 };
 
 // With the calls of a ControlCalls, `calls` has what else the set-up asks of the system: files with "~" for
-// the program's folder, icons by their resource, no other destroyed icon than those of LoadIconW, and of
-// SetWindowLongPtrW the window procedures.
+// the program's folder, icons by their resource, and of SetWindowLongPtrW the window procedures.
 class SetUpStepsTest : public SetUpTest {
 protected:
+    // Has the calls of an import written down with what `describe` makes of their arguments.
+    template <class Function, class Describe>
+    static std::unique_ptr<ReplacedImport> Noted(const char* name, Describe describe) {
+        return Replace<Function>(name, [name, describe](auto original, auto... arguments) {
+            calls.Add(std::string(name) + ' ' + describe(arguments...));
+            return original(arguments...);
+        });
+    }
     // What `create` makes the dialog do.
     std::vector<std::string> StepsOf(const std::function<void()>& create) {
-        const auto exists =
-            Replace<decltype(::PathFileExistsW)>("PathFileExistsW", [&](auto original, LPCWSTR path) {
-                std::wstring shown = path;
-                const std::wstring program = folder.Path().wstring();
-                if (shown.starts_with(program)) shown.replace(0, program.size(), L"~");
-                calls.Add("PathFileExistsW " + Utf8(shown));
-                return original(path);
-            });
+        const auto withoutFolder = [&](std::wstring path) {
+            const std::wstring program = folder.Path().wstring();
+            if (path.starts_with(program)) path.replace(0, program.size(), L"~");
+            return Utf8(path);
+        };
+        const auto extension = Noted<decltype(::PathRemoveExtensionW)>("PathRemoveExtensionW", withoutFolder);
+        const auto exists = Noted<decltype(::PathFileExistsW)>("PathFileExistsW", withoutFolder);
         const auto metrics =
             Replace<decltype(::GetSystemMetrics)>("GetSystemMetrics", [](auto original, int index) {
                 switch (index) {
@@ -73,7 +78,9 @@ protected:
             [&](auto original, HINSTANCE module, LPCWSTR name, UINT type, int width, int height, UINT flags) {
                 calls.Add("LoadImageW " + ResourceName(name) + ' ' + std::to_string(width) + 'x' +
                           std::to_string(height));
-                return iconsFail ? nullptr : original(module, name, type, width, height, flags);
+                const HANDLE icon = iconsFail ? nullptr : original(module, name, type, width, height, flags);
+                loaded[static_cast<HICON>(icon)] = ResourceName(name);
+                return icon;
             });
         const auto loadIcon =
             Replace<decltype(::LoadIconW)>("LoadIconW", [&](auto original, HINSTANCE module, LPCWSTR name) {
@@ -94,32 +101,22 @@ protected:
                     calls.Add("SetWindowLongPtrW " + WindowName(window) + " procedure");
                 return original(window, index, value);
             });
-        const auto createImages = Replace<decltype(::ImageList_Create)>(
-            "ImageList_Create", [&](auto original, int width, int height, UINT flags, int count, int growth) {
-                calls.Add("ImageList_Create " + std::to_string(width) + 'x' + std::to_string(height) + ' ' +
-                          std::to_string(flags) + ' ' + std::to_string(count) + ' ' + std::to_string(growth));
-                return original(width, height, flags, count, growth);
+        const auto createImages = Noted<decltype(::ImageList_Create)>(
+            "ImageList_Create", [](int width, int height, UINT flags, int count, int growth) {
+                return std::to_string(width) + 'x' + std::to_string(height) + ' ' + std::to_string(flags) +
+                       ' ' + std::to_string(count) + ' ' + std::to_string(growth);
             });
-        const auto addImage = Replace<decltype(::ImageList_ReplaceIcon)>(
-            "ImageList_ReplaceIcon", [&](auto original, HIMAGELIST list, int index, HICON icon) {
-                calls.Add("ImageList_ReplaceIcon " + std::to_string(index));
-                return original(list, index, icon);
-            });
-        const auto accept = Replace<decltype(::DragAcceptFiles)>(
-            "DragAcceptFiles", [&](auto original, HWND window, BOOL accepts) {
-                calls.Add("DragAcceptFiles " + WindowName(window) + ' ' + std::to_string(accepts));
-                original(window, accepts);
-            });
-        const auto createWindow = Replace<decltype(::CreateWindowExW)>(
-            "CreateWindowExW", [&](auto original, DWORD exStyle, LPCWSTR className, auto... others) {
-                calls.Add("CreateWindowExW " + Utf8(className));
-                return original(exStyle, className, others...);
-            });
-        const auto quit =
-            Replace<decltype(::PostQuitMessage)>("PostQuitMessage", [&](auto original, int code) {
-                calls.Add("PostQuitMessage " + std::to_string(code));
-                original(code);
-            });
+        const auto addImage = Noted<decltype(::ImageList_ReplaceIcon)>(
+            "ImageList_ReplaceIcon",
+            [&](HIMAGELIST, int index, HICON icon) { return std::to_string(index) + ' ' + loaded[icon]; });
+        const auto accept = Noted<decltype(::DragAcceptFiles)>(
+            "DragAcceptFiles",
+            [](HWND window, BOOL accepts) { return WindowName(window) + ' ' + std::to_string(accepts); });
+        const auto createWindow = Noted<decltype(::CreateWindowExW)>(
+            "CreateWindowExW", [](DWORD, LPCWSTR className, auto...) { return Utf8(className); });
+        const auto timer = Noted<decltype(::SetTimer)>("SetTimer", [](auto...) { return "of any kind"; });
+        const auto quit = Noted<decltype(::PostQuitMessage)>("PostQuitMessage",
+                                                             [](int code) { return std::to_string(code); });
         return Recorded(create, {}, [&](HWND, UINT message, WPARAM, LPARAM image) -> std::optional<LRESULT> {
             if (message == BM_SETIMAGE) images.push_back(reinterpret_cast<HICON>(image));
             return std::nullopt;
@@ -127,20 +124,21 @@ protected:
     }
 
     bool iconsFail = false;
-    std::map<HICON, std::string> loaded;  // by LoadIconW
+    std::map<HICON, std::string> loaded;  // by LoadImageW and LoadIconW
     std::vector<HICON> images;            // of buttons
 };
 
 TEST_F(SetUpStepsTest, AreTakenInTheirOrder) {
     EXPECT_THAT(
         StepsOf([&] { Create(); }),
-        ElementsAre("PathFileExistsW ~\\pdf2djvu.exe", "SetWindowPos main", "LoadImageW 128 48x44",
-                    "WM_SETICON main 1", "LoadImageW 128 20x18", "WM_SETICON main 0",
-                    "SetWindowLongPtrW 1014 procedure", "SetWindowLongPtrW 1040 procedure",
-                    "LVM_SETEXTENDEDLISTVIEWSTYLE 1040 1057 1057", "ImageList_Create 16x16 33 1 0",
-                    "LoadImageW 213 16x16", "ImageList_ReplaceIcon -1", "LVM_SETIMAGELIST 1040 1",
-                    "LVM_INSERTCOLUMNW 1040 0", "LVM_INSERTCOLUMNW 1040 1", "DragAcceptFiles 1040 1",
-                    "CreateWindowExW tooltips_class32", StartsWith("TTM_SETMAXTIPWIDTH tooltips_class32 0 "),
+        ElementsAre("PathRemoveExtensionW ~\\Talvenor.exe", "PathFileExistsW ~\\pdf2djvu.exe",
+                    "SetWindowPos main", "LoadImageW 128 48x44", "WM_SETICON main 1", "LoadImageW 128 20x18",
+                    "WM_SETICON main 0", "SetWindowLongPtrW 1014 procedure",
+                    "SetWindowLongPtrW 1040 procedure", "LVM_SETEXTENDEDLISTVIEWSTYLE 1040 1057 1057",
+                    "ImageList_Create 16x16 33 1 0", "LoadImageW 213 16x16", "ImageList_ReplaceIcon -1 213",
+                    "LVM_SETIMAGELIST 1040 1", "DestroyIcon 213", "LVM_INSERTCOLUMNW 1040 0",
+                    "LVM_INSERTCOLUMNW 1040 1", "DragAcceptFiles 1040 1", "CreateWindowExW tooltips_class32",
+                    StartsWith("TTM_SETMAXTIPWIDTH tooltips_class32 0 "),
                     "TTM_ADDTOOLW tooltips_class32 1014", "TTM_ADDTOOLW tooltips_class32 1018",
                     "TTM_ADDTOOLW tooltips_class32 1003", "TTM_ADDTOOLW tooltips_class32 1019",
                     "TTM_ADDTOOLW tooltips_class32 1026", "TTM_ADDTOOLW tooltips_class32 1038",
@@ -174,44 +172,25 @@ TEST_F(SetUpStepsTest, GoOnToTheLastWithoutAWordWhenNoIconCanBeLoaded) {
 
 TEST_F(SetUpStepsTest, EndWithAMessageWithoutTheConverter) {
     RemoveConverter();
-    EXPECT_THAT(StepsOf([&] { TryToCreate(); }),
-                ElementsAre("PathFileExistsW ~\\pdf2djvu.exe", kMissingMessage, "WM_COMMAND main 2 0",
-                            "DestroyWindow main", "PostQuitMessage 2"));
+    EXPECT_THAT(
+        StepsOf([&] { TryToCreate(); }),
+        ElementsAre("PathRemoveExtensionW ~\\Talvenor.exe", "PathFileExistsW ~\\pdf2djvu.exe",
+                    kMissingMessage, "WM_COMMAND main 2 0", "DestroyWindow main", "PostQuitMessage 2"));
     EXPECT_EQ(dialog->Handle(), nullptr);
 }
 
-TEST_F(SetUpTest, SetsNoTimer) {
-    std::vector<UINT_PTR> timers;
-    const auto set = Replace<decltype(::SetTimer)>("SetTimer", [&](HWND, UINT_PTR id, UINT, TIMERPROC) {
-        timers.push_back(id);
-        return id;
-    });
-    Create();
-    EXPECT_THAT(timers, IsEmpty());
+TEST_F(SetUpStepsTest, GiveTheWindowTwoIconsThatLastAsLongAsTheDialogAndNoLonger) {
+    StepsOf([&] { Create(); });
+    EXPECT_EQ(loaded[WindowIcon(ICON_BIG)], "128");
+    EXPECT_EQ(loaded[WindowIcon(ICON_SMALL)], "128");
+    EXPECT_NE(WindowIcon(ICON_BIG), WindowIcon(ICON_SMALL));
+    EXPECT_THAT(Only({"DestroyIcon"}, StepsOf([&] { Destroy(); })),
+                ElementsAre("DestroyIcon 128", "DestroyIcon 128"));
 }
 
 TEST_F(SetUpTest, TheFocusIsLeftToTheFirstControlThatCanHaveIt) {
     Create();
     EXPECT_EQ(::GetFocus(), Control(IDCANCEL));
-}
-
-TEST_F(SetUpTest, TheWindowsIconsLastAsLongAsTheDialogAndNoLonger) {
-    std::vector<HANDLE> icons;
-    const auto load = Replace<decltype(::LoadImageW)>(
-        "LoadImageW", [&](auto original, HINSTANCE module, LPCWSTR name, auto... others) {
-            const HANDLE loaded = original(module, name, others...);
-            if (name == MAKEINTRESOURCEW(IDI_APPLICATION_ICON)) icons.push_back(loaded);
-            return loaded;
-        });
-    const auto destroy = Replace<decltype(::DestroyIcon)>("DestroyIcon", [&](auto original, HICON icon) {
-        std::erase(icons, icon);
-        return original(icon);
-    });
-    Create();
-    EXPECT_THAT(icons, ElementsAre(WindowIcon(ICON_BIG), WindowIcon(ICON_SMALL)));
-    EXPECT_NE(icons[0], nullptr);
-    Destroy();
-    EXPECT_THAT(icons, IsEmpty());
 }
 
 using SetUpDeathTest = SetUpTest;
@@ -232,94 +211,30 @@ TEST_F(SetUpTest, WmInitDialogReturnsFalseWithoutTheConverter) {
     EXPECT_EQ(result, FALSE);
 }
 
-TEST_F(SetUpTest, AFolderOfTheConvertersNameWillDo) {
-    // The file is tested for by name only; the interpreter reports the rest.
-    RemoveConverter();
-    std::filesystem::create_directory(folder.Path() / "pdf2djvu.exe");
-    EXPECT_NE(TryToCreate(), nullptr);
-    EXPECT_THAT(calls.Calls(), IsEmpty());
-}
-
-TEST_F(SetUpTest, ARenamedProgramLooksForTheConverterBesideItself) {
-    const std::filesystem::path other = folder.Path() / "other.folder";
-    std::filesystem::create_directory(other);
-    for (const wchar_t* const name : {L"renamed.exe", L"re.na.med.exe", L"without-extension"}) {
-        SCOPED_TRACE(Utf8(name));
-        programPath = (other / name).wstring();
-        calls.Clear();
-        TryToCreate();
-        EXPECT_THAT(calls.Calls(), ElementsAre(kMissingMessage));
-        std::ofstream(other / "pdf2djvu.exe") << "stand-in";
-        calls.Clear();
-        EXPECT_NE(TryToCreate(), nullptr);
-        EXPECT_THAT(calls.Calls(), IsEmpty());
-        std::filesystem::remove(other / "pdf2djvu.exe");
-        Destroy();
-    }
-}
-
-TEST_F(SetUpTest, AConverterInTheCurrentFolderDoesNotCount) {
-    const TemporaryFolder elsewhere;
-    std::ofstream(elsewhere.Path() / "pdf2djvu.exe") << "stand-in";
-    RemoveConverter();
-    const CurrentFolder current(elsewhere.Path());
-    TryToCreate();
-    EXPECT_THAT(calls.Calls(), ElementsAre(kMissingMessage));
-}
-
-TEST_F(SetUpTest, TheConvertersPathIsMadeByRemovingTheExtensionThenTheNameAndAppending) {
-    PathSteps path;
-    const auto moduleFileName = Replace<decltype(::GetModuleFileNameW)>(
-        "GetModuleFileNameW", [&](HMODULE module, LPWSTR text, DWORD size) {
-            EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
-            path.steps.push_back("GetModuleFileNameW " + std::to_string(size));
-            ::lstrcpyW(text, L"C:\\a.b\\c.d.exe");
-            return 14u;
-        });
-    const auto append = Replace<decltype(::PathAppendW)>("PathAppendW", [&](LPWSTR text, LPCWSTR name) {
-        path.steps.push_back("PathAppendW " + Utf8(text) + " + " + Utf8(name));
-        ::lstrcpyW(text, L"C:\\joined");
-        return TRUE;
-    });
-    const auto exists = Replace<decltype(::PathFileExistsW)>("PathFileExistsW", [&](LPCWSTR text) {
-        path.steps.push_back("PathFileExistsW " + Utf8(text));
-        return FALSE;
-    });
-    TryToCreate();
-    EXPECT_THAT(path.steps,
-                ElementsAre("GetModuleFileNameW 260", "PathRemoveExtensionW C:\\a.b\\c.d.exe",
-                            "PathRemoveFileSpecW C:\\without\\extension",
-                            "PathAppendW C:\\folder + pdf2djvu.exe", "PathFileExistsW C:\\joined"));
-}
-
 class SetUpLoopTest : public SetUpTest {
 protected:
-    std::unique_ptr<ReplacedImport> AnswerIsDialogMessage(BOOL answer) {
-        return Replace<decltype(::IsDialogMessageW)>("IsDialogMessageW",
-                                                     [this, answer](HWND window, LPMSG asked) {
-                                                         EXPECT_EQ(asked, &message);
-                                                         askedFor.push_back(window);
-                                                         return answer;
-                                                     });
-    }
-
     MSG message = {nullptr, WM_APP, 0, 0, 0, {}};
     std::vector<HWND> askedFor;
+    BOOL answer = TRUE;
+
+private:
+    std::unique_ptr<ReplacedImport> m_isDialogMessage =
+        Replace<decltype(::IsDialogMessageW)>("IsDialogMessageW", [this](HWND window, LPMSG asked) {
+            EXPECT_EQ(asked, &message);
+            askedFor.push_back(window);
+            return answer;
+        });
 };
 
-TEST_F(SetUpLoopTest, TheDialogFiltersMessagesByIsDialogMessage) {
+TEST_F(SetUpLoopTest, TheDialogFiltersMessagesByIsDialogMessageUntilItIsDestroyed) {
     Create();
-    for (const BOOL answer : {TRUE, FALSE}) {
-        const auto isDialogMessage = AnswerIsDialogMessage(answer);
-        EXPECT_EQ(loop.FilterMessage(message), answer != FALSE);
-    }
+    EXPECT_TRUE(loop.FilterMessage(message));
+    answer = FALSE;
+    EXPECT_FALSE(loop.FilterMessage(message));
     EXPECT_THAT(askedFor, ElementsAre(Dialog(), Dialog()));
-}
-
-TEST_F(SetUpLoopTest, ADestroyedDialogHasLeftTheFilters) {
-    Create();
     ::DestroyWindow(Dialog());
-    const auto isDialogMessage = AnswerIsDialogMessage(TRUE);
+    askedFor.clear();
+    answer = TRUE;
     EXPECT_FALSE(loop.FilterMessage(message));
     EXPECT_THAT(askedFor, IsEmpty());
 }
