@@ -6,23 +6,11 @@ namespace {
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
-class BatchCallsTest : public BatchFixture {
-protected:
-    // The steps of one converter's run: from its window title to the last of its handles.
-    [[nodiscard]] std::vector<std::string> ConverterSteps() const {
-        return worker.Between("PathStripPathW", "LVM_GETITEMCOUNT");
-    }
-    // The list of the batch's own steps, without those of switching the whole window's state.
-    [[nodiscard]] std::vector<std::string> StartSteps() const {
-        return worker.Between("SetWindowTextW 2 \"Arrêter \"", "SetWindowTextW 1004");
-    }
-};
+using BatchCallsTest = BatchFixture;
 
 TEST_F(BatchCallsTest, AConverterInItsOwnWindow) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.durationMs = 7'000}});
-    RunBatch();
-    EXPECT_THAT(ConverterSteps(),
+    Convert(1, {{.durationMs = 7'000}});
+    EXPECT_THAT(worker.Between("PathStripPathW", "LVM_GETITEMCOUNT"),
                 ElementsAre("PathStripPathW C:\\in\\a.pdf",
                             "SHGetFolderPathW owner=none folder=0x25 token=none flags=1", "GetTickCount",
                             "SetTimer main 2 1000", "CreateProcessW", "AssignProcessToJobObject process 1",
@@ -33,9 +21,7 @@ TEST_F(BatchCallsTest, AConverterInItsOwnWindow) {
 }
 
 TEST_F(BatchCallsTest, AConverterThatCannotBeStarted) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
-    RunBatch();
+    Convert(1, {{.startError = ERROR_FILE_NOT_FOUND}});
     const std::vector<std::string> steps = worker.Between("PathStripPathW", "IsDlgButtonChecked 1038");
     ASSERT_EQ(steps.size(), 12u);
     EXPECT_TRUE(steps[5].starts_with("MessageBoxW Erreur CreateProcess :  "));
@@ -48,9 +34,8 @@ TEST_F(BatchCallsTest, AConverterThatCannotBeStarted) {
 }
 
 TEST_F(BatchCallsTest, FromTheRunningStateToTheFirstFile) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    RunBatch();
-    std::vector<std::string> steps = StartSteps();
+    Convert(1);
+    std::vector<std::string> steps = worker.Between("SetWindowTextW 2 \"Arrêter \"", "SetWindowTextW 1004");
     // How wide the columns become is the system's business; that they are fitted is not.
     const auto isWidth = [](const std::string& step) {
         return step.starts_with("LVM_SETCOLUMNWIDTH") && step != "LVM_SETCOLUMNWIDTH 1 -2";
@@ -68,9 +53,8 @@ TEST_F(BatchCallsTest, FromTheRunningStateToTheFirstFile) {
 }
 
 TEST_F(BatchCallsTest, TheOptionsCheckBoxesAreReadForEachFileAndTheHiddenOutputAfterThem) {
-    AddFiles({L"C:\\in\\a.pdf"});
     Check(IDC_NO_TEXT);
-    RunBatch();
+    Convert(1);
     std::vector<std::string> reads = worker.Between("SetWindowTextW 1004", "PathStripPathW");
     ASSERT_GE(reads.size(), 3u);
     reads.erase(reads.begin());
@@ -84,10 +68,9 @@ TEST_F(BatchCallsTest, TheOptionsCheckBoxesAreReadForEachFileAndTheHiddenOutputA
 }
 
 TEST_F(BatchCallsTest, FromTheLastFileToTheIdleState) {
-    AddFiles({L"C:\\in\\a.pdf"});
     Check(IDC_HIDE_OUTPUT);
     Check(IDC_SHUT_DOWN);
-    RunBatch();
+    Convert(1);
     EXPECT_THAT(worker.Between("IsDlgButtonChecked 1038", "EnableWindow 1 1"),
                 ElementsAre("IsDlgButtonChecked 1038", "GetActiveWindow", "DialogBoxParamW 101 owner=none",
                             "SetThreadExecutionState 0x80000000", "LVM_SETITEMSTATE -1 state=0 mask=2",

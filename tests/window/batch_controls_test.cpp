@@ -1,6 +1,5 @@
-// What else of the window a batch touches: the log and its button, the duration column.
+// What else a batch touches: the log and its button.
 #include "tests/window/batch_fixture.h"
-#include "tests/window/scripted_shell.h"
 
 namespace {
 
@@ -21,7 +20,6 @@ TEST_F(BatchControlsTest, TheLogAndItsButtonAreRemovedBeforeTheFirstFileAndRetur
         Conversion conversion;
         bool stopped;
     };
-    AddFiles({L"C:\\in\\a.pdf"});
     for (const Case& row : {Case{"visible", false, {}, false}, Case{"hidden", true, {}, false},
                             Case{"hidden and failed", true, {.exitCode = 1}, false},
                             Case{"hidden and stopped", true, {}, true}}) {
@@ -30,13 +28,12 @@ TEST_F(BatchControlsTest, TheLogAndItsButtonAreRemovedBeforeTheFirstFileAndRetur
         WriteLog("of an earlier batch");
         ::EnableWindow(Control(IDC_OPEN_LOG), TRUE);
         ::ShowWindow(Control(IDC_OPEN_LOG), SW_SHOW);
-        converters.Plan({row.conversion});
         worker.At("CreateProcessW", 1, [&] {
             EXPECT_FALSE(LogButtonIsThere());
             EXPECT_FALSE(LogExists());
         });
-        if (row.stopped) worker.At("WaitForSingleObject", 1, [&] { PressStop(); });
-        RunBatch();
+        if (row.stopped) StopAt("WaitForSingleObject");
+        Convert(1, {row.conversion});
         EXPECT_EQ(LogButtonIsThere(), row.hidden);
         EXPECT_EQ(LogExists(), row.hidden) << "only a hidden batch writes a new one";
     }
@@ -56,42 +53,15 @@ TEST_F(BatchControlsTest, TheBatchStillRunsWhenTheLogButtonReturns) {
 }
 
 TEST_F(BatchControlsTest, ALogThatCannotBeDeletedDoesNotStopTheBatch) {
-    AddFiles({L"C:\\in\\a.pdf"});
     WriteLog("of an earlier batch");
     const HANDLE locked =
         ::CreateFileW(LogFile().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(locked, INVALID_HANDLE_VALUE);
-    RunBatch();
+    Convert(1);
     EXPECT_TRUE(LogExists());
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:00"));
     EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
     ::CloseHandle(locked);
-}
-
-TEST_F(BatchControlsTest, DurationColumnAndDestinationButtonAreThereFromTheFirstFileOn) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    ASSERT_EQ(ColumnWidth(1), 0);
-    ASSERT_FALSE(IsEnabled(IDC_OPEN_DESTINATION));
-    int width = 0;
-    bool canOpenDestination = false;
-    worker.At("CreateProcessW", 1, [&] {
-        width = ColumnWidth(1);
-        canOpenDestination = IsEnabled(IDC_OPEN_DESTINATION);
-    });
-    RunBatch();
-    EXPECT_GT(width, 0);
-    EXPECT_EQ(ColumnWidth(1), width);
-    EXPECT_TRUE(canOpenDestination);
-    EXPECT_TRUE(IsEnabled(IDC_OPEN_DESTINATION));
-}
-
-TEST_F(BatchControlsTest, TheDestinationIsTheFolderOfTheFileBeingConverted) {
-    const ScriptedShell shell;
-    AddFiles({L"C:\\un\\a.pdf", L"D:\\deux\\b.pdf"});
-    worker.At("WaitForSingleObject process 1", 1, [&] { Click(IDC_OPEN_DESTINATION); });
-    worker.At("WaitForSingleObject process 2", 1, [&] { Click(IDC_OPEN_DESTINATION); });
-    RunBatch();
-    EXPECT_THAT(shell.Folders(), ElementsAre(L"C:\\un", L"D:\\deux"));
 }
 
 }  // namespace

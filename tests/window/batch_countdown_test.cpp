@@ -8,39 +8,13 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class BatchCountdownComesTest : public BatchFixture, public testing::WithParamInterface<bool> {};
-
-TEST_P(BatchCountdownComesTest, AfterEveryEndIfItsCheckBoxIsChecked) {
-    struct Case {
-        const char* name;
-        Conversion conversion;
-        bool stopped;
-    };
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    Check(IDC_SHUT_DOWN, GetParam());
-    int comes = 0;
-    for (const Case& row :
-         {Case{"all converted", {}, false}, Case{"one failed", {.exitCode = 1}, false},
-          Case{"one not started", {.startError = ERROR_FILE_NOT_FOUND}, false}, Case{"stopped", {}, true}}) {
-        converters.Plan({row.conversion});
-        if (row.stopped) worker.At("WaitForSingleObject", 1, [&] { PressStop(); });
-        RunBatch();
-        EXPECT_EQ(worker.Count("DialogBoxParamW 101 owner=none"), GetParam() ? ++comes : 0) << row.name;
-    }
-    EXPECT_EQ(worker.Count("DialogBoxParamW"), comes);
-    EXPECT_THAT(shutdownCalls.Calls(), IsEmpty());
-}
-
-INSTANTIATE_TEST_SUITE_P(CheckBox, BatchCountdownComesTest, testing::Bool(),
-                         [](const auto& test) { return test.param ? "Checked" : "Unchecked"; });
-
 class BatchCountdownTest : public BatchFixture {
 protected:
     // Runs a batch up to its countdown, and gives the dialog.
     HWND RunToCountdown() {
         windows.realDialogs = true;
         Check(IDC_SHUT_DOWN);
-        AddFiles({L"C:\\in\\a.pdf"});
+        AddFiles(1);
         PressConvert();
         HWND countdown = nullptr;
         EXPECT_TRUE(WaitFor([&] {
@@ -55,26 +29,43 @@ protected:
     }
 };
 
+TEST_F(BatchCountdownTest, ComesAfterEveryEndIfItsCheckBoxIsChecked) {
+    static const struct {
+        const char* name;
+        Conversion conversion;
+        bool isStopped = false;
+    } kEnds[] = {{"all converted", {}},
+                 {"one failed", {.exitCode = 1}},
+                 {"one not started", {.startError = ERROR_FILE_NOT_FOUND}},
+                 {"stopped", {}, true}};
+    int comes = 0;
+    for (const auto& end : kEnds) {
+        for (const bool isChecked : {false, true}) {
+            Check(IDC_SHUT_DOWN, isChecked);
+            if (end.isStopped) StopAt("WaitForSingleObject");
+            Convert(2, {end.conversion});
+            if (isChecked) ++comes;
+            EXPECT_EQ(worker.Count("DialogBoxParamW 101 owner=none"), comes) << end.name << ' ' << isChecked;
+        }
+    }
+    EXPECT_EQ(worker.Count("DialogBoxParamW"), comes);
+    EXPECT_THAT(shutdownCalls.Calls(), IsEmpty());
+}
+
 TEST_F(BatchCountdownTest, BelongsToTheWindowThatIsActiveOnTheWorker) {
     windows.activeWindow = Control(IDC_FILE_LIST);
     Check(IDC_SHUT_DOWN);
-    AddFiles({L"C:\\in\\a.pdf"});
-    RunBatch();
+    Convert(1);
     EXPECT_THAT(worker.Of({"GetActiveWindow", "DialogBoxParamW"}),
                 ElementsAre("GetActiveWindow", "DialogBoxParamW 101 owner=1040"));
 }
 
-TEST_F(BatchCountdownTest, RunsOnTheWorkerAndLeavesTheMainWindowUsable) {
+TEST_F(BatchCountdownTest, RunsOnTheWorkerOfABatchThatCountsAsRunningUntilItIsAnswered) {
     const HWND countdown = RunToCountdown();
     ASSERT_THAT(converters.Starts(), SizeIs(1));
     EXPECT_EQ(::GetWindowThreadProcessId(countdown, nullptr), converters.Starts()[0].workerId);
     EXPECT_EQ(::GetWindow(countdown, GW_OWNER), nullptr);
     EXPECT_TRUE(::IsWindowEnabled(Dialog()));
-    Press(countdown, IDCANCEL);
-}
-
-TEST_F(BatchCountdownTest, TheBatchCountsAsRunningUntilItIsAnswered) {
-    const HWND countdown = RunToCountdown();
     EXPECT_TRUE(dialog->IsRunning());
     EXPECT_EQ(Text(IDCANCEL), L"Arrêter ");
     EXPECT_FALSE(IsEnabled(IDOK));
@@ -82,7 +73,7 @@ TEST_F(BatchCountdownTest, TheBatchCountsAsRunningUntilItIsAnswered) {
     EXPECT_THAT(MessageTexts(), IsEmpty());
     Press(countdown, IDCANCEL);
     EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
-    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+    ExpectIdle();
     EXPECT_THAT(shutdownCalls.Calls(), IsEmpty());
 }
 
@@ -91,21 +82,7 @@ TEST_F(BatchCountdownTest, ItsAnswerDoesNotChangeTheEndOfTheBatch) {
     Press(RunToCountdown(), IDOK);
     EXPECT_THAT(shutdownCalls.Calls(), SizeIs(4));
     EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
-    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
-    EXPECT_FALSE(dialog->IsRunning());
-}
-
-TEST_F(BatchCountdownTest, StartsAtThirtyForEveryBatch) {
-    for (int batch = 1; batch <= 2; ++batch) {
-        const HWND countdown = RunToCountdown();
-        wchar_t seconds[8] = {};
-        ::GetDlgItemTextW(countdown, IDC_SECONDS, seconds, ARRAYSIZE(seconds));
-        EXPECT_EQ(std::wstring(seconds), L"30");
-        ::SendMessageW(countdown, WM_TIMER, 1, 0);
-        ::GetDlgItemTextW(countdown, IDC_SECONDS, seconds, ARRAYSIZE(seconds));
-        EXPECT_EQ(std::wstring(seconds), L"29");
-        Press(countdown, IDCANCEL);
-    }
+    ExpectIdle();
 }
 
 }  // namespace

@@ -14,10 +14,7 @@ class BatchQuitTest : public BatchFixture {
 protected:
     void StartHeld() {
         Check(IDC_SHUT_DOWN);
-        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-        converters.Plan({{.durationMs = 1'000, .held = true}});
-        PressConvert();
-        WaitForConverter(1);
+        ConvertUntilHeld(2, {{.durationMs = 1'000, .held = true}});
     }
 };
 
@@ -28,8 +25,7 @@ TEST_F(BatchQuitTest, AfterAStopTheSecondPressQuitsAndTheWorkerEndsWithoutItsWin
     EXPECT_EQ(dialog->Handle(), nullptr);
     EXPECT_EQ(TakeQuitMessage(), 2);
     EXPECT_TRUE(dialog->HasWorker());
-    converters.Release(1);
-    WaitForEnd();
+    Finish(1);
     EXPECT_THAT(converters.Starts(), SizeIs(1));
     EXPECT_EQ(worker.Count("DialogBoxParamW"), 0);
     EXPECT_EQ(worker.Count("MessageBoxW"), 0);
@@ -60,8 +56,7 @@ TEST_F(BatchQuitTest, AWorkerWhoseWindowWasTakenAwayEndsToo) {
     StartHeld();
     ::DestroyWindow(Dialog());
     EXPECT_TRUE(dialog->HasWorker());
-    converters.Release(1);
-    WaitForEnd();
+    Finish(1);
     EXPECT_THAT(converters.Starts(), SizeIs(1));
     EXPECT_EQ(worker.Count("CloseHandle"), 2);
     EXPECT_FALSE(dialog->IsRunning());
@@ -74,7 +69,7 @@ TEST_F(BatchQuitTest, NothingIsAskedBeforeTheWorkerRuns) {
             entry = procedure;
             return std::uintptr_t{1};  // a handle, as far as anyone may know
         });
-    AddFiles({L"C:\\in\\a.pdf"});
+    AddFiles(1);
     PressConvert();
     ASSERT_NE(entry, nullptr);
     EXPECT_FALSE(dialog->IsRunning());

@@ -3,16 +3,12 @@
 
 namespace {
 
-using testing::SizeIs;
 using testing::UnorderedElementsAre;
 
 class BatchSideBySideTest : public BatchFixture {
 protected:
     BatchSideBySideTest() {
-        AddFiles({L"C:\\in\\a.pdf"});
-        converters.Plan({{.exitCode = 1, .held = true}, {.held = true}});
-        PressConvert();
-        WaitForConverter(1);
+        ConvertUntilHeld(1, {{.exitCode = 1, .held = true}, {.held = true}});
         PressStop();
         PressConvert();
         WaitForConverter(2);
@@ -27,8 +23,7 @@ protected:
         converters.Release(first);
         ASSERT_TRUE(WaitFor([&] { return ClosedHandlesOf(first) == 2; }));
         EXPECT_EQ(ClosedHandlesOf(last), 0);
-        converters.Release(last);
-        WaitForEnd();
+        Finish(last);
         for (const int number : {1, 2}) {
             const std::string name = std::to_string(number);
             EXPECT_THAT(worker.OfWorker(converters.Starts().at(static_cast<std::size_t>(number) - 1).workerId,
@@ -39,12 +34,6 @@ protected:
         }
     }
 };
-
-TEST_F(BatchSideBySideTest, RunsOnAThreadOfItsOwn) {
-    ASSERT_THAT(converters.Starts(), SizeIs(2));
-    EXPECT_NE(converters.Starts()[0].workerId, converters.Starts()[1].workerId);
-    EXPECT_TRUE(dialog->IsRunning());
-}
 
 TEST_F(BatchSideBySideTest, EachWorkerUsesItsOwnHandlesWhenTheNewOneEndsFirst) {
     ExpectOwnHandles(2, 1);
@@ -58,8 +47,7 @@ TEST_F(BatchSideBySideTest, TheOldWorkerCountsUntilItHasEnded) {
     converters.Release(2);
     ASSERT_TRUE(WaitFor([&] { return worker.Count("SetCursor previous") == 1; }));
     EXPECT_TRUE(dialog->HasWorker());
-    converters.Release(1);
-    WaitForEnd();
+    Finish(1);
     EXPECT_FALSE(dialog->IsRunning());
 }
 

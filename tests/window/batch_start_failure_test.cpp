@@ -16,9 +16,7 @@ protected:
 };
 
 TEST_F(BatchStartFailureTest, ShowsTheSystemsTextAndThenThatTheBatchIsFinished) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}, {.durationMs = 4'000}});
-    RunBatch();
+    Convert(1, {{.startError = ERROR_FILE_NOT_FOUND}, {.durationMs = 4'000}});
     EXPECT_THAT(calls.Calls(), ElementsAre(MessageBoxCall(kFailed, "0x10"),
                                            MessageBoxCall("Conversion terminée !", "0x40")));
     EXPECT_EQ(worker.Count("WaitForSingleObject"), 0);
@@ -30,46 +28,37 @@ TEST_F(BatchStartFailureTest, ShowsTheSystemsTextAndThenThatTheBatchIsFinished) 
 }
 
 TEST_F(BatchStartFailureTest, TheDurationLastsUntilTheMessageIsClosed) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
     worker.At("MessageBoxW Erreur CreateProcess", 1, [&] { converters.tick += 65'000; });
-    RunBatch();
+    Convert(1, {{.startError = ERROR_FILE_NOT_FOUND}});
     EXPECT_EQ(Cell(0, 1), L"00:01:05");
 }
 
 TEST_F(BatchStartFailureTest, TheFilesAfterItAreNotConverted) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
-    converters.Plan({{.durationMs = 5'000}, {.startError = ERROR_ACCESS_DENIED}});
-    RunBatch();
+    Convert(3, {{.durationMs = 5'000}, {.startError = ERROR_ACCESS_DENIED}});
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:05", L"00:00:00", L""));
     EXPECT_THAT(converters.Starts(), SizeIs(2));
     EXPECT_THAT(MessageTexts(), ElementsAre("Erreur CreateProcess :  erreur 5", "Conversion terminée !"));
 }
 
 TEST_F(BatchStartFailureTest, TheBatchCountsAsRunningUntilItsEnd) {
-    AddFiles({L"C:\\in\\a.pdf"});
     Check(IDC_SHUT_DOWN);
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
     std::vector<bool> running;
     const auto look = [&] { running.push_back(dialog->IsRunning()); };
     worker.At("MessageBoxW Erreur CreateProcess", 1, look);
     worker.At("DialogBoxParamW 101", 1, look);
     worker.At("MessageBoxW Conversion", 1, look);
-    RunBatch();
+    Convert(1, {{.startError = ERROR_FILE_NOT_FOUND}});
     EXPECT_THAT(running, ElementsAre(true, true, true));
-    EXPECT_FALSE(dialog->IsRunning());
-    EXPECT_EQ(Text(IDCANCEL), L"Quitter");
+    ExpectIdle();
 }
 
 // Memory that is freed leaves another error behind, as any call may.
 TEST_F(BatchStartFailureTest, TheErrorIsTheOneThatTheFailedStartLeft) {
-    AddFiles({L"C:\\in\\a.pdf"});
-    converters.Plan({{.startError = ERROR_FILE_NOT_FOUND}});
     const auto free = Replace<decltype(::free)>("free", [](auto original, void* block) {
         original(block);
         ::SetLastError(ERROR_INVALID_ADDRESS);
     });
-    RunBatch();
+    Convert(1, {{.startError = ERROR_FILE_NOT_FOUND}});
     EXPECT_THAT(MessageTexts(), ElementsAre(kFailed, "Conversion terminée !"));
 }
 

@@ -5,119 +5,71 @@ namespace {
 
 using testing::ElementsAre;
 
-class BatchTimerTest : public BatchFixture {
-protected:
-    // A batch of three files, up to the wait for the first.
-    void StartHeld(DWORD startTick = 1'000'000) {
-        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"});
-        converters.tick = startTick;
-        converters.Plan({{.held = true}});
-        PressConvert();
-        WaitForConverter(1);
-    }
-    void EndBatch(int held = 1) {
-        converters.Release(held);
-        WaitForEnd();
-    }
-};
-
-TEST_F(BatchTimerTest, IsSetAndStoppedForEachFile) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.Plan({{}, {.exitCode = 1}});
-    RunBatch();
-    EXPECT_THAT(worker.Of({"SetTimer", "KillTimer", "CreateProcessW", "GetExitCodeProcess"}),
-                ElementsAre("SetTimer main 2 1000", "CreateProcessW", "GetExitCodeProcess process 1",
-                            "KillTimer main 2", "SetTimer main 2 1000", "CreateProcessW",
-                            "GetExitCodeProcess process 2", "KillTimer main 2"));
-}
+using BatchTimerTest = BatchFixture;  // its clock begins at 1,000,000
 
 TEST_F(BatchTimerTest, AMessageOfAnyTimerShowsTheTimeSinceTheFilesStartInItsRowOnly) {
-    StartHeld();
+    ConvertUntilHeld(3, {{.held = true}});
     Tick(1'001'000);
     EXPECT_THAT(Column(1), ElementsAre(L"00:00:01", L"", L""));
     Tick(1'000'000 + 3'725'999, 99);
     EXPECT_THAT(Column(1), ElementsAre(L"01:02:05", L"", L""));
-    EndBatch();
-}
-
-TEST_F(BatchTimerTest, TheTimeIsThatOfTheFileAndNotOfTheBatch) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.tick = 1'000'000;
-    converters.Plan({{.durationMs = 60'000}, {.held = true}});
-    PressConvert();
-    WaitForConverter(2);
-    Tick(1'064'000);
-    EXPECT_THAT(Column(1), ElementsAre(L"00:01:00", L"00:00:04"));
-    EndBatch(2);
+    Finish(1);
 }
 
 TEST_F(BatchTimerTest, ATickWhileAConverterIsBeingStartedCountsFromThatStart) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-    converters.tick = 1'000'000;
-    converters.Plan({{.durationMs = 60'000}});
     std::wstring shown;
     worker.At("CreateProcessW", 2, [&] {
         Tick(1'064'000);
         shown = Cell(1, 1);
     });
-    RunBatch();
+    Convert(2, {{.durationMs = 60'000}});
     EXPECT_EQ(shown, L"00:00:04");
-}
-
-TEST_F(BatchTimerTest, ATickAfterTheWrapOfTheCounterIsRight) {
-    StartHeld(0xFFFFF000);
-    Tick(0x2000);
-    EXPECT_EQ(Cell(0, 1), L"00:00:12");
-    EndBatch();
 }
 
 // The counter is 0 for a millisecond every 49.7 days. Zero asks for the end of the last file then.
 TEST_F(BatchTimerTest, ATickAtZeroShowsTheTimeUpToTheEndOfTheFileBefore) {
-    AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     converters.tick = 1'000;
-    converters.Plan({{.durationMs = 5'000}, {.held = true}});
     // The first ends at 6,000; the second starts 7,296 ms before the counter is 0 again.
     worker.At("PathStripPathW C:\\in\\b.pdf", 1, [&] { converters.tick = 4'294'960'000; });
-    PressConvert();
-    WaitForConverter(2);
+    ConvertUntilHeld(2, {{.durationMs = 5'000}, {.held = true}});
     Tick(1);
     EXPECT_EQ(Cell(1, 1), L"00:00:07");
     Tick(0);
     EXPECT_EQ(Cell(1, 1), L"00:00:13");
-    EndBatch(2);
+    Finish(2);
 }
 
 TEST_F(BatchTimerTest, WithoutASelectedRowNoRowShowsTheTimeOrTheFinalDuration) {
-    StartHeld();
+    ConvertUntilHeld(3, {{.held = true}});
     ClearSelection();
     Tick(1'000'000);
     EXPECT_THAT(Column(1), ElementsAre(L"", L"", L""));
     converters.Plan({{.durationMs = 2'000}, {.durationMs = 3'000}});
-    EndBatch();
+    Finish(1);
     EXPECT_THAT(Column(1), ElementsAre(L"", L"00:00:02", L"00:00:03"));
     EXPECT_EQ(worker.Count("LVM_SETITEMW -1,1 mask=1 \"00:00:00\""), 1);
 }
 
 TEST_F(BatchTimerTest, TimesGoToTheSelectedRowWhicheverConverts) {
-    StartHeld();
+    ConvertUntilHeld(3, {{.held = true}});
     SelectRow(2);
     Tick(1'005'000);
     EXPECT_THAT(Column(1), ElementsAre(L"", L"", L"00:00:05"));
     std::vector<std::wstring> afterTheFirst;
     worker.At("LVM_GETITEMTEXTW 1,0", 1, [&] { afterTheFirst = Column(1); });
     converters.tick = 1'006'000;
-    EndBatch();
+    Finish(1);
     EXPECT_THAT(afterTheFirst, ElementsAre(L"", L"", L"00:00:06"));
 }
 
 TEST_F(BatchTimerTest, TheSystemsTimerTicksEverySecond) {
     windows.realTimers = true;
-    StartHeld();
+    ConvertUntilHeld(3, {{.held = true}});
     converters.tick = 1'009'000;
     EXPECT_TRUE(WaitFor([&] { return Cell(0, 1) == L"00:00:09"; })) << "no tick came";
     converters.tick = 1'010'000;
     EXPECT_TRUE(WaitFor([&] { return Cell(0, 1) == L"00:00:10"; })) << "no second tick came";
-    EndBatch();
+    Finish(1);
     // Stopped with the batch: the real call finds no timer any more.
     EXPECT_FALSE(::KillTimer(Dialog(), 2));
 }
