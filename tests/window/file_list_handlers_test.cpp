@@ -8,36 +8,27 @@ using testing::ElementsAre;
 class FileListHandlersTest : public HeldBatchFixture {
 protected:
     FileListHandlersTest() { Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"}); }
-
-    // What the list says when something of a row has changed.
-    void ReportChange(int row, UINT kind = LVIF_STATE) {
-        NMLISTVIEW change = {};
-        change.hdr = {Control(IDC_FILE_LIST), IDC_FILE_LIST, static_cast<UINT>(LVN_ITEMCHANGED)};
-        change.iItem = row;
-        change.uChanged = kind;
-        change.uOldState = LVIS_SELECTED;
-        ::SendMessageW(Dialog(), WM_NOTIFY, IDC_FILE_LIST, reinterpret_cast<LPARAM>(&change));
-    }
 };
 
 TEST_F(FileListHandlersTest, EveryChangeOfARowShowsItsPathAndEnablesTheDestination) {
     for (const UINT kind : {UINT{LVIF_STATE}, UINT{LVIF_TEXT}, UINT{LVIF_IMAGE}, 0u}) {
-        EXPECT_THAT(Recorded([&] { ReportChange(1, kind); }, {"SetWindowTextW", "EnableWindow"}),
-                    ElementsAre("SetWindowTextW 1004 \"C:\\in\\b.pdf\"", "EnableWindow 1022 1"))
+        EXPECT_THAT(
+            Recorded([&] { ReportChange(1, LVIS_SELECTED, 0, kind); }, {"SetWindowTextW", "EnableWindow"}),
+            ElementsAre("SetWindowTextW 1004 \"C:\\in\\b.pdf\"", "EnableWindow 1022 1"))
             << kind;
     }
 }
 
 TEST_F(FileListHandlersTest, WithAnOutputFolderAChangeLeavesTheDestinationButton) {
     Check(IDC_OUTPUT_FOLDER_CHECK);
-    EXPECT_THAT(Recorded([&] { ReportChange(1); }, {"SetWindowTextW", "EnableWindow"}),
+    EXPECT_THAT(Recorded([&] { ReportChange(1, LVIS_SELECTED); }, {"SetWindowTextW", "EnableWindow"}),
                 ElementsAre("SetWindowTextW 1004 \"C:\\in\\b.pdf\""));
 }
 
 TEST_F(FileListHandlersTest, AChangeOfNoRowEmptiesTheStatusLineAndHidesTheDurations) {
     SelectRow(1);
     EXPECT_THAT(
-        Recorded([&] { ReportChange(-1); }),
+        Recorded([&] { ReportChange(-1, LVIS_SELECTED); }),
         ElementsAre("SetWindowTextW 1004 \"\"", "LVM_SETCOLUMNWIDTH 1040 0 " + std::to_string(ListWidth()),
                     "LVM_SETCOLUMNWIDTH 1040 1 0"));
     EXPECT_EQ(SelectedRow(), 1) << "the selection was none of its business";
@@ -50,14 +41,6 @@ TEST_F(FileListHandlersTest, ClearingTakesItsStepsInOrder) {
                             "LVM_SETCOLUMNWIDTH 1040 0 " + std::to_string(ListWidth()),
                             "LVM_SETCOLUMNWIDTH 1040 1 0", "SetWindowTextW 1004 \"\""));
     EXPECT_EQ(RowCount(), 0);
-}
-
-TEST_F(FileListHandlersTest, ClearingASelectedRowEmptiesTheStatusLineAndLeavesTheDestinationButton) {
-    SelectRow(1);
-    ASSERT_TRUE(IsEnabled(IDC_OPEN_DESTINATION));
-    Click(IDC_CLEAR);
-    EXPECT_EQ(Text(IDC_STATUS), L"");
-    EXPECT_TRUE(IsEnabled(IDC_OPEN_DESTINATION));
 }
 
 TEST_F(FileListHandlersTest, ClearingDoesNotAskWhetherABatchRuns) {
