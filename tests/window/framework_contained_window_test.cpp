@@ -74,7 +74,15 @@ protected:
 };
 
 TEST_F(FrameworkContainedWindowTest, MessagesReachTheOwnersMapWithTheSectionsNumber) {
+    int replaced = 0;
+    const auto setLong = Replace<decltype(::SetWindowLongPtrW)>(
+        "SetWindowLongPtrW", [&](auto original, HWND window, int index, LONG_PTR value) {
+            if (index == GWLP_WNDPROC) ++replaced;
+            return original(window, index, value);
+        });
     ASSERT_TRUE(m_contained->SubclassWindow(m_edit));
+    EXPECT_EQ(replaced, 1);
+    EXPECT_NE(Procedure(), m_ownProcedure);
     EXPECT_EQ(m_contained->Handle(), m_edit);
     ::SendMessageW(m_edit, kAsked, 11, -12);
     EXPECT_EQ(m_owner.last.window, m_edit);
@@ -84,25 +92,19 @@ TEST_F(FrameworkContainedWindowTest, MessagesReachTheOwnersMapWithTheSectionsNum
     EXPECT_EQ(m_owner.last.section, kSection);
 }
 
-TEST_F(FrameworkContainedWindowTest, TheProcedureIsReplacedByOneCallAndKept) {
-    int replaced = 0;
-    const auto setLong = Replace<decltype(::SetWindowLongPtrW)>(
-        "SetWindowLongPtrW", [&](auto original, HWND window, int index, LONG_PTR value) {
-            if (index == GWLP_WNDPROC) ++replaced;
-            return original(window, index, value);
-        });
-    m_contained->SubclassWindow(m_edit);
-    EXPECT_EQ(replaced, 1);
-    EXPECT_NE(Procedure(), m_ownProcedure);
-}
-
-TEST_F(FrameworkContainedWindowTest, AControlThatDoesNotKeepItsObjectIsLeftAsItIs) {
-    const auto set = Replace<decltype(::SetWindowLongPtrW)>(
-        "SetWindowLongPtrW", [](auto original, HWND control, int index, LONG_PTR value) {
-            return index == GWLP_USERDATA ? 0 : original(control, index, value);
-        });
-    EXPECT_FALSE(m_contained->SubclassWindow(m_edit));
-    EXPECT_EQ(Procedure(), m_ownProcedure);
+TEST_F(FrameworkContainedWindowTest, AControlThatCannotBeSubclassedStaysAsItIs) {
+    for (const int refused : {GWLP_USERDATA, GWLP_WNDPROC}) {
+        CContainedWindow contained(m_owner, kSection);
+        const auto set = Replace<decltype(::SetWindowLongPtrW)>(
+            "SetWindowLongPtrW", [&](auto original, HWND control, int index, LONG_PTR value) {
+                return index == refused ? 0 : original(control, index, value);
+            });
+        EXPECT_FALSE(contained.SubclassWindow(m_edit)) << refused;
+        EXPECT_EQ(contained.Handle(), m_edit);
+        EXPECT_EQ(Procedure(), m_ownProcedure);
+    }
+    Type(L'7');
+    EXPECT_EQ(Text(), L"7");
 }
 
 // As when somebody who does not know of this owner stores something else with the control.
@@ -219,32 +221,6 @@ TEST_F(FrameworkContainedWindowTest, TheControlMayEndWhileItsMessageIsHandled) {
     m_owner.answer = 5;
     EXPECT_EQ(::SendMessageW(m_edit, kAsked, 0, 0), 5);
     EXPECT_EQ(m_contained->Handle(), nullptr);
-}
-
-TEST_F(FrameworkContainedWindowTest, AControlThatCannotBeSubclassedStaysUsable) {
-    {
-        const auto setLong = Replace<decltype(::SetWindowLongPtrW)>("SetWindowLongPtrW",
-                                                                    [](HWND, int, LONG_PTR) { return 0; });
-        EXPECT_FALSE(m_contained->SubclassWindow(m_edit));
-    }
-    EXPECT_EQ(m_contained->Handle(), m_edit);
-    Type(L'7');
-    EXPECT_EQ(Text(), L"7");
-    m_contained.reset();
-    EXPECT_EQ(Procedure(), m_ownProcedure);
-}
-
-TEST_F(FrameworkContainedWindowTest, TwoControlsOfOneOwnerHaveTheirOwnSections) {
-    CContainedWindow other(m_owner, 6);
-    const HWND otherEdit =
-        ::CreateWindowExW(0, L"Edit", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
-    m_contained->SubclassWindow(m_edit);
-    other.SubclassWindow(otherEdit);
-    ::SendMessageW(otherEdit, kAsked, 0, 0);
-    EXPECT_EQ(m_owner.last.section, 6u);
-    ::SendMessageW(m_edit, kAsked, 0, 0);
-    EXPECT_EQ(m_owner.last.section, kSection);
-    ::DestroyWindow(otherEdit);
 }
 
 }  // namespace

@@ -69,7 +69,7 @@ protected:
     TestDialog m_dialog;
 };
 
-TEST_F(FrameworkDialogTest, TheFirstMessageIsWmInitDialogAndTheObjectThenHasItsWindow) {
+TEST_F(FrameworkDialogTest, TheObjectHasItsWindowFromWmInitDialogUntilItsFinalMessage) {
     HWND during = nullptr;
     m_dialog.handlers[WM_INITDIALOG] = [&](LRESULT&) { during = m_dialog.Handle(); };
     const HWND created = m_dialog.Create(nullptr);
@@ -77,6 +77,11 @@ TEST_F(FrameworkDialogTest, TheFirstMessageIsWmInitDialogAndTheObjectThenHasItsW
     EXPECT_EQ(during, created);
     EXPECT_EQ(m_dialog.Handle(), created);
     EXPECT_EQ(m_dialog.messages.front(), static_cast<UINT>(WM_INITDIALOG));
+    ::DestroyWindow(created);
+    EXPECT_EQ(m_dialog.messages.back(), static_cast<UINT>(WM_NCDESTROY));
+    EXPECT_EQ(m_dialog.finalMessages, 1);
+    EXPECT_EQ(m_dialog.finalWindow, created);
+    EXPECT_EQ(m_dialog.handleAtTheEnd, nullptr);
 }
 
 TEST_F(FrameworkDialogTest, AHandledMessagesResultIsTheWindowsAnswer) {
@@ -140,15 +145,6 @@ TEST_F(FrameworkDialogTest, AHandlersFlagSurvivesAMessageThatItSends) {
         result = 77;
     };
     EXPECT_EQ(Send(kAsked), 77);
-}
-
-TEST_F(FrameworkDialogTest, TheFinalMessageComesWhenTheObjectHasNoWindowAnyMore) {
-    const HWND window = m_dialog.Create(nullptr);
-    ::DestroyWindow(window);
-    EXPECT_EQ(m_dialog.finalMessages, 1);
-    EXPECT_EQ(m_dialog.finalWindow, window);
-    EXPECT_EQ(m_dialog.handleAtTheEnd, nullptr);
-    EXPECT_EQ(m_dialog.messages.back(), static_cast<UINT>(WM_NCDESTROY));
 }
 
 TEST_F(FrameworkDialogTest, TheObjectMayEndWithItsFinalMessage) {
@@ -219,21 +215,20 @@ TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
 TEST_F(FrameworkDialogTest, DialogsComeFromTheResourceModuleWithTheStandardProcedure) {
     const HWND parent = ::GetDesktopWindow();
     EXPECT_EQ(m_dialog.GetDialogProc(), &TestDialog::DialogProc);
-    const auto expectRequest = [&](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure) {
+    const auto expectRequest = [&](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM) {
         EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
         EXPECT_EQ(name, MAKEINTRESOURCEW(IDD_ABOUT));
         EXPECT_EQ(owner, parent);
         EXPECT_EQ(procedure, &TestDialog::DialogProc);
     };
-    const HWND created = reinterpret_cast<HWND>(0x100);
-    const auto create = Replace<decltype(::CreateDialogParamW)>(
-        "CreateDialogParamW", [&](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM) {
-            expectRequest(module, name, owner, procedure);
-            return created;
-        });
-    const auto run = Replace<decltype(::DialogBoxParamW)>(
-        "DialogBoxParamW", [&](HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM) {
-            expectRequest(module, name, owner, procedure);
+    const auto create = Replace<decltype(::CreateDialogParamW)>("CreateDialogParamW",
+                                                                [&](auto /*original*/, auto... request) {
+                                                                    expectRequest(request...);
+                                                                    return reinterpret_cast<HWND>(0x100);
+                                                                });
+    const auto run =
+        Replace<decltype(::DialogBoxParamW)>("DialogBoxParamW", [&](auto /*original*/, auto... request) {
+            expectRequest(request...);
             return 12;
         });
     EXPECT_EQ(m_dialog.Create(parent), nullptr) << "a dialog that is already destroyed";

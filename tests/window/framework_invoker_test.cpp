@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <future>
-#include <optional>
-#include <thread>
+#include <tuple>
+#include <vector>
 
 namespace {
 
@@ -45,63 +45,53 @@ TEST_F(FrameworkInvokerTest, RunsAFunctionOnTheThreadThatOpenedItOnceAndBeforeTh
     EXPECT_NE(m_caller, ::GetCurrentThreadId());
 }
 
-TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadBeforeItIsOpenedAndAfterItIsClosed) {
-    RunFromAnotherThread();
-    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
-    m_threads.clear();
+TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhileItIsNotOpenOrItsWindowIsNotItsOwn) {
+    const auto expectCallersThread = [&](const char* when) {
+        m_threads.clear();
+        RunFromAnotherThread();
+        EXPECT_THAT(m_threads, testing::ElementsAre(m_caller)) << when;
+    };
+    expectCallersThread("before it is opened");
+    {
+        const auto create =
+            Replace<decltype(::CreateWindowExW)>("CreateWindowExW", [](auto...) -> HWND { return nullptr; });
+        m_invoker.Open();
+        expectCallersThread("its window cannot be created");
+    }
+    {
+        const auto subclass = Replace<decltype(::SetWindowLongPtrW)>("SetWindowLongPtrW",
+                                                                     [](HWND, int, LONG_PTR) { return 0; });
+        m_invoker.Open();
+        expectCallersThread("its window is another's");
+    }
+    m_invoker.Close();
     m_invoker.Open();
     m_invoker.Close();
-    RunFromAnotherThread();
-    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
-}
-
-TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowCannotBeCreated) {
-    const auto create =
-        Replace<decltype(::CreateWindowExW)>("CreateWindowExW", [](auto...) -> HWND { return nullptr; });
+    expectCallersThread("after it is closed");
+    m_threads.clear();
     m_invoker.Open();
     RunFromAnotherThread();
-    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
+    EXPECT_THAT(m_threads, testing::ElementsAre(::GetCurrentThreadId())) << "open again";
 }
 
 TEST_F(FrameworkInvokerTest, ItsWindowIsOneForMessagesOnly) {
     int windows = 0;
     const auto create = Replace<decltype(::CreateWindowExW)>(
         "CreateWindowExW",
-        [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
-            int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
+        [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, auto... others) {
             ++windows;
             EXPECT_STREQ(className, L"Static");
-            EXPECT_EQ(parent, HWND_MESSAGE);
-            EXPECT_EQ(instance, CAppModule::Instance().ResourceInstance());
-            EXPECT_EQ(exStyle | style, 0u);
-            EXPECT_THAT((std::vector{x, y, width, height}), testing::Each(0));
             EXPECT_EQ(title, nullptr);
-            EXPECT_EQ(menu, nullptr);
-            EXPECT_EQ(parameter, nullptr);
-            return original(exStyle, className, title, style, x, y, width, height, parent, menu, instance,
-                            parameter);
+            const HINSTANCE module = CAppModule::Instance().ResourceInstance();
+            EXPECT_EQ(std::tuple(exStyle, others...),
+                      std::tuple(0u, 0u, 0, 0, 0, 0, HWND_MESSAGE, HMENU{nullptr}, module, LPVOID{nullptr}));
+            return original(exStyle, className, title, others...);
         });
     CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
     m_invoker.Open();
     m_invoker.Open();
     EXPECT_EQ(windows, 1);
     CAppModule::Instance().Term();
-}
-
-TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhenItsWindowIsAnothers) {
-    const auto subclass =
-        Replace<decltype(::SetWindowLongPtrW)>("SetWindowLongPtrW", [](HWND, int, LONG_PTR) { return 0; });
-    m_invoker.Open();
-    RunFromAnotherThread();
-    EXPECT_THAT(m_threads, testing::ElementsAre(m_caller));
-}
-
-TEST_F(FrameworkInvokerTest, CanBeOpenedAgain) {
-    m_invoker.Open();
-    m_invoker.Close();
-    m_invoker.Open();
-    RunFromAnotherThread();
-    EXPECT_THAT(m_threads, testing::ElementsAre(::GetCurrentThreadId()));
 }
 
 TEST_F(FrameworkInvokerTest, RunsAFunctionThatStillWaitsWhenItIsClosedOnItsOwnThread) {

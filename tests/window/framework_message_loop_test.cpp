@@ -32,35 +32,24 @@ MSG Message(UINT id) {
     return message;
 }
 
-// Filters and idle handlers that write down when they are asked.
-class Filter final : public CMessageFilter {
+// A filter and an idle handler that writes down when it is asked.
+class Participant final : public CMessageFilter, public CIdleHandler {
 public:
-    Filter(Record& record, std::string name, bool consumes = false)
-        : m_record(record), m_name(std::move(name)), m_consumes(consumes) {}
+    Participant(Record& record, std::string name, bool answer = false)
+        : m_record(record), m_name(std::move(name)), m_answer(answer) {}
     bool FilterMessage(MSG& message) override {
         m_record.push_back(m_name + ' ' + Hex(message.message));
-        return m_consumes;
+        return m_answer;
     }
-
-private:
-    Record& m_record;
-    const std::string m_name;
-    const bool m_consumes;
-};
-
-class IdleHandler final : public CIdleHandler {
-public:
-    IdleHandler(Record& record, std::string name, bool result = false)
-        : m_record(record), m_name(std::move(name)), m_result(result) {}
     bool HandleIdle() override {
         m_record.push_back(m_name);
-        return m_result;
+        return m_answer;
     }
 
 private:
     Record& m_record;
     const std::string m_name;
-    const bool m_result;
+    const bool m_answer;
 };
 
 class FrameworkMessageLoopTest : public testing::Test {
@@ -78,11 +67,11 @@ protected:
 };
 
 TEST_F(FrameworkMessageLoopTest, FiltersAreAskedFromTheLastToTheFirstUntilOneConsumesTheMessage) {
-    Filter first(record, "first"), second(record, "second"), third(record, "third");
-    Filter consuming(record, "consuming", true), last(record, "last");
+    Participant first(record, "first"), second(record, "second"), third(record, "third");
+    Participant consuming(record, "consuming", true), last(record, "last");
     CMessageLoop loop;
     EXPECT_THAT(Asked(loop), IsEmpty());
-    for (Filter* const filter : {&first, &second, &third}) loop.AddMessageFilter(*filter);
+    for (Participant* const filter : {&first, &second, &third}) loop.AddMessageFilter(*filter);
     EXPECT_THAT(Asked(loop), ElementsAre("third 8000", "second 8000", "first 8000"));
     loop.RemoveMessageFilter(second);
     EXPECT_THAT(Asked(loop), ElementsAre("third 8000", "first 8000"));
@@ -92,9 +81,9 @@ TEST_F(FrameworkMessageLoopTest, FiltersAreAskedFromTheLastToTheFirstUntilOneCon
 }
 
 TEST_F(FrameworkMessageLoopTest, IdleHandlersRunFirstToLastAndTheirResultsAreIgnored) {
-    IdleHandler first(record, "first", true), second(record, "second", false), third(record, "third", true);
+    Participant first(record, "first", true), second(record, "second"), third(record, "third", true);
     CMessageLoop loop;
-    for (IdleHandler* const handler : {&first, &second, &third}) loop.AddIdleHandler(*handler);
+    for (Participant* const handler : {&first, &second, &third}) loop.AddIdleHandler(*handler);
     EXPECT_THAT(Asked(loop), ElementsAre("first", "second", "third"));
     EXPECT_FALSE(loop.RunIdleHandlers(7));
     loop.RemoveIdleHandler(first);
@@ -102,20 +91,20 @@ TEST_F(FrameworkMessageLoopTest, IdleHandlersRunFirstToLastAndTheirResultsAreIgn
 }
 
 TEST_F(FrameworkMessageLoopTest, RemovingTakesOneEntryAndIgnoresAbsentOnes) {
-    Filter filter(record, "filter"), absentFilter(record, "absent");
-    IdleHandler handler(record, "handler"), absentHandler(record, "absent");
+    Participant known(record, "known"), absent(record, "absent");
     CMessageLoop loop;
-    loop.RemoveMessageFilter(absentFilter);
-    loop.RemoveIdleHandler(absentHandler);
+    const auto remove = [&](Participant& participant) {
+        loop.RemoveMessageFilter(participant);
+        loop.RemoveIdleHandler(participant);
+    };
+    remove(absent);
     for (int i = 0; i < 2; ++i) {
-        loop.AddMessageFilter(filter);
-        loop.AddIdleHandler(handler);
+        loop.AddMessageFilter(known);
+        loop.AddIdleHandler(known);
     }
-    loop.RemoveMessageFilter(filter);
-    loop.RemoveIdleHandler(handler);
-    loop.RemoveMessageFilter(absentFilter);
-    loop.RemoveIdleHandler(absentHandler);
-    EXPECT_THAT(Asked(loop), ElementsAre("filter 8000", "handler"));
+    remove(known);
+    remove(absent);
+    EXPECT_THAT(Asked(loop), ElementsAre("known 8000", "known"));
 }
 
 TEST_F(FrameworkMessageLoopTest, OnlyPaintingMouseMovesAndTheCaretsBlinkingDoNotResumeIdleWork) {
@@ -145,11 +134,13 @@ private:
 };
 
 // With a message queue in place of the system's. Messages of one burst are there together; between two bursts
-// the queue is found empty. Behind the last is the quit message, with code 7.
+// the queue is found empty. Behind the last is the quit message, with code 7. A message that is translated
+// and then dispatched is written down by its number.
 class FrameworkMessageLoopRunTest : public testing::Test {
 protected:
     // What the loop does with these entries, and that it ends with the quit message's code.
     Record RunWith(CMessageLoop& loop, std::deque<UINT> queued) {
+        record.clear();
         entries = std::move(queued);
         EXPECT_EQ(loop.Run(), 7);
         return record;
@@ -198,21 +189,19 @@ private:
         });
     std::unique_ptr<ReplacedImport> m_dispatch =
         Replace<decltype(::DispatchMessageW)>("DispatchMessageW", [this](const MSG* message) {
-            record.push_back("dispatch " + Hex(message->message));
+            const std::string number = Hex(message->message);
+            const bool isTranslated = !record.empty() && record.back() == "translate " + number;
+            if (isTranslated) record.pop_back();
+            record.push_back(isTranslated ? number : "dispatch " + number);
             return 0;
         });
 };
 
-TEST_F(FrameworkMessageLoopRunTest, EndsWithTheQuitMessagesCode) {
-    CountingLoop loop(record);
-    EXPECT_THAT(RunWith(loop, {}), IsEmpty());
-}
-
 TEST_F(FrameworkMessageLoopRunTest, TranslatesThenDispatchesWhatNoFilterConsumes) {
     CMessageLoop loop;
-    Filter filter(record, "filter");
+    Participant filter(record, "filter");
     loop.AddMessageFilter(filter);
-    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("filter 100", "translate 100", "dispatch 100"));
+    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("filter 100", "100"));
 }
 
 TEST_F(FrameworkMessageLoopRunTest, AsksForMoreIdleWorkWhenAMessageHasBeenDispatched) {
@@ -224,62 +213,44 @@ TEST_F(FrameworkMessageLoopRunTest, AsksForMoreIdleWorkWhenAMessageHasBeenDispat
         }
         Record& record;
     } loop(record);
-    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("translate 100", "dispatch 100", "resumes 100"));
+    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("100", "resumes 100"));
 }
 
 TEST_F(FrameworkMessageLoopRunTest, DoesIdleWorkButNeitherTranslatesNorDispatchesAfterAConsumedMessage) {
     CountingLoop loop(record);
-    Filter filter(record, "filter", true);
+    Participant filter(record, "filter", true);
     loop.AddMessageFilter(filter);
     EXPECT_THAT(RunWith(loop, {kEmpty, WM_KEYDOWN, kEmpty}), ElementsAre("idle 0", "filter 100", "idle 0"));
 }
 
-TEST_F(FrameworkMessageLoopRunTest, DoesIdleWorkOnceAfterEachBurst) {
-    CountingLoop loop(record);
-    EXPECT_THAT(
-        RunWith(loop, {kEmpty, WM_KEYDOWN, WM_KEYUP, WM_TIMER, kEmpty, WM_LBUTTONDOWN, kEmpty}),
-        ElementsAre("idle 0", "translate 100", "dispatch 100", "translate 101", "dispatch 101",
-                    "translate 113", "dispatch 113", "idle 0", "translate 201", "dispatch 201", "idle 0"));
-}
-
-TEST_F(FrameworkMessageLoopRunTest, DoesNoIdleWorkAfterABurstOfMouseMovesAndPainting) {
-    CountingLoop loop(record);
-    EXPECT_THAT(RunWith(loop, {kEmpty, WM_MOUSEMOVE, WM_NCMOUSEMOVE, WM_PAINT, 0x0118, kEmpty, WM_MOUSEMOVE}),
-                ElementsAre("idle 0", "translate 200", "dispatch 200", "translate 0A0", "dispatch 0A0",
-                            "translate 00F", "dispatch 00F", "translate 118", "dispatch 118", "translate 200",
-                            "dispatch 200"));
-}
-
-TEST_F(FrameworkMessageLoopRunTest, DoesIdleWorkAfterABurstWithOneKeyAmongMouseMoves) {
-    CountingLoop loop(record);
-    EXPECT_EQ(RunWith(loop, {WM_MOUSEMOVE, WM_KEYDOWN, WM_MOUSEMOVE, kEmpty}).back(), "idle 0");
-}
-
-TEST_F(FrameworkMessageLoopRunTest, CountsIdleRoundsFromZeroAfterEachBurst) {
-    CountingLoop loop(record, 3);
-    EXPECT_THAT(RunWith(loop, {kEmpty, kEmpty, kEmpty, WM_KEYDOWN, kEmpty, kEmpty, kEmpty}),
-                ElementsAre("idle 0", "idle 1", "idle 2", "translate 100", "dispatch 100", "idle 0", "idle 1",
-                            "idle 2"));
-}
-
-TEST_F(FrameworkMessageLoopRunTest, EndsTheIdleRoundsOfABurstWithTheNextMessage) {
-    CountingLoop loop(record, 3);
-    EXPECT_THAT(RunWith(loop, {kEmpty, WM_MOUSEMOVE}),
-                ElementsAre("idle 0", "translate 200", "dispatch 200"));
-}
-
-TEST_F(FrameworkMessageLoopRunTest, SkipsAFetchThatFailsWithoutIdleWork) {
-    CountingLoop loop(record);
-    Filter filter(record, "filter");
-    loop.AddMessageFilter(filter);
-    EXPECT_THAT(RunWith(loop, {kEmpty, kError, kError, kEmpty, WM_KEYDOWN}),
-                ElementsAre("idle 0", "filter 100", "translate 100", "dispatch 100"));
-}
-
-TEST(FrameworkMessageLoopQueueTest, TheLoopOfARealQueueEndsWithTheCodeOfPostQuitMessage) {
-    CMessageLoop loop;
-    ::PostQuitMessage(-3);
-    EXPECT_EQ(loop.Run(), -3);
+TEST_F(FrameworkMessageLoopRunTest, DoesIdleWorkAfterEachBurstThatAsksForItUntilTheNextMessage) {
+    static const struct {
+        const char* name;
+        std::deque<UINT> entries;
+        Record record;
+        int rounds = 1;
+    } kCases[] = {
+        {"nothing but the quit message", {}, {}},
+        {"once after each burst",
+         {kEmpty, WM_KEYDOWN, WM_KEYUP, WM_TIMER, kEmpty, WM_LBUTTONDOWN, kEmpty},
+         {"idle 0", "100", "101", "113", "idle 0", "201", "idle 0"}},
+        {"not after mouse moves and painting",
+         {kEmpty, WM_MOUSEMOVE, WM_NCMOUSEMOVE, WM_PAINT, 0x0118, kEmpty, WM_MOUSEMOVE},
+         {"idle 0", "200", "0A0", "00F", "118", "200"}},
+        {"after one key among mouse moves",
+         {WM_MOUSEMOVE, WM_KEYDOWN, WM_MOUSEMOVE, kEmpty},
+         {"200", "100", "200", "idle 0"}},
+        {"rounds counted from zero after each burst",
+         {kEmpty, kEmpty, kEmpty, WM_KEYDOWN, kEmpty, kEmpty, kEmpty},
+         {"idle 0", "idle 1", "idle 2", "100", "idle 0", "idle 1", "idle 2"},
+         3},
+        {"rounds that the next message ends", {kEmpty, WM_MOUSEMOVE}, {"idle 0", "200"}, 3},
+        {"not after a fetch that fails", {kEmpty, kError, kError, kEmpty, WM_KEYDOWN}, {"idle 0", "100"}},
+    };
+    for (const auto& row : kCases) {
+        CountingLoop loop(record, row.rounds);
+        EXPECT_EQ(RunWith(loop, row.entries), row.record) << row.name;
+    }
 }
 
 }  // namespace

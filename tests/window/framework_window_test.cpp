@@ -36,12 +36,10 @@ TEST_F(FrameworkWindowTest, TextIsReadWholeWhateverItsLength) {
     }
 }
 
-TEST_F(FrameworkWindowTest, ItemsAreFoundById) {
-    EXPECT_EQ(CWindow(m_parent).Item(10).Handle(), m_edit);
-}
-
-TEST_F(FrameworkWindowTest, AMissingItemIsNoWindowAndDoesNothing) {
+TEST_F(FrameworkWindowTest, ItemsAreFoundByIdAndAMissingOneIsNoWindowAndDoesNothing) {
     const CWindow parent(m_parent);
+    EXPECT_EQ(parent.Item(10).Handle(), m_edit);
+    EXPECT_EQ(parent.Item(10).ClientWidth(), 33);
     const CWindow missing = parent.Item(99);
     EXPECT_EQ(missing.Handle(), nullptr);
     EXPECT_EQ(missing.Text(), L"");
@@ -50,10 +48,6 @@ TEST_F(FrameworkWindowTest, AMissingItemIsNoWindowAndDoesNothing) {
     missing.Enable(true);
     missing.SetText(L"nothing happens");
     missing.Center();
-}
-
-TEST_F(FrameworkWindowTest, ClientWidthIsThatOfTheClientArea) {
-    EXPECT_EQ(CWindow(m_edit).ClientWidth(), 33);
 }
 
 TEST_F(FrameworkWindowTest, CheckBoxesAreCheckedAndUnchecked) {
