@@ -33,12 +33,6 @@ protected:
     [[nodiscard]] bool CanOpenDestination() const { return IsEnabled(IDC_OPEN_DESTINATION); }
 };
 
-TEST_F(ControlStateOutputFolderTest, AClickEnablesEditAndBrowserAndMovesTheFocusToTheEdit) {
-    EnterEmptyEdit();
-    ExpectOption(true);
-    EXPECT_FALSE(CanOpenDestination()) << "there is no folder yet";
-}
-
 TEST_F(ControlStateOutputFolderTest, EveryNotificationOfTheCheckBoxTakesTheStepsInOrder) {
     for (const int code : {BN_CLICKED, BN_DOUBLECLICKED, BN_SETFOCUS, BN_KILLFOCUS, 0x7FFF}) {
         SCOPED_TRACE(code);
@@ -117,13 +111,6 @@ TEST_F(ControlStateOutputFolderTest, LeavingTheEditWithATextKeepsTheOptionWhatev
     ::SetFocus(Control(IDC_EXTRA_OPTIONS));
     ExpectOption(true);
     EXPECT_FALSE(CanOpenDestination());
-}
-
-TEST_F(ControlStateOutputFolderTest, OtherNotificationsOfTheEditChangeNothing) {
-    EnterEmptyEdit();
-    for (const int code : {EN_SETFOCUS, EN_UPDATE, EN_MAXTEXT, EN_HSCROLL, 0}) {
-        EXPECT_THAT(Recorded([&] { Command(IDC_OUTPUT_FOLDER, code); }), IsEmpty()) << code;
-    }
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // The main window as it is after set-up: still as its template makes it. What that says is looked at in the
-// program's own file, by the tests of the package.
+// program's own file, by the tests of the package; the order of the Tab key, by the model.
 #include "tests/window/main_window_fixture.h"
 
 #include <sstream>
@@ -69,24 +69,6 @@ TEST_F(SetUpControlsTest, TheWindowIsAsInTheTemplateToo) {
     ::GetWindowTextW(Dialog(), title, ARRAYSIZE(title));
     EXPECT_EQ(std::wstring(title), L"Talvenor");
     EXPECT_EQ(::GetWindow(Dialog(), GW_OWNER), nullptr);
-}
-
-TEST_F(SetUpControlsTest, TabGoesThroughTheEnabledControlsInTheirOrder) {
-    Click(IDC_PAGES_CHECK);  // its edit is a stop once it is enabled
-    std::vector<int> expected, ids;
-    for (const HWND control : Controls(Dialog())) {
-        const LONG_PTR style = ::GetWindowLongPtrW(control, GWL_STYLE);
-        if ((style & WS_TABSTOP) != 0 && (style & WS_DISABLED) == 0)
-            expected.push_back(::GetDlgCtrlID(control));
-    }
-    ASSERT_EQ(expected.back(), IDC_FILE_LIST);
-    ::SetFocus(Control(IDC_FILE_LIST));
-    do {
-        MSG tab = {::GetFocus(), WM_KEYDOWN, VK_TAB, 1, 0, {}};
-        loop.FilterMessage(tab);
-        ids.push_back(::GetDlgCtrlID(::GetFocus()));
-    } while (ids.back() != IDC_FILE_LIST && ids.size() < 27);
-    EXPECT_EQ(ids, expected);
 }
 
 }  // namespace
