@@ -156,11 +156,4 @@ TEST_F(AccessibleNamesTest, WithoutAControlOrANameTheServiceIsNotAskedFor) {
     EXPECT_EQ(created, 0);
 }
 
-TEST_F(AccessibleNamesTest, NamesAreTakenBackBeforeTheControlsAreDestroyed) {
-    Create();
-    ::DestroyWindow(Dialog());
-    EXPECT_THAT(Service::names, IsEmpty());
-    EXPECT_EQ(Service::references, 0);
-}
-
 }  // namespace

@@ -48,6 +48,7 @@ TEST_F(ApplicationTest, ShowsTheDialogAsAskedWhateverTheCommandLineAndEndsWithTw
         EXPECT_EQ(RunMainDialog(line, SW_SHOWNORMAL), 2);
     }
     EXPECT_THAT(shown, ElementsAre(7, 1, 7, 1, 7, 1, 7, 1));
+    EXPECT_EQ(CAppModule::Instance().MessageLoop(), nullptr) << "the thread has its loop no longer";
 }
 
 TEST_F(ApplicationTest, TheResultIsTheQuitMessagesCode) {
@@ -56,18 +57,6 @@ TEST_F(ApplicationTest, TheResultIsTheQuitMessagesCode) {
         ::PostQuitMessage(41);
     };
     EXPECT_EQ(RunMainDialog(L"", SW_SHOW), 41);
-}
-
-TEST_F(ApplicationTest, TheThreadHasALoopAsLongAsTheDialogRuns) {
-    CMessageLoop* during = nullptr;
-    then = [&](HWND window) {
-        during = CAppModule::Instance().MessageLoop();
-        ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-    };
-    EXPECT_EQ(CAppModule::Instance().MessageLoop(), nullptr);
-    RunMainDialog(L"", SW_SHOW);
-    EXPECT_NE(during, nullptr);
-    EXPECT_EQ(CAppModule::Instance().MessageLoop(), nullptr);
 }
 
 TEST_F(ApplicationTest, TheDialogTakesItsKeysFromTheLoop) {

@@ -7,7 +7,6 @@
 #include "framework/app_module.h"
 #include "ui/instance_mutex.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -20,8 +19,6 @@
 #include <vector>
 
 namespace {
-
-using testing::ElementsAre;
 
 // Set before all other objects of this file, among them those of the program's entry.
 [[gnu::init_priority(101)]] std::optional<ReplacedImport> g_createMutex(std::in_place, "CreateMutexW",
@@ -149,52 +146,49 @@ private:
         });
 };
 
+const std::vector<std::string> kSteps = {"SetDefaultDllDirectories 2048", "CoInitialize",
+                                         "InitCommonControlsEx 8 4", "dialog 102 of the module",
+                                         "CoUninitialize"};
+
 TEST_F(MainTest, TheFirstCopyTakesItsStepsInOrderAlsoWithoutCom) {
     for (const HRESULT result : {S_OK, E_OUTOFMEMORY}) {
         comResult = result;
         calls.clear();
         EXPECT_EQ(Run(first_copy::wWinMain), 0) << "the dialog was not created";
-        EXPECT_THAT(calls,
-                    ElementsAre("SetDefaultDllDirectories 2048", "CoInitialize", "InitCommonControlsEx 8 4",
-                                "dialog 102 of the module", "CoUninitialize"));
+        EXPECT_EQ(calls, kSteps);
     }
 }
 
-TEST_F(MainTest, TheDialogsResultIsTheExitCode) {
+TEST_F(MainTest, TheDialogsResultIsTheExitCodeAlsoOfACopyWithoutAMutex) {
     quitCode = 2;
     EXPECT_EQ(Run(first_copy::wWinMain), 2);
+    calls.clear();
+    EXPECT_EQ(Run(without_mutex::wWinMain), 2);
+    EXPECT_EQ(calls, kSteps);
 }
 
 TEST_F(MainTest, SystemsThatCannotRestrictLibrariesStartTheSame) {
     canRestrictLibraries = false;
     Run(first_copy::wWinMain);
-    EXPECT_THAT(calls, ElementsAre("CoInitialize", "InitCommonControlsEx 8 4", "dialog 102 of the module",
-                                   "CoUninitialize"));
+    EXPECT_EQ(calls, std::vector(kSteps.begin() + 1, kSteps.end()));
 }
 
-TEST_F(MainTest, ACopyWhoseMutexCouldNotBeCreatedRunsNormally) {
-    quitCode = 2;
-    EXPECT_EQ(Run(without_mutex::wWinMain), 2);
-    EXPECT_THAT(calls, ElementsAre("SetDefaultDllDirectories 2048", "CoInitialize",
-                                   "InitCommonControlsEx 8 4", "dialog 102 of the module", "CoUninitialize"));
-}
-
-TEST_F(MainTest, ASecondCopyLooksForAWindowOfTheMutexsClassAndEndsWithZero) {
+TEST_F(MainTest, ASecondCopyLooksForAWindowOfTheMutexsClassRestoresAMinimisedOneAndEndsWithZero) {
     quitCode = 2;  // would be the code of a copy that ran
-    for (const HWND found : {firstCopysWindow, HWND{nullptr}}) {
+    std::vector<std::string> expected = {"FindWindowW class {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}",
+                                         "SetForegroundWindow", "IsIconic"};
+    const HWND window = firstCopysWindow;
+    for (const HWND found : {HWND{nullptr}, window}) {
         firstCopysWindow = found;
         calls.clear();
         EXPECT_EQ(Run(second_copy::wWinMain), 0);
-        EXPECT_THAT(calls, ElementsAre("FindWindowW class {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}",
-                                       "SetForegroundWindow", "IsIconic"));
+        EXPECT_EQ(calls, expected);
     }
-}
-
-TEST_F(MainTest, ASecondCopyRestoresAMinimisedWindow) {
     iconic = TRUE;
+    calls.clear();
     EXPECT_EQ(Run(second_copy::wWinMain), 0);
-    EXPECT_THAT(calls, ElementsAre("FindWindowW class {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}",
-                                   "SetForegroundWindow", "IsIconic", "ShowWindow 1"));
+    expected.emplace_back("ShowWindow 1");
+    EXPECT_EQ(calls, expected);
 }
 
 }  // namespace

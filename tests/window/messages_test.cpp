@@ -11,7 +11,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -66,32 +65,28 @@ private:
         });
 };
 
-TEST_F(ShowMessageTest, LoadsTextAndCaptionByTheirIds) {
+TEST_F(ShowMessageTest, LoadsTextAndCaptionByTheirIdsAndReturnsTheButtonThatWasPressed) {
     const auto owner = reinterpret_cast<HWND>(77);
-    ShowMessage(owner, MAKEINTRESOURCEW(IDS_BAD_OUTPUT_FOLDER), MAKEINTRESOURCEW(IDS_PROGRAM_NAME),
-                MB_OK | MB_ICONERROR);
-    EXPECT_THAT(shown, ElementsAre("77 Le dossier de destination est incorrect !|Talvenor|16"));
-    EXPECT_THAT(loads, ElementsAre("LoadStringW 142 256", "LoadStringW 128 256"));
+    for (const int button : {IDNO, IDYES}) {
+        answer = button;
+        EXPECT_EQ(ShowMessage(owner, MAKEINTRESOURCEW(IDS_BAD_OUTPUT_FOLDER),
+                              MAKEINTRESOURCEW(IDS_PROGRAM_NAME), MB_OK | MB_ICONERROR),
+                  button);
+    }
+    EXPECT_EQ(shown, std::vector<std::string>(2, "77 Le dossier de destination est incorrect !|Talvenor|16"));
+    EXPECT_THAT(loads, ElementsAre("LoadStringW 142 256", "LoadStringW 128 256", "LoadStringW 142 256",
+                                   "LoadStringW 128 256"));
 }
 
-TEST_F(ShowMessageTest, TakesTextsAsTheyAreAndNoCaption) {
+TEST_F(ShowMessageTest, TakesTextsAsTheyAreAndNoCaptionAlsoBesideOneById) {
     ShowMessage(nullptr, L"un texte", L"un titre", MB_YESNO | MB_ICONQUESTION);
     ShowMessage(nullptr, L"un texte", nullptr, MB_OK);
     EXPECT_THAT(shown, ElementsAre("none un texte|un titre|36", "none un texte|(null)|0"));
     EXPECT_THAT(loads, IsEmpty());
-}
-
-TEST_F(ShowMessageTest, TakesOneByIdAndTheOtherAsText) {
+    shown.clear();
     ShowMessage(nullptr, L"un texte", MAKEINTRESOURCEW(IDS_PROGRAM_NAME), MB_OK);
     ShowMessage(nullptr, MAKEINTRESOURCEW(IDS_CONVERSION_FINISHED), L"un titre", MB_OK);
     EXPECT_THAT(shown, ElementsAre("none un texte|Talvenor|0", "none Conversion terminée !|un titre|0"));
-}
-
-TEST_F(ShowMessageTest, ReturnsTheButtonThatWasPressed) {
-    for (const int button : {IDNO, IDYES}) {
-        answer = button;
-        EXPECT_EQ(ShowMessage(nullptr, L"un texte", nullptr, MB_YESNO), button);
-    }
 }
 
 TEST_F(ShowMessageTest, TakesAnyNumberOfSixteenBitsForAnIdAndAMissingStringForAnEmptyText) {

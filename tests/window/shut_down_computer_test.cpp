@@ -3,12 +3,9 @@
 
 #include "ui/shutdown/shut_me_down_dlg.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
-
-using testing::ElementsAre;
 
 constexpr char kOpen[] = "OpenProcessToken self access=0x28";
 constexpr char kLookUp[] = "LookupPrivilegeValueW local SeShutdownPrivilege";
@@ -19,7 +16,6 @@ constexpr char kDisable[] = "AdjustTokenPrivileges token all=0 count=1 luid=5:19
 class ShutDownComputerTest : public testing::Test {
 protected:
     CallRecord calls;  // a message box and a handle that is closed would be among them
-    ScriptedShutdown system{calls};
 
 private:
     std::unique_ptr<ReplacedImport> m_messageBox =
@@ -33,47 +29,44 @@ private:
     });
 };
 
-TEST_F(ShutDownComputerTest, EnablesThePrivilegeAsksAndDisablesItAndLeavesTheTokenOpen) {
-    EXPECT_TRUE(CShutMeDownDlg::ShutDownComputer());
-    EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable, kInitiate, kDisable));
-}
-
-TEST_F(ShutDownComputerTest, TriesNothingMoreWithoutAToken) {
-    system.opensToken = false;
-    EXPECT_FALSE(CShutMeDownDlg::ShutDownComputer());
-    EXPECT_THAT(calls.Calls(), ElementsAre(kOpen));
-}
-
-TEST_F(ShutDownComputerTest, DoesNotLookAtAnUnknownPrivilege) {
-    system.knowsPrivilege = false;
-    EXPECT_TRUE(CShutMeDownDlg::ShutDownComputer());
-    EXPECT_THAT(calls.Calls(),
-                ElementsAre(kOpen, kLookUp,
-                            "AdjustTokenPrivileges token all=0 count=1 luid=0:0 attributes=2 previous=none",
-                            kInitiate,
-                            "AdjustTokenPrivileges token all=0 count=1 luid=0:0 attributes=0 previous=none"));
-}
-
-TEST_F(ShutDownComputerTest, MakesNoRequestForAnAccountWithoutThePrivilege) {
-    system.adjustError = ERROR_NOT_ALL_ASSIGNED;  // which comes with a success
-    EXPECT_FALSE(CShutMeDownDlg::ShutDownComputer());
-    EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable));
-}
-
-TEST_F(ShutDownComputerTest, LooksAtTheLastErrorAndNotAtTheResultOfTheAdjustment) {
-    system.adjustSucceeds = false;
-    EXPECT_TRUE(CShutMeDownDlg::ShutDownComputer());
-    EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable, kInitiate, kDisable));
-}
-
-TEST_F(ShutDownComputerTest, LeavesThePrivilegeAfterARefusedRequestAndCanBeRepeated) {
-    system.accepts = false;
-    EXPECT_FALSE(CShutMeDownDlg::ShutDownComputer());
-    EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable, kInitiate));
-    system.accepts = true;
-    calls.Clear();
-    EXPECT_TRUE(CShutMeDownDlg::ShutDownComputer());
-    EXPECT_THAT(calls.Calls(), ElementsAre(kOpen, kLookUp, kEnable, kInitiate, kDisable));
+TEST_F(ShutDownComputerTest, EnablesThePrivilegeAsksAndDisablesItUnlessAStepFails) {
+    static const struct {
+        const char* name;
+        void (*prepare)(ScriptedShutdown& system);
+        bool result;
+        std::vector<std::string> calls;
+    } kCases[] = {
+        {"as it should go, with the token left open",
+         [](ScriptedShutdown&) {},
+         true,
+         {kOpen, kLookUp, kEnable, kInitiate, kDisable}},
+        {"without a token", [](ScriptedShutdown& system) { system.opensToken = false; }, false, {kOpen}},
+        {"an unknown privilege is not looked at",
+         [](ScriptedShutdown& system) { system.knowsPrivilege = false; },
+         true,
+         {kOpen, kLookUp, "AdjustTokenPrivileges token all=0 count=1 luid=0:0 attributes=2 previous=none",
+          kInitiate, "AdjustTokenPrivileges token all=0 count=1 luid=0:0 attributes=0 previous=none"}},
+        {"an account without the privilege, which comes with a success",
+         [](ScriptedShutdown& system) { system.adjustError = ERROR_NOT_ALL_ASSIGNED; },
+         false,
+         {kOpen, kLookUp, kEnable}},
+        {"only the last error of the adjustment counts",
+         [](ScriptedShutdown& system) { system.adjustSucceeds = false; },
+         true,
+         {kOpen, kLookUp, kEnable, kInitiate, kDisable}},
+        {"a refused request leaves the privilege",
+         [](ScriptedShutdown& system) { system.accepts = false; },
+         false,
+         {kOpen, kLookUp, kEnable, kInitiate}},
+    };
+    for (const auto& row : kCases) {
+        SCOPED_TRACE(row.name);
+        calls.Clear();
+        ScriptedShutdown system(calls);
+        row.prepare(system);
+        EXPECT_EQ(CShutMeDownDlg::ShutDownComputer(), row.result);
+        EXPECT_EQ(calls.Calls(), row.calls);
+    }
 }
 
 }  // namespace

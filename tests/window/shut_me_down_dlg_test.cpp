@@ -33,6 +33,9 @@ protected:
         dialog = std::make_unique<ModalThread<CShutMeDownDlg>>(kTitle, owner);
         window = dialog->Window();
         ASSERT_NE(window, nullptr);
+        if (!realTimers) {
+            EXPECT_EQ(Seconds(), L"30");
+        }
     }
     void PassSeconds(int seconds, WPARAM timerId = 1) const {
         for (int i = 0; i < seconds; ++i) ::SendMessageW(window, WM_TIMER, timerId, 0);
@@ -96,7 +99,6 @@ private:
 
 TEST_F(ShutMeDownDlgTest, OpensAtThirtyWithATimerOfASecondAndTheFocusOnItsDefaultButton) {
     Open();
-    EXPECT_EQ(Seconds(), L"30");
     EXPECT_THAT(Calls(), ElementsAre("SetTimer 1 1000"));
     EXPECT_EQ(dialog->Focused(), ::GetDlgItem(window, IDOK));
     EXPECT_EQ(LOWORD(::SendMessageW(window, DM_GETDEFID, 0, 0)), IDOK);
@@ -126,24 +128,14 @@ TEST_F(ShutMeDownDlgTest, IsInTheMiddleOfTheScreenOrOfItsParent) {
     ::DestroyWindow(parent);
 }
 
-TEST_F(ShutMeDownDlgTest, CountsDownByOneASecondToOne) {
+TEST_F(ShutMeDownDlgTest, CountsTheMessagesOfAnyTimerDownToOneThenAsksOnceAndStaysOpen) {
     Open();
     for (int left = 29; left >= 1; --left) {
-        PassSeconds(1);
+        PassSeconds(1, left % 2 == 0 ? 77 : 1);
         EXPECT_EQ(Seconds(), std::to_wstring(left));
     }
     EXPECT_THAT(Calls(), ElementsAre("SetTimer 1 1000"));
-}
-
-TEST_F(ShutMeDownDlgTest, CountsTheMessagesOfAnyTimer) {
-    Open();
-    PassSeconds(2, 77);
-    EXPECT_EQ(Seconds(), L"28");
-}
-
-TEST_F(ShutMeDownDlgTest, StopsItsTimerAfterThirtySecondsAsksOnceAndStaysOpenAtOne) {
-    Open();
-    PassSeconds(30);
+    PassSeconds(1);
     EXPECT_THAT(Calls(), ElementsAre("SetTimer 1 1000", "KillTimer 1", "shutdown"));
     EXPECT_EQ(Seconds(), L"1");
     EXPECT_TRUE(::IsWindowVisible(window));
@@ -177,21 +169,21 @@ TEST_P(ShutMeDownDlgEndTest, AsksAtMostOnceStopsItsTimerAndEndsWithItsResult) {
     EXPECT_EQ(shutdownCalls.Calls().empty(), !way.shutsDown && way.afterSeconds < 30);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, ShutMeDownDlgEndTest,
-                         testing::Values(WayOut{"ShutDownAtOnce", 0, WM_COMMAND, IDOK, true},
-                                         WayOut{"ShutDownAfterOneSecond", 1, WM_COMMAND, IDOK, true},
-                                         WayOut{"ShutDownAfterAllButOne", 29, WM_COMMAND, IDOK, true},
-                                         WayOut{"ShutDownOnceMore", 30, WM_COMMAND, IDOK, true},
-                                         WayOut{"ShutDownByAnyNotification", 0, WM_COMMAND,
-                                                MAKEWPARAM(IDOK, BN_SETFOCUS), true},
-                                         WayOut{"Enter", 0, WM_KEYDOWN, VK_RETURN, true},
-                                         WayOut{"CancelAtOnce", 0, WM_COMMAND, IDCANCEL, false},
-                                         WayOut{"CancelAfterAllButOne", 29, WM_COMMAND, IDCANCEL, false},
-                                         WayOut{"CancelAfterTheRequest", 30, WM_COMMAND, IDCANCEL, false},
-                                         WayOut{"CancelByAnyNotification", 0, WM_COMMAND,
-                                                MAKEWPARAM(IDCANCEL, BN_SETFOCUS), false},
-                                         WayOut{"Escape", 0, WM_KEYDOWN, VK_ESCAPE, false},
-                                         WayOut{"CloseButton", 0, WM_SYSCOMMAND, SC_CLOSE, false}),
+constexpr WayOut kWays[] = {
+    {"ShutDownAtOnce", 0, WM_COMMAND, IDOK, true},
+    {"ShutDownAfterOneSecond", 1, WM_COMMAND, IDOK, true},
+    {"ShutDownAfterAllButOne", 29, WM_COMMAND, IDOK, true},
+    {"ShutDownOnceMore", 30, WM_COMMAND, IDOK, true},
+    {"ShutDownByAnyNotification", 0, WM_COMMAND, MAKEWPARAM(IDOK, BN_SETFOCUS), true},
+    {"Enter", 0, WM_KEYDOWN, VK_RETURN, true},
+    {"CancelAtOnce", 0, WM_COMMAND, IDCANCEL, false},
+    {"CancelAfterAllButOne", 29, WM_COMMAND, IDCANCEL, false},
+    {"CancelAfterTheRequest", 30, WM_COMMAND, IDCANCEL, false},
+    {"CancelByAnyNotification", 0, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_SETFOCUS), false},
+    {"Escape", 0, WM_KEYDOWN, VK_ESCAPE, false},
+    {"CloseButton", 0, WM_SYSCOMMAND, SC_CLOSE, false}};
+
+INSTANTIATE_TEST_SUITE_P(Ways, ShutMeDownDlgEndTest, testing::ValuesIn(kWays),
                          [](const auto& way) { return std::string(way.param.name); });
 
 TEST_F(ShutMeDownDlgTest, OtherMessagesAndCommandsGetDefaultProcessing) {

@@ -24,90 +24,65 @@ void Plant(const std::filesystem::path& where) {
     std::ofstream(where / kBareName) << "MZ";
 }
 
-// The answer of the search path; `length` is what the call returns when it is not the path's own.
-std::unique_ptr<ReplacedImport> AnswerSearchPath(const std::wstring& path, DWORD length = 0) {
-    return Replace<decltype(::SearchPathW)>(
-        "SearchPathW", [=](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) -> DWORD {
-            if (where) return 0;  // in the current folder there is none
-            ::lstrcpynW(found, path.c_str(), MAX_PATH);
-            return length != 0 ? length : static_cast<DWORD>(path.size());
-        });
-}
-
 class SystemExplorerTest : public MainWindowFixture {
 protected:
     TemporaryFolder m_downloads;
 };
 
-TEST_F(SystemExplorerTest, IsTheBareNameWhereThereIsNoOther) {
+TEST_F(SystemExplorerTest, IsTheFullPathWhileAnotherIsBesideTheProgramOrInTheCurrentFolder) {
     const CurrentFolder current(m_downloads.Path());
-    EXPECT_EQ(SystemExplorer(), kBareName);
+    for (const std::filesystem::path& where : {folder.Path(), m_downloads.Path()}) {
+        EXPECT_EQ(SystemExplorer(), kBareName);
+        Plant(where);
+        EXPECT_EQ(SystemExplorer(), Systems()) << where;
+        std::filesystem::remove(where / kBareName);
+    }
 }
 
-TEST_F(SystemExplorerTest, IsTheFullPathWhileAnotherIsBesideTheProgram) {
-    Plant(folder.Path());
-    EXPECT_EQ(SystemExplorer(), Systems());
-    std::filesystem::remove(folder.Path() / kBareName);
-    EXPECT_EQ(SystemExplorer(), kBareName);
-}
-
-TEST_F(SystemExplorerTest, IsTheFullPathWhileAnotherIsInTheCurrentFolder) {
-    Plant(m_downloads.Path());
-    const CurrentFolder current(m_downloads.Path());
-    EXPECT_EQ(SystemExplorer(), Systems());
-}
-
-TEST_F(SystemExplorerTest, TheSystemsOwnInTheCurrentFolderIsNoOther) {
-    const CurrentFolder current(WindowsFolder());
-    EXPECT_EQ(SystemExplorer(), kBareName);
-}
-
-TEST_F(SystemExplorerTest, TheSystemsOwnBesideTheProgramIsNoOther) {
+TEST_F(SystemExplorerTest, TheSystemsOwnBesideTheProgramOrInTheCurrentFolderIsNoOther) {
+    {
+        const CurrentFolder current(WindowsFolder());
+        EXPECT_EQ(SystemExplorer(), kBareName);
+    }
     const CurrentFolder current(m_downloads.Path());
     programPath = (WindowsFolder() / "Talvenor.exe").wstring();
     EXPECT_EQ(SystemExplorer(), kBareName);
 }
 
-TEST_F(SystemExplorerTest, IsTheFullPathWhenTheSearchPathLeadsElsewhereOrNowhere) {
-    for (const wchar_t* const found : {L"C:\\Outils\\explorer.exe", L""}) {
-        const auto search = AnswerSearchPath(found);
-        EXPECT_EQ(SystemExplorer(), Systems()) << Utf8(found);
+// Whether the search path has the current folder is a setting of the system: that folder is asked on its own.
+TEST_F(SystemExplorerTest, IsTheBareNameOnlyWhileTheSearchPathLeadsToTheSystemsOwn) {
+    std::wstring inCapitals = Systems();
+    ::CharUpperW(inCapitals.data());
+    const struct {
+        const char* name;
+        std::wstring found;
+        std::wstring expected;
+        std::wstring inCurrentFolder = {};
+        // What is returned for a path that does not fit, whatever is in the buffer.
+        DWORD tooLong = 0;
+        DWORD tooLongInCurrentFolder = 0;
+    } cases[] = {
+        {"the system's", Systems(), kBareName},
+        {"in another case", inCapitals, kBareName},
+        {"elsewhere", L"C:\\Outils\\explorer.exe", Systems()},
+        {"nowhere", L"", Systems()},
+        {"another in the current folder", Systems(), Systems(), L"C:\\Outils\\explorer.exe"},
+        {"a path that does not fit", Systems(), Systems(), L"", MAX_PATH + 10},
+        {"a path that just does not fit", Systems(), Systems(), L"", MAX_PATH},
+        {"one of the current folder that does not fit", Systems(), kBareName, L"C:\\Outils\\explorer.exe", 0,
+         MAX_PATH},
+    };
+    for (const auto& row : cases) {
+        const auto search = Replace<decltype(::SearchPathW)>(
+            "SearchPathW", [&](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) {
+                const bool isCurrentFolder = where && std::wstring(where) == L".";
+                const std::wstring path = isCurrentFolder ? row.inCurrentFolder : where ? L"" : row.found;
+                ::lstrcpynW(found, path.c_str(), MAX_PATH);
+                const DWORD tooLong = where ? row.tooLongInCurrentFolder : row.tooLong;
+                return tooLong != 0 ? tooLong : static_cast<DWORD>(path.size());
+            });
+        EXPECT_EQ(SystemExplorer(), row.expected) << row.name;
     }
-}
-
-TEST_F(SystemExplorerTest, ASearchResultThatDoesNotFitIsNoPathWhateverIsInTheBuffer) {
-    for (const DWORD length : {MAX_PATH, MAX_PATH + 10}) {
-        const auto search = AnswerSearchPath(Systems(), length);
-        EXPECT_EQ(SystemExplorer(), Systems()) << length;
-    }
-}
-
-TEST_F(SystemExplorerTest, AResultInTheCurrentFolderThatDoesNotFitIsNoOther) {
-    const auto search = Replace<decltype(::SearchPathW)>(
-        "SearchPathW", [](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) -> DWORD {
-            ::lstrcpynW(found, where ? L"C:\\Outils\\explorer.exe" : Systems().c_str(), MAX_PATH);
-            return where ? MAX_PATH : static_cast<DWORD>(Systems().size());
-        });
-    EXPECT_EQ(SystemExplorer(), kBareName);
-}
-
-// Whether the search path has the current folder is a setting of the system.
-TEST_F(SystemExplorerTest, TheCurrentFolderCountsAlsoWhereTheSearchPathLeavesItOut) {
-    const auto search = Replace<decltype(::SearchPathW)>(
-        "SearchPathW", [](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) {
-            const bool isCurrent = where && std::wstring(where) == L".";
-            const std::wstring path = isCurrent ? L"C:\\Outils\\explorer.exe" : where ? L"" : Systems();
-            ::lstrcpynW(found, path.c_str(), MAX_PATH);
-            return static_cast<DWORD>(path.size());
-        });
-    EXPECT_EQ(SystemExplorer(), Systems());
-}
-
-TEST_F(SystemExplorerTest, PathsAreComparedWithoutCase) {
-    std::wstring upper = Systems();
-    ::CharUpperW(upper.data());
-    const auto search = AnswerSearchPath(upper);
-    EXPECT_EQ(SystemExplorer(), kBareName);
 }
 
 TEST_F(SystemExplorerTest, IsTheBareNameWithoutTheSystemsFolder) {

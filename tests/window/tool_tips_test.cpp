@@ -58,11 +58,6 @@ protected:
                  });
     }
     [[nodiscard]] LRESULT ToolCount() const { return ::SendMessageW(window, TTM_GETTOOLCOUNT, 0, 0); }
-    [[nodiscard]] RECT ExtraOptionsArea() const {
-        RECT area = {};
-        ::GetClientRect(Control(IDC_EXTRA_OPTIONS), &area);
-        return area;
-    }
 
     HWND window = nullptr;
     HWND owner = nullptr;
@@ -71,12 +66,9 @@ protected:
     std::vector<std::wstring> texts;
 };
 
-TEST_F(ToolTipsTest, OneWindowOfTheDialogsShowsAllSix) {
+TEST_F(ToolTipsTest, OneWindowOfTheDialogsShowsTheTextsOfSixControls) {
     EXPECT_EQ(owner, Dialog());
     EXPECT_EQ(ToolCount(), 6);
-}
-
-TEST_F(ToolTipsTest, EachControlHasItsText) {
     std::vector<int> controls;
     for (const TTTOOLINFOW& tool : tools) controls.push_back(::GetDlgCtrlID(tool.hwnd));
     EXPECT_THAT(controls, ElementsAre(IDC_PAGES, IDC_EXTRA_OPTIONS, IDC_ADD, IDC_HIDE_OUTPUT,
@@ -84,8 +76,11 @@ TEST_F(ToolTipsTest, EachControlHasItsText) {
     EXPECT_THAT(texts, ElementsAre(L"<204>", L"<205>", L"<147>", L"<133>", L"<136>", L"<138>"));
 }
 
-TEST_F(ToolTipsTest, EveryToolHasTheRectangleOfTheExtraOptionsAndTheFullDescription) {
-    const RECT area = ExtraOptionsArea();
+TEST_F(ToolTipsTest, EveryToolHasTheRectangleAndWidthOfTheExtraOptionsAndTheFullDescription) {
+    RECT area = {};
+    ::GetClientRect(Control(IDC_EXTRA_OPTIONS), &area);
+    EXPECT_EQ(maximumWidth, area.right);
+    EXPECT_EQ(::SendMessageW(window, TTM_GETMAXTIPWIDTH, 0, 0), maximumWidth);
     ASSERT_EQ(tools.size(), 6u);
     for (const TTTOOLINFOW& tool : tools) {
         EXPECT_EQ(tool.cbSize, 72u);
@@ -94,11 +89,6 @@ TEST_F(ToolTipsTest, EveryToolHasTheRectangleOfTheExtraOptionsAndTheFullDescript
         EXPECT_TRUE(::EqualRect(&tool.rect, &area));
         EXPECT_EQ(tool.lParam, 0);
     }
-}
-
-TEST_F(ToolTipsTest, TipsAreAsWideAsTheExtraOptionsAtMost) {
-    EXPECT_EQ(maximumWidth, ExtraOptionsArea().right);
-    EXPECT_EQ(::SendMessageW(window, TTM_GETMAXTIPWIDTH, 0, 0), maximumWidth);
 }
 
 TEST_F(ToolTipsTest, EarlierSystemsGetTheShorterDescriptionAndTakeItAll) {
