@@ -34,16 +34,13 @@ constexpr DecimalCase kNumbers[] = {
     {"LargestInTwelveDigits", 0xFFFFFFFFu, 12, L"004294967295"},
 };
 
-class AppendDecimalTest : public testing::TestWithParam<DecimalCase> {};
-
-TEST_P(AppendDecimalTest, WritesTheValueWithLeadingZeros) {
-    std::wstring text;
-    AppendDecimal(text, GetParam().value, GetParam().minimumDigits);
-    EXPECT_EQ(text, GetParam().text);
+TEST(AppendDecimal, WritesTheValueWithLeadingZeros) {
+    for (const DecimalCase& row : kNumbers) {
+        std::wstring text;
+        AppendDecimal(text, row.value, row.minimumDigits);
+        EXPECT_EQ(text, row.text) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, AppendDecimalTest, testing::ValuesIn(kNumbers),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(AppendDecimal, PadsNothingUnlessAskedTo) {
     std::wstring text;

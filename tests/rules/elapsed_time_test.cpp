@@ -18,13 +18,10 @@ struct ElapsedCase {
 constexpr ElapsedCase kDurations[] = {
     {"NoTime", 0, 0, L"00:00:00"},
     {"NoTimeLateInTheDay", 86'400'000, 86'400'000, L"00:00:00"},
-    {"OneMillisecond", 0, 1, L"00:00:00"},
     {"LastMillisecondOfTheFirstSecond", 0, 999, L"00:00:00"},
     {"OneSecond", 0, 1'000, L"00:00:01"},
     {"PartOfASecondIsDropped", 0, 1'999, L"00:00:01"},
     {"PartOfASecondIsOfTheDifference", 999, 1'998, L"00:00:00"},
-    {"NineSeconds", 0, 9'000, L"00:00:09"},
-    {"TenSeconds", 0, 10'000, L"00:00:10"},
     {"LastSecondOfTheFirstMinute", 0, 59'999, L"00:00:59"},
     {"OneMinute", 0, 60'000, L"00:01:00"},
     {"MinuteAndSeconds", 5'000, 88'456, L"00:01:23"},
@@ -44,14 +41,11 @@ constexpr ElapsedCase kDurations[] = {
     {"AnHourAcrossTheWrap", 0xFFFFFFFFu - 1'799'999u, 1'800'000, L"01:00:00"},
 };
 
-class FormatElapsedTimeTest : public testing::TestWithParam<ElapsedCase> {};
-
-TEST_P(FormatElapsedTimeTest, ShowsHoursMinutesAndSeconds) {
-    EXPECT_EQ(FormatElapsedTime(GetParam().startTick, GetParam().endTick), GetParam().text);
+TEST(FormatElapsedTime, ShowsHoursMinutesAndSeconds) {
+    for (const ElapsedCase& row : kDurations) {
+        EXPECT_EQ(FormatElapsedTime(row.startTick, row.endTick), row.text) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, FormatElapsedTimeTest, testing::ValuesIn(kDurations),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(FormatDuration, IsTheElapsedTimeWhileTheBatchRuns) {
     EXPECT_EQ(FormatDuration(true, 1'000, 84'000, L"*** Annulé !"), L"00:01:23");
@@ -65,14 +59,11 @@ TEST(FormatDuration, IsTheMarkOnceTheBatchIsStopped) {
     EXPECT_EQ(FormatDuration(false, 0, 0, std::wstring_view(L"*** Annulé !", 3)), L"***");
 }
 
-TEST(DurationEnd, IsTheTickGivenUnlessThatIsZero) {
+TEST(DurationEnd, IsTheTickGivenOrTheStoredOneWhenThatIsZero) {
     EXPECT_EQ(DurationEnd(84'000, 5'000), 84'000u);
     EXPECT_EQ(DurationEnd(1, 5'000), 1u);
     EXPECT_EQ(DurationEnd(0xFFFFFFFFu, 5'000), 0xFFFFFFFFu);
     EXPECT_EQ(DurationEnd(84'000, 0), 84'000u);
-}
-
-TEST(DurationEnd, IsTheStoredTickWhenNoneIsGiven) {
     EXPECT_EQ(DurationEnd(0, 5'000), 5'000u);
     EXPECT_EQ(DurationEnd(0, 0), 0u);
 }

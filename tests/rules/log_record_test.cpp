@@ -30,14 +30,11 @@ constexpr RecordTimeCase kRecordTimes[] = {
     {"LastYearOfTheSystem", DateOrdering{0}, {30827, 9, 10, 1, 10, 11}, L"09/10, 30827 - 01:10:11"},
 };
 
-class FormatRecordTimeTest : public testing::TestWithParam<RecordTimeCase> {};
-
-TEST_P(FormatRecordTimeTest, FollowsTheOrderingOfTheLocale) {
-    EXPECT_EQ(FormatRecordTime(GetParam().ordering, GetParam().time), GetParam().text);
+TEST(FormatRecordTime, FollowsTheOrderingOfTheLocale) {
+    for (const RecordTimeCase& row : kRecordTimes) {
+        EXPECT_EQ(FormatRecordTime(row.ordering, row.time), row.text) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, FormatRecordTimeTest, testing::ValuesIn(kRecordTimes),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(FormatRecordTime, IsNothingForAnUnknownOrdering) {
     for (const std::uint32_t ordering : {3u, 4u, 0x100u, 0x10001u, 0xFFFFFFFFu}) {
@@ -55,26 +52,13 @@ TEST(BuildLogRecord, IsTheWholeTextForAConvertedFile) {
               L"\r\n");
 }
 
-TEST(BuildLogRecord, IsTheWholeTextForACancelledFile) {
-    EXPECT_EQ(
-        BuildLogRecord(kLabels, L"16/11, 2026 - 14:07:40", L"*** Annulé !"),
-        L"\r\n"
-        L"Terminé le : 16/11, 2026 - 14:07:40\r\n"
-        L"*** Durée de conversion (hh:mm:ss) : *** Annulé !\r\n"
-        L"******************************************************************************************\r\n"
-        L"\r\n");
-}
-
-TEST(BuildLogRecord, WritesTheLabelTwiceWithoutATime) {
+TEST(BuildLogRecord, WritesTheLabelTwiceWithoutATimeAndOnceWithAnEmptyOne) {
     EXPECT_EQ(BuildLogRecord(kLabels, std::nullopt, L"00:01:23"),
               L"\r\n"
               L"Terminé le : Terminé le : \r\n"
               L"*** Durée de conversion (hh:mm:ss) : 00:01:23\r\n"
               L"*****************************************************************************\r\n"
               L"\r\n");
-}
-
-TEST(BuildLogRecord, WritesTheLabelOnceWithATimeThatIsEmpty) {
     EXPECT_EQ(BuildLogRecord(kLabels, L"", L"00:01:23"),
               L"\r\n"
               L"Terminé le : \r\n"
@@ -94,30 +78,19 @@ TEST(BuildLogRecord, ReadsNoTextBeyondItsEnd) {
               L"\r\nat\r\nce\r\n**********\r\n\r\n");
 }
 
-struct RuleCase {
-    const char* name;
-    const wchar_t* finishedAt;
-    const wchar_t* duration;
-    std::ptrdiff_t asterisks;
-};
-
-// The three line breaks before the rule make six.
-constexpr RuleCase kRules[] = {
-    {"TwoForEachLineBreak", L"", L"", 6},
-    {"OneForEachCharacterOfEitherLine", L"abc", L"de", 11},
-    {"OneForAnAccentedLetter", L"é", L"", 7},
-    // Two of the system's 16-bit characters, and counted as two.
-    {"TwoForACharacterOfTwoUnits", L"\xD83D\xDE00", L"", 8},
-};
-
-class LogRecordRuleTest : public testing::TestWithParam<RuleCase> {};
-
-TEST_P(LogRecordRuleTest, IsAsLongAsTheWholeTextBeforeIt) {
-    const std::wstring record = BuildLogRecord({L"", L""}, GetParam().finishedAt, GetParam().duration);
-    EXPECT_EQ(std::count(record.begin(), record.end(), L'*'), GetParam().asterisks);
+TEST(BuildLogRecord, EndsInARuleAsLongAsTheWholeTextBeforeIt) {
+    static constexpr struct {
+        const wchar_t* finishedAt;
+        const wchar_t* duration;
+        std::ptrdiff_t asterisks;
+    } kCases[] = {{L"", L"", 6},  // two for each line break
+                  {L"abc", L"de", 11},
+                  {L"é", L"", 7},
+                  {L"\xD83D\xDE00", L"", 8}};  // two units of the system's are counted as two
+    for (const auto& row : kCases) {
+        const std::wstring record = BuildLogRecord({L"", L""}, row.finishedAt, row.duration);
+        EXPECT_EQ(std::ranges::count(record, L'*'), row.asterisks) << record;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, LogRecordRuleTest, testing::ValuesIn(kRules),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

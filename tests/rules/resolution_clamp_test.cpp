@@ -7,100 +7,47 @@
 
 namespace {
 
-struct ResolutionCase {
-    const char* name;
-    std::wstring_view typed;
-};
+using namespace std::string_view_literals;
 
-std::string NameOfCase(const testing::TestParamInfo<ResolutionCase>& info) {
-    return info.param.name;
+TEST(ClampResolution, MakesTheLowestOrTheHighestOfEveryNumberBeyond) {
+    for (int number = 0; number <= 100'000; ++number) {
+        const std::optional<std::wstring_view> clamped = ClampResolution(std::to_wstring(number));
+        if (number < 72) {
+            ASSERT_EQ(clamped, L"72") << number;
+        } else if (number > 6000) {
+            ASSERT_EQ(clamped, L"6000") << number;
+        } else {
+            ASSERT_EQ(clamped, std::nullopt) << number;
+        }
+    }
 }
 
-constexpr ResolutionCase kTooLow[] = {
-    {"Zero", L"0"},
-    {"One", L"1"},
-    {"Seven", L"7"},
-    {"Nine", L"9"},
-    {"Fifty", L"50"},
-    {"JustBelow", L"71"},
-    {"ZerosBefore", L"0071"},
-    {"ManyZeros", L"00000000000000000000"},
-    {"LettersBehind", L"71dpi"},
-    {"DigitsBehindABlank", L"7 300"},
-    {"DigitsBehindAPoint", L"7.300"},
-    {"Letters", L"abc"},
-    {"LetterFirst", L"x300"},
-    {"Blank", L" "},
-    {"BlankFirst", L" 300"},
-    {"MinusFirst", L"-300"},
-    {"PlusFirst", L"+300"},
-    {"CharacterBeforeZero", L"/300"},
-    {"CharacterAfterNine", L":300"},
-    {"CharacterBeforeZeroLater", L"30/"},
-    {"CharacterAfterNineLater", L"30:"},
-    {"DigitsOfAnotherScript", L"\u0663\u0660\u0660"},
-    {"NoTerminatorNeeded", std::wstring_view(L"300", 2)},
-    {"EndsAtANull", std::wstring_view(L"30\0009", 4)},
-};
-
-class ResolutionTooLowTest : public testing::TestWithParam<ResolutionCase> {};
-
-TEST_P(ResolutionTooLowTest, BecomesTheLowest) {
-    EXPECT_EQ(ClampResolution(GetParam().typed), L"72");
+// The leading digits count, and nothing else; as many zeros as anybody likes may be in front of them.
+TEST(ClampResolution, MakesTheLowestOfWhatIsTooLow) {
+    for (const std::wstring_view typed :
+         {L"0071"sv, L"00000000000000000000"sv, L"71dpi"sv, L"7 300"sv, L"7.300"sv, L"abc"sv, L"x300"sv,
+          L" "sv, L" 300"sv, L"-300"sv, L"+300"sv, L"/300"sv, L":300"sv, L"30/"sv, L"30:"sv,
+          L"\u0663\u0660\u0660"sv, L"300"sv.substr(0, 2), L"30\0009"sv}) {
+        EXPECT_EQ(ClampResolution(typed), L"72") << testing::PrintToString(std::wstring(typed));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(ClampResolution, ResolutionTooLowTest, testing::ValuesIn(kTooLow), NameOfCase);
-
-constexpr ResolutionCase kTooHigh[] = {
-    {"JustAbove", L"6001"},
-    {"SevenThousand", L"7000"},
-    {"NineThousand", L"9000"},
-    {"FiveDigits", L"10000"},
-    {"OneDigitMoreThanTheHighest", L"60000"},
-    {"ZerosBefore", L"0000006001"},
-    {"LettersBehind", L"6001dpi"},
-    {"JustAboveSigned", L"2147483648"},
-    // In 32 and in 64 bits these would come round to 0, 100 and 300.
-    {"ZeroAfterTheWrap", L"4294967296"},
-    {"AllowedAfterTheWrap", L"4294967396"},
-    {"AllowedAfterTheLongWrap", L"18446744073709551916"},
-    {"OneAndTwentyZeros", L"100000000000000000000"},
-    {"FortyNines", L"9999999999999999999999999999999999999999"},
-};
-
-class ResolutionTooHighTest : public testing::TestWithParam<ResolutionCase> {};
-
-TEST_P(ResolutionTooHighTest, BecomesTheHighest) {
-    EXPECT_EQ(ClampResolution(GetParam().typed), L"6000");
+// In 32 and in 64 bits some of these would come round to 0, 100 and 300.
+TEST(ClampResolution, MakesTheHighestOfWhatIsTooHigh) {
+    for (const std::wstring_view typed :
+         {L"0000006001"sv, L"6001dpi"sv, L"2147483648"sv, L"4294967296"sv, L"4294967396"sv,
+          L"18446744073709551916"sv, L"100000000000000000000"sv,
+          L"9999999999999999999999999999999999999999"sv}) {
+        EXPECT_EQ(ClampResolution(typed), L"6000") << testing::PrintToString(std::wstring(typed));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(ClampResolution, ResolutionTooHighTest, testing::ValuesIn(kTooHigh), NameOfCase);
-
-constexpr ResolutionCase kAllowed[] = {
-    {"Empty", L""},
-    {"NoText", std::wstring_view()},
-    {"Lowest", L"72"},
-    {"JustAboveTheLowest", L"73"},
-    {"Default", L"300"},
-    {"AllDigits", L"1980"},
-    {"OtherDigits", L"5467"},
-    {"JustBelowTheHighest", L"5999"},
-    {"Highest", L"6000"},
-    {"LowestAfterZeros", L"00072"},
-    {"HighestAfterZeros", L"0000000000006000"},
-    {"LettersBehind", L"300dpi"},
-    {"DigitsBehindABlank", L"300 0"},
-    {"DigitsBehindALetter", L"6000x1"},
-    {"NoTerminatorNeeded", std::wstring_view(L"60001", 4)},
-};
-
-class ResolutionAllowedTest : public testing::TestWithParam<ResolutionCase> {};
-
-TEST_P(ResolutionAllowedTest, StaysAsTyped) {
-    EXPECT_EQ(ClampResolution(GetParam().typed), std::nullopt);
+TEST(ClampResolution, LeavesWhatIsAllowed) {
+    for (const std::wstring_view typed : {L""sv, std::wstring_view(), L"00072"sv, L"0000000000006000"sv,
+                                          L"300dpi"sv, L"300 0"sv, L"6000x1"sv, L"60001"sv.substr(0, 4)}) {
+        EXPECT_EQ(ClampResolution(typed), std::nullopt) << testing::PrintToString(std::wstring(typed));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(ClampResolution, ResolutionAllowedTest, testing::ValuesIn(kAllowed), NameOfCase);
 
 TEST(ClampResolution, ReturnsTextsThatEndInANull) {
     EXPECT_STREQ(ClampResolution(L"1").value_or(L"").data(), L"72");

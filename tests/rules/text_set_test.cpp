@@ -10,14 +10,6 @@
 
 namespace {
 
-TEST(TextSet, TakesEachTextOnce) {
-    TextSet set;
-    EXPECT_TRUE(set.Insert(L"C:\\a.pdf"));
-    EXPECT_FALSE(set.Insert(L"C:\\a.pdf"));
-    EXPECT_TRUE(set.Insert(L"C:\\b.pdf"));
-    EXPECT_FALSE(set.Insert(L"C:\\a.pdf"));
-}
-
 TEST(TextSet, ComparesEveryCharacterExactly) {
     TextSet set;
     using namespace std::string_view_literals;
@@ -36,16 +28,6 @@ TEST(TextSet, KeepsItsOwnCopies) {
     text[3] = L'b';
     EXPECT_TRUE(set.Insert(text));
     EXPECT_FALSE(set.Insert(L"C:\\a.pdf"));
-}
-
-TEST(TextSet, ForgetsTheLastTextAndNoOther) {
-    TextSet set;
-    set.Insert(L"a");
-    set.Insert(L"b");
-    set.RemoveLast();
-    EXPECT_FALSE(set.Insert(L"a"));
-    EXPECT_TRUE(set.Insert(L"b"));
-    EXPECT_FALSE(set.Insert(L"b"));
 }
 
 // Beside the library's set, through all sizes at which it grows, with a removal now and then.

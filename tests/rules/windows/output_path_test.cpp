@@ -1,8 +1,6 @@
 // Where the DjVu file of a PDF goes. Shell path functions decide, hence on Windows only.
 #include "engine/output_path.h"
 
-#include "tests/rules/options_builder.h"
-
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -13,8 +11,11 @@
 
 namespace {
 
-ConversionOptions IntoFolder(const std::wstring& folder) {
-    return OptionsBuilder().OutputFolder(folder);
+ConversionOptions IntoFolder(const std::wstring& folder, bool isChecked = true) {
+    ConversionOptions options;
+    options.outputFolderEnabled = isChecked;
+    options.outputFolder = folder;
+    return options;
 }
 
 struct BesideCase {
@@ -42,18 +43,14 @@ constexpr BesideCase kBesideThePdf[] = {
     {"OutsideLatin", L"C:\\отчёт\\報告\xD83D\xDE00.pdf", L"C:\\отчёт\\報告\xD83D\xDE00.djvu"},
 };
 
-class BesideThePdfTest : public testing::TestWithParam<BesideCase> {};
-
-TEST_P(BesideThePdfTest, ReplacesTheExtension) {
-    EXPECT_EQ(BuildOutputPath({}, GetParam().pdfPath), GetParam().djvuPath);
+TEST(BuildOutputPath, ReplacesTheExtension) {
+    for (const BesideCase& row : kBesideThePdf) {
+        EXPECT_EQ(BuildOutputPath({}, row.pdfPath), row.djvuPath) << row.name;
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(BuildOutputPath, BesideThePdfTest, testing::ValuesIn(kBesideThePdf),
-                         [](const auto& row) { return std::string(row.param.name); });
-
 TEST(BuildOutputPath, IgnoresTheFolderWhoseCheckBoxIsUnchecked) {
-    EXPECT_EQ(BuildOutputPath(OptionsBuilder().UncheckedOutputFolder(L"D:\\Out"), L"C:\\x\\name.pdf"),
-              L"C:\\x\\name.djvu");
+    EXPECT_EQ(BuildOutputPath(IntoFolder(L"D:\\Out", false), L"C:\\x\\name.pdf"), L"C:\\x\\name.djvu");
 }
 
 struct FolderCase {
@@ -81,14 +78,11 @@ constexpr FolderCase kIntoTheFolder[] = {
     {"OutsideLatin", L"D:\\сюда", L"C:\\x\\報告\xD83D\xDE00 é.pdf", L"D:\\сюда\\報告\xD83D\xDE00 é.djvu"},
 };
 
-class IntoTheFolderTest : public testing::TestWithParam<FolderCase> {};
-
-TEST_P(IntoTheFolderTest, JoinsFolderAndName) {
-    EXPECT_EQ(BuildOutputPath(IntoFolder(GetParam().folder), GetParam().pdfPath), GetParam().djvuPath);
+TEST(BuildOutputPath, JoinsFolderAndName) {
+    for (const FolderCase& row : kIntoTheFolder) {
+        EXPECT_EQ(BuildOutputPath(IntoFolder(row.folder), row.pdfPath), row.djvuPath) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(BuildOutputPath, IntoTheFolderTest, testing::ValuesIn(kIntoTheFolder),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(BuildOutputPath, FillsTheLongestPathOfTheShellAndLeavesALongerOneAsItIs) {
     const std::wstring stem254 = L"C:\\" + std::wstring(251, L'n');
