@@ -2,6 +2,7 @@
 #include "tests/window/batch_fixture.h"
 
 #include <process.h>
+#include <tlhelp32.h>
 
 namespace {
 
@@ -31,6 +32,34 @@ TEST_F(BatchStartTest, StartsOneThreadOfDefaultSizeForTheDialogThatConvertsAllFi
     ASSERT_THAT(files, SizeIs(2));
     EXPECT_NE(files[0].workerId, ::GetCurrentThreadId());
     EXPECT_EQ(files[1].workerId, files[0].workerId);
+}
+
+// Those of this process that are there and were not `before`.
+std::vector<DWORD> NewThreads(const std::vector<DWORD>& before) {
+    std::vector<DWORD> threads;
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry = {};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = ::Thread32First(snapshot, &entry); more; more = ::Thread32Next(snapshot, &entry)) {
+        const bool isKnown = std::find(before.begin(), before.end(), entry.th32ThreadID) != before.end();
+        if (entry.th32OwnerProcessID == ::GetCurrentProcessId() && !isKnown)
+            threads.push_back(entry.th32ThreadID);
+    }
+    ::CloseHandle(snapshot);
+    return threads;
+}
+
+TEST_F(BatchStartTest, RunsOnOneThreadBesideTheOneOfTheWindow) {
+    AddFiles(2);
+    converters.Plan({{}, {.held = true}});
+    const std::vector<DWORD> before = NewThreads({});
+    ASSERT_THAT(before, testing::Contains(::GetCurrentThreadId()));
+    PressConvert();
+    WaitForConverter(2);
+    EXPECT_THAT(NewThreads(before), SizeIs(1));
+    converters.Release(2);
+    WaitForEnd();
+    EXPECT_TRUE(WaitFor([&] { return NewThreads(before).empty(); }));
 }
 
 TEST_F(BatchStartTest, LeavesEverythingAsItIsAndReportsNothingWhenTheThreadCannotBeCreated) {
@@ -88,6 +117,23 @@ TEST_F(BatchStartTest, NeedsAnOutputFolderThatExistsWhileItsCheckBoxIsChecked) {
     SetText(IDC_OUTPUT_FOLDER, L"Q:\\absent");
     RunBatch();
     EXPECT_THAT(threads, SizeIs(2));
+}
+
+TEST_F(BatchStartTest, ARelativeOutputFolderIsLookedForInTheCurrentOne) {
+    AddFiles(1);
+    std::filesystem::create_directory(folder.Path() / "sortie");
+    Check(IDC_OUTPUT_FOLDER_CHECK);
+    SetText(IDC_OUTPUT_FOLDER, L"sortie");
+    const TemporaryFolder elsewhere;
+    {
+        const CurrentFolder current(elsewhere.Path());
+        Command(IDOK, BN_CLICKED);
+        EXPECT_THAT(threads, IsEmpty());
+    }
+    const CurrentFolder current(folder.Path());
+    RunBatch();
+    ASSERT_THAT(converters.Starts(), SizeIs(1));
+    EXPECT_THAT(converters.Starts()[0].arguments, testing::HasSubstr(L" -o \"sortie\\a.djvu\" "));
 }
 
 // The Delete key leaves the Convert button as it is, so that a batch without files can be started.

@@ -61,4 +61,30 @@ TEST_F(DispatchPageEditTest, OtherKeysAreSwallowedInSilence) {
     EXPECT_THAT(calls.Calls(), IsEmpty());
 }
 
+void CopyToClipboard(std::wstring_view text) {
+    ASSERT_TRUE(PumpUntil([] { return ::OpenClipboard(nullptr) != FALSE; }, std::chrono::seconds(5)));
+    ::EmptyClipboard();
+    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (text.size() + 1) * sizeof(wchar_t));
+    text.copy(static_cast<wchar_t*>(::GlobalLock(block)), text.size());
+    ::GlobalUnlock(block);
+    ::SetClipboardData(CF_UNICODETEXT, block);  // which owns it from now on
+    ::CloseClipboard();
+}
+
+TEST_F(DispatchPageEditTest, PastedTextIsNotFiltered) {
+    CopyToClipboard(L"1 - x");
+    ::SendMessageW(Edit(), WM_PASTE, 0, 0);
+    EXPECT_EQ(Text(IDC_PAGES), L"1 - x");
+    SetText(IDC_PAGES, L"");
+    BYTE before[256] = {};
+    ::GetKeyboardState(before);
+    BYTE held[256] = {};
+    held[VK_SHIFT] = 0x80;
+    ::SetKeyboardState(held);
+    Press(VK_INSERT);
+    ::SetKeyboardState(before);
+    EXPECT_EQ(Text(IDC_PAGES), L"1 - x");
+    EXPECT_THAT(calls.Calls(), IsEmpty());
+}
+
 }  // namespace
