@@ -22,7 +22,7 @@ protected:
 
 struct ConsoleCase {
     const char* name;
-    std::vector<Console> windows;
+    std::vector<ConsoleWindow> windows;
     std::vector<std::string> requests;  // behind kOpened
     bool canOpenProcesses = true;
     bool reportsClassNames = true;
