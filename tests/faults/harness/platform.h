@@ -62,7 +62,6 @@ public:
     bool anotherCopyRuns = false;
     bool consolesIgnoreClosing = false;
     bool screenReader = false;  // runs
-    std::wstring foundOnPath;   // where "explorer.exe" is on the search path; empty: where the system has it
     bool realMessages = false;  // message boxes are shown and wait for the user
     std::atomic<int> answerToQuestions{IDYES};
 

@@ -72,16 +72,13 @@ void Platform::AnswerDesktop() {
         ::SetLastError(shellError);
         return shellError == ERROR_SUCCESS ? TRUE : FALSE;
     });
-    // Beside the program's own folder: that is the test's.
-    Answer<decltype(::SearchPathW)>("SearchPathW", [this](LPCWSTR folder, LPCWSTR name, LPCWSTR extension,
-                                                          DWORD size, LPWSTR found, LPWSTR* part) {
+    // The search path has the system's own.
+    Answer<decltype(::SearchPathW)>("SearchPathW", [](LPCWSTR folder, LPCWSTR name, LPCWSTR extension,
+                                                      DWORD size, LPWSTR found, LPWSTR* part) {
         if (folder) return ::SearchPathW(folder, name, extension, size, found, part);
-        std::wstring path = foundOnPath;
-        if (path.empty()) {
-            path.resize(MAX_PATH);
-            path.resize(::GetSystemWindowsDirectoryW(path.data(), MAX_PATH));
-            path.append(L"\\").append(name);
-        }
+        std::wstring path(MAX_PATH, L'\0');
+        path.resize(::GetSystemWindowsDirectoryW(path.data(), MAX_PATH));
+        path.append(L"\\").append(name);
         ::lstrcpynW(found, path.c_str(), static_cast<int>(size));
         return static_cast<DWORD>(path.size());
     });

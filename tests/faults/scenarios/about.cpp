@@ -30,26 +30,29 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     facts["owner"] = WindowLabel(::GetWindow(about, GW_OWNER));
     user.CloseDialog(about, IDOK);
     watch.End();
+    facts["window"] = ::IsWindowEnabled(user.Window()) ? "enabled" : "disabled";
     AddControlFacts(user, "closed", facts);
 }
 
 }  // namespace
 
 std::vector<Scenario> AboutScenarios() {
-    return {
-        {.name = "about",
-         .use = &Use,
-         .usual = Usually({Idle("closed"),
-                           {{"version", Utf8(shipped::kAboutLine)}, {"icon", "whole"}, {"owner", "main"}}}),
-         .rules = {
-             When("ui (DialogBoxParamW 100|SetWindowLongPtrW about DWLP_USER) #1",
-                  "no About box, and nothing else", {"version: ", "icon: none", "owner: none"}),
-             When("ui (GetModuleFileNameW|GetSystemDirectoryW|LoadLibraryW version.dll|"
-                  "GetProcAddress \\w+|GetFileVersionInfoSizeW|GetFileVersionInfoW|VerQueryValueW|"
-                  "HeapAlloc) #1",
-                  "a version that cannot be read is 0", {"version: Version 0.0 (64-bit)"}),
-             When("ui GetActiveWindow #1", "the box has no owner", {"owner: none"}),
-             When("ui (GetDlgItem about|SetWindowTextW) VERSION #1", "the text of the template stays",
-                  {"version: Static"}),
-         }}};
+    return {{.name = "about",
+             .use = &Use,
+             .usual = Usually({Idle("closed"),
+                               {{"version", Utf8(shipped::kAboutLine)},
+                                {"icon", "whole"},
+                                {"owner", "main"},
+                                {"window", "enabled"}}}),
+             .rules = {
+                 When("ui (DialogBoxParamW 100|SetWindowLongPtrW about DWLP_USER) #1",
+                      "no About box, and nothing else", {"version: ", "icon: none", "owner: none"}),
+                 When("ui (GetModuleFileNameW|GetSystemDirectoryW|LoadLibraryW version.dll|"
+                      "GetProcAddress \\w+|GetFileVersionInfoSizeW|GetFileVersionInfoW|VerQueryValueW|"
+                      "HeapAlloc) #1",
+                      "a version that cannot be read is 0", {"version: Version 0.0 (64-bit)"}),
+                 When("ui GetActiveWindow #1", "the box has no owner", {"owner: none"}),
+                 When("ui (GetDlgItem about|SetWindowTextW) VERSION #1", "the text of the template stays",
+                      {"version: Static"}),
+             }}};
 }
