@@ -25,23 +25,26 @@ bool DrawsPicture(const CWindow& header, int column) {
     return (item.fmt & HDF_IMAGE) != 0;
 }
 
-// `titles` has both, with a bar between them.
-std::wstring Title(const std::wstring& titles, int column) {
+// One text has both titles, with a bar between them.
+std::wstring BeforeBar(const std::wstring& titles) {
+    return titles.substr(0, titles.find(L'|'));
+}
+
+std::wstring BehindBar(const std::wstring& titles) {
     const std::size_t bar = titles.find(L'|');
-    if (column == 0) return titles.substr(0, bar);
     return bar == std::wstring::npos ? std::wstring() : titles.substr(bar + 1);
 }
 
 }  // namespace
 
 std::wstring CFileList::FilesTitle() {
-    return Title(LoadText(IDS_COLUMN_TITLES), 0);
+    return BeforeBar(LoadText(IDS_COLUMN_TITLES));
 }
 
 void CFileList::InitColumns() const {
     const std::wstring titles = LoadText(IDS_COLUMN_TITLES);
-    InsertColumn(*this, 0, Title(titles, 0), ClientWidth(), LVCFMT_LEFT);
-    InsertColumn(*this, 1, Title(titles, 1), 0, LVCFMT_CENTER);
+    InsertColumn(*this, 0, BeforeBar(titles), ClientWidth(), LVCFMT_LEFT);
+    InsertColumn(*this, 1, BehindBar(titles), 0, LVCFMT_CENTER);
 }
 
 void CFileList::FitColumns(bool showDuration) const {
@@ -66,7 +69,7 @@ void CFileList::SetColumnWidth(int column, int width) const {
 }
 
 int CFileList::DurationTitleWidth() const {
-    const std::wstring title = Title(LoadText(IDS_COLUMN_TITLES), 1);
+    const std::wstring title = BehindBar(LoadText(IDS_COLUMN_TITLES));
     int width = static_cast<int>(Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(title.c_str())));
     // Wine's header draws the list's picture before the title, with a margin on every side of both.
     const CWindow header(reinterpret_cast<HWND>(Send(LVM_GETHEADER)));

@@ -27,7 +27,6 @@ private:
     void Load(UINT id) noexcept {
         m_text = nullptr;
         for (int size = 256;; size *= 2) {
-            m_loaded.reset();
             m_loaded.reset(new (std::nothrow) wchar_t[static_cast<std::size_t>(size)]);
             if (!m_loaded) return;
             m_loaded[0] = L'\0';  // what a missing string leaves

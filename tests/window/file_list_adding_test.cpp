@@ -61,15 +61,24 @@ TEST_F(FileListDropTest, TakesItsStepsInOrder) {
     std::vector<HWND> dueWhole;
     const auto invalidate = Replace<decltype(::InvalidateRect)>(
         "InvalidateRect", [&](auto original, HWND window, const RECT* area, BOOL erases) {
-            if (!area && erases) dueWhole.push_back(window);
+            const bool isDrawn = (::GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
+            if (!area && erases && isDrawn) dueWhole.push_back(window);
             return original(window, area, erases);
         });
     EXPECT_THAT(Recorded([&] { Drop({L"C:\\in\\a.txt"}); }), IsEmpty());
     EXPECT_THAT(dueWhole, IsEmpty());
     EXPECT_THAT(
-        Recorded([&] {
-            Drop({L"C:\\in\\a.txt", L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-        }),
+        Recorded(
+            [&] {
+                Drop({L"C:\\in\\a.txt", L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
+            },
+            {},
+            [](HWND, UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+                if (message == LVM_INSERTITEMW) {
+                    EXPECT_EQ(wParam, 0u);
+                }
+                return std::nullopt;
+            }),
         ElementsAre("WM_SETREDRAW 1040 0 0", "LVM_INSERTITEMW 1040 row=0 column=0 mask=1 \"C:\\in\\a.pdf\"",
                     "LVM_INSERTITEMW 1040 row=1 column=0 mask=1 \"C:\\in\\b.pdf\"", "WM_SETREDRAW 1040 1 0"));
     EXPECT_THAT(dueWhole, ElementsAre(Control(IDC_FILE_LIST)));
@@ -167,6 +176,7 @@ TEST_F(FileListOpenDialogTest, IsAskedForSeveralPdfsThatExist) {
     ASSERT_EQ(shown, 1);
     EXPECT_EQ(asked.lStructSize, sizeof(OPENFILENAMEW));
     EXPECT_EQ(asked.hwndOwner, Dialog());
+    EXPECT_EQ(asked.hInstance, ::GetModuleHandleW(nullptr));
     EXPECT_EQ(filter, std::wstring(L"Fichiers PDF (*.pdf)\0*.pdf", 26));
     EXPECT_EQ(asked.lpstrCustomFilter, nullptr);
     EXPECT_EQ(asked.nMaxCustFilter, 0u);

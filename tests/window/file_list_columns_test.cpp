@@ -27,8 +27,12 @@ protected:
                         [=](HWND, UINT message, WPARAM column, LPARAM lParam) -> std::optional<LRESULT> {
                             if (message == LVM_GETCOLUMNWIDTH && column == 1) return width;
                             if (message == HDM_GETITEMW && column == 1) {
-                                reinterpret_cast<HDITEMW*>(lParam)->fmt = format;
+                                auto& item = *reinterpret_cast<HDITEMW*>(lParam);
+                                if (item.mask == HDI_FORMAT) item.fmt = format;
                                 return TRUE;
+                            }
+                            if (message == LVM_GETSTRINGWIDTHW) {
+                                EXPECT_EQ(column, 0u);
                             }
                             return std::nullopt;
                         });
