@@ -3,6 +3,7 @@
 #include "framework/app_module.h"
 
 bool CContainedWindow::SubclassWindow(HWND control) noexcept {
+    if (m_replaced) return true;  // its own procedure would be what it calls on
     m_hWnd = control;
     const auto self = reinterpret_cast<LONG_PTR>(this);
     ::SetWindowLongPtrW(control, GWLP_USERDATA, self);

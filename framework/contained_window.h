@@ -16,7 +16,7 @@ public:
     ~CContainedWindow() { Unsubclass(); }
 
     // Takes `control` and replaces its window procedure. When that fails the control stays usable, but its
-    // messages do not come to the owner; false then.
+    // messages do not come to the owner; false then. Has no effect while one is subclassed.
     bool SubclassWindow(HWND control) noexcept;
 
     // Creates a window that nobody sees and that only gets messages which are meant for it, on the calling

@@ -46,7 +46,10 @@ private:
 template <class TBase>
 class CDialogImplBase : public CWindowRoot<TBase> {
 public:
-    virtual ~CDialogImplBase() = default;
+    // A window that is still there, as when another program's quit message ended the loop, loses its object.
+    virtual ~CDialogImplBase() {
+        if (const HWND window = this->Handle()) ::SetWindowLongPtrW(window, DWLP_USER, 0);
+    }
 
     // The procedure that the dialog is created with.
     [[nodiscard]] virtual DLGPROC GetDialogProc() const noexcept { return &DialogProc; }
@@ -85,15 +88,16 @@ private:
 template <class TBase>
 INT_PTR CALLBACK CDialogImplBase<TBase>::DialogProc(HWND window, UINT message, WPARAM wParam,
                                                     LPARAM lParam) noexcept {
-    if (message == WM_INITDIALOG) {
+    auto* dialog = reinterpret_cast<CDialogImplBase*>(::GetWindowLongPtrW(window, DWLP_USER));
+    if (!dialog && message == WM_INITDIALOG) {  // the system's own: others may send one with any parameter
         ::SetWindowLongPtrW(window, DWLP_USER, lParam);
         if (::GetWindowLongPtrW(window, DWLP_USER) != lParam) {
             ::DestroyWindow(window);  // nobody would answer its buttons
             return FALSE;
         }
-        reinterpret_cast<CDialogImplBase*>(lParam)->m_hWnd = window;
+        dialog = reinterpret_cast<CDialogImplBase*>(lParam);
+        dialog->m_hWnd = window;
     }
-    auto* const dialog = reinterpret_cast<CDialogImplBase*>(::GetWindowLongPtrW(window, DWLP_USER));
     if (!dialog) return FALSE;
 
     LRESULT result = 0;

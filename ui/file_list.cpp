@@ -81,8 +81,9 @@ void CFileList::ClearSelection() const {
 void CFileList::SelectFocusedRow(const NMLISTVIEW& change) const {
     // In Wine 8 and 10 a row that is just being deselected still has the focus. Selecting that one again
     // would leave two rows selected, or one after a batch.
+    constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
     const bool isDeselected =
-        (change.uOldState & LVIS_SELECTED) != 0 && (change.uNewState & LVIS_SELECTED) == 0;
+        (change.uOldState & kBoth) == kBoth && (change.uNewState & kBoth) == LVIS_FOCUSED;
     if ((change.uNewState & LVIS_FOCUSED) != 0 && !isDeselected) SelectListItem(change.iItem);
 }
 

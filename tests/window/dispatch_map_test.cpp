@@ -8,6 +8,7 @@
 #include <shlobj.h>
 
 #include <map>
+#include <optional>
 #include <set>
 
 namespace {
@@ -44,14 +45,16 @@ protected:
         }
         return answer.handled;
     }
-    bool HandlesNotification(UINT_PTR sender, int code) {
+    // Who sends it is in the notification; `wParam` says the same, as a rule.
+    bool HandlesNotification(UINT_PTR sender, int code, std::optional<WPARAM> wParam = {}) {
         union {
             NMHDR header;
             NMLISTVIEW change;
             NMLVKEYDOWN key;
         } notification = {};
         notification.header = {Control(IDC_FILE_LIST), sender, static_cast<UINT>(code)};
-        const Answer answer = Dispatch(kDialog, WM_NOTIFY, sender, reinterpret_cast<LPARAM>(&notification));
+        const Answer answer =
+            Dispatch(kDialog, WM_NOTIFY, wParam.value_or(sender), reinterpret_cast<LPARAM>(&notification));
         if (answer.handled) {
             EXPECT_EQ(answer.result, 0) << "notification " << code;
         }
@@ -138,6 +141,8 @@ TEST_F(DispatchMapTest, OnlyTwoNotificationsOfTheListAreHandled) {
         EXPECT_FALSE(HandlesNotification(sender, -101)) << sender;
         EXPECT_FALSE(HandlesNotification(sender, -155)) << sender;
     }
+    EXPECT_TRUE(HandlesNotification(IDC_FILE_LIST, -155, 0));
+    EXPECT_FALSE(HandlesNotification(IDC_STATUS, -155, IDC_FILE_LIST));
 }
 
 TEST_F(DispatchMapTest, EachOfTheThreeSectionsHandlesItsMessagesAndTheirResultIsZero) {

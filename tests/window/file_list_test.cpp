@@ -128,6 +128,7 @@ TEST_F(FileListCurrentRowTest, IsTheOneWithTheFocusUnlessItIsJustBeingDeselected
                     {LVIS_SELECTED, 0, false},
                     {kBoth, LVIS_FOCUSED, false},
                     {0, LVIS_FOCUSED, true},
+                    {LVIS_SELECTED, LVIS_FOCUSED, true},
                     {LVIS_FOCUSED, LVIS_FOCUSED, true},
                     {LVIS_SELECTED, kBoth, true},
                     {LVIS_FOCUSED, kBoth, true}};

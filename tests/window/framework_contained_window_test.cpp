@@ -107,6 +107,15 @@ TEST_F(FrameworkContainedWindowTest, AControlThatCannotBeSubclassedStaysAsItIs) 
     EXPECT_EQ(Text(), L"7");
 }
 
+TEST_F(FrameworkContainedWindowTest, AControlIsSubclassedOnce) {
+    ASSERT_TRUE(m_contained->SubclassWindow(m_edit));
+    EXPECT_TRUE(m_contained->SubclassWindow(m_edit));
+    Type(L'7');
+    EXPECT_EQ(Text(), L"7");
+    m_contained.reset();
+    EXPECT_EQ(Procedure(), m_ownProcedure);
+}
+
 // As when somebody who does not know of this owner stores something else with the control.
 TEST_F(FrameworkContainedWindowTest, AControlWithoutItsObjectGetsDefaultProcessing) {
     m_contained->SubclassWindow(m_edit);

@@ -160,6 +160,29 @@ TEST_F(FrameworkDialogTest, TheObjectMayEndWithItsFinalMessage) {
     EXPECT_EQ(dialog, nullptr);
 }
 
+TEST_F(FrameworkDialogTest, AWindowThatOutlivesItsObjectHasNone) {
+    auto dialog = std::make_unique<TestDialog>();
+    dialog->handlers[kAsked] = [](LRESULT& result) { result = 77; };
+    const HWND window = dialog->Create(nullptr);
+    dialog.reset();
+    EXPECT_EQ(::GetWindowLongPtrW(window, DWLP_USER), 0);
+    EXPECT_EQ(::SendMessageW(window, kAsked, 0, 0), 0);
+    ::DestroyWindow(window);
+}
+
+TEST_F(FrameworkDialogTest, AnotherWmInitDialogIsHandledAndBindsNothing) {
+    int handled = 0;
+    m_dialog.handlers[WM_INITDIALOG] = [&](LRESULT&) { ++handled; };
+    const HWND window = m_dialog.Create(nullptr);
+    TestDialog other;
+    for (const LPARAM parameter : {LPARAM{0}, reinterpret_cast<LPARAM>(&other)}) {
+        ::SendMessageW(window, WM_INITDIALOG, 0, parameter);
+        EXPECT_EQ(m_dialog.Handle(), window);
+        EXPECT_EQ(other.Handle(), nullptr);
+    }
+    EXPECT_EQ(handled, 3);
+}
+
 TEST_F(FrameworkDialogTest, MessagesOfTwoDialogsReachTheirOwnObjects) {
     TestDialog other;
     m_dialog.handlers[kAsked] = [](LRESULT& result) { result = 1; };
