@@ -30,6 +30,14 @@ TEST(TextSet, KeepsItsOwnCopies) {
     EXPECT_FALSE(set.Insert(L"C:\\a.pdf"));
 }
 
+TEST(TextSet, ForgetsTheLastTextAndNoOther) {
+    TextSet set;
+    for (const wchar_t* const text : {L"a", L"b"}) set.Insert(text);
+    set.RemoveLast();
+    EXPECT_TRUE(set.Insert(L"b"));
+    EXPECT_FALSE(set.Insert(L"a"));
+}
+
 // Beside the library's set, through all sizes at which it grows, with a removal now and then.
 TEST(TextSet, DoesWhatASetDoesWithManyTexts) {
     std::mt19937 random(20261122);

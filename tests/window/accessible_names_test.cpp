@@ -138,6 +138,18 @@ TEST_F(AccessibleNamesTest, AServiceThatIsMissingLeavesTheWindowWhole) {
     creation = REGDB_E_CLASSNOTREG;
     CreateAndSelect();
     EXPECT_THAT(Service::names, IsEmpty());
+    const HWND otherText = ::FindWindowExW(Dialog(), Control(IDC_STATUS), L"Static", nullptr);
+    ASSERT_NE(otherText, nullptr);
+    EXPECT_EQ(::GetWindowLongPtrW(Control(IDC_STATUS), GWLP_WNDPROC),
+              ::GetWindowLongPtrW(otherText, GWLP_WNDPROC))
+        << "the status line's messages are still looked at";
+}
+
+TEST_F(AccessibleNamesTest, TheServiceIsReleasedWithTheWindow) {
+    Create();
+    ASSERT_EQ(Service::references, 1);
+    ::DestroyWindow(Dialog());
+    EXPECT_EQ(Service::references, 0);
 }
 
 TEST_F(AccessibleNamesTest, AServiceThatRefusesLeavesTheWindowWhole) {

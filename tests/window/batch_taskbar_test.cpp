@@ -162,6 +162,14 @@ TEST_F(BatchTaskbarTest, TwoWindowsThatNobodySeesReceiveMessagesOfWorkersAsLongA
     Create();
 }
 
+TEST_F(BatchTaskbarTest, ABatchThatIsRefusedPreparesNothing) {
+    AddFiles(1);
+    Check(IDC_OUTPUT_FOLDER_CHECK);
+    PressConvert();
+    EXPECT_THAT(MessageTexts(), ElementsAre("Le dossier de destination est incorrect !"));
+    EXPECT_THAT(MessageOnlyWindows(), IsEmpty());
+}
+
 TEST_F(BatchTaskbarTest, AMissingTaskbarIsAskedForOnceAndNotMissed) {
     taskbar.creation = REGDB_E_CLASSNOTREG;
     Convert(1);
