@@ -2,9 +2,6 @@
 #include "tests/fuzz/fuzz_targets.h"
 
 #include "engine/command_line.h"
-#include "tests/fuzz/fuzz_input.h"
-
-#include <string>
 
 namespace {
 
@@ -17,21 +14,15 @@ std::wstring Quoted(const std::wstring& text) {
     return L'"' + text + L'"';
 }
 
-std::wstring WithoutBlanks(std::wstring text) {
-    std::erase(text, L' ');
-    return text;
-}
-
 }  // namespace
 
 // Line 1: a letter for each check box that is checked. Then both paths, pages, resolution, extra options and
 // folder.
-void FuzzCommandLine(std::string_view input) {
-    FuzzInput values(input);
-    const std::string_view checked = values.Line();
+void FuzzCommandLine(FuzzInput input) {
+    const std::string_view checked = input.Line();
     const auto isChecked = [&](char letter) { return checked.find(letter) != std::string_view::npos; };
-    const std::wstring djvuPath = values.Text();
-    const std::wstring pdfPath = values.Text();
+    const std::wstring djvuPath = input.Text();
+    const std::wstring pdfPath = input.Text();
     ConversionOptions options;
     options.pagesEnabled = isChecked('p');
     options.resolutionEnabled = isChecked('d');
@@ -42,11 +33,13 @@ void FuzzCommandLine(std::string_view input) {
     options.lines = isChecked('l');
     options.monochrome = isChecked('b');
     options.outputFolderEnabled = isChecked('f');
-    options.pages = values.Text();
-    options.resolution = values.Text();
-    options.extraOptions = values.Text();
-    options.outputFolder = values.Text();
+    options.pages = input.Text();
+    options.resolution = input.Text();
+    options.extraOptions = input.Text();
+    options.outputFolder = input.Text();
 
+    std::wstring pages = options.pages;
+    std::erase(pages, L' ');
     const Part parts[] = {
         {true, L"pdf2djvu.exe -o " + Quoted(djvuPath) + L" -v "},
         {isChecked('d') && !options.resolution.empty(), L"-d " + options.resolution},
@@ -57,7 +50,7 @@ void FuzzCommandLine(std::string_view input) {
         {isChecked('l') && !isChecked('t'), L" --lines"},
         {isChecked('b'), L" --monochrome"},
         {!options.extraOptions.empty(), L" " + options.extraOptions},
-        {isChecked('p') && !options.pages.empty(), L" -p " + Quoted(WithoutBlanks(options.pages))},
+        {isChecked('p') && !options.pages.empty(), L" -p " + Quoted(pages)},
         {true, L" " + Quoted(pdfPath)},
     };
     const std::wstring line = BuildConverterCommandLine(options, UnterminatedText(djvuPath).View(),

@@ -7,8 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
-#include <vector>
 
 // In the message of a test that fails.
 static void PrintTo(const FuzzTarget& target, std::ostream* out) {
@@ -37,12 +35,12 @@ TEST_P(FuzzCorpusTest, HoldsForEveryFile) {
     EXPECT_THAT(files, testing::Not(testing::IsEmpty()));
     for (const fs::path& file : files) {
         const std::string bytes = BytesOf(file);
-        EXPECT_NO_THROW(GetParam().run(bytes)) << file;
+        EXPECT_NO_THROW(GetParam().run(FuzzInput(bytes))) << file;
     }
 }
 
 TEST_P(FuzzCorpusTest, HoldsForNoInput) {
-    EXPECT_NO_THROW(GetParam().run(""));
+    EXPECT_NO_THROW(GetParam().run(FuzzInput("")));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, FuzzCorpusTest, testing::ValuesIn(kFuzzTargets),

@@ -2,20 +2,20 @@
 // oracle: a second way to say the same, with the library and 64 bits, or the inputs read back.
 #pragma once
 
-#include <string_view>
+#include "tests/fuzz/fuzz_input.h"
 
-void FuzzCommandLine(std::string_view input);
-void FuzzDecimal(std::string_view input);
-void FuzzDropFilter(std::string_view input);
-void FuzzElapsedTime(std::string_view input);
-void FuzzLogRecord(std::string_view input);
-void FuzzOpenFileSelection(std::string_view input);
-void FuzzResolutionClamp(std::string_view input);
-void FuzzVersionText(std::string_view input);
+void FuzzCommandLine(FuzzInput input);
+void FuzzDecimal(FuzzInput input);
+void FuzzDropFilter(FuzzInput input);
+void FuzzElapsedTime(FuzzInput input);
+void FuzzLogRecord(FuzzInput input);
+void FuzzOpenFileSelection(FuzzInput input);
+void FuzzResolutionClamp(FuzzInput input);
+void FuzzVersionText(FuzzInput input);
 
 struct FuzzTarget {
-    const char* name;                     // of the rule's file, and of the folder in corpus/
-    void (*run)(std::string_view input);  // throws std::logic_error when rule and oracle differ
+    const char* name;              // of the rule's file, and of the folder in corpus/
+    void (*run)(FuzzInput input);  // throws std::logic_error when rule and oracle differ
 };
 
 inline constexpr FuzzTarget kFuzzTargets[] = {

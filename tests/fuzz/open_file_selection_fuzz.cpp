@@ -1,37 +1,16 @@
-// The open dialog's buffer: names written into one and read back, and buffers of anything.
+// The open dialog's buffer against what was read from it, put together again.
 #include "tests/fuzz/fuzz_targets.h"
 
-#include "tests/fuzz/fuzz_input.h"
 #include "ui/open_file_selection.h"
 
-#include <algorithm>
-#include <string>
-#include <vector>
+// Lines: the texts of the buffer, which have nulls between them.
+void FuzzOpenFileSelection(FuzzInput input) {
+    std::wstring text = input.Text();
+    while (!input.AtEnd()) (text += L'\0') += input.Text();
+    const UnterminatedText unterminated(text);
+    const std::wstring_view buffer = unterminated.View();
 
-namespace {
-
-// A dialog that writes `texts`: one path, or a folder and names. Behind them, what was in the buffer before.
-void RequireReadBack(const std::vector<std::wstring>& texts) {
-    std::wstring buffer;
-    for (const std::wstring& text : texts) buffer += text + L'\0';
-    const std::size_t terminated = buffer.size();
-    buffer += L'\0';
-    buffer += L"from before";
-
-    const bool single = texts.size() == 1;
-    const std::wstring folder = single ? L"" : texts[0];
-    const std::vector<std::wstring> files(texts.begin() + (single ? 0 : 1), texts.end());
-    // All of it; without what follows; without the second null; without any.
-    for (const std::size_t size : {buffer.size(), terminated + 1, terminated, terminated - 1}) {
-        const UnterminatedText exact(std::wstring_view(buffer).substr(0, size));
-        const OpenFileSelection selection = ParseOpenFileBuffer(exact.View());
-        Require(selection.folder == folder, "another folder");
-        Require(std::ranges::equal(selection.files, files), "other files");
-    }
-}
-
-// What was read must be the front of the buffer, and what follows it an empty name or the end.
-void RequireFrontOf(std::wstring_view buffer) {
+    // It must be the front of the buffer, and what follows it an empty name or the end.
     const OpenFileSelection selection = ParseOpenFileBuffer(buffer);
     Require(!selection.files.empty(), "no file at all");
     std::wstring read;
@@ -48,21 +27,4 @@ void RequireFrontOf(std::wstring_view buffer) {
     if (read.size() > buffer.size()) read.pop_back();
     Require(buffer.starts_with(read), "what was read is not in the buffer");
     Require(buffer.size() == read.size() || buffer[read.size()] == L'\0', "names were left out");
-}
-
-}  // namespace
-
-// Lines: names. The same once more as a buffer in which "|", which no name has, stands for a null.
-void FuzzOpenFileSelection(std::string_view input) {
-    std::vector<std::wstring> texts;
-    std::wstring buffer;
-    for (FuzzInput values(input); !values.AtEnd();) {
-        std::wstring text = values.Text();
-        buffer += text;
-        std::erase(text, L'\0');
-        if (!text.empty()) texts.push_back(text);
-    }
-    if (!texts.empty()) RequireReadBack(texts);
-    std::ranges::replace(buffer, L'|', L'\0');
-    RequireFrontOf(UnterminatedText(buffer).View());
 }

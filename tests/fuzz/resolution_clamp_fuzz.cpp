@@ -1,10 +1,7 @@
 // The clamp against numbers of any length, which are compared as texts.
 #include "tests/fuzz/fuzz_targets.h"
 
-#include "tests/fuzz/fuzz_input.h"
 #include "ui/resolution_clamp.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -16,9 +13,8 @@ bool IsLess(std::wstring_view a, std::wstring_view b) {
 }  // namespace
 
 // Line 1: the text of the resolution edit.
-void FuzzResolutionClamp(std::string_view input) {
-    FuzzInput values(input);
-    const std::wstring typed = values.Text();
+void FuzzResolutionClamp(FuzzInput input) {
+    const std::wstring typed = input.Text();
     std::wstring_view number = typed;
     number = number.substr(0, number.find_first_not_of(L"0123456789"));
     number.remove_prefix(std::min(number.find_first_not_of(L'0'), number.size()));

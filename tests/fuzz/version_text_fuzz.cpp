@@ -1,18 +1,16 @@
 // Version texts against those that the library's numbers make.
 #include "tests/fuzz/fuzz_targets.h"
 
-#include "tests/fuzz/fuzz_input.h"
 #include "ui/about/version_text.h"
 
 // Lines: major, minor, build, revision, whether it is a pre-release (0: no).
-void FuzzVersionText(std::string_view input) {
-    FuzzInput values(input);
+void FuzzVersionText(FuzzInput input) {
     ProductVersion version;
-    version.major = values.Number();
-    version.minor = values.Number();
-    version.build = values.Number();
-    version.revision = values.Number();
-    version.preRelease = values.Number() != 0;
+    version.major = input.Number();
+    version.minor = input.Number();
+    version.build = input.Number();
+    version.revision = input.Number();
+    version.preRelease = input.Number() != 0;
 
     std::wstring text = version.preRelease ? L"Version ß " : L"Version ";
     text += Digits(version.major, 1) + L"." + Digits(version.minor, 1);
