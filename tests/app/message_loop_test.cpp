@@ -5,26 +5,20 @@ namespace {
 
 using MessageLoop = InputTest;
 
-TEST_F(MessageLoop, ArrowsGoFromOneControlToTheNextAndBack) {
+TEST_F(MessageLoop, FocusBeginsOnTheFirstEnabledControlAndKeysMoveItCheckAndPress) {
     StartInFront();
+    EXPECT_EQ(FocusedId(), IDCANCEL);
     FocusOn(IDC_NO_METADATA);
     input::PressAll({VK_DOWN, VK_RIGHT});
     EXPECT_TRUE(GetsFocus(IDC_NO_HYPERLINKS));
     input::PressAll({VK_UP, VK_LEFT});
     EXPECT_TRUE(GetsFocus(IDC_NO_METADATA));
     EXPECT_FALSE(IsChecked(IDC_NO_OUTLINE));
-}
-
-TEST_F(MessageLoop, FocusBeginsOnTheFirstEnabledControlAndSpaceChecksABox) {
-    StartInFront();
-    EXPECT_EQ(FocusedId(), IDCANCEL);
-    FocusOn(IDC_MONOCHROME);
     input::Press(VK_SPACE);
-    EXPECT_TRUE(Comes([&] { return IsChecked(IDC_MONOCHROME); }, kInputLimit));
-}
-
-TEST_F(MessageLoop, EnterPressesTheButtonThatHasTheFocusAndNotTheDefaultOne) {
-    StartWith({installed.MakePdf(L"a.pdf")});
+    EXPECT_TRUE(Comes([&] { return IsChecked(IDC_NO_METADATA); }, kInputLimit));
+    // Enter presses the button that has the focus, and not the default one.
+    Window().DropPdfs({installed.MakePdf(L"a.pdf")});
+    Window().OpenAndCancelAddDialog();
     BringToFront();
     FocusOn(IDC_ABOUT);
     input::Press(VK_RETURN);

@@ -1,4 +1,4 @@
-// What the pages edit and the resolution edit take from a keyboard.
+// What the pages edit takes from a keyboard.
 #include "tests/app/input_fixture.h"
 
 namespace {
@@ -17,24 +17,6 @@ TEST_F(PageEditFilter, TakesPageListsAndTheKeysThatEditThemAndRefusesEverythingE
     input::Press(VK_TAB);
     EXPECT_TRUE(GetsFocus(IDC_RESOLUTION_CHECK));
     EXPECT_EQ(Text(IDC_PAGES), L"2,5,8-56");
-}
-
-using ResolutionClamp = InputTest;
-
-TEST_F(ResolutionClamp, KeepsWhatIsTypedWithinItsLimitsWhenTheEditIsLeft) {
-    StartInFront();
-    ClickInto(IDC_RESOLUTION);
-    for (const auto& [typed, digits, left] :
-         {std::tuple{L"5a0", L"50", L"72"}, {L"7000", L"7000", L"6000"}, {L"3-00", L"300", L"300"}}) {
-        driver::SetText(Control(IDC_RESOLUTION), L"");
-        input::Type(typed);
-        ASSERT_TRUE(Reads(IDC_RESOLUTION, digits)) << driver::ToUtf8(typed);
-        input::Press(VK_TAB);
-        ASSERT_TRUE(GetsFocus(IDC_NO_METADATA));
-        EXPECT_EQ(Text(IDC_RESOLUTION), left) << driver::ToUtf8(typed);
-        input::Press(VK_TAB, {VK_SHIFT});
-        ASSERT_TRUE(GetsFocus(IDC_RESOLUTION));
-    }
 }
 
 }  // namespace
