@@ -2,43 +2,23 @@
 // another beside it, has no effect, and the window's own keys do what they always do.
 #include "tests/app/input_fixture.h"
 
-#include <ostream>
-
 namespace {
-
-// How a person begins a batch; what has the focus at that moment is disabled by it and keeps the focus.
-struct Beginning {
-    const char* name;
-    int control;
-    WORD key;             // 0: a click
-    const wchar_t* text;  // that is typed into the control before
-
-    friend void PrintTo(const Beginning& beginning, std::ostream* out) { *out << beginning.name; }
-};
-constexpr Beginning kByAClick = {"ByAClick", IDOK, 0, L""};
 
 class DisabledKeys : public InputTest {
 protected:
-    // The first file takes longer than any test, and ends with it.
-    void Begin(const Beginning& by) {
+    // By Enter in an edit, which the batch disables and which keeps the focus. The first file takes longer
+    // than any test, and ends with it.
+    void Begin() {
         StartWith({installed.MakePdf(L"a wait120000.pdf"), installed.MakePdf(L"b.pdf")});
         Window().Check(IDC_HIDE_OUTPUT);
         BringToFront();
-        if (*by.text) {
-            ClickInto(by.control);
-            input::Type(by.text);
-            ASSERT_TRUE(Reads(by.control, by.text));
-        } else if (by.key) {
-            FocusOn(by.control);
-        }
-        if (by.key) {
-            input::Press(by.key);
-        } else {
-            input::ClickOn(Control(by.control));
-        }
+        ClickInto(IDC_EXTRA_OPTIONS);
+        input::Type(L"--exemple");
+        ASSERT_TRUE(Reads(IDC_EXTRA_OPTIONS, L"--exemple"));
+        input::Press(VK_RETURN);
         ASSERT_TRUE(Comes([&] { return Runs().size() == 1; })) << "no batch begins";
-        ASSERT_FALSE(IsEnabled(by.control));
-        ASSERT_EQ(FocusedId(), by.control);
+        ASSERT_FALSE(IsEnabled(IDC_EXTRA_OPTIONS));
+        ASSERT_EQ(FocusedId(), IDC_EXTRA_OPTIONS);
     }
     // All that keys could change: texts, check boxes, and the row that is selected.
     [[nodiscard]] std::wstring State() const {
@@ -72,10 +52,8 @@ protected:
     }
 };
 
-class DisabledKeysAfterABeginning : public DisabledKeys, public testing::WithParamInterface<Beginning> {};
-
-TEST_P(DisabledKeysAfterABeginning, ChangeNothing) {
-    Begin(GetParam());
+TEST_F(DisabledKeys, ChangeNothing) {
+    Begin();
     const std::wstring before = State();
     input::CopyToClipboard(L"5");
     input::PressAll({VK_SPACE, VK_RETURN, VK_DOWN, VK_END, VK_NEXT, VK_DELETE, VK_F7});
@@ -86,13 +64,13 @@ TEST_P(DisabledKeysAfterABeginning, ChangeNothing) {
     EXPECT_TRUE(TimeGoesOnTwice()) << "the time goes to another row";
     EXPECT_EQ(State(), before);
     EXPECT_EQ(Durations()[1], L"");
-    EXPECT_EQ(FocusedId(), GetParam().control);
+    EXPECT_EQ(FocusedId(), IDC_EXTRA_OPTIONS);
     EXPECT_EQ(Window().OpenDialog(), nullptr);
     EXPECT_EQ(Runs().size(), 1u);
 }
 
-TEST_P(DisabledKeysAfterABeginning, OpenTheWindowsMenuAndAskWhetherToStop) {
-    Begin(GetParam());
+TEST_F(DisabledKeys, OpenTheWindowsMenuAndAskWhetherToStop) {
+    Begin();
     input::Press(VK_SPACE, {VK_MENU});
     ASSERT_TRUE(Comes([&] { return MenuIsOpen(); }, kInputLimit));
     // Escape closes it too, after one press on Windows and two on Wine.
@@ -105,8 +83,8 @@ TEST_P(DisabledKeysAfterABeginning, OpenTheWindowsMenuAndAskWhetherToStop) {
     ExpectQuestion();
 }
 
-TEST_P(DisabledKeysAfterABeginning, LeadByTabToTheStopButtonByWayOfEnabledControls) {
-    Begin(GetParam());
+TEST_F(DisabledKeys, LeadByTabToTheStopButtonByWayOfEnabledControls) {
+    Begin();
     // Three controls can be enabled during a batch; whichever comes first, the button is not far.
     for (int presses = 0; presses < 3 && FocusedId() != IDCANCEL; ++presses) {
         const int before = FocusedId();
@@ -119,14 +97,8 @@ TEST_P(DisabledKeysAfterABeginning, LeadByTabToTheStopButtonByWayOfEnabledContro
     ExpectQuestion();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Begun, DisabledKeysAfterABeginning,
-    testing::Values(kByAClick, Beginning{"ByEnterInAnEdit", IDC_EXTRA_OPTIONS, VK_RETURN, L"--exemple"},
-                    Beginning{"ByEnterInTheList", IDC_FILE_LIST, VK_RETURN, L""}),
-    [](const auto& beginning) { return std::string(beginning.param.name); });
-
 TEST_F(DisabledKeys, OfAnEditThatAClickHasEnabledAreItsOwnAndEnterBeginsNothing) {
-    Begin(kByAClick);
+    Begin();
     for (const int control : {IDC_FILE_LIST, IDC_CLEAR, IDC_ADD}) input::ClickOn(Control(control));
     ClickInto(IDC_PAGES);
     EXPECT_TRUE(IsChecked(IDC_PAGES_CHECK));
