@@ -1,10 +1,6 @@
 // Batches with the converter that people use.
 #include "tests/app/app_fixture.h"
 
-#include <ostream>
-
-#include "tests/app/small_pdf.h"
-
 namespace {
 
 using testing::Each;
@@ -12,7 +8,22 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-using RealConverter = RealConverterFixture;
+class RealConverter : public RealConverterFixture {
+protected:
+    void ConvertInto(const std::wstring& folder) {
+        Window().Check(IDC_OUTPUT_FOLDER_CHECK);
+        Window().Type(IDC_OUTPUT_FOLDER, folder);
+        Window().StartBatch();
+    }
+    // The batch of this PDF and another, when it has begun, ends with the first.
+    void ExpectRefused(const std::wstring& pdf, const std::string& bytes) {
+        ASSERT_TRUE(BecomesIdle());
+        EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L""));
+        EXPECT_FALSE(driver::FileExists(DjvuBeside(pdf)));
+        EXPECT_FALSE(driver::FileExists(installed.PdfFolder() + L"\\next.djvu"));
+        EXPECT_EQ(driver::ReadFileBytes(pdf), bytes) << "the PDF is not left as it was";
+    }
+};
 
 TEST_F(RealConverter, MakesDjvuFilesInBothModes) {
     StartWith({RealPdf(L"Rapport annuel.pdf"), RealPdf(L"b.pdf")});
@@ -24,9 +35,8 @@ TEST_F(RealConverter, MakesDjvuFilesInBothModes) {
 
     const auto folder = installed.MakeFolder(L"Sortie");
     Window().Check(IDC_HIDE_OUTPUT);
-    Window().Check(IDC_OUTPUT_FOLDER_CHECK);
-    Window().Type(IDC_OUTPUT_FOLDER, folder);
-    Convert();
+    ConvertInto(folder);
+    CompleteBatch();
     for (const wchar_t* const name : {L"\\Rapport annuel.djvu", L"\\b.djvu"}) ExpectDjvu(folder + name);
     // The converter's own messages are in the log, before each record.
     EXPECT_THAT(driver::ReadFileBytes(installed.Log()), HasSubstr("bytes out"));
@@ -43,49 +53,28 @@ TEST_F(RealConverter, ConvertsOnlyThePagesAskedFor) {
     EXPECT_THAT(log, testing::Not(HasSubstr("page #1")));
 }
 
-struct Refusal {
-    const char* name;
-    std::wstring pdfName;
-    std::string bytes;
-    // Further preparation, when the list holds the PDF.
-    void (*prepare)(const InstalledProgram& installed, const driver::MainWindow& window) = nullptr;
-
-    friend void PrintTo(const Refusal& refusal, std::ostream* out) { *out << refusal.name; }
-};
-
-class ConversionRefused : public RealConverterFixture, public testing::WithParamInterface<Refusal> {};
-
-TEST_P(ConversionRefused, EndsTheBatchAndLeavesThePdf) {
-    startOptions.environment[L"TALVENOR_TEST"] = L"autre";
-    // Without a name its path has one character more than leaves room for the longer extension.
-    const auto pdf = GetParam().pdfName.empty() ? installed.MakePdfOfLength(259, GetParam().bytes)
-                                                : installed.MakePdf(GetParam().pdfName, GetParam().bytes);
+TEST_F(RealConverter, EndsTheBatchAtAFileThatIsNoPdf) {
+    const auto pdf = installed.MakePdf(L"a.pdf", "this is no PDF");
     StartWith({pdf, RealPdf(L"next.pdf")});
-    if (GetParam().prepare) GetParam().prepare(installed, Window());
     Window().StartBatch();
-    ASSERT_TRUE(BecomesIdle());
-    EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L""));
-    EXPECT_FALSE(driver::FileExists(DjvuBeside(pdf)));
-    EXPECT_FALSE(driver::FileExists(installed.PdfFolder() + L"\\next.djvu"));
-    EXPECT_EQ(driver::ReadFileBytes(pdf), GetParam().bytes);
+    ExpectRefused(pdf, "this is no PDF");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Because, ConversionRefused,
-    testing::Values(Refusal{"TheFileIsNoPdf", L"a.pdf", "this is no PDF"},
-                    // The interpreter reads it, and the converter is given another name.
-                    Refusal{"AVariableIsInTheName", L"%TALVENOR_TEST%.pdf", SmallPdf(1)},
-                    // Renaming the extension would need a 260th character and is refused, so the converter is
-                    // told to write the PDF itself. It must say no.
-                    Refusal{"ThereIsNoRoomForTheExtension", L"", SmallPdf(1)},
-                    Refusal{"ThereIsNoRoomInTheOutputFolder", std::wstring(80, L'n') + L".pdf", SmallPdf(1),
-                            [](const InstalledProgram& installed, const driver::MainWindow& window) {
-                                const auto root = installed.MakeFolder(L"S");
-                                window.Check(IDC_OUTPUT_FOLDER_CHECK);
-                                window.Type(
-                                    IDC_OUTPUT_FOLDER,
-                                    installed.MakeFolder(L"S\\" + std::wstring(220 - root.size(), L's')));
-                            }}),
-    [](const auto& refusal) { return std::string(refusal.param.name); });
+// Renaming the extension would need a 260th character and is refused, so the converter is told to write the
+// PDF itself. It must say no.
+TEST_F(RealConverter, LeavesAPdfWhoseNameHasNoRoomForTheExtension) {
+    const auto pdf = installed.MakePdfOfLength(259, SmallPdf(1));
+    StartWith({pdf, RealPdf(L"next.pdf")});
+    Window().StartBatch();
+    ExpectRefused(pdf, SmallPdf(1));
+}
+
+TEST_F(RealConverter, LeavesAPdfWhoseNameHasNoRoomInTheOutputFolder) {
+    const auto pdf = installed.MakePdf(std::wstring(80, L'n') + L".pdf", SmallPdf(1));
+    StartWith({pdf, RealPdf(L"next.pdf")});
+    const auto root = installed.MakeFolder(L"S");
+    ConvertInto(installed.MakeFolder(L"S\\" + std::wstring(220 - root.size(), L's')));
+    ExpectRefused(pdf, SmallPdf(1));
+}
 
 }  // namespace
