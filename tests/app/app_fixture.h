@@ -13,7 +13,9 @@
 #include "tests/app/installed_program.h"
 #include "tests/app/recorded_run.h"
 #include "tests/app/small_pdf.h"
+#include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
+#include "tests/equipment/handle.h"
 #include "tests/equipment/list_reader.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/program.h"
@@ -28,19 +30,54 @@ constexpr driver::Milliseconds kSoon{20'000};
 
 class AppTest : public testing::Test {
 protected:
-    explicit AppTest(Converter converter = Converter::StandIn, const wchar_t* folderName = L"Programme");
-    // Ends the program with everything it started. One that had crashed fails the test.
-    ~AppTest() override;
+    explicit AppTest(Converter converter = Converter::StandIn, const wchar_t* folderName = L"Programme")
+        : installed(converter, folderName) {
+        startOptions.environment[L"TALVENOR_STANDIN_OUT"] = installed.Record();
+    }
+    // Ends the program with everything it started, which is gone before its files are removed. One that had
+    // crashed fails the test.
+    ~AppTest() override {
+        if (!m_program) return;
+        if (!m_program->HasEnded()) m_program->EndTree();
+        constexpr DWORD kOtherCopyRuns = 0;
+        const DWORD code = m_program->WaitForExit(kSoon).value_or(STILL_ACTIVE);
+        EXPECT_TRUE(code == driver::kExitCodeOfQuit || code == kOtherCopyRuns ||
+                    code == driver::kEndedByDriver)
+            << "the program ended with code " << code;
+        m_program.reset();
+    }
 
     // Starts the program and waits for its window. The stand-ins record what happens to them.
-    void Start();
+    void Start() {
+        Launch();
+        m_window.emplace(*m_program);
+    }
     // The same with files in the list and Convertir enabled: drops them, then opens and cancels the add
     // dialog.
-    void StartWith(const std::vector<std::wstring>& paths);
+    void StartWith(const std::vector<std::wstring>& paths) {
+        Start();
+        m_window->DropPdfs(paths);
+        m_window->OpenAndCancelAddDialog();
+    }
     // The same with consoles hidden and the batch begun.
-    void StartHiddenBatch(const std::vector<std::wstring>& paths);
+    void StartHiddenBatch(const std::vector<std::wstring>& paths) {
+        StartWith(paths);
+        m_window->Check(IDC_HIDE_OUTPUT);
+        m_window->StartBatch();
+    }
     // The same without waiting, for a start that shows no main window.
-    void Launch();
+    void Launch() {
+        m_window.reset();
+        m_program.reset();
+        // It would only end while another program has the mutex, or an earlier test's copy is left.
+        const auto isOnly = [] {
+            return !driver::UniqueHandle(
+                ::OpenMutexW(SYNCHRONIZE, FALSE, L"{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
+        };
+        if (!driver::WaitUntil(isOnly, kSoon))
+            throw driver::Failure("another copy of the program runs in this session");
+        m_program = std::make_unique<driver::Program>(installed.Program(), startOptions);
+    }
 
     [[nodiscard]] const driver::Program& Process() const { return *m_program; }
     [[nodiscard]] const driver::MainWindow& Window() const { return *m_window; }
@@ -49,23 +86,39 @@ protected:
     [[nodiscard]] std::wstring Text(int controlId) const { return driver::Text(Control(controlId)); }
     [[nodiscard]] bool IsEnabled(int controlId) const { return driver::IsEnabled(Control(controlId)); }
     [[nodiscard]] bool IsChecked(int controlId) const { return driver::IsChecked(Control(controlId)); }
+    [[nodiscard]] std::vector<std::wstring> Paths() const { return driver::ColumnTexts(List(), 0); }
     [[nodiscard]] std::vector<std::wstring> Durations() const { return driver::ColumnTexts(List(), 1); }
     [[nodiscard]] std::vector<RecordedRun> Runs() const { return ReadRuns(installed.Record()); }
 
-    // Names files in the open dialog as a person types them, and accepts.
-    void AddByDialog(const std::wstring& names) const;
     // Presses Convertir, waits for the message at the end and closes it.
-    void Convert(driver::Milliseconds limit = driver::Milliseconds(60'000)) const;
+    void Convert() const {
+        m_window->StartBatch();
+        CompleteBatch();
+    }
     // The same for a batch that has begun.
-    void CompleteBatch(driver::Milliseconds limit = kSoon) const;
+    void CompleteBatch() const {
+        m_window->CloseCompletion(m_window->WaitForCompletion(driver::Milliseconds(60'000)));
+    }
     // Waits for a dialog or message box in front of the window.
-    [[nodiscard]] HWND WaitForDialog() const;
+    [[nodiscard]] HWND WaitForDialog() const {
+        return driver::WaitForDialog(*m_program, m_window->Window(), kSoon);
+    }
     // The same, then presses a button of it and waits until it is gone.
-    void AnswerDialog(int buttonId) const;
+    void AnswerDialog(int buttonId) const {
+        const HWND dialog = WaitForDialog();
+        driver::PressDialogButton(dialog, buttonId);
+        ASSERT_TRUE(Comes([&] { return !::IsWindow(dialog); })) << "the dialog stays";
+    }
     // Presses the stop button, confirms, and waits until the window is idle.
-    void Stop() const;
+    void Stop() const {
+        driver::Click(Control(IDCANCEL));
+        AnswerDialog(IDYES);
+        ASSERT_TRUE(BecomesIdle());
+    }
     // Waits until the window shows no batch, and no message box either.
-    [[nodiscard]] bool BecomesIdle(driver::Milliseconds limit = kSoon) const;
+    [[nodiscard]] bool BecomesIdle() const {
+        return Comes([&] { return !m_window->IsRunning() && m_window->OpenDialog() == nullptr; });
+    }
 
     // Waits for a condition; false when it does not hold in time.
     template <class Condition>
@@ -73,14 +126,19 @@ protected:
         return driver::WaitUntil(condition, limit);
     }
 
-    // Puts another program in the command interpreter's place until the program has ended. Under Wine only.
-    void ReplaceInterpreter(const std::wstring& replacement);
+    // Puts the stand-in in the command interpreter's place until the program has ended. Under Wine only.
+    void ReplaceInterpreter() {
+        wchar_t folder[MAX_PATH] = {};
+        if (!::GetSystemDirectoryW(folder, MAX_PATH))
+            driver::FailCall("GetSystemDirectoryW", ::GetLastError());
+        m_interpreter.emplace(folder + std::wstring(L"\\cmd.exe"), Equipment(L"stand_in_interpreter.exe"));
+    }
 
     InstalledProgram installed;
     driver::StartOptions startOptions;
 
 private:
-    std::unique_ptr<driver::SystemProgramSwap> m_interpreter;  // in use as long as the program
+    std::optional<driver::SystemProgramSwap> m_interpreter;  // in use as long as the program
     std::unique_ptr<driver::Program> m_program;
     std::optional<driver::MainWindow> m_window;
 };

@@ -1,9 +1,7 @@
 // How the program starts: what it needs beside it, where it looks, and what it keeps.
 #include "tests/app/app_fixture.h"
 
-#include "tests/equipment/file_tree.h"
-
-#include <algorithm>
+#include <set>
 
 namespace {
 
@@ -22,7 +20,7 @@ TEST_F(ApplicationWithoutConverter, ShowsOneMessageAndEndsWith2ThoughTheCurrentD
     ASSERT_EQ(dialogs.size(), 1u);
     EXPECT_THAT(driver::AllText(dialogs[0]), testing::HasSubstr(L"pdf2djvu.exe est absent !"));
     EXPECT_EQ(driver::FindControl(dialogs[0], IDC_FILE_LIST), nullptr) << "the main window is shown";
-    driver::PressKey(driver::OnlyButton(dialogs[0]), VK_ESCAPE);
+    driver::PressKey(dialogs[0], VK_ESCAPE);
     EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
 }
 
@@ -61,10 +59,9 @@ protected:
         ::RegCloseKey(software);
         return names;
     }
-    [[nodiscard]] std::vector<std::wstring> FilesBesideIt() const {
-        auto names = driver::NamesIn(installed.Folder());
-        std::sort(names.begin(), names.end());
-        return names;
+    [[nodiscard]] std::set<std::filesystem::path> FilesBesideIt() const {
+        const std::filesystem::directory_iterator files(installed.Folder());
+        return {begin(files), end(files)};
     }
 };
 
@@ -98,14 +95,11 @@ TEST_F(Application, OpensMinimisedWhenItsStarterAsksForThat) {
 
 TEST_F(Application, OpensItsWindowWhenItsPathHasTheGreatestLength) {
     constexpr std::size_t kLongest = 259;  // leaves room for a terminator in 260 characters
-    const std::wstring parent = installed.MakeFolder(std::wstring(100, L'p'));
+    const std::wstring parent = std::wstring(100, L'p') + L'\\';
     const std::wstring file = L"\\Talvenor.exe";
-    const std::wstring folder =
-        parent + L'\\' + std::wstring(kLongest - parent.size() - 1 - file.size(), L'q');
-    driver::MakeFolders(folder);
-    for (const auto& [from, to] : {std::pair{installed.Program(), folder + file},
-                                   {installed.ConverterPath(), folder + L"\\pdf2djvu.exe"}})
-        ASSERT_TRUE(::CopyFileW(from.c_str(), driver::OfAnyLength(to).c_str(), TRUE));
+    const std::size_t others = installed.MakeFolder(parent).size() + file.size();
+    const auto folder = installed.MakeFolder(parent + std::wstring(kLongest - others, L'q'));
+    std::filesystem::copy(installed.Folder(), folder);
     const driver::Program program(folder + file);
     const driver::MainWindow window(program);
     EXPECT_EQ(window.Quit(), 2u);

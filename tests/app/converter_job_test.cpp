@@ -8,10 +8,6 @@
 #include <fstream>
 #include <iterator>
 
-#include "tests/equipment/failure.h"
-#include "tests/equipment/file_tree.h"
-#include "tests/equipment/handle.h"
-
 namespace {
 
 using testing::ElementsAre;
@@ -22,7 +18,7 @@ constexpr driver::Milliseconds kGoneLimit{2'000};
 
 class StoppedConverter : public RealConverterFixture, public testing::WithParamInterface<bool> {
 protected:
-    StoppedConverter() : m_temporaryFolder(installed.MakeFolder(L"temp")) {
+    StoppedConverter() {
         // Where the converter works; what one that is ended leaves behind goes with the rest.
         startOptions.environment[L"TMP"] = m_temporaryFolder;
     }
@@ -31,7 +27,7 @@ protected:
         StartWith(paths);
         if (GetParam()) Window().Check(IDC_HIDE_OUTPUT);
         Window().StartBatch();
-        ASSERT_TRUE(Comes([&] { return ConverterRuns() && !driver::NamesIn(m_temporaryFolder).empty(); }))
+        ASSERT_TRUE(Comes([&] { return ConverterRuns() && !std::filesystem::is_empty(m_temporaryFolder); }))
             << "the converter does not begin";
     }
     // Whether one of the system below Wine works for this test: its command line names a file of ours. Wine
@@ -51,7 +47,7 @@ protected:
     }
 
 private:
-    std::wstring m_temporaryFolder;
+    const std::wstring m_temporaryFolder = installed.MakeFolder(L"temp");
 };
 
 TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
@@ -79,40 +75,24 @@ TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
 INSTANTIATE_TEST_SUITE_P(Output, StoppedConverter, testing::Bool(),
                          [](const auto& hidden) { return hidden.param ? "Hidden" : "Visible"; });
 
-// The process that owns the top-level window of this class, for waiting and for its exit code.
-driver::UniqueHandle OwnerOfWindow(const wchar_t* className) {
-    DWORD processId = 0;
-    ::GetWindowThreadProcessId(::FindWindowW(className, nullptr), &processId);
-    driver::UniqueHandle process(
-        ::OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
-    if (!process) throw driver::Failure(L"no process has a window of class " + std::wstring(className));
-    return process;
-}
-
-// With an interpreter that lasts as the name of the PDF says, and whose window is asked to close.
+// With an interpreter whose window is asked to close, and which does as the name of the PDF says.
 class StoppedInterpreter : public AppTest {
 protected:
     void SetUp() override {
         if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
-        ReplaceInterpreter(Equipment(L"stand_in_interpreter.exe"));
-        startOptions.environment[L"TALVENOR_INTERPRETER_IGNORE"] = L"1";
+        ReplaceInterpreter();
     }
-    void StartBatchOf(const std::vector<std::wstring>& paths) {
-        StartWith(paths);
+    void StartBatchOf(const wchar_t* pdfName) {
+        StartWith({installed.MakePdf(pdfName), installed.MakePdf(L"b.pdf"), installed.MakePdf(L"c.pdf")});
         Window().StartBatch();
         ASSERT_TRUE(Comes([&] { return Runs().size() == 1; }));
-    }
-    [[nodiscard]] bool IsMarked() const {
-        return Comes([&] { return Durations()[0] == L"*** Annulé !"; });
     }
 };
 
 TEST_F(StoppedInterpreter, ClosesWhenItsWindowIsAskedAndNothingMoreIsConverted) {
-    startOptions.environment[L"TALVENOR_INTERPRETER_IGNORE"] = L"";
-    StartBatchOf(
-        {installed.MakePdf(L"a wait60000.pdf"), installed.MakePdf(L"b.pdf"), installed.MakePdf(L"c.pdf")});
+    StartBatchOf(L"a wait60000.pdf");
     Stop();
-    EXPECT_TRUE(IsMarked());
+    EXPECT_TRUE(Comes([&] { return Durations()[0] == L"*** Annulé !"; }));
     ASSERT_EQ(Runs().size(), 1u);
     EXPECT_EQ(Runs()[0].closed, L"1");
     EXPECT_EQ(Runs()[0].ended, 3);
@@ -120,24 +100,12 @@ TEST_F(StoppedInterpreter, ClosesWhenItsWindowIsAskedAndNothingMoreIsConverted) 
     EXPECT_EQ(Window().OpenDialog(), nullptr) << "a stopped batch ends without a message";
 }
 
-TEST_F(StoppedInterpreter, IsEndedInATerminalAsAClosedConsoleEndsIt) {
-    constexpr wchar_t kClassOfATerminal[] = L"PseudoConsoleWindow";
-    startOptions.environment[L"TALVENOR_INTERPRETER_CLASS"] = kClassOfATerminal;
-    StartBatchOf({installed.MakePdf(L"a wait60000.pdf"), installed.MakePdf(L"b.pdf")});
-    const driver::UniqueHandle interpreter = OwnerOfWindow(kClassOfATerminal);
-    Stop();
-    ASSERT_EQ(::WaitForSingleObject(interpreter.Get(), static_cast<DWORD>(kGoneLimit.count())),
-              WAIT_OBJECT_0);
-    DWORD code = 0;
-    EXPECT_TRUE(::GetExitCodeProcess(interpreter.Get(), &code));
-    EXPECT_EQ(code, static_cast<DWORD>(STATUS_CONTROL_C_EXIT));
-    EXPECT_TRUE(IsMarked());
-    EXPECT_EQ(Runs().size(), 1u);
-}
-
 TEST_F(StoppedInterpreter, OutlivesTheProgramWhichEndsAtOnce) {
-    StartBatchOf({installed.MakePdf(L"a wait60000.pdf")});
-    const driver::UniqueHandle interpreter = OwnerOfWindow(L"StandInInterpreter");
+    StartBatchOf(L"a wait60000 ignore.pdf");
+    DWORD processId = 0;
+    ::GetWindowThreadProcessId(::FindWindowW(L"StandInInterpreter", nullptr), &processId);
+    const driver::UniqueHandle interpreter(::OpenProcess(SYNCHRONIZE, FALSE, processId));
+    ASSERT_TRUE(interpreter);
     Stop();
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(Window().Quit(), 2u);

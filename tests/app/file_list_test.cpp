@@ -12,7 +12,6 @@ protected:
     [[nodiscard]] bool Selects(int row) const {
         return Comes([&] { return driver::SelectedRow(List()) == row; }, kInputLimit);
     }
-    [[nodiscard]] std::vector<std::wstring> Paths() const { return driver::ColumnTexts(List(), 0); }
 };
 
 TEST_F(FileList, ClickAndArrowSelectARowWhoseCommandLineAKeyShowsAndWhichAnotherDeletes) {
@@ -48,27 +47,41 @@ TEST_F(FileList, ClickAndArrowSelectARowWhoseCommandLineAKeyShowsAndWhichAnother
 }
 
 TEST_F(FileList, DropLeavesOutOtherFilesAndPathsThatAreTooLong) {
-    const auto upper = installed.MakePdf(L"A.PDF");
-    const auto lower = installed.MakePdf(L"b.pdf");
     const auto named = installed.MakeFolder(L"dossier.pdf");
+    const auto ofLength = [](std::size_t length) {
+        return L"C:\\" + std::wstring(length - 7, L'n') + L".pdf";
+    };
     Start();
-    driver::DropFiles(List(), {upper, installed.MakePdf(L"c.txt"), installed.MakeFolder(L"d"),
-                               installed.MakePdfOfLength(260), installed.MakePdfOfLength(320), lower, named});
+    driver::DropFiles(List(), {L"C:\\A.PDF", L"C:\\c.txt", installed.Folder(), ofLength(260), ofLength(320),
+                               ofLength(259), named});
     EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 3; }));
-    EXPECT_THAT(Paths(), ElementsAre(upper, lower, named)) << "in the order of the drop";
+    EXPECT_THAT(Paths(), ElementsAre(L"C:\\A.PDF", ofLength(259), named)) << "in the order of the drop";
 }
 
-class OpenDialog : public AppTest {};
+class OpenDialog : public AppTest {
+protected:
+    // Names files as a person types them, and accepts.
+    void Add(const std::wstring& names) const {
+        driver::Click(Control(IDC_ADD));
+        const HWND dialog = WaitForDialog();
+        const HWND open = driver::Control(dialog, IDOK);
+        ASSERT_TRUE(Comes([&] { return driver::IsVisible(open) && driver::IsEnabled(open); }));
+        driver::SetText(driver::NameEditOfOpenDialog(dialog), names);
+        driver::Click(open);
+        ASSERT_TRUE(Comes([&] { return !::IsWindow(dialog) && driver::IsEnabled(Window().Window()); }));
+        driver::Ask(Window().Window(), WM_NULL);
+    }
+};
 
 TEST_F(OpenDialog, AddsAFileOfAnyKindThatTheListDoesNotHave) {
     const auto pdf = installed.MakePdf(L"Été & hiver.pdf");
     const auto other = installed.MakePdf(L"notes.txt");
     Start();
-    AddByDialog(pdf);
+    Add(pdf);
     EXPECT_TRUE(IsEnabled(IDOK));
-    AddByDialog(other);
-    AddByDialog(pdf);
-    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(pdf, other));
+    Add(other);
+    Add(pdf);
+    EXPECT_THAT(Paths(), ElementsAre(pdf, other));
 }
 
 TEST_F(OpenDialog, AddsSeveralFilesOfAFolder) {
@@ -77,8 +90,8 @@ TEST_F(OpenDialog, AddsSeveralFilesOfAFolder) {
     const auto c = installed.MakePdf(L"c.pdf");
     startOptions.directory = installed.PdfFolder();
     Start();
-    AddByDialog(L"\"c.pdf\" \"a.pdf\" \"b b.pdf\"");
-    EXPECT_THAT(driver::ColumnTexts(List(), 0), testing::UnorderedElementsAre(a, b, c));
+    Add(L"\"c.pdf\" \"a.pdf\" \"b b.pdf\"");
+    EXPECT_THAT(Paths(), testing::UnorderedElementsAre(a, b, c));
     EXPECT_TRUE(IsEnabled(IDOK));
 }
 
@@ -95,10 +108,10 @@ TEST_F(OpenDialog, LeavesOutASelectionThatIsTooLargeAndTakesASmallOneAfterIt) {
     startOptions.directory = installed.PdfFolder();
     Start();
     Window().DropPdfs({a});
-    AddByDialog(names);
-    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a));
-    AddByDialog(b);
-    EXPECT_THAT(driver::ColumnTexts(List(), 0), ElementsAre(a, b));
+    Add(names);
+    EXPECT_THAT(Paths(), ElementsAre(a));
+    Add(b);
+    EXPECT_THAT(Paths(), ElementsAre(a, b));
     EXPECT_EQ(Window().Quit(), 2u);
 }
 

@@ -1,23 +1,60 @@
 // Talvenor.exe as a person has it: in a folder of its own with a converter beside it, and a second folder
 // with PDF files. Both live in the system's temporary folder for the life of this object.
 #pragma once
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
+
+#include "tests/equipment/failure.h"
+#include "tests/equipment/file_bytes.h"
+#include "tests/equipment/wait_until.h"
 
 enum class Converter { None, StandIn, Real };
 
-// A file that the build made. The test program finds it by its own place in the build folder.
-std::wstring Equipment(const wchar_t* name);
+// By its place in the build folder, relative to the test program.
+inline std::wstring Built(const std::wstring& place) {
+    wchar_t self[MAX_PATH] = {};
+    ::GetModuleFileNameW(nullptr, self, MAX_PATH);
+    return (std::filesystem::path(self).parent_path() / place).lexically_normal().make_preferred().wstring();
+}
+
+// A file that the build made for tests.
+inline std::wstring Equipment(const std::wstring& name) {
+    return Built(L"" TALVENOR_EQUIPMENT "/" + name);
+}
 
 // The document that a PDF is converted to unless another folder is chosen.
-std::wstring DjvuBeside(const std::wstring& pdf);
+inline std::wstring DjvuBeside(const std::wstring& pdf) {
+    return pdf.substr(0, pdf.size() - 4) + L".djvu";
+}
 
 class InstalledProgram {
 public:
     // `folderName` is the program folder's own name, so that a test may choose an odd one.
-    explicit InstalledProgram(Converter converter, const wchar_t* folderName = L"Programme");
-    // Removes everything. A file that stays behind fails the test: then something of it still runs.
-    ~InstalledProgram();
+    InstalledProgram(Converter converter, const wchar_t* folderName) : m_folderName(folderName) {
+        MakeFolder(m_folderName);
+        MakeFolder(L"PDF");
+        std::filesystem::copy(Built(L"" TALVENOR_PROGRAM), Program());
+        if (converter == Converter::StandIn)
+            std::filesystem::copy(Equipment(L"stand_in_converter.exe"), ConverterPath());
+        if (converter == Converter::Real) std::filesystem::copy(Equipment(L"pdf2djvu.exe"), ConverterPath());
+    }
+    // Removes everything. A file that stays behind fails the test: then something of it still runs. A process
+    // that was ended keeps its files for a moment.
+    ~InstalledProgram() {
+        const auto isGone = [&] {
+            std::error_code error;
+            std::filesystem::remove_all(m_root, error);
+            return !error;
+        };
+        EXPECT_TRUE(driver::WaitUntil(isGone, driver::Milliseconds(20'000)))
+            << "the test left files behind, and they cannot be removed";
+    }
     InstalledProgram(const InstalledProgram&) = delete;
     InstalledProgram& operator=(const InstalledProgram&) = delete;
 
@@ -31,13 +68,42 @@ public:
     [[nodiscard]] std::wstring Record() const { return m_root + L"\\runs.txt"; }
 
     // Makes a folder below the common one and returns its path.
-    [[nodiscard]] std::wstring MakeFolder(const std::wstring& name) const;
+    std::wstring MakeFolder(const std::wstring& name) const {
+        const std::wstring path = m_root + L"\\" + name;
+        std::filesystem::create_directories(path);
+        return path;
+    }
     // Makes a file among the PDFs and returns its path. The stand-ins do not look into it.
-    [[nodiscard]] std::wstring MakePdf(const std::wstring& name, std::string_view bytes = "%PDF-1.4") const;
+    std::wstring MakePdf(const std::wstring& name, std::string_view bytes = "%PDF-1.4") const {
+        const std::wstring path = PdfFolder() + L"\\" + name;
+        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+        driver::WriteFileBytes(path, bytes);
+        return path;
+    }
     // The same for one whose whole path has this length, at least 250.
-    [[nodiscard]] std::wstring MakePdfOfLength(std::size_t length, std::string_view bytes = "%PDF-1.4") const;
+    std::wstring MakePdfOfLength(std::size_t length, std::string_view bytes = "%PDF-1.4") const {
+        // Two parts, for no single name may be that long.
+        const std::wstring folder(100, L'd');
+        const std::size_t others = PdfFolder().size() + 1 + folder.size() + 1 + 4;
+        const auto path = MakePdf(folder + L"\\" + std::wstring(length - others, L'n') + L".pdf", bytes);
+        EXPECT_EQ(path.size(), length);
+        return path;
+    }
 
 private:
-    std::wstring m_root;
-    std::wstring m_folderName;
+    // Windows may name the temporary folder by a short form ("JEAN-P~1"), which the tests would not recognise
+    // in what the program and its converter write.
+    static std::wstring NewRoot() {
+        static int s_count = 0;
+        const std::wstring folder = std::filesystem::temp_directory_path().wstring();
+        wchar_t longPath[MAX_PATH + 1] = {};
+        if (!::GetLongPathNameW(folder.c_str(), longPath, MAX_PATH + 1))
+            driver::FailCall("GetLongPathNameW", ::GetLastError());
+        const std::wstring name =
+            L"talvenor-app-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++s_count);
+        return (std::filesystem::path(longPath) / name).make_preferred().wstring();
+    }
+
+    const std::wstring m_root = NewRoot();
+    const std::wstring m_folderName;
 };

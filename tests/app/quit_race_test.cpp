@@ -10,27 +10,27 @@ namespace {
 class QuitRace : public AppTest {
 protected:
     // Leaves a batch that has been stopped, at the moment when its worker waits, or has just ceased to.
-    void QuitAfterStop(DWORD delayMs) {
-        StartWith({installed.MakePdf(L"a.pdf")});
+    void QuitAfterStop(int converterMs, int delayMs) {
+        StartWith({installed.MakePdf(L"a wait" + std::to_wstring(converterMs) + L".pdf")});
         ::DeleteFileW(installed.Record().c_str());  // nothing of the time before writes to it any more
         Window().StartBatch();
         ASSERT_TRUE(Comes([&] { return driver::FileExists(installed.Record()); }));
         Stop();
-        WaitPrecisely(delayMs);
+        WaitPrecisely(driver::Milliseconds(delayMs));
         EXPECT_EQ(Window().Quit(), 2u) << "left after " << delayMs << " ms";
     }
-    [[nodiscard]] static DWORD Between(DWORD least, DWORD most) {
+    [[nodiscard]] static int Between(int least, int most) {
         // The same in every run, and others when the tests are repeated.
         static std::mt19937 s_random{20261116};
-        return std::uniform_int_distribution<DWORD>(least, most)(s_random);
+        return std::uniform_int_distribution(least, most)(s_random);
     }
 
     static constexpr int kTimes = 4;  // scripts/prove repeats the tests
 
 private:
     // What is provoked here is a matter of milliseconds.
-    static void WaitPrecisely(DWORD milliseconds) {
-        const auto end = std::chrono::steady_clock::now() + driver::Milliseconds(milliseconds);
+    static void WaitPrecisely(driver::Milliseconds time) {
+        const auto end = std::chrono::steady_clock::now() + time;
         while (std::chrono::steady_clock::now() < end) ::SwitchToThread();
     }
 };
@@ -39,17 +39,13 @@ private:
 // again.
 TEST_F(QuitRace, ConverterEndsAtTheStop) {
     if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its interpreter";
-    ReplaceInterpreter(Equipment(L"stand_in_interpreter.exe"));
-    startOptions.environment[L"TALVENOR_INTERPRETER_MS"] = L"60000";
-    for (int i = 0; i < kTimes && !HasFailure(); ++i) QuitAfterStop(Between(0, 40));
+    ReplaceInterpreter();
+    for (int i = 0; i < kTimes && !HasFailure(); ++i) QuitAfterStop(60'000, Between(0, 40));
 }
 
 // The converter does not hear of the stop and ends by itself, somewhere around the end of the program.
 TEST_F(QuitRace, ConverterEndsByItself) {
-    for (int i = 0; i < kTimes && !HasFailure(); ++i) {
-        startOptions.environment[L"TALVENOR_STANDIN_MS"] = std::to_wstring(Between(300, 900));
-        QuitAfterStop(Between(0, 300));
-    }
+    for (int i = 0; i < kTimes && !HasFailure(); ++i) QuitAfterStop(Between(300, 900), Between(0, 300));
 }
 
 }  // namespace

@@ -3,32 +3,126 @@
 #pragma once
 #include <windows.h>
 
+#include <algorithm>
+#include <cstring>
 #include <initializer_list>
 #include <string>
 #include <vector>
 
+#include "tests/equipment/failure.h"
+#include "tests/equipment/wait_until.h"
+
 namespace input {
+
+constexpr driver::Milliseconds kFrontLimit{20'000};
+
+inline INPUT KeyEvent(WORD key, bool down) {
+    constexpr WORD kExtended[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_INSERT, VK_DELETE};
+    const bool isExtended = std::ranges::find(kExtended, key) != std::end(kExtended);
+    INPUT event = {};
+    event.type = INPUT_KEYBOARD;
+    event.ki.wVk = key;
+    event.ki.wScan = static_cast<WORD>(::MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    event.ki.dwFlags = (isExtended ? KEYEVENTF_EXTENDEDKEY : 0u) | (down ? 0u : KEYEVENTF_KEYUP);
+    return event;
+}
+
+inline void Send(std::vector<INPUT> events) {
+    const auto count = static_cast<UINT>(events.size());
+    if (::SendInput(count, events.data(), sizeof(INPUT)) != count)
+        driver::FailCall("SendInput", ::GetLastError());
+}
+
+// Presses a key while others are held, and lets all go.
+inline void Press(WORD key, const std::vector<WORD>& held = {}) {
+    std::vector<INPUT> events;
+    for (const WORD other : held) events.push_back(KeyEvent(other, true));
+    events.push_back(KeyEvent(key, true));
+    events.push_back(KeyEvent(key, false));
+    for (auto other = held.rbegin(); other != held.rend(); ++other) events.push_back(KeyEvent(*other, false));
+    Send(std::move(events));
+}
+
+// One after another.
+inline void PressAll(std::initializer_list<WORD> keys) {
+    for (const WORD key : keys) Press(key);
+}
+
+// Types characters that the keyboard has.
+inline void Type(const std::wstring& text) {
+    for (const wchar_t character : text) {
+        const SHORT found = ::VkKeyScanW(character);
+        if (found == -1) throw driver::Failure(L"the keyboard has no " + std::wstring(1, character));
+        // Which other keys a character takes depends on the layout.
+        std::vector<WORD> held;
+        if (HIBYTE(found) & 1) held.push_back(VK_SHIFT);
+        if (HIBYTE(found) & 2) held.push_back(VK_CONTROL);
+        if (HIBYTE(found) & 4) held.push_back(VK_MENU);
+        Press(LOBYTE(found), held);
+    }
+}
+
+// The control of the window's thread that has the focus, or null.
+inline HWND Focus(HWND window) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    return ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info) ? info.hwndFocus : nullptr;
+}
 
 // Brings a window to the front and waits until the keyboard is its own. Throws driver::Failure when it
 // cannot.
-void BringToFront(HWND window);
+inline void BringToFront(HWND window) {
+    const auto inFront = [&] {
+        if (::GetForegroundWindow() == window && Focus(window) != nullptr) return true;
+        // Windows lets only some programs say what is in front: not one in the background, unless Alt has
+        // just been pressed. Twice, for what is in front may open its menu at the first.
+        if (!::SetForegroundWindow(window)) PressAll({VK_MENU, VK_MENU});
+        return false;
+    };
+    if (!driver::WaitUntil(inFront, kFrontLimit))
+        throw driver::Failure("the window does not come to the front");
+}
 
-// The control of the window's thread that has the focus, or null.
-HWND Focus(HWND window);
+// Moves the pointer to a place in a window, in pixels, or into its middle.
+inline void PointAt(HWND window, int x, int y) {
+    POINT point = {x, y};
+    ::ClientToScreen(window, &point);
+    const auto there = [&] {
+        POINT now = {};
+        return ::SetCursorPos(point.x, point.y) && ::GetCursorPos(&now) && now.x == point.x &&
+               now.y == point.y;
+    };
+    if (!driver::WaitUntil(there, kFrontLimit)) throw driver::Failure("the pointer does not move");
+}
+inline void PointAt(HWND window) {
+    RECT area = {};
+    ::GetClientRect(window, &area);
+    PointAt(window, area.right / 2, area.bottom / 2);
+}
 
-// Presses a key while others are held, and lets all go.
-void Press(WORD key, const std::vector<WORD>& held = {});
-void PressAll(std::initializer_list<WORD> keys);  // one after another
-// Types characters that the keyboard has.
-void Type(const std::wstring& text);
-
-// Moves the pointer into the middle of a window, or to a place in it, in pixels.
-void PointAt(HWND window);
-void PointAt(HWND window, int x, int y);
-void Click();
-void ClickOn(HWND window);
+inline void Click() {
+    std::vector<INPUT> events(2);
+    events[0].mi.dwFlags =
+        MOUSEEVENTF_LEFTDOWN;  // an event is one of the mouse unless something else is said
+    events[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    Send(std::move(events));
+}
+inline void ClickOn(HWND window) {
+    PointAt(window);
+    Click();
+}
 
 // Puts a text on the clipboard.
-void CopyToClipboard(const std::wstring& text);
+inline void CopyToClipboard(const std::wstring& text) {
+    if (!driver::WaitUntil([] { return ::OpenClipboard(nullptr) != FALSE; }, kFrontLimit))
+        driver::FailCall("OpenClipboard", ::GetLastError());
+    ::EmptyClipboard();
+    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, bytes);
+    std::memcpy(::GlobalLock(block), text.c_str(), bytes);
+    ::GlobalUnlock(block);
+    ::SetClipboardData(CF_UNICODETEXT, block);  // the clipboard's own from now on
+    ::CloseClipboard();
+}
 
 }  // namespace input

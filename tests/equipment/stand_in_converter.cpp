@@ -1,12 +1,8 @@
 // Stands in for the converter: tests copy it beside Talvenor.exe as pdf2djvu.exe. It writes down how it was
-// started and ends with 0 at once, unless something else is set:
+// started and ends with 0 at once, unless the PDF's name says something else: for "wait500 exit2.pdf" it runs
+// for 500 ms and ends with 2.
 //
-//   TALVENOR_STANDIN_OUT    file that one block a run is appended to (see below)
-//   TALVENOR_STANDIN_MS     how long to run, milliseconds
-//
-// The PDF's own name goes first: in "wait500 exit2.pdf" it runs for 500 ms and ends with 2.
-//
-// The block, in UTF-8; its last line is missing when the run was cut short:
+// What is written down of a run; the last line is missing when it was cut short:
 //
 //   command=<the command line as received>
 //   directory=<current directory>
@@ -18,12 +14,9 @@
 #include <cstdio>
 #include <string>
 
-#include "tests/equipment/stand_in_settings.h"
+#include "tests/equipment/stand_in.h"
 
 namespace {
-
-constexpr wchar_t kRecordVariable[] = L"TALVENOR_STANDIN_OUT";
-constexpr int kCannotRecord = 97;
 
 std::wstring FileName(const std::wstring& path) {
     return path.substr(path.find_last_of(L"\\/") + 1);
@@ -50,13 +43,12 @@ int wmain(int argc, wchar_t** argv) {
     const std::wstring pdf = argc > 1 ? FileName(argv[argc - 1]) : std::wstring();
     const DWORD code = stand_in::NumberIn(pdf, L"exit", 0);
 
-    if (!stand_in::AppendRecord(kRecordVariable, stand_in::DescribeStart() + DescribeConsole())) {
+    if (!stand_in::AppendRecord(stand_in::DescribeStart() + DescribeConsole())) {
         std::fputs("stand-in converter: cannot write its record\n", stderr);
-        return kCannotRecord;
+        return stand_in::kCannotRecord;
     }
     std::fputs("stand-in converter: converting\n", stderr);
-    ::Sleep(stand_in::RunMs(pdf, L"TALVENOR_STANDIN_MS", 0));
-    if (!stand_in::AppendRecord(kRecordVariable, L"ended=" + std::to_wstring(code) + L'\n'))
-        return kCannotRecord;
-    return static_cast<int>(code);
+    ::Sleep(stand_in::NumberIn(pdf, L"wait", 0));
+    const bool isRecorded = stand_in::AppendRecord(L"ended=" + std::to_wstring(code) + L'\n');
+    return isRecorded ? static_cast<int>(code) : stand_in::kCannotRecord;
 }

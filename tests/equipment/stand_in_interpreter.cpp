@@ -1,17 +1,13 @@
 // Stands in for the command interpreter: tests put it in cmd.exe's place in the Wine session's system folder
 // (see system_program_swap.h). It owns a hidden top-level window, as a console does on Windows, where the
 // real interpreter's console belongs to another process under Wine; so the close request of a stop reaches
-// it. It never runs a converter. What can be set:
+// it. It never runs a converter. The PDF's name, which is the title of the run, says what it does:
 //
-//   TALVENOR_INTERPRETER_OUT     file that one block a run is appended to
-//   TALVENOR_INTERPRETER_MS      how long to run, milliseconds (200)
-//   TALVENOR_INTERPRETER_IGNORE  1: a request to close is written down, and the run goes on
-//   TALVENOR_INTERPRETER_CLASS   class of the window (StandInInterpreter)
+//   wait500    runs for 500 ms; for 200 unless something else is said
+//   ignore     a request to close is written down, and the run goes on
 //
-// A PDF's own name, which is the title of the run, goes before the time: in "wait500.pdf" it runs for 500 ms.
-//
-// The block begins like the stand-in converter's (command, directory), is written once the
-// window is there to be closed, and ends, when the run does, with:
+// What is written down begins like the stand-in converter's (command, directory), once the window is there to
+// be closed, and ends, when the run does, with:
 //
 //   closed=0|1                whether SC_CLOSE arrived; written at once when it is ignored
 //   ended=<exit code>         3 when it was closed, else 0
@@ -20,25 +16,29 @@
 
 #include <string>
 
-#include "tests/equipment/stand_in_settings.h"
+#include "tests/equipment/stand_in.h"
 
 namespace {
 
-constexpr wchar_t kRecordVariable[] = L"TALVENOR_INTERPRETER_OUT";
 constexpr UINT_PTR kEndTimerId = 1;
 constexpr DWORD kUsualRunMs = 200;
 constexpr int kClosed = 3;
-constexpr int kCannotRecord = 97;
 constexpr int kNoWindow = 98;
 
 bool closeArrived = false;
 
+std::wstring Title() {
+    STARTUPINFOW startup = {};
+    ::GetStartupInfoW(&startup);
+    return startup.lpTitle ? startup.lpTitle : L"";
+}
+
 void OnCloseRequest() {
     closeArrived = true;
-    if (stand_in::Setting(L"TALVENOR_INTERPRETER_IGNORE") != L"1") {
+    if (Title().find(L"ignore") == std::wstring::npos) {
         ::PostQuitMessage(kClosed);
-    } else if (!stand_in::AppendRecord(kRecordVariable, L"closed=1\n")) {
-        ::PostQuitMessage(kCannotRecord);
+    } else if (!stand_in::AppendRecord(L"closed=1\n")) {
+        ::PostQuitMessage(stand_in::kCannotRecord);
     }
 }
 
@@ -55,26 +55,14 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
-std::wstring ClassName() {
-    const std::wstring name = stand_in::Setting(L"TALVENOR_INTERPRETER_CLASS");
-    return name.empty() ? L"StandInInterpreter" : name;
-}
-
 HWND CreateHiddenWindow(HINSTANCE instance) {
-    const std::wstring className = ClassName();
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = WindowProcedure;
     windowClass.hInstance = instance;
-    windowClass.lpszClassName = className.c_str();
+    windowClass.lpszClassName = L"StandInInterpreter";
     if (!::RegisterClassW(&windowClass)) return nullptr;
-    return ::CreateWindowExW(0, className.c_str(), L"", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, nullptr, nullptr,
-                             instance, nullptr);
-}
-
-DWORD RunMs() {
-    STARTUPINFOW startup = {};
-    ::GetStartupInfoW(&startup);
-    return stand_in::RunMs(startup.lpTitle ? startup.lpTitle : L"", L"TALVENOR_INTERPRETER_MS", kUsualRunMs);
+    return ::CreateWindowExW(0, windowClass.lpszClassName, L"", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, nullptr,
+                             nullptr, instance, nullptr);
 }
 
 }  // namespace
@@ -84,9 +72,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
     // went there, with it disabled 0 of 60.
     ::ImmDisableIME(0);
     const HWND window = CreateHiddenWindow(instance);
-    if (!window) return kNoWindow;
-    if (!::SetTimer(window, kEndTimerId, RunMs(), nullptr)) return kNoWindow;
-    if (!stand_in::AppendRecord(kRecordVariable, stand_in::DescribeStart())) return kCannotRecord;
+    const DWORD runMs = stand_in::NumberIn(Title(), L"wait", kUsualRunMs);
+    if (!window || !::SetTimer(window, kEndTimerId, runMs, nullptr)) return kNoWindow;
+    if (!stand_in::AppendRecord(stand_in::DescribeStart())) return stand_in::kCannotRecord;
 
     MSG message;
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) ::DispatchMessageW(&message);
@@ -94,5 +82,5 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
     const auto code = static_cast<int>(message.wParam);
     const std::wstring end =
         std::wstring(L"closed=") + (closeArrived ? L"1" : L"0") + L"\nended=" + std::to_wstring(code) + L'\n';
-    return stand_in::AppendRecord(kRecordVariable, end) ? code : kCannotRecord;
+    return stand_in::AppendRecord(end) ? code : stand_in::kCannotRecord;
 }

@@ -7,7 +7,6 @@
 #pragma once
 #include <windows.h>
 
-#include <memory>
 #include <string>
 
 #include "tests/equipment/failure.h"
@@ -45,12 +44,5 @@ private:
     std::wstring m_program;
     std::wstring m_saved;
 };
-
-// In the place of cmd.exe.
-inline std::unique_ptr<SystemProgramSwap> SwapInterpreter(const std::wstring& replacement) {
-    wchar_t folder[MAX_PATH] = {};
-    if (!::GetSystemDirectoryW(folder, MAX_PATH)) FailCall("GetSystemDirectoryW", ::GetLastError());
-    return std::make_unique<SystemProgramSwap>(std::wstring(folder) + L"\\cmd.exe", replacement);
-}
 
 }  // namespace driver
