@@ -11,22 +11,6 @@
 
 namespace driver {
 
-// Has `create` call CreateProcessW for `program`, a name for messages, and throws Failure when that fails.
-// Wine has been seen to lose a new process on its way, before anything of it had run: this is reported, and
-// tried once more.
-template <class Create>
-void StartProcess(const std::string& program, Create&& create) {
-    if (create()) return;
-    DWORD error = ::GetLastError();
-    if (error == ERROR_INTERNAL_ERROR) {
-        std::printf("[ ATTENTION] CreateProcessW(%s) failed with an internal error: trying once more\n",
-                    program.c_str());
-        if (create()) return;
-        error = ::GetLastError();
-    }
-    FailCall("CreateProcessW(" + program + ")", error);
-}
-
 constexpr UINT kEndedByDriver = 0xDEAD;
 
 // A process with all that it starts.
@@ -60,17 +44,27 @@ inline UniqueHandle CreateKillingJob() {
     return job;
 }
 
-// The same as StartProcess for a process that `create` creates suspended: it runs in a job of its own.
+// Has `create` call CreateProcessW for `program`, a name for messages, suspended; it then runs in a job of
+// its own. Throws Failure when it cannot be started. Wine has been seen to lose a new process on its way,
+// before anything of it had run: this is reported, and tried once more.
 template <class Create>
 ProcessTree StartProcessTree(const std::string& program, Create&& create) {
     ProcessTree tree{CreateKillingJob(), {}};
     PROCESS_INFORMATION started = {};
-    StartProcess(program, [&] { return create(&started); });
+    BOOL isCreated = create(&started);
+    DWORD error = ::GetLastError();
+    if (!isCreated && error == ERROR_INTERNAL_ERROR) {
+        std::printf("[ ATTENTION] CreateProcessW(%s) failed with an internal error: trying once more\n",
+                    program.c_str());
+        isCreated = create(&started);
+        error = ::GetLastError();
+    }
+    if (!isCreated) FailCall("CreateProcessW(" + program + ")", error);
     tree.process = UniqueHandle(started.hProcess);
     tree.id = started.dwProcessId;
     const UniqueHandle thread(started.hThread);
     if (!::AssignProcessToJobObject(tree.job.Get(), tree.process.Get())) {
-        const DWORD error = ::GetLastError();
+        error = ::GetLastError();
         ::TerminateProcess(tree.process.Get(), kEndedByDriver);
         FailCall("AssignProcessToJobObject", error);
     }
