@@ -61,10 +61,6 @@ private:
     RemoteMemory m_memory;
 };
 
-inline std::wstring CellText(HWND list, int row, int column) {
-    return CellReader(list).Read(row, column);
-}
-
 inline std::vector<std::wstring> ColumnTexts(HWND list, int column) {
     const CellReader reader(list);
     const int rows = RowCount(list);

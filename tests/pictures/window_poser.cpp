@@ -13,9 +13,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 
 #include "tests/equipment/failure.h"
-#include "tests/equipment/file_tree.h"
 #include "tests/equipment/list_reader.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/window_driver.h"
@@ -42,8 +42,8 @@ void Await(const std::string& what, auto&& condition, Milliseconds limit = kSoon
 // In the order of their names.
 std::vector<std::wstring> PdfsIn(const std::wstring& folder) {
     std::vector<std::wstring> paths;
-    for (const std::wstring& name : driver::NamesIn(folder))
-        if (name.ends_with(L".pdf")) paths.push_back(folder + L'\\' + name);
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.path().extension() == L".pdf") paths.push_back(entry.path().wstring());
     std::sort(paths.begin(), paths.end());
     return paths;
 }
@@ -117,7 +117,7 @@ void ShowBatch(const Stage& stage) {
     window.Check(IDC_HIDE_OUTPUT);
 
     window.StartBatch();
-    Await("the second file", [&] { return driver::CellText(list, 1, 1) == L"00:00:04"; });
+    Await("the second file", [&] { return driver::ColumnTexts(list, 1)[1] == L"00:00:04"; });
     photographer.TakeStill("running", window.Window());
     driver::Click(window.Control(IDCANCEL));
     ShowBox("stop", IDNO, program, window);

@@ -46,35 +46,36 @@ public:
         RequireFolderOfTheCodePage(m_folder);
         std::erase_if(m_suites, [&](const Suite& suite) { return !suite.name.starts_with(beginning); });
         if (m_suites.empty()) throw driver::Failure("no suite begins with " + beginning);
-        m_report.version = TALVENOR_VERSION;
-        m_report.system = DescribeThisSystem();
-        m_report.leftOut = ReadLeftOut(m_folder);
-        m_report.suitesInAll = m_suites.size();
-        if (::GetKeyState(VK_CAPITAL) & 1)
-            m_report.problems.emplace_back("Caps Lock is on: what the tests type comes out in capitals");
     }
 
     int Run() {
         std::puts("Talvenor " TALVENOR_VERSION
                   ": the tests. They open windows and send them keys and clicks, so\n"
                   "leave keyboard and mouse alone until the end. It takes five to fifteen minutes.\n");
-        WriteReport(m_report, Results());  // what cannot be written is better known now
-        for (const Suite& suite : m_suites) {
-            if (Interruption::HasCome()) break;
-            RunSuite(suite);
-            WriteReport(m_report, Results());  // whoever ends us early has what there is
-        }
-        std::printf("\n%s\nPlease send back results.txt; it is beside run.cmd.\n", Summary(m_report).c_str());
-        return IsGood(m_report) ? kAllPassed : kNotAllPassed;
+        WriteBeginning();
+        for (const Suite& suite : m_suites)
+            if (!Interruption::HasCome()) RunSuite(suite);
+        const std::string summary = m_results.Summary(m_suites.size());
+        m_results.Write("\n" + summary + "\n");
+        std::printf("\n%s\nPlease send back results.txt; it is beside run.cmd.\n", summary.c_str());
+        return m_results.AreGood(m_suites.size()) ? kAllPassed : kNotAllPassed;
     }
 
 private:
-    [[nodiscard]] std::wstring Results() const { return m_folder + L"results.txt"; }
+    void WriteBeginning() {
+        m_results.Write("Talvenor " TALVENOR_VERSION
+                        ": results of the tests. What came of all is at the end.\n\n");
+        m_results.Write(DescribeThisSystem());
+        if (::GetKeyState(VK_CAPITAL) & 1)
+            m_results.AddProblem("Caps Lock is on: what the tests type comes out in capitals");
+        m_results.Write("\n===== Left out, and why\n");
+        for (const std::string& line : m_leftOut) m_results.Write(line + "\n");
+    }
 
     void RunSuite(const Suite& suite) {
-        std::printf("[%2zu/%zu] %s ", m_report.suites.size() + 1, m_suites.size(), suite.name.c_str());
+        std::printf("[%2td/%zu] %s ", &suite - m_suites.data() + 1, m_suites.size(), suite.name.c_str());
         std::fflush(stdout);
-        SuiteResult& result = m_report.suites.emplace_back();
+        SuiteResult result;
         result.name = suite.name;
         const auto begin = std::chrono::steady_clock::now();
         try {
@@ -83,13 +84,13 @@ private:
             result.problems.emplace_back(failure.what());
         }
         result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-        std::printf("%s\n", Summary(result).c_str());
+        std::printf("%s\n", m_results.Add(result).c_str());
         for (const TestResult& test : result.tests)
-            if (IsWrong(test.outcome)) std::printf("        not passed: %s\n", test.name.c_str());
+            if (test.IsWrong()) std::printf("        not passed: %s\n", test.name.c_str());
     }
 
     void RunTests(const Suite& suite, SuiteResult& result) {
-        for (const std::string& name : TestsOf(suite, m_report.leftOut)) {
+        for (const std::string& name : TestsOf(suite, m_leftOut)) {
             result.tests.push_back(RunTest(suite, name));
             if (const int left = result.tests.back().leftRunning; left != 0)
                 result.problems.push_back(name + " left " + std::to_string(left) + " processes running");
@@ -100,9 +101,10 @@ private:
     }
 
     const std::wstring m_folder = OwnFolder();
+    const std::vector<std::string> m_leftOut = ReadLeftOut(m_folder);
     std::vector<Suite> m_suites;
-    Report m_report;
-    TemporaryPlace m_place;
+    Results m_results{m_folder + L"results.txt"};
+    const TemporaryPlace m_place;
 };
 
 int Main(int argc, wchar_t** argv) {

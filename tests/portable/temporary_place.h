@@ -3,23 +3,20 @@
 #pragma once
 #include <windows.h>
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
-#include "tests/equipment/failure.h"
-#include "tests/equipment/file_tree.h"
 #include "tests/equipment/wait_until.h"
 
 class TemporaryPlace {
 public:
     TemporaryPlace() {
-        wchar_t systemsOwn[MAX_PATH + 1] = {};
-        if (!::GetTempPathW(MAX_PATH + 1, systemsOwn)) driver::FailCall("GetTempPathW", ::GetLastError());
-        m_path = systemsOwn + (L"talvenor-tests-" + std::to_wstring(::GetCurrentProcessId()));
-        driver::MakeFolders(m_path);
+        std::filesystem::create_directories(m_path);
         // What we start has them from us.
-        ::SetEnvironmentVariableW(L"TMP", m_path.c_str());
-        ::SetEnvironmentVariableW(L"TEMP", m_path.c_str());
+        for (const wchar_t* const variable : {L"TMP", L"TEMP"})
+            ::SetEnvironmentVariableW(variable, m_path.c_str());
     }
     ~TemporaryPlace() { Remove(m_path); }
     TemporaryPlace(const TemporaryPlace&) = delete;
@@ -27,17 +24,24 @@ public:
 
     // Its contents, by name; they are removed.
     [[nodiscard]] std::vector<std::wstring> TakeLeftovers() const {
-        std::vector<std::wstring> names = driver::NamesIn(m_path);
-        for (const std::wstring& name : names) Remove(m_path + L'\\' + name);
+        std::vector<std::wstring> names;
+        for (const auto& entry : std::filesystem::directory_iterator(m_path))
+            names.push_back(entry.path().filename().wstring());
+        for (const std::wstring& name : names) Remove(m_path / name);
         return names;
     }
 
 private:
     // A process that was ended keeps its files for a moment.
-    static void Remove(const std::wstring& path) {
-        static_cast<void>(
-            driver::WaitUntil([&] { return driver::RemoveTree(path); }, driver::Milliseconds(10'000)));
+    static void Remove(const std::filesystem::path& path) {
+        const auto isRemoved = [&] {
+            std::error_code error;
+            std::filesystem::remove_all(path, error);
+            return !error;
+        };
+        static_cast<void>(driver::WaitUntil(isRemoved, driver::Milliseconds(10'000)));
     }
 
-    std::wstring m_path;
+    const std::filesystem::path m_path = std::filesystem::temp_directory_path() /
+                                         (L"talvenor-tests-" + std::to_wstring(::GetCurrentProcessId()));
 };
