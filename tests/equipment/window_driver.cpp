@@ -6,6 +6,8 @@
 #include "tests/equipment/wine.h"
 #include "tests/support/dropped_files.h"
 
+#include <algorithm>
+
 namespace driver {
 namespace {
 
@@ -160,29 +162,16 @@ void SetText(HWND edit, const std::wstring& text) {
     Ask(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-std::vector<HWND> PushButtons(HWND dialog) {
-    std::vector<HWND> buttons = WindowsIn(dialog);
-    std::erase_if(buttons, [](HWND window) {
-        const LONG_PTR kind = ::GetWindowLongPtrW(window, GWL_STYLE) & BS_TYPEMASK;
-        const bool pushes = kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON;
-        return ClassName(window) != L"Button" || !pushes || !IsVisible(window);
-    });
-    return buttons;
-}
-
-HWND OnlyButton(HWND box) {
-    const auto buttons = PushButtons(box);
-    if (buttons.size() != 1)
-        throw Failure("not one button, but " + std::to_string(buttons.size()) + ": " + ToUtf8(AllText(box)));
-    return buttons.front();
-}
-
 void PressDialogButton(HWND dialog, int id) {
-    const auto buttons = PushButtons(dialog);
-    for (const HWND button : buttons)
-        if (::GetDlgCtrlID(button) == id) return Click(button);
-    if (id != IDOK) throw Failure("the dialog has no button " + std::to_string(id));
-    Click(OnlyButton(dialog));
+    const auto press = [&](int number) {
+        const std::vector<HWND> windows = WindowsIn(dialog);
+        const auto button = std::ranges::find_if(
+            windows, [&](HWND window) { return ::GetDlgCtrlID(window) == number && IsVisible(window); });
+        if (button != windows.end()) Click(*button);
+        return button != windows.end();
+    };
+    const bool isPressed = press(id) || (id == IDOK && press(IDCANCEL));
+    if (!isPressed) throw Failure("the dialog has no button " + std::to_string(id));
 }
 
 HWND NameEditOfOpenDialog(HWND dialog) {

@@ -27,9 +27,7 @@ HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit);
 
 // Reading.
 std::wstring Text(HWND window);
-std::wstring AllText(HWND dialog);           // its title and the texts of its controls, a line each
-std::vector<HWND> PushButtons(HWND dialog);  // that can be seen
-HWND OnlyButton(HWND box);                   // throws Failure when there are more, or none
+std::wstring AllText(HWND dialog);  // its title and the texts of its controls, a line each
 bool IsChecked(HWND box);
 bool IsEnabled(HWND window);
 bool IsVisible(HWND window);
@@ -41,7 +39,7 @@ void PressKey(HWND window, WORD virtualKey);
 void TypeText(HWND edit, const std::wstring& text);
 void SetText(HWND edit, const std::wstring& text);
 // On Windows the button of a message box that has no other is IDCANCEL, whatever it reads, for it closes by
-// Escape, too: IDOK presses it as well.
+// Escape, too: IDOK presses it in a box without an IDOK.
 void PressDialogButton(HWND dialog, int id);
 void DropFiles(HWND target, const std::vector<std::wstring>& paths);
 // The edit for the names in the system's open dialog, whatever it is in.
