@@ -100,9 +100,7 @@ protected:
         m_window->CloseCompletion(m_window->WaitForCompletion(driver::Milliseconds(60'000)));
     }
     // Waits for a dialog or message box in front of the window.
-    [[nodiscard]] HWND WaitForDialog() const {
-        return driver::WaitForDialog(*m_program, m_window->Window(), kSoon);
-    }
+    [[nodiscard]] HWND WaitForDialog() const { return m_window->WaitForDialog(); }
     // The same, then presses a button of it and waits until it is gone.
     void AnswerDialog(int buttonId) const {
         const HWND dialog = WaitForDialog();

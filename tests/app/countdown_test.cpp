@@ -1,8 +1,6 @@
 // The countdown before the computer is shut down. Every test cancels it long before its end: none asks any
-// system to shut down, and none could (see main.cpp).
+// system to shut down, and none could: main.cpp gives up the right to, or no test runs.
 #include "tests/app/app_fixture.h"
-
-#include "tests/equipment/no_shutdown.h"
 
 namespace {
 
@@ -24,10 +22,6 @@ protected:
 
     HWND countdown = nullptr;
 };
-
-TEST_F(Countdown, CouldNotShutThisMachineDown) {
-    EXPECT_FALSE(driver::MayShutDown());
-}
 
 TEST_F(Countdown, CountsDownBesideTheRunningWindowUntilItIsCancelled) {
     ConvertUntilCountdown(L"a.pdf");

@@ -97,18 +97,6 @@ std::vector<HWND> Dialogs(const Program& program) {
     return windows;
 }
 
-HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit) {
-    HWND found = nullptr;
-    const auto appeared = [&] {
-        for (const HWND dialog : Dialogs(program))
-            if (!found && dialog != mainWindow) found = dialog;
-        return found != nullptr || program.HasEnded();
-    };
-    if (!WaitUntil(appeared, limit)) throw Failure("no dialog or message box appeared");
-    if (!found) throw Failure("the program ended instead of opening a dialog or message box");
-    return found;
-}
-
 std::wstring Text(HWND window) {
     const auto length = static_cast<std::size_t>(Ask(window, WM_GETTEXTLENGTH));
     std::wstring text(length + 1, L'\0');

@@ -23,7 +23,6 @@ std::vector<HWND> TopLevelWindows();                // of all programs, top one 
 HWND FindControl(HWND dialog, int id);              // null when there is none, also while the dialog closes
 HWND Control(HWND dialog, int id);                  // throws Failure when there is none
 std::vector<HWND> Dialogs(const Program& program);  // its visible dialogs and message boxes, top one first
-HWND WaitForDialog(const Program& program, HWND mainWindow, Milliseconds limit);
 
 // Reading.
 std::wstring Text(HWND window);

@@ -57,7 +57,7 @@ void Run(const std::wstring& path, bool add, const std::wstring& libraryName) {
     const driver::MainWindow window(program);
     if (add) driver::Ask(window.Control(IDC_ADD), BM_CLICK);
     driver::Click(window.Control(IDC_ABOUT));
-    const HWND about = driver::WaitForDialog(program, window.Window(), kLimit);
+    const HWND about = window.WaitForDialog();
     std::puts(driver::ToUtf8(driver::Text(driver::Control(about, IDC_VERSION))).c_str());
     if (!libraryName.empty()) LoadByBareName(program, window.Window(), libraryName);
     PrintLibraries(program);

@@ -55,7 +55,7 @@ void Quit(const driver::MainWindow& window) {
 // The box that has just been opened: has it taken and closes it by one of its buttons.
 void ShowBox(const std::string& name, int closeBy, const driver::Program& program,
              const driver::MainWindow& window) {
-    const HWND box = driver::WaitForDialog(program, window.Window(), kSoon);
+    const HWND box = window.WaitForDialog();
     Photographer(program).Take(name, box);
     driver::PressDialogButton(box, closeBy);
     Await("the box to be gone", [&] { return !::IsWindow(box) && driver::IsEnabled(window.Window()); });
@@ -72,7 +72,7 @@ void SelectRowByKeys(const driver::MainWindow& window) {
 // The picture does not depend on when we look: it shows this second.
 void ShowCountdownAt(const wchar_t* second, const driver::Program& program,
                      const driver::MainWindow& window) {
-    const HWND countdown = driver::WaitForDialog(program, window.Window(), kBatchLimit);
+    const HWND countdown = window.WaitForDialog(kBatchLimit);
     Await("the countdown", [&] { return driver::Text(driver::Control(countdown, IDC_SECONDS)) == second; });
     Photographer(program).TakeStill("countdown", countdown);
     driver::PressDialogButton(countdown, IDCANCEL);
@@ -134,9 +134,10 @@ void ShowBatch(const Stage& stage) {
 
 void ShowMissingConverter(const Stage& stage) {
     const driver::Program program(stage.loneProgram);
-    const HWND box = driver::WaitForDialog(program, nullptr, kSoon);
-    Photographer(program).Take("no-converter", box);
-    driver::PressDialogButton(box, IDOK);
+    std::vector<HWND> boxes;
+    Await("the message", [&] { return !(boxes = driver::Dialogs(program)).empty(); });
+    Photographer(program).Take("no-converter", boxes[0]);
+    driver::PressDialogButton(boxes[0], IDOK);
     if (!program.WaitForExit(kSoon)) throw driver::Failure("the program does not end without its converter");
 }
 
