@@ -80,7 +80,7 @@ private:
         const auto begin = std::chrono::steady_clock::now();
         try {
             RunTests(suite, result);
-        } catch (const driver::Failure& failure) {
+        } catch (const std::exception& failure) {
             result.problems.emplace_back(failure.what());
         }
         result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
