@@ -13,6 +13,7 @@
 
 struct RecordedRun {
     std::wstring command;  // the command line as it arrived
+    std::wstring program;  // the file that ran
     std::wstring directory;
     std::wstring console;      // converter only
     std::wstring title;        // of the console; converter only
@@ -20,6 +21,7 @@ struct RecordedRun {
     std::optional<int> ended;  // none: still running, or cut short
 
     void Take(const std::wstring& name, const std::wstring& value) {
+        if (name == L"program") program = value;
         if (name == L"directory") directory = value;
         if (name == L"console") console = value;
         if (name == L"title") title = value;

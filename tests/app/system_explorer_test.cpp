@@ -10,57 +10,59 @@
 
 namespace {
 
-std::wstring SystemsOwnFolder() {
+using testing::ElementsAre;
+using testing::StrCaseEq;
+
+std::wstring SystemsOwn() {
     wchar_t folder[MAX_PATH] = {};
     if (!::GetSystemWindowsDirectoryW(folder, MAX_PATH))
         driver::FailCall("GetSystemWindowsDirectoryW", ::GetLastError());
-    return folder;
+    return folder + std::wstring(L"\\explorer.exe");
 }
 
+// Each explorer, also the system's own, is a stand-in that writes down which file it is.
 class SystemExplorer : public AppTest {
 protected:
-    // The system's own is a witness, too.
     void SetUp() override {
         if (!UnderWine()) GTEST_SKIP() << "a real Windows keeps its explorer";
-        m_systemsOwn.emplace(windows + L"\\explorer.exe", Equipment(L"witness_program.exe"));
+        m_systemsOwn.emplace(SystemsOwn(), m_standIn);
     }
-    void TearDown() override { ::DeleteFileW(Sign(windows).c_str()); }  // there may be none
-
-    static void Plant(const std::wstring& folder) {
-        std::filesystem::copy(Equipment(L"witness_program.exe"), folder + L"\\explorer.exe");
+    // Returns its path.
+    std::wstring PlantIn(const std::wstring& folder) {
+        const std::wstring path = folder + L"\\explorer.exe";
+        std::filesystem::copy(m_standIn, path);
+        return path;
     }
-    static bool HasRun(const std::wstring& folder) { return driver::FileExists(Sign(folder)); }
-
-    const std::wstring windows = SystemsOwnFolder();
+    // Waits for one to be started.
+    [[nodiscard]] std::vector<std::wstring> Started() const {
+        EXPECT_TRUE(Comes([&] { return !Runs().empty(); }));
+        std::vector<std::wstring> programs;
+        for (const RecordedRun& run : Runs()) programs.push_back(run.program);
+        return programs;
+    }
 
 private:
-    // A witness leaves it beside itself when it runs.
-    static std::wstring Sign(const std::wstring& folder) { return folder + L"\\explorer.exe.ran"; }
-
+    const std::wstring m_standIn = Equipment(L"stand_in_converter.exe");
     std::optional<driver::SystemProgramSwap> m_systemsOwn;
 };
 
 TEST_F(SystemExplorer, IsStartedAndNotTheOneBesideTheProgramNorThatOfTheCurrentDirectory) {
-    Plant(installed.Folder());
-    Plant(installed.PdfFolder());
+    PlantIn(installed.Folder());
+    PlantIn(installed.PdfFolder());
     startOptions.directory = installed.PdfFolder();
     Start();
     Window().Check(IDC_OUTPUT_FOLDER_CHECK);
     Window().Type(IDC_OUTPUT_FOLDER, installed.PdfFolder());
     ASSERT_TRUE(Comes([&] { return IsEnabled(IDC_OPEN_DESTINATION); }));
     driver::Click(Control(IDC_OPEN_DESTINATION));
-    ASSERT_TRUE(Comes([&] {
-        return HasRun(windows) || HasRun(installed.Folder()) || HasRun(installed.PdfFolder());
-    })) << "none is started";
-    EXPECT_TRUE(HasRun(windows));
-    EXPECT_FALSE(HasRun(installed.Folder()));
-    EXPECT_FALSE(HasRun(installed.PdfFolder()));
+    EXPECT_THAT(Started(), ElementsAre(StrCaseEq(SystemsOwn())));
     EXPECT_EQ(Window().OpenDialog(), nullptr);
 }
 
 // Without care it would be another: here, for the test program itself.
 TEST_F(SystemExplorer, ByItsBareNameIsThePlantedOne) {
-    Plant(installed.PdfFolder());
+    const std::wstring planted = PlantIn(installed.PdfFolder());
+    const driver::ExchangedVariables variables(startOptions.environment);
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(installed.PdfFolder());
     SHELLEXECUTEINFOW request = {};
@@ -70,7 +72,7 @@ TEST_F(SystemExplorer, ByItsBareNameIsThePlantedOne) {
     EXPECT_TRUE(::ShellExecuteExW(&request)) << ::GetLastError();
     std::filesystem::current_path(before);
     const driver::UniqueHandle started(request.hProcess);
-    EXPECT_TRUE(Comes([&] { return HasRun(installed.PdfFolder()); }));
+    EXPECT_THAT(Started(), ElementsAre(StrCaseEq(planted)));
     if (started) ::TerminateProcess(started.Get(), 0);  // the real one would stay
 }
 

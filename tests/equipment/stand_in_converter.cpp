@@ -5,6 +5,7 @@
 // What is written down of a run; the last line is missing when it was cut short:
 //
 //   command=<the command line as received>
+//   program=<its own file>
 //   directory=<current directory>
 //   console=hidden|visible|none|in a terminal
 //   title=<what the console's window reads>

@@ -6,8 +6,8 @@
 //   wait500    runs for 500 ms; for 200 unless something else is said
 //   ignore     a request to close is written down, and the run goes on
 //
-// What is written down begins like the stand-in converter's (command, directory), once the window is there to
-// be closed, and ends, when the run does, with:
+// What is written down begins like the stand-in converter's (command, program, directory), once the window is
+// there to be closed, and ends, when the run does, with:
 //
 //   closed=0|1                whether SC_CLOSE arrived; written at once when it is ignored
 //   ended=<exit code>         3 when it was closed, else 0
