@@ -95,11 +95,10 @@ TEST_F(Application, OpensMinimisedWhenItsStarterAsksForThat) {
 
 TEST_F(Application, OpensItsWindowWhenItsPathHasTheGreatestLength) {
     constexpr std::size_t kLongest = 259;  // leaves room for a terminator in 260 characters
-    const std::wstring parent = std::wstring(100, L'p') + L'\\';
     const std::wstring file = L"\\Talvenor.exe";
-    const std::size_t others = installed.MakeFolder(parent).size() + file.size();
-    const auto folder = installed.MakeFolder(parent + std::wstring(kLongest - others, L'q'));
-    std::filesystem::copy(installed.Folder(), folder);
+    const std::wstring parent = installed.MakeFolder(std::wstring(100, L'p')) + L'\\';
+    const std::wstring folder = parent + std::wstring(kLongest - parent.size() - file.size(), L'q');
+    std::filesystem::rename(installed.Folder(), folder);
     const driver::Program program(folder + file);
     const driver::MainWindow window(program);
     EXPECT_EQ(window.Quit(), 2u);

@@ -39,10 +39,11 @@ public:
     InstalledProgram(Converter converter, const wchar_t* folderName) : m_folderName(folderName) {
         MakeFolder(m_folderName);
         MakeFolder(L"PDF");
-        std::filesystem::copy(Built(L"" TALVENOR_PROGRAM), Program());
+        std::filesystem::copy_file(Built(L"" TALVENOR_PROGRAM), Program());
         if (converter == Converter::StandIn)
-            std::filesystem::copy(Equipment(L"stand_in_converter.exe"), ConverterPath());
-        if (converter == Converter::Real) std::filesystem::copy(Equipment(L"pdf2djvu.exe"), ConverterPath());
+            std::filesystem::copy_file(Equipment(L"stand_in_converter.exe"), ConverterPath());
+        if (converter == Converter::Real)
+            std::filesystem::copy_file(Equipment(L"pdf2djvu.exe"), ConverterPath());
     }
     // Removes everything. A file that stays behind fails the test: then something of it still runs. A process
     // that was ended keeps its files for a moment.

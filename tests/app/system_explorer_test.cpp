@@ -30,7 +30,7 @@ protected:
     // Returns its path.
     std::wstring PlantIn(const std::wstring& folder) {
         const std::wstring path = folder + L"\\explorer.exe";
-        std::filesystem::copy(m_standIn, path);
+        std::filesystem::copy_file(m_standIn, path);
         return path;
     }
     // Waits for one to be started.
