@@ -1,6 +1,6 @@
 // Runs the fault tests, or, started by one of them, a part of one in a process of its own.
 #include "tests/faults/options.h"
-#include "tests/faults/sweep/sweep_process.h"
+#include "tests/faults/sweep/sweep.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,57 +1,199 @@
+// The two ends of a sweep: the process of the test, and those in which the program runs. Their temporary
+// folder is one that the test makes for them, so that what a run leaves behind that its process does not
+// survive goes with it. What they exchange are files there.
 #include "tests/faults/sweep/sweep.h"
 
+#include "tests/equipment/failure.h"
 #include "tests/faults/harness/child_process.h"
-#include "tests/faults/sweep/sweep_process.h"
+#include "tests/faults/harness/leak_counts.h"
+#include "tests/faults/scenarios/scenarios.h"
+#include "tests/support/call_text.h"
 #include "tests/support/temporary_folder.h"
 
 #include <windows.h>
 
-#include <array>
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <map>
+#include <memory>
 #include <stdexcept>
 
 namespace {
 
-// A sweeping process watches its own runs; these are for one that does not even get there.
-constexpr std::chrono::minutes kLongestSweep{30};
-constexpr std::chrono::minutes kLongestRecording{2};
+using std::filesystem::path;
 
-DWORD RunProcess(const std::string& arguments, const TemporaryFolder& folder,
-                 std::chrono::milliseconds limit) {
-    return RunChildProcess("fault_test.exe", {arguments.begin(), arguments.end()}, limit, folder.Path());
+constexpr char kRecordArgument[] = "--record ";
+constexpr char kSweepArgument[] = "--sweep ";
+constexpr int kDone = 0;
+constexpr int kProcessSpent = 10;  // the last run left something behind: go on in a new process
+
+// Of the runs that took place, in their order, as they ended: so that a run without a verdict is one that its
+// process did not survive. Of a recorded run how it differs from the usual.
+constexpr char kVerdictsFile[] = "verdicts";
+constexpr char kEndOfVerdict = '\x1F';
+
+void AddVerdict(const path& folder, const std::string& verdict) {
+    // Opened and closed for each: what comes next may be the end of this process.
+    std::ofstream(folder / kVerdictsFile, std::ios::binary | std::ios::app) << verdict << kEndOfVerdict;
+}
+
+std::vector<std::string> ReadVerdicts(const path& folder) {
+    std::ifstream file(folder / kVerdictsFile, std::ios::binary);
+    std::vector<std::string> verdicts;
+    for (std::string verdict; std::getline(file, verdict, kEndOfVerdict);) verdicts.push_back(verdict);
+    return verdicts;
+}
+
+// That were recorded or are to fail, in their order.
+constexpr char kCallsFile[] = "calls";
+
+void WriteCalls(const path& folder, const std::vector<CallKey>& calls) {
+    std::ofstream file(folder / kCallsFile, std::ios::binary);
+    for (const CallKey& call : calls) file << call.nth << ' ' << call.label << '\n';
+}
+
+std::vector<CallKey> ReadCalls(const path& folder) {
+    std::ifstream file(folder / kCallsFile, std::ios::binary);
+    std::vector<CallKey> calls;
+    CallKey call;
+    while (file >> call.nth && file.get() && std::getline(file, call.label)) calls.push_back(call);
+    return calls;
+}
+
+// In the process of the test.
+
+DWORD RunProcess(const std::string& arguments, const TemporaryFolder& folder) {
+    // A sweeping process watches its own runs; this is for one that does not even get there.
+    constexpr std::chrono::minutes kLongestSweep{30};
+    return RunChildProcess("fault_test.exe", {arguments.begin(), arguments.end()}, kLongestSweep,
+                           folder.Path());
 }
 
 RecordedCalls Record(const Scenario& scenario) {
     const TemporaryFolder folder;
-    const DWORD code = RunProcess(kRecordArgument + scenario.name, folder, kLongestRecording);
-    if (code != kDone)
-        throw std::runtime_error(scenario.name + " cannot be recorded: " + std::to_string(code));
-    return {ReadCalls(folder.Path() / kCallsFile), ReadLines(folder.Path() / kDifferencesFile)};
+    const DWORD code = RunProcess(kRecordArgument + scenario.name, folder);
+    if (code != kDone) throw std::runtime_error(scenario.name + " cannot be recorded: " + EndOfProcess(code));
+    return {ReadCalls(folder.Path()), ReadVerdicts(folder.Path()).at(0)};
 }
 
-void TakeVerdict(const Scenario& scenario, const CallKey& call, const std::string& verdict,
-                 SweepResult& result) {
-    const Rule* const rule = FindRule(scenario, call);
-    if (verdict == kNotReached) {
-        result.notReached.push_back(call);
-    } else if (rule && rule->endsWithException != 0) {
-        result.findings.push_back({call, "the program goes on\n" + verdict});
-    } else if (!verdict.empty()) {
-        result.findings.push_back({call, verdict});
+// In a process of the program.
+
+// Longer than all deadlines of a run together that can follow each other.
+constexpr ULONGLONG kLongestRunMs = 60'000;
+
+std::atomic<ULONGLONG> g_runBegan{0};
+
+// Ends the process when one run takes longer than any may.
+DWORD WINAPI Watchdog(void* /*unused*/) {
+    for (;;) {
+        ::Sleep(1000);  // how often the watch is looked at; nothing waits for it
+        if (::GetTickCount64() - g_runBegan > kLongestRunMs) {
+            ::TerminateProcess(::GetCurrentProcess(), kEndedForTime);
+        }
     }
 }
 
-// What the end of the process says about the run that it did not survive.
-void JudgeEnd(const Scenario& scenario, const CallKey& call, DWORD code, SweepResult& result) {
-    const Rule* const rule = FindRule(scenario, call);
-    if (rule && rule->endsWithException != 0 && code == rule->endsWithException) {
-        ++result.endedTheProgram;
-        return;
+// A crash inside a window procedure may be swallowed on its way out by the system, which called the
+// procedure: it is seen here before anybody can. At no address when the program calls a method of an object
+// that the platform's objects do not have.
+LONG CALLBACK EndAtCrash(EXCEPTION_POINTERS* exception) {
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    const bool isTheProgram = !record.ExceptionAddress || IsInProgram(record.ExceptionAddress);
+    const bool crashed = record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && isTheProgram;
+    if (crashed) ::TerminateProcess(::GetCurrentProcess(), record.ExceptionCode);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+struct ScenarioRun {
+    Facts facts;
+    std::vector<CallKey> calls;   // that counted, in their order
+    bool reached = false;         // the call that was to fail was made
+    bool processIsSpent = false;  // something of the program is left that no other run should meet
+};
+
+// With `failing`, that call fails. A program that hangs has the fact "hang".
+ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& failing) {
+    ScenarioRun run;
+    const int keptByTheSystem = GdiObjectsKeptByTheSystem();
+    const int windowsBefore = WindowCount();
+    const int gdiBefore = GdiObjectCount();
+    const int handlesBefore = HandleCount();
+    auto stage = std::make_unique<Stage>();  // kept for good when the program hangs: its threads still use it
+    if (failing) stage->watch.FailAt(*failing);
+    scenario.prepare(stage->platform);
+    try {
+        scenario.use(stage->user, stage->watch, run.facts);
+        if (!scenario.spendsItsProcess) {
+            stage->user.WaitForWorkers();
+            stage->user.WaitForPosted();
+        }
+        stage->user.Quit();
+        if (!stage->program.WaitForEnd()) throw driver::Failure("the program does not end");
+        stage->watch.End();
+        run.processIsSpent = stage->program.State() != ProgramHost::Life::Ended;
+    } catch (const driver::Failure& hang) {
+        run.facts["hang"] = hang.what();
+        run.processIsSpent = true;
     }
-    std::array<char, 64> end{};
-    ::wsprintfA(end.data(), code == kEndedForTime ? "the run hangs" : "the process ended with code 0x%08X",
-                code);
-    result.findings.push_back({call, end.data()});
+    run.calls = stage->watch.Counted();
+    run.reached = stage->watch.Failed();
+    run.facts.merge(stage->platform.State());
+    run.facts["exit"] = std::to_string(stage->program.ExitCode());
+    if (run.processIsSpent) {
+        static_cast<void>(stage.release());
+        return run;
+    }
+    for (const auto& [what, count] : stage->platform.Held()) run.facts[what] = std::to_string(count);
+    const int keptOfDialogs = keptByTheSystem * stage->platform.ModelessDialogs();
+    stage.reset();
+    run.facts["handles"] = std::to_string(HandleCount() - handlesBefore);
+    run.facts["gdi"] = std::to_string(GdiObjectCount() - gdiBefore - keptOfDialogs);
+    run.facts["windows"] = std::to_string(WindowCount() - windowsBefore);
+    return run;
+}
+
+bool LeavesSomething(const Facts& facts) {
+    const auto differs = [&](const char* fact) { return facts.contains(fact) && facts.at(fact) != "0"; };
+    return differs("handles") || differs("gdi") || differs("windows");
+}
+
+// How many messages a window gets is up to the system, and with it the number of some calls. And the system
+// keeps some things that it needs for the first time; what leaks leaks every time.
+ScenarioRun RunUntilSettled(const Scenario& scenario, const std::optional<CallKey>& call) {
+    constexpr int kTries = 3;
+    ScenarioRun run;
+    for (int tries = 0; tries < kTries; ++tries) {
+        run = RunScenario(scenario, call);
+        const bool settled = (run.reached || !call) && !LeavesSomething(run.facts);
+        if (settled || run.processIsSpent) break;
+    }
+    return run;
+}
+
+int RunToRecord(const Scenario& scenario, const path& folder) {
+    ScenarioRun run = RunScenario(scenario, std::nullopt);
+    // The second run: what the system takes once in a process for all windows to come is not a run's.
+    if (!run.processIsSpent) run = RunUntilSettled(scenario, std::nullopt);
+    WriteCalls(folder, run.calls);
+    AddVerdict(folder, Lines(Judge(scenario, std::nullopt, run.facts)));
+    return kDone;
+}
+
+int RunToFail(const Scenario& scenario, const path& folder, std::size_t first) {
+    const std::vector<CallKey> calls = ReadCalls(folder);
+    // First a run that does not count, unless each spends its process; in such nothing is counted anyway.
+    if (!scenario.spendsItsProcess && RunScenario(scenario, std::nullopt).processIsSpent)
+        return kProcessSpent;
+    for (std::size_t i = first; i < calls.size(); ++i) {
+        g_runBegan = ::GetTickCount64();
+        const ScenarioRun run = RunUntilSettled(scenario, calls[i]);
+        AddVerdict(folder, run.reached ? Lines(Judge(scenario, calls[i], run.facts)) : kNotReached);
+        if (run.processIsSpent) return kProcessSpent;
+    }
+    return kDone;
 }
 
 }  // namespace
@@ -63,26 +205,37 @@ const RecordedCalls& CallsOf(const Scenario& scenario) {
     return s_recorded.emplace(scenario.name, Record(scenario)).first->second;
 }
 
-SweepResult Sweep(const Scenario& scenario, const std::vector<CallKey>& calls) {
+std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<CallKey>& calls) {
     const TemporaryFolder folder;
-    WriteCalls(folder.Path() / kCallsFile, calls);
-    SweepResult result;
-    while (result.runs < calls.size()) {
-        const std::size_t first = result.runs;
-        const std::string arguments = kSweepArgument + scenario.name + ' ' + std::to_string(first);
-        const DWORD code = RunProcess(arguments, folder, kLongestSweep);
-        const std::vector<std::string> verdicts = ReadLines(folder.Path() / kVerdictsFile);
-        for (; result.runs < verdicts.size(); ++result.runs) {
-            TakeVerdict(scenario, calls.at(result.runs), verdicts[result.runs], result);
-        }
-        if (code == kDone || code == kProcessSpent) {
-            if (result.runs == first || (code == kDone && result.runs < calls.size()))
-                throw std::runtime_error("a sweep ended too early");
-        } else if (result.runs < calls.size()) {
-            JudgeEnd(scenario, calls[result.runs], code, result);
-            AppendLine(folder.Path() / kVerdictsFile, "its process ended");
-            ++result.runs;
-        }
+    WriteCalls(folder.Path(), calls);
+    std::vector<std::string> verdicts;
+    while (verdicts.size() < calls.size()) {
+        const std::size_t first = verdicts.size();
+        const DWORD code = RunProcess(kSweepArgument + scenario.name + ' ' + std::to_string(first), folder);
+        if (code != kDone && code != kProcessSpent) AddVerdict(folder.Path(), EndOfProcess(code));
+        verdicts = ReadVerdicts(folder.Path());
+        if (verdicts.size() == first) throw std::runtime_error("a sweep ended too early");
     }
+    return verdicts;
+}
+
+std::string EndOfProcess(DWORD exitCode) {
+    return exitCode == kEndedForTime ? "the run hangs" : "the process ended with code " + Hex(exitCode);
+}
+
+std::optional<int> RunAsSweepProcess(int argc, char** argv) {
+    const std::string task = argc >= 3 ? std::string(argv[1]) + ' ' : "";
+    const bool records = task == kRecordArgument;
+    if (!records && (task != kSweepArgument || argc != 4)) return std::nullopt;
+    g_runBegan = ::GetTickCount64();
+    ::CloseHandle(::CreateThread(nullptr, 0, &Watchdog, nullptr, 0, nullptr));
+    ::AddVectoredExceptionHandler(1, &EndAtCrash);
+    const auto scenario = std::ranges::find(AllScenarios(), std::string(argv[2]), &Scenario::name);
+    if (scenario == AllScenarios().end()) throw std::runtime_error(std::string("no scenario ") + argv[2]);
+    const path folder = std::filesystem::temp_directory_path();
+    const int result = records ? RunToRecord(*scenario, folder)
+                               : RunToFail(*scenario, folder, std::strtoul(argv[3], nullptr, 10));
+    // Threads of a program that hangs may still run: no clean-up that they could disturb.
+    ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(result));
     return result;
 }

@@ -1,28 +1,28 @@
-// Records the calls of a scenario, and makes each of them fail, one in each run, in processes of their own.
+// Records the calls of a scenario, and makes each of them fail, one in each run. The program runs in
+// processes of their own, for a run may end its process.
 #pragma once
 
 #include "tests/faults/harness/scenario.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
 struct RecordedCalls {
     std::vector<CallKey> calls;
-    std::vector<std::string> differences;  // from the usual facts
+    std::string differences;  // from the usual facts when nothing fails, one a line
 };
 // Recorded once in this process.
 [[nodiscard]] const RecordedCalls& CallsOf(const Scenario& scenario);
 
-struct Finding {
-    CallKey call;
-    std::string text;
-};
+// For each of the calls what comes of it when that one fails: nothing that is wrong, or a text that says
+// what, or one of these two.
+[[nodiscard]] std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<CallKey>& calls);
+inline constexpr char kNotReached[] = "the call was not made again";
+[[nodiscard]] std::string EndOfProcess(DWORD exitCode);
 
-struct SweepResult {
-    std::size_t runs = 0;
-    std::size_t endedTheProgram = 0;  // runs that ended the process as they must: without memory
-    std::vector<CallKey> notReached;
-    std::vector<Finding> findings;
-};
-
-[[nodiscard]] SweepResult Sweep(const Scenario& scenario, const std::vector<CallKey>& calls);
+// Works as such a process when the command line asks for one, and returns its exit code:
+//
+//   --record SCENARIO          writes the calls and what differs from the usual into the temporary folder
+//   --sweep SCENARIO FIRST     fails that folder's calls from number FIRST on, with a verdict on each
+[[nodiscard]] std::optional<int> RunAsSweepProcess(int argc, char** argv);
