@@ -60,9 +60,6 @@ struct Rule {
 [[nodiscard]] inline Rule When(std::string call, std::string why, std::vector<Change> changes = {}) {
     return {std::move(call), std::move(why), std::move(changes)};
 }
-[[nodiscard]] inline Rule EndsTheProcess(std::string call, std::string why, DWORD exceptionCode) {
-    return {std::move(call), std::move(why), {}, false, false, exceptionCode};
-}
 // When a message of the user, or one between two windows, is lost, this stays as usual: that the program can
 // be left, and leaves nothing behind.
 [[nodiscard]] inline Rule OnlyTheEndCounts(std::string call, std::string why) {

@@ -4,7 +4,9 @@
 const std::vector<Rule>& RulesOfAllScenarios() {
     constexpr DWORD kNoMemory = 0xC0000017;
     static const std::vector<Rule> kRules = {
-        EndsTheProcess(".* malloc #.*", "a program without memory ends at once", kNoMemory),
+        {.call = ".* malloc #.*",
+         .why = "a program without memory ends at once",
+         .endsWithException = kNoMemory},
         OnlyTheEndCounts(".* GetWindowLongPtrW \\S+ (GWLP_USERDATA|DWLP_USER) #.*",
                          "the message that was on its way is lost; which one is up to the system"),
         When(".* SetWindowLongPtrW \\S+ (GWLP_USERDATA|GWLP_WNDPROC|DWLP_USER) #.*",
