@@ -13,6 +13,7 @@
 #include <array>
 #include <map>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -26,7 +27,8 @@ std::string Number(std::uint64_t value) {
     return std::to_string(static_cast<std::int32_t>(value));
 }
 
-std::string ControlName(int id) {
+std::string ControlName(std::uint64_t value) {
+    const int id = static_cast<int>(value);
     if (id == IDC_VERSION) return "VERSION";
     if (id == IDC_SECONDS) return "SECONDS";
     for (const NamedControl& control : kControls) {
@@ -41,8 +43,17 @@ std::string ResourceName(std::uint64_t value) {
     return Utf8(reinterpret_cast<const wchar_t*>(value));
 }
 
+std::string WindowName(std::uint64_t value) {
+    return WindowLabel(reinterpret_cast<HWND>(value));
+}
+
+std::string FunctionName(std::uint64_t name) {
+    return reinterpret_cast<const char*>(name);
+}
+
 // Of a path only the last component: the folder is another in each run.
 std::string LastComponent(std::uint64_t path) {
+    if (!path) return "none";
     const std::wstring_view text(reinterpret_cast<const wchar_t*>(path));
     return Utf8(text.substr(text.find_last_of(L'\\') + 1));
 }
@@ -97,53 +108,52 @@ std::string ObjectName(std::uint64_t classId) {
     return id == CLSID_AccPropServices ? "names" : "unknown";
 }
 
-// What distinguishes one call of a function from another, for functions by their names between blanks. Those
-// that are not here go by their name alone.
+std::string ExecutionState(std::uint64_t state) {
+    return state & ES_SYSTEM_REQUIRED ? "awake" : "as usual";
+}
+
+// The texts of message boxes are loaded into blocks of one size that nothing else has.
+std::string UseOfBlock(std::uint64_t size) {
+    return size == 256 * sizeof(wchar_t) ? "for a message's text" : "";
+}
+
+// The arguments that distinguish one call of a function from another, for functions by their names between
+// blanks. Those that are not here go by their name alone.
 struct Detail {
+    struct Part {
+        int argument;
+        std::string (*describe)(std::uint64_t value);
+    };
     const char* functions;
-    std::string (*describe)(const CallArguments& call);
+    std::vector<Part> parts;
 };
 
 const Detail kDetails[] = {
     {"DestroyWindow DragAcceptFiles EnableWindow GetClientRect GetParent GetWindow GetWindowRect "
      "GetWindowTextLengthW GetWindowTextW InvalidateRect IsIconic IsWindowEnabled IsWindowVisible "
      "ScreenToClient SetFocus SetWindowPos SetWindowTextW UpdateWindow",
-     [](const CallArguments& call) { return WindowLabel(call.Window(0)); }},
-    {"CheckDlgButton GetDlgItem IsDlgButtonChecked",
-     [](const CallArguments& call) { return WindowLabel(call.Window(0)) + ' ' + ControlName(call.Int(1)); }},
-    {"EndDialog KillTimer SetTimer ShowWindow",
-     [](const CallArguments& call) { return WindowLabel(call.Window(0)) + ' ' + Number(call[1]); }},
-    {"GetWindowLongPtrW SetWindowLongPtrW",
-     [](const CallArguments& call) { return WindowLabel(call.Window(0)) + ' ' + LongName(call[1]); }},
-    {"SendMessageW",
-     [](const CallArguments& call) { return WindowLabel(call.Window(0)) + ' ' + MessageName(call[1]); }},
-    {"CreateFileW DeleteFileW LoadLibraryW PathFileExistsW",
-     [](const CallArguments& call) { return LastComponent(call[0]); }},
-    {"SearchPathW", [](const CallArguments& call) { return call[0] ? LastComponent(call[0]) : "none"; }},
-    {"PathAppendW", [](const CallArguments& call) { return LastComponent(call[1]); }},
+     {{0, WindowName}}},
+    {"CheckDlgButton GetDlgItem IsDlgButtonChecked", {{0, WindowName}, {1, ControlName}}},
+    {"EndDialog KillTimer SetTimer ShowWindow", {{0, WindowName}, {1, Number}}},
+    {"GetWindowLongPtrW SetWindowLongPtrW", {{0, WindowName}, {1, LongName}}},
+    {"SendMessageW", {{0, WindowName}, {1, MessageName}}},
+    {"CreateFileW DeleteFileW LoadLibraryW PathFileExistsW SearchPathW", {{0, LastComponent}}},
+    {"PathAppendW", {{1, LastComponent}}},
     {"CreateDialogParamW CreateWindowExW DialogBoxParamW LoadCursorW LoadIconW LoadImageW LoadStringW",
-     [](const CallArguments& call) { return ResourceName(call[1]); }},
-    {"FindResourceExW", [](const CallArguments& call) { return ResourceName(call[2]); }},
-    {"GetProcAddress",
-     [](const CallArguments& call) { return std::string(reinterpret_cast<const char*>(call[1])); }},
-    {"GetSystemMetrics", [](const CallArguments& call) { return Number(call[0]); }},
-    {"CoCreateInstance", [](const CallArguments& call) { return ObjectName(call[0]); }},
-    {"SetThreadExecutionState",
-     [](const CallArguments& call) {
-         return std::string(call[0] & ES_SYSTEM_REQUIRED ? "awake" : "as usual");
-     }},
-    // The texts of message boxes are loaded into blocks of one size that nothing else has.
-    {"malloc",
-     [](const CallArguments& call) {
-         return std::string(call[0] == 256 * sizeof(wchar_t) ? "for a message's text" : "");
-     }},
+     {{1, ResourceName}}},
+    {"FindResourceExW", {{2, ResourceName}}},
+    {"GetProcAddress", {{1, FunctionName}}},
+    {"GetSystemMetrics", {{0, Number}}},
+    {"CoCreateInstance", {{0, ObjectName}}},
+    {"SetThreadExecutionState", {{0, ExecutionState}}},
+    {"malloc", {{0, UseOfBlock}}},
 };
 
 }  // namespace
 
 std::string WindowLabel(HWND window) {
     if (!window) return "none";
-    if (const int id = ::GetDlgCtrlID(window)) return ControlName(id);
+    if (const int id = ::GetDlgCtrlID(window)) return ControlName(static_cast<std::uint64_t>(id));
     if (driver::FindControl(window, IDC_FILE_LIST)) return "main";
     if (driver::FindControl(window, IDC_VERSION)) return "about";
     if (driver::FindControl(window, IDC_SECONDS)) return "countdown";
@@ -153,7 +163,12 @@ std::string WindowLabel(HWND window) {
 }
 
 std::string CallLabel(const std::string& function, const CallArguments& arguments) {
-    const Detail* const group = FindGroup(kDetails, function);
-    const std::string detail = group ? group->describe(arguments) : "";
-    return detail.empty() ? function : function + ' ' + detail;
+    std::string label = function;
+    if (const Detail* const detail = FindGroup(kDetails, function)) {
+        for (const auto& [argument, describe] : detail->parts) {
+            const std::string text = describe(arguments[argument]);
+            if (!text.empty()) label += ' ' + text;
+        }
+    }
+    return label;
 }

@@ -2,13 +2,27 @@
 // "SendMessageW FILE_LIST LVM_SETITEMW".
 #pragma once
 
-#include "tests/faults/harness/import_thunks.h"
-
 #include "res/resource.h"
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
+
+// The arguments of a call in their order. Only those that the function has may be read.
+class CallArguments {
+public:
+    explicit CallArguments(const std::uint64_t* registers) noexcept : m_registers(registers) {}
+
+    [[nodiscard]] std::uint64_t operator[](int index) const noexcept {
+        // The first four were in registers; behind them the stack holds the return address, four places that
+        // belong to the called function, and the others.
+        return m_registers[index < 4 ? index : index + 5];
+    }
+
+private:
+    const std::uint64_t* m_registers;
+};
 
 // The controls of the main window by the names of their ids, without "IDC_" or "ID".
 struct NamedControl {

@@ -1,6 +1,5 @@
 #include "tests/faults/harness/call_watch.h"
 
-#include "tests/faults/harness/call_label.h"
 #include "tests/faults/harness/failure_table.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "tests/equipment/system_lock.h"
-#include "tests/faults/harness/import_thunks.h"
+#include "tests/faults/harness/call_label.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "tests/faults/harness/import_thunks.h"
 
-#include "tests/support/replaced_imports.h"
+#include <windows.h>
 
 #include <new>
 #include <stdexcept>
@@ -29,8 +29,8 @@ struct ImportThunks::Code {
 };
 #pragma pack(pop)
 
-ImportThunks::ImportThunks(Route route)
-    : m_route(route),
+ImportThunks::ImportThunks(CallWatch& watch)
+    : m_watch(watch),
       m_code(static_cast<Code*>(::VirtualAlloc(nullptr, kMostThunks * sizeof(Code), MEM_COMMIT | MEM_RESERVE,
                                                PAGE_EXECUTE_READWRITE))) {
     if (!m_code) throw std::runtime_error("no memory for thunks");
@@ -40,24 +40,16 @@ ImportThunks::~ImportThunks() {
     ::VirtualFree(m_code, 0, MEM_RELEASE);
 }
 
-void ImportThunks::Redirect(HMODULE module, void* (*choose)(const std::string& name, void* real)) {
-    for (const ImportSlot& slot : ImportSlots(module)) {
-        if (void* const target = choose(slot.name, *slot.address)) {
-            WriteImportSlot(slot.address, Wrap(slot.name, target));
-        }
-    }
-}
-
 void* ImportThunks::Wrap(const std::string& name, void* target) {
     if (m_thunks.size() == kMostThunks) throw std::runtime_error("too many imports");
     Code* const code = m_code + m_thunks.size();
-    m_thunks.push_back({m_route, {name, target}});
+    m_thunks.push_back({m_watch, name, target});
     return new (code) Code{.thunk = &m_thunks.back(), .enter = reinterpret_cast<const void*>(&Enter)};
 }
 
 void* ImportThunks::Enter(const Thunk* thunk, const std::uint64_t* registers) {
     const DWORD error = ::GetLastError();
-    void* const target = thunk->route(thunk->function, CallArguments(registers));
+    void* const elsewhere = thunk->watch.Route(thunk->name, CallArguments(registers));
     ::SetLastError(error);
-    return target;
+    return elsewhere ? elsewhere : thunk->target;
 }

@@ -58,7 +58,7 @@ Platform::~Platform() {
 }
 
 Platform& Platform::Current() {
-    return CurrentHost().ThePlatform();
+    return CurrentHost().platform;
 }
 
 void* Platform::FindAnswer(const std::string& function) {

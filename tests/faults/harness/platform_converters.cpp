@@ -31,7 +31,7 @@ struct WorkerStart {
 
 void __cdecl RunWorker(void* parameter) {
     const std::unique_ptr<WorkerStart> worker(static_cast<WorkerStart*>(parameter));
-    CurrentHost().Watch().Happens("worker starts");
+    CurrentHost().watch.Happens("worker starts");
     worker->start(worker->argument);
     --worker->workers;
 }

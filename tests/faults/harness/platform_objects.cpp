@@ -19,7 +19,7 @@ public:
 
 // A method can fail as an imported function can.
 bool IsToFail(const char* method) {
-    return CurrentHost().Watch().Route(method, CallArguments(nullptr)) != nullptr;
+    return CurrentHost().watch.Route(method, CallArguments(nullptr)) != nullptr;
 }
 
 // Whether it is the name of a control that is set.

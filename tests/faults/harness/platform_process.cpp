@@ -24,7 +24,7 @@ void Platform::AnswerProcess() {
     Answer<decltype(::GetProcAddress)>("GetProcAddress", [](HMODULE module, LPCSTR name) {
         const FARPROC found = ::GetProcAddress(module, name);
         void* const real = reinterpret_cast<void*>(found);
-        return found ? reinterpret_cast<FARPROC>(CurrentHost().WrapFoundFunction(name, real)) : found;
+        return found ? reinterpret_cast<FARPROC>(CurrentHost().Wrap(name, real)) : found;
     });
     Answer<void WINAPI(UINT)>("ExitProcess", [](UINT code) { CurrentHost().ProcessEnds(code); });
 

@@ -22,8 +22,8 @@ __attribute__((constructor(101))) void HandOverImports() {
 
 }  // namespace
 
-// Runs the program from its entry to its exit code.
-extern "C" __declspec(dllexport) int RunProgram(int showCommand) {
+// Runs the program, its window hidden, from its entry to its exit code.
+extern "C" __declspec(dllexport) int RunProgram() {
     wchar_t commandLine[] = L"";
-    return wWinMain(ThisLibrary(), nullptr, commandLine, showCommand);
+    return wWinMain(ThisLibrary(), nullptr, commandLine, SW_HIDE);
 }

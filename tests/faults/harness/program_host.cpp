@@ -2,6 +2,7 @@
 
 #include "tests/equipment/window_driver.h"
 #include "tests/faults/harness/failure_table.h"
+#include "tests/support/replaced_imports.h"
 
 #include "res/resource.h"
 
@@ -13,11 +14,6 @@ ProgramHost* g_current = nullptr;
 
 constexpr driver::Milliseconds kEndLimit{15'000};
 constexpr wchar_t kLibrary[] = L"fault_product.dll";
-
-void* ChooseTarget(const std::string& name, void* real) {
-    if (void* const answer = Platform::FindAnswer(name)) return answer;
-    return FindFailure(name) ? real : nullptr;
-}
 
 }  // namespace
 
@@ -31,12 +27,14 @@ bool IsInProgram(const void* address) {
     return region.AllocationBase && region.AllocationBase == ::GetModuleHandleW(kLibrary);
 }
 
-// Called by the library while it is being loaded.
+// Called by the library while it is being loaded, before its own code runs.
 extern "C" __declspec(dllexport) void TakeOverImports(HMODULE library) {
-    CurrentHost().TakeOver(library);
+    for (const ImportSlot& slot : ImportSlots(library)) {
+        WriteImportSlot(slot.address, CurrentHost().Wrap(slot.name, *slot.address));
+    }
 }
 
-ProgramHost::ProgramHost(Platform& platform, CallWatch& watch) : m_platform(platform), m_watch(watch) {
+ProgramHost::ProgramHost() {
     if (g_current) throw std::logic_error("one program at a time");
     g_current = this;
     // What the program's library brings along stays: a system library that comes and goes with it may leave
@@ -51,9 +49,12 @@ ProgramHost::~ProgramHost() {
     g_current = nullptr;
 }
 
-void ProgramHost::Start(int showCommand) {
-    m_showCommand = showCommand;
-    m_thread = ::CreateThread(nullptr, 0, &RunThread, this, 0, &m_threadId);
+void ProgramHost::Start() {
+    const auto run = [](void* host) -> DWORD {
+        static_cast<ProgramHost*>(host)->Run();
+        return 0;
+    };
+    m_thread = ::CreateThread(nullptr, 0, run, this, 0, &m_threadId);
     if (!m_thread) throw std::runtime_error("no thread for the program");
 }
 
@@ -75,8 +76,10 @@ HWND ProgramHost::MainWindow() const {
     return found;
 }
 
-void* ProgramHost::WrapFoundFunction(const std::string& name, void* real) {
-    return m_thunks.Wrap(name, ChooseTarget(name, real));
+void* ProgramHost::Wrap(const std::string& name, void* real) {
+    void* const answer = Platform::FindAnswer(name);
+    if (!answer && !FindFailure(name)) return real;
+    return m_thunks.Wrap(name, answer ? answer : real);
 }
 
 void ProgramHost::ProcessEnds(UINT exitCode) {
@@ -85,28 +88,13 @@ void ProgramHost::ProcessEnds(UINT exitCode) {
     for (;;) ::SuspendThread(::GetCurrentThread());
 }
 
-void ProgramHost::TakeOver(HMODULE library) {
-    m_thunks.Redirect(library, &ChooseTarget);
-}
-
-void* ProgramHost::Route(const ImportedFunction& function, const CallArguments& arguments) {
-    void* const sentElsewhere = CurrentHost().m_watch.Route(function.name, arguments);
-    return sentElsewhere ? sentElsewhere : function.target;
-}
-
-DWORD WINAPI ProgramHost::RunThread(void* host) {
-    static_cast<ProgramHost*>(host)->Run();
-    return 0;
-}
-
 void ProgramHost::Run() {
-    m_watch.SetUiThread(::GetCurrentThreadId());
+    watch.SetUiThread(::GetCurrentThreadId());
     const HMODULE library = ::LoadLibraryW(kLibrary);
     if (!library) throw std::runtime_error("the program's library cannot be loaded");
-    using RunProgram = int (*)(int);
     const auto run =
-        reinterpret_cast<RunProgram>(reinterpret_cast<void*>(::GetProcAddress(library, "RunProgram")));
-    m_exitCode = run(m_showCommand);
+        reinterpret_cast<int (*)()>(reinterpret_cast<void*>(::GetProcAddress(library, "RunProgram")));
+    m_exitCode = run();
     ::FreeLibrary(library);
     m_life = Life::Ended;
 }

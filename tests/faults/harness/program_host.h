@@ -17,15 +17,17 @@ public:
     // What becomes of the program's thread.
     enum class Life { Running, Ended, EndedByExitProcess };
 
-    // One at a time. `platform` and `watch` must live longer.
-    ProgramHost(Platform& platform, CallWatch& watch);
+    ProgramHost();  // one at a time
     ProgramHost(const ProgramHost&) = delete;
     ProgramHost& operator=(const ProgramHost&) = delete;
     // The program must have ended.
     ~ProgramHost();
 
-    // Returns at once. The window, once there, is shown with `showCommand`.
-    void Start(int showCommand = SW_HIDE);
+    Platform platform;
+    CallWatch watch;
+
+    // Returns at once. The window stays hidden.
+    void Start();
 
     [[nodiscard]] Life State() const { return m_life; }
     [[nodiscard]] bool HasEnded() const { return m_life != Life::Running; }
@@ -37,28 +39,18 @@ public:
     // Its main window; null before it is created and when it is gone.
     [[nodiscard]] HWND MainWindow() const;
 
-    [[nodiscard]] Platform& ThePlatform() const { return m_platform; }
-    [[nodiscard]] CallWatch& Watch() const { return m_watch; }
-
-    // For the doubles: a function found at run time, seen by the watch from now on.
-    [[nodiscard]] void* WrapFoundFunction(const std::string& name, void* real);
+    // What the program is to call in the place of an imported function, or of one that it finds at run time:
+    // seen by the watch, and answered by the platform where that has an answer. Others stay as they are.
+    [[nodiscard]] void* Wrap(const std::string& name, void* real);
     // For the doubles: keeps the calling thread for good, as the end of a process does.
     [[noreturn]] void ProcessEnds(UINT exitCode);
 
-    // For the library, before its own code runs.
-    void TakeOver(HMODULE library);
-
 private:
-    static void* Route(const ImportedFunction& function, const CallArguments& arguments);
-    static DWORD WINAPI RunThread(void* host);
     void Run();
 
-    Platform& m_platform;
-    CallWatch& m_watch;
-    ImportThunks m_thunks{&Route};
+    ImportThunks m_thunks{watch};
     HANDLE m_thread = nullptr;
     DWORD m_threadId = 0;
-    int m_showCommand = SW_HIDE;
     std::atomic<Life> m_life{Life::Running};
     std::atomic<int> m_exitCode{-1};
 };

@@ -109,7 +109,7 @@ HWND User::PressForDialog(int id, int controlOfDialog) const {
 
 HWND User::WaitForWorkersDialog(int controlOfDialog) const {
     return WaitForDialog("a dialog opens or the workers have ended", controlOfDialog,
-                         [&] { return m_program.ThePlatform().Workers() == 0; });
+                         [&] { return m_program.platform.Workers() == 0; });
 }
 
 void User::CloseDialog(HWND dialog, int buttonId) const {
@@ -122,18 +122,18 @@ void User::CloseDialog(HWND dialog, int buttonId) const {
 }
 
 void User::WaitForConverter(int number) const {
-    const Platform& platform = m_program.ThePlatform();
+    const Platform& platform = m_program.platform;
     WaitUntil("a converter has been started or the workers have ended",
               [&] { return platform.ConvertersStarted() >= number || platform.Workers() == 0; });
 }
 
 void User::WaitForWorkers() const {
-    WaitUntil("the workers have ended", [&] { return m_program.ThePlatform().Workers() == 0; });
+    WaitUntil("the workers have ended", [&] { return m_program.platform.Workers() == 0; });
     Send(Window(), WM_NULL);
 }
 
 std::function<bool()> User::PostMarker() const {
-    const Platform& platform = m_program.ThePlatform();
+    const Platform& platform = m_program.platform;
     const int before = platform.Markers();
     // To the thread: what is posted to the window is dispatched by the dialog's own keyboard handling.
     const bool isPosted =

@@ -75,9 +75,9 @@ private:
 
 // The program with all that one life of it needs.
 struct Stage {
-    Platform platform;
-    CallWatch watch;
-    ProgramHost program{platform, watch};
+    ProgramHost program;
+    Platform& platform = program.platform;
+    CallWatch& watch = program.watch;
     User user{program};
 };
 

@@ -93,20 +93,20 @@ std::string DescribeToolTips(const User& user) {
 }  // namespace
 
 void AddControlFacts(const User& user, const std::string& moment, Facts& facts) {
-    const UncountedScope uncounted(user.Program().Watch());
+    const UncountedScope uncounted(user.Program().watch);
     for (const auto& [id, name] : kControls) {
         const HWND control = user.Control(id);
         std::string state = ::IsWindowEnabled(control) ? "E" : "-";
         state += (::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) ? "S" : "h";
         if (User::Send(control, BM_GETCHECK) == BST_CHECKED) state += " C";
         const std::string text = HasText(id) ? User::TextOf(control) : "";
-        if (!text.empty()) state += ' ' + user.Program().ThePlatform().Shortened(text);
+        if (!text.empty()) state += ' ' + user.Program().platform.Shortened(text);
         facts[moment + '.' + name] = state;
     }
 }
 
 void AddListFacts(const User& user, const std::string& moment, Facts& facts) {
-    const UncountedScope uncounted(user.Program().Watch());
+    const UncountedScope uncounted(user.Program().watch);
     const auto rows = static_cast<int>(AskList(user, LVM_GETITEMCOUNT));
     std::vector<std::string> paths;
     std::vector<std::string> durations;
@@ -133,7 +133,7 @@ void AddWindowFacts(const User& user, const std::string& moment, Facts& facts) {
 }
 
 void AddSetUpFacts(const User& user, Facts& facts) {
-    const UncountedScope uncounted(user.Program().Watch());
+    const UncountedScope uncounted(user.Program().watch);
     facts["start.title"] = User::TextOf(user.Window());
     facts["start.centred"] = IsCentred(user.Window()) ? "yes" : "no";
     std::string& icons = facts["start.icons"];

@@ -24,7 +24,7 @@ void LetItEnd(User& user, CallWatch& watch, Facts& facts) {
     facts["count.last"] = Seconds(countdown);
     User::Send(countdown, WM_TIMER, 1);
     facts["count.over"] = Seconds(countdown);
-    facts["count.timers"] = user.Program().ThePlatform().Fact("timers");
+    facts["count.timers"] = user.Program().platform.Fact("timers");
     user.CloseDialog(countdown, IDCANCEL);
     WaitForEndOfBatch(user, watch, facts);
 }

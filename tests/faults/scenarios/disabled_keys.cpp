@@ -4,7 +4,7 @@
 namespace {
 
 void Use(User& user, CallWatch& watch, Facts& facts) {
-    Platform& platform = user.Program().ThePlatform();
+    Platform& platform = user.Program().platform;
     OpenWithFiles(user, {L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     user.Press(IDOK);
     user.WaitForConverter(1);

@@ -5,7 +5,7 @@ namespace {
 
 void Use(User& user, CallWatch& watch, Facts& facts) {
     OpenWithFiles(user, {L"C:\\in\\a.pdf"});
-    Platform& platform = user.Program().ThePlatform();
+    Platform& platform = user.Program().platform;
     watch.Begin();
     user.Press(IDC_OUTPUT_FOLDER_CHECK);
     AddControlFacts(user, "checked", facts);

@@ -6,7 +6,7 @@ namespace {
 // Counted from the question whether one runs to the end of the set-up, then what becomes of the status line,
 // and the end of the window.
 void Use(User& user, CallWatch& watch, Facts& facts) {
-    const Platform& platform = user.Program().ThePlatform();
+    const Platform& platform = user.Program().platform;
     watch.At("SystemParametersInfoW", 1, [&] { watch.Begin(); });
     Open(user);
     watch.End();

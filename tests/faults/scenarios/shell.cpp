@@ -11,7 +11,7 @@ namespace {
 void OpenFolders(User& user, CallWatch& watch, Facts& facts) {
     OpenWithFiles(user, {L"C:\\in, out\\a.b.pdf"});
     user.SelectRow(0);
-    Platform& platform = user.Program().ThePlatform();
+    Platform& platform = user.Program().platform;
     watch.Begin();
     user.Press(IDC_OPEN_DESTINATION);
     watch.End();
@@ -28,7 +28,7 @@ void OpenLogs(User& user, CallWatch& watch, Facts& facts) {
     Open(user);
     watch.Begin();
     user.Press(IDC_OPEN_LOG);
-    user.Program().ThePlatform().shellError = ERROR_NO_ASSOCIATION;
+    user.Program().platform.shellError = ERROR_NO_ASSOCIATION;
     user.Press(IDC_OPEN_LOG);
     watch.End();
     AddControlFacts(user, "opened", facts);

@@ -14,7 +14,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     user.Press(IDOK);
     user.WaitForConverter(1);
     user.WaitForPosted();
-    Platform& platform = user.Program().ThePlatform();
+    Platform& platform = user.Program().platform;
     watch.Resume();
     platform.answerToQuestions = IDNO;
     user.Press(IDCANCEL);

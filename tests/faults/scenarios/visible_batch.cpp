@@ -6,12 +6,12 @@ namespace {
 void ConvertIntoFolder(User& user, CallWatch& watch, Facts& facts) {
     OpenWithFiles(user, {L"C:\\in\\a.pdf"});
     user.Press(IDC_OUTPUT_FOLDER_CHECK);
-    user.SetText(IDC_OUTPUT_FOLDER, user.Program().ThePlatform().Folder().c_str());
+    user.SetText(IDC_OUTPUT_FOLDER, user.Program().platform.Folder().c_str());
     watch.Begin();
     user.Press(IDOK);
     user.WaitForConverter(1);
     AddControlFacts(user, "running", facts);
-    user.Program().ThePlatform().EndConverters(0);
+    user.Program().platform.EndConverters(0);
     WaitForEndOfBatch(user, watch, facts);
 }
 
