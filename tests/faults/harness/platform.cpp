@@ -42,8 +42,8 @@ void** FindSlot(const char* name) {
 }  // namespace
 
 Platform::Platform() {
-    m_calls.keepsCalls = false;
-    m_converters.planner = [this](const ScriptedConverters::Start& start, int number) {
+    handles.keepsCalls = false;
+    converters.planner = [this](const ScriptedConverters::Start& start, int number) {
         return PlanFor(start, number);
     };
     PlanConsoles();
@@ -51,10 +51,6 @@ Platform::Platform() {
     AnswerDesktop();
     AnswerObjects();
     AnswerProcess();
-}
-
-Platform::~Platform() {
-    EndConverters(1);
 }
 
 Platform& Platform::Current() {

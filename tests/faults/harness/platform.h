@@ -22,27 +22,11 @@
 #include <string>
 #include <vector>
 
-// What the interpreter of a converter has that could be asked to close.
-enum class Console {
-    Window,    // an ordinary window
-    Terminal,  // one of class "PseudoConsoleWindow", which does nothing when it is asked
-    None
-};
-
-// How one converter behaves. They are used up in order; the last one stays for all that follow.
-struct ConverterPlan {
-    DWORD exitCode = 0;
-    DWORD startError = 0;  // not 0: it cannot be started
-    bool held = false;  // runs until EndConverters, until its console is asked to close, or its job is ended
-    Console console = Console::Window;
-};
-
 class Platform {
 public:
     Platform();
     Platform(const Platform&) = delete;
     Platform& operator=(const Platform&) = delete;
-    ~Platform();
 
     // The function that answers in place of the system's; null when that one serves.
     [[nodiscard]] static void* FindAnswer(const std::string& function);
@@ -53,9 +37,12 @@ public:
     // Paths below the program's folder with "~" in its place.
     [[nodiscard]] std::string Shortened(std::string text) const;
 
+    WorkerCalls handles;  // only their names: a CallWatch sees the calls
+    ScriptedConverters converters{handles};
+
     // Plans: made before the program starts, or while it does nothing.
-    std::vector<ConverterPlan> converters{ConverterPlan{}};
-    std::wstring realConverter;  // a command line: converters are real processes, and this is what they run
+    // Those of the converters are used up in order; the last one stays for all that follow.
+    std::vector<Conversion> conversions{{.console = kConsoleClass}};
     std::wstring chosenFiles;  // what the open dialog leaves in its buffer, without the last null; "": Cancel
     std::wstring chosenFolder;  // in the folder browser; empty: Cancel
     DWORD shellError = 0;       // not 0: nothing can be opened
@@ -64,12 +51,6 @@ public:
     bool screenReader = false;  // runs
     bool realMessages = false;  // message boxes are shown and wait for the user
     std::atomic<int> answerToQuestions{IDYES};
-
-    // Lets every converter that runs, or the one started as the `number`th, end with `exitCode`.
-    void EndConverters(DWORD exitCode, int number = 0);
-    // Those that are waited for, which is when a stop finds them, or were. Those that could not be started
-    // count as well.
-    [[nodiscard]] int ConvertersStarted() const { return m_converters.Awaited(); }
 
     // What the program has asked for:
     //   messages    "error main Erreur CreateProcess :  File not found."  (picture, owner, text)
@@ -169,7 +150,5 @@ private:
     std::size_t m_requested = 0;  // converters
     std::atomic<int> m_workers{0};
     std::atomic<int> m_modelessDialogs{0};
-    WorkerCalls m_calls;
-    ScriptedConverters m_converters{m_calls};
     std::vector<std::unique_ptr<ReplacedImport>> m_answers;
 };

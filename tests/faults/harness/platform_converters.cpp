@@ -17,8 +17,7 @@ constexpr DWORD kConversionMs = 7000;
 constexpr DWORD kClosedByUser = 3;
 
 // As the system: what is not there cannot be started, nor in a folder that is not there.
-DWORD WhyNotStarted(const ConverterPlan& plan, const ScriptedConverters::Start& start) {
-    if (plan.startError != 0) return plan.startError;
+DWORD WhyNotStarted(const ScriptedConverters::Start& start) {
     if (!::PathFileExistsW(start.interpreter.c_str())) return ERROR_FILE_NOT_FOUND;
     return ::PathIsDirectoryW(start.folder.c_str()) ? ERROR_SUCCESS : ERROR_DIRECTORY;
 }
@@ -41,21 +40,15 @@ void __cdecl RunWorker(void* parameter) {
 Conversion Platform::PlanFor(const ScriptedConverters::Start& start, int number) {
     Note("starts", (start.startup.wShowWindow == SW_HIDE ? "hidden " : "visible ") + Utf8(start.title) +
                        " in " + Utf8(start.folder) + ": " + Utf8(start.arguments));
-    const ConverterPlan& plan = converters[std::min(m_requested++, converters.size() - 1)];
-    const DWORD startError = WhyNotStarted(plan, start);
-    if (startError == 0) m_converters.tick += kConversionMs;
-    return {.exitCode = plan.exitCode,
-            .startError = startError,
-            .held = plan.held,
-            .processId = kFirstProcess + static_cast<DWORD>(number),
-            .console = plan.console == Console::Window     ? kConsoleClass
-                       : plan.console == Console::Terminal ? kTerminalClass
-                                                           : nullptr,
-            .realCommand = realConverter.empty() ? nullptr : realConverter.c_str()};
+    Conversion plan = conversions[std::min(m_requested++, conversions.size() - 1)];
+    if (plan.startError == 0) plan.startError = WhyNotStarted(start);
+    if (plan.startError == 0) converters.tick += kConversionMs;
+    plan.processId = kFirstProcess + static_cast<DWORD>(number);
+    return plan;
 }
 
 void Platform::PlanConsoles() {
-    ScriptedConsoles& consoles = m_converters.consoles;
+    ScriptedConsoles& consoles = converters.consoles;
     consoles.windows = {{kForeignProcess}};
     consoles.whenSearched = [this] {
         const std::vector<int> held = NumbersOf([](const Converter& one) { return one.isHeld; });
@@ -66,27 +59,21 @@ void Platform::PlanConsoles() {
         const std::string name = (isTerminal ? "terminal " : "console ") + std::to_string(converter);
         Note("closing", toClose && converter != 0 ? name : "something else");
         if (toClose && converter != 0 && !isTerminal && !consolesIgnoreClosing) {
-            m_converters.Release(converter, kClosedByUser);
+            converters.Release(converter, kClosedByUser);
         }
     };
     consoles.whenJobEnds = [this](DWORD exitCode) {
         std::string ended = Hex(exitCode).substr(2) + ':';
         for (const int number : NumbersOf([](const Converter& one) { return one.isInJob && one.end; })) {
-            m_converters.Release(number, exitCode);
+            converters.Release(number, exitCode);
             ended += ' ' + std::to_string(number);
         }
         Note("jobs", ended);
     };
 }
 
-void Platform::EndConverters(DWORD exitCode, int number) {
-    for (const int running : NumbersOf([](const Converter& one) { return one.end != nullptr; })) {
-        if (number == 0 || number == running) m_converters.Release(running, exitCode);
-    }
-}
-
 std::vector<int> Platform::NumbersOf(bool (*fits)(const Converter& converter)) const {
-    const std::vector<Converter> all = m_converters.Converters();
+    const std::vector<Converter> all = converters.Converters();
     std::vector<int> numbers;
     for (std::size_t i = 0; i < all.size(); ++i) {
         if (fits(all[i])) numbers.push_back(static_cast<int>(i) + 1);

@@ -124,7 +124,7 @@ void User::CloseDialog(HWND dialog, int buttonId) const {
 void User::WaitForConverter(int number) const {
     const Platform& platform = m_program.platform;
     WaitUntil("a converter has been started or the workers have ended",
-              [&] { return platform.ConvertersStarted() >= number || platform.Workers() == 0; });
+              [&] { return platform.converters.Awaited() >= number || platform.Workers() == 0; });
 }
 
 void User::WaitForWorkers() const {

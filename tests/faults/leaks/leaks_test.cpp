@@ -120,23 +120,27 @@ TEST_F(Leaks, NoneInConversions) {
     user.Press(IDC_HIDE_OUTPUT);  // with a record in the log for each
     const int batches = Times(1000, 250) / kFilesInBatch;
     ExpectFlat("batches of 25 conversions on paper", batches, platform, [&] { Convert(); });
-    EXPECT_GE(platform.ConvertersStarted(), batches * kFilesInBatch);
+    EXPECT_GE(platform.converters.Awaited(), batches * kFilesInBatch);
 }
 
 TEST_F(Leaks, NoneInConversionsByRealProcesses) {
-    platform.realConverter = (TestFolder() / "fatal_probe.exe nothing").wstring();
+    const std::wstring command = TestFolder() / "fatal_probe.exe nothing";
+    platform.conversions = {{.realCommand = command.c_str()}};
     OpenWithFiles(user, Paths(1));
     ExpectFlat("conversions by real processes", Times(100), platform, [&] { Convert(); });
 }
+
+// Goes on longer than anybody waits for it here.
+const std::wstring kEndlessConverter =
+    L'"' + (TestFolder() / TALVENOR_EQUIPMENT / "stand_in_converter.exe").wstring() + L"\" wait30000.pdf";
 
 // How a stop ends the converter that runs.
 struct StopCase {
     const char* name;
     const char* figure;
     int full;
-    Console console;               // of a converter on paper
-    const wchar_t* realConverter;  // with its arguments; null: on paper
-    const char* request;           // made once for each stop
+    Conversion converter;
+    const char* request;  // made once for each stop
 
     friend void PrintTo(const StopCase& row, std::ostream* out) { *out << row.figure; }
 };
@@ -144,11 +148,7 @@ struct StopCase {
 class LeaksOfStops : public Leaks, public testing::WithParamInterface<StopCase> {};
 
 TEST_P(LeaksOfStops, None) {
-    platform.converters = {{.held = true, .console = GetParam().console}};
-    if (GetParam().realConverter) {
-        const std::filesystem::path equipment = TestFolder() / TALVENOR_EQUIPMENT;
-        platform.realConverter = L'"' + equipment.wstring() + L'\\' + GetParam().realConverter;
-    }
+    platform.conversions = {GetParam().converter};
     OpenWithFiles(user, Paths(2));
     int started = 0;
     ExpectFlat(GetParam().figure, Times(GetParam().full), platform, [&] {
@@ -163,15 +163,18 @@ TEST_P(LeaksOfStops, None) {
 
 INSTANTIATE_TEST_SUITE_P(
     In, LeaksOfStops,
-    testing::Values(StopCase{"ByTheWindow", "stops", 200, Console::Window, nullptr, "closing"},
-                    StopCase{"ByTheJob", "stops by the job", 200, Console::None, nullptr, "jobs"},
-                    // The job ends what would else go on longer than anybody waits for it here.
-                    StopCase{"OfRealProcesses", "stops of real processes", 100, Console::None,
-                             L"stand_in_converter.exe\" wait30000.pdf", "jobs"}),
+    testing::Values(
+        StopCase{"ByTheWindow", "stops", 200, {.held = true, .console = kConsoleClass}, "closing"},
+        StopCase{"ByTheJob", "stops by the job", 200, {.held = true}, "jobs"},
+        StopCase{"OfRealProcesses",
+                 "stops of real processes",
+                 100,
+                 {.realCommand = kEndlessConverter.c_str()},
+                 "jobs"}),
     [](const auto& stop) { return std::string(stop.param.name); });
 
 TEST_F(Leaks, NoneInStartsThatFail) {
-    platform.converters = {{.startError = ERROR_FILE_NOT_FOUND}};
+    platform.conversions = {{.startError = ERROR_FILE_NOT_FOUND}};
     OpenWithFiles(user, Paths(1));
     ExpectFlat("converters that do not start", Times(200), platform, [&] { Convert(); });
 }

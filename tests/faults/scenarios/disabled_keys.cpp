@@ -16,7 +16,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     watch.End();
     AddControlFacts(user, "pressed", facts);
     facts["pressed.workers"] = std::to_string(platform.Workers());
-    platform.EndConverters(0);
+    platform.converters.ReleaseAll(0);
     user.WaitForWorkers();
     watch.Resume();
     user.PressKeyIn(IDC_SHUT_DOWN, VK_SPACE);

@@ -17,7 +17,7 @@ void ConvertWithAllOptions(User& user, CallWatch& watch, Facts& facts) {
     AddWindowFacts(user, "running", facts);
     User::Send(user.Window(), WM_TIMER, 2);
     AddListFacts(user, "ticked", facts);
-    user.Program().platform.EndConverters(0);
+    user.Program().platform.converters.ReleaseAll(0);
     WaitForEndOfBatch(user, watch, facts);
 }
 

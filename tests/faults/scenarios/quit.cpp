@@ -23,7 +23,7 @@ void QuitWhileWaiting(User& user, CallWatch& watch, Facts& facts) {
     const ProgramHost& program = user.Program();
     facts["processEnds"] = program.State() == ProgramHost::Life::EndedByExitProcess ? "yes" : "no";
     facts["window"] = user.Window() ? "still there" : "gone";
-    user.Program().platform.EndConverters(0);
+    user.Program().platform.converters.ReleaseAll(0);
     // With its window still there the worker would wait for the window's thread, which is held up here; the
     // real end of a process does not hold up anybody.
     if (!user.Window()) user.WaitForWorkers();

@@ -24,7 +24,7 @@ void Use(User& user, CallWatch& watch, Facts& facts) {
     platform.answerToQuestions = IDYES;
     user.Press(IDCANCEL);
     facts["answered.taskbar"] = platform.Fact("shown");
-    platform.EndConverters(3);  // a person closes the console, should it still be there
+    platform.converters.ReleaseAll(3);  // a person closes the console, should it still be there
     user.WaitForWorkers();
     watch.End();
     AddWindowFacts(user, "stopped", facts);
@@ -112,8 +112,8 @@ std::vector<Rule> TerminalRules() {
 std::vector<Scenario> StopScenarios() {
     return {
         Stopping("stop", &HoldFirst<>, {{"closing", "console 1"}}, WindowRules()),
-        Stopping("stop_without_window", &HoldFirst<Console::None>, {{"jobs", kEnded}}, JobRules()),
-        Stopping("stop_in_terminal", &HoldFirst<Console::Terminal>,
+        Stopping("stop_without_window", &HoldFirst<nullptr>, {{"jobs", kEnded}}, JobRules()),
+        Stopping("stop_in_terminal", &HoldFirst<kTerminalClass>,
                  {{"closing", "terminal 1"}, {"jobs", kEnded}}, Joined({TerminalRules(), JobRules()})),
     };
 }

@@ -17,9 +17,9 @@ inline constexpr char kQuestion[] =
 // Prepares a log that an earlier batch has left: "earlier".
 void LeaveEarlierLog(Platform& platform);
 // Prepares a first converter that runs until it is ended, with this console, and others that end at once.
-template <Console console = Console::Window>
+template <const wchar_t* console = kConsoleClass>
 void HoldFirst(Platform& platform) {
-    platform.converters = {{.held = true, .console = console}, {}};
+    platform.conversions = {{.held = true, .console = console}, {}};
 }
 
 // The window open and idle, nothing counted yet.

@@ -11,7 +11,7 @@ void ConvertIntoFolder(User& user, CallWatch& watch, Facts& facts) {
     user.Press(IDOK);
     user.WaitForConverter(1);
     AddControlFacts(user, "running", facts);
-    user.Program().platform.EndConverters(0);
+    user.Program().platform.converters.ReleaseAll(0);
     WaitForEndOfBatch(user, watch, facts);
 }
 
@@ -63,7 +63,7 @@ std::vector<Rule> Rules() {
 std::vector<Scenario> VisibleBatchScenarios() {
     return {
         {.name = "visible_batch",
-         .prepare = [](Platform& platform) { platform.converters = {{.held = true}}; },
+         .prepare = &HoldFirst<>,
          .use = &ConvertIntoFolder,
          .usual = Usually({BatchOf(1, 1),
                            Running("running", {"OUTPUT_FOLDER_CHECK: -S C", "OUTPUT_FOLDER: -S ~"}),

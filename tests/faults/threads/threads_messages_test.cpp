@@ -36,13 +36,13 @@ class QuestionThatOutlivesTheBatch : public ThreadsFixture, public testing::With
 
 TEST_P(QuestionThatOutlivesTheBatch, ChangesNothing) {
     platform.realMessages = true;
-    platform.converters = {{.held = true}};
+    HoldFirst(platform);
     OpenWith({L"C:\\in\\a.pdf"});
     user.Press(IDOK);
     user.WaitForConverter(1);
     driver::Click(user.Control(IDCANCEL));
     const HWND question = WaitForMessageBox("Un traitement est en cours.");
-    platform.EndConverters(0);
+    platform.converters.ReleaseAll(0);
     AnswerMessageBox(WaitForMessageBox("Conversion terminée !"), IDOK);
     user.WaitForWorkers();
     AnswerMessageBox(question, GetParam());

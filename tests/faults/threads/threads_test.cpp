@@ -23,7 +23,7 @@ struct StopCase {
 class ThreadsAtAStop : public ThreadsFixture, public testing::WithParamInterface<StopCase> {};
 
 TEST_P(ThreadsAtAStop, KeepWhatIsDoneAndLookForAnInterpreterOnlyWhileItRuns) {
-    platform.converters = {{.console = Console::None}};
+    platform.conversions = {Conversion()};  // without a console
     OpenWith({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     Gate gate(watch, GetParam().call, GetParam().nth);
     user.Press(IDOK);
@@ -88,7 +88,7 @@ class OldWorker : public ThreadsFixture {
 protected:
     // A stopped batch whose converter does not care, with a second batch begun beside it.
     void BeginASecondBatchBesideAStoppedOne() {
-        platform.converters = {{.held = true}};
+        platform.conversions = {{.held = true, .console = kConsoleClass}};
         platform.consolesIgnoreClosing = true;
         OpenWith({L"C:\\in\\a.pdf"});
         user.Press(IDOK);
@@ -109,21 +109,21 @@ protected:
 
 TEST_F(OldWorker, MayEndAfterTheNewBatch) {
     BeginASecondBatchBesideAStoppedOne();
-    platform.EndConverters(0, 2);
+    platform.converters.Release(2, 0);
     WaitForOneToEnd();
     EXPECT_THAT(Messages(), ElementsAre(kQuestion, kFinished));
     EXPECT_EQ(Durations(), "00:00:07");
     EXPECT_TRUE(LooksIdle());
-    platform.EndConverters(0, 1);
+    platform.converters.Release(1, 0);
     user.WaitForWorkers();
     EXPECT_THAT(Messages(), ElementsAre(kQuestion, kFinished)) << "its own batch had been stopped";
 }
 
 TEST_F(OldWorker, MayEndBeforeTheNewBatch) {
     BeginASecondBatchBesideAStoppedOne();
-    platform.EndConverters(0, 1);
+    platform.converters.Release(1, 0);
     WaitForOneToEnd();
-    platform.EndConverters(0, 2);
+    platform.converters.Release(2, 0);
     user.WaitForWorkers();
     // The flag is one: the new batch has set it, so the old worker ends as if never stopped, and clears it.
     EXPECT_THAT(Messages(), ElementsAre(kQuestion, kFinished));
@@ -131,9 +131,9 @@ TEST_F(OldWorker, MayEndBeforeTheNewBatch) {
 
 TEST_F(OldWorker, EndsEveryBatchThatSharesTheFlagWhenItsFileFails) {
     BeginASecondBatchBesideAStoppedOne();
-    platform.EndConverters(1, 1);
+    platform.converters.Release(1, 1);
     WaitForOneToEnd();
-    platform.EndConverters(0, 2);
+    platform.converters.Release(2, 0);
     user.WaitForWorkers();
     EXPECT_THAT(Messages(), ElementsAre(kQuestion));
 }
