@@ -12,16 +12,16 @@
 namespace {
 
 // What the optimiser must not see through.
-volatile std::size_t g_zero = 0;
-
-std::size_t Opaque(std::size_t value) {
-    return value + g_zero;
-}
-
-constexpr std::size_t kHuge = std::numeric_limits<std::size_t>::max();
+volatile std::size_t g_tooMany = std::numeric_limits<std::size_t>::max() / 4;
+volatile std::size_t g_four = 4;
+const wchar_t* volatile g_noText = nullptr;
 
 // Keeps what was made from being optimised away.
 const void* volatile g_sink = nullptr;
+
+void Keep(const std::wstring& text) {
+    g_sink = text.data();
+}
 
 struct Thing {
     const char* name;
@@ -30,36 +30,22 @@ struct Thing {
 
 constexpr Thing kThings[] = {
     {"nothing", [] {}},
-    {"new", [] { g_sink = operator new(Opaque(kHuge / 2)); }},
-    {"new-array", [] { g_sink = new char[Opaque(kHuge / 4)]; }},
+    {"new", [] { g_sink = operator new(g_tooMany); }},
+    {"new-array", [] { g_sink = new char[g_tooMany]; }},
     {"new-nothrow",
      [] {
-         g_sink = new (std::nothrow) char[Opaque(kHuge / 4)];
+         g_sink = new (std::nothrow) char[g_tooMany];
          if (g_sink) std::abort();
      }},
-    {"text-length",
-     [] {
-         std::wstring text(L"a");
-         text.append(Opaque(kHuge / 4), L'b');
-         g_sink = text.data();
-     }},
+    {"text-length", [] { Keep(std::wstring(L"a").append(g_tooMany, L'b')); }},
     {"vector-length",
      [] {
          std::vector<long long> numbers;
-         numbers.reserve(Opaque(kHuge / 4));
+         numbers.reserve(g_tooMany);
          g_sink = numbers.data();
      }},
-    {"text-range",
-     [] {
-         const std::wstring text(L"abc");
-         const std::wstring part = text.substr(Opaque(4));
-         g_sink = part.data();
-     }},
-    {"text-from-null",
-     [] {
-         const std::wstring text(reinterpret_cast<const wchar_t*>(Opaque(0)));
-         g_sink = text.data();
-     }},
+    {"text-range", [] { Keep(std::wstring(L"abc").substr(g_four)); }},
+    {"text-from-null", [] { Keep(std::wstring(g_noText)); }},
 };
 
 }  // namespace
