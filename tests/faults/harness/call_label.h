@@ -28,26 +28,27 @@ private:
 struct NamedControl {
     int id;
     const char* name;
+    bool hasChangingText = false;
 };
 inline constexpr NamedControl kControls[] = {
     {IDOK, "OK"},
-    {IDCANCEL, "CANCEL"},
+    {IDCANCEL, "CANCEL", true},
     {IDC_ADD, "ADD"},
-    {IDC_STATUS, "STATUS"},
+    {IDC_STATUS, "STATUS", true},
     {IDC_CLEAR, "CLEAR"},
-    {IDC_PAGES, "PAGES"},
+    {IDC_PAGES, "PAGES", true},
     {IDC_NO_TEXT, "NO_TEXT"},
     {IDC_LINES, "LINES"},
     {IDC_NO_METADATA, "NO_METADATA"},
-    {IDC_EXTRA_OPTIONS, "EXTRA_OPTIONS"},
+    {IDC_EXTRA_OPTIONS, "EXTRA_OPTIONS", true},
     {IDC_HIDE_OUTPUT, "HIDE_OUTPUT"},
     {IDC_OPEN_DESTINATION, "OPEN_DESTINATION"},
     {IDC_OPEN_LOG, "OPEN_LOG"},
     {IDC_OUTPUT_FOLDER_CHECK, "OUTPUT_FOLDER_CHECK"},
-    {IDC_OUTPUT_FOLDER, "OUTPUT_FOLDER"},
+    {IDC_OUTPUT_FOLDER, "OUTPUT_FOLDER", true},
     {IDC_BROWSE, "BROWSE"},
     {IDC_MONOCHROME, "MONOCHROME"},
-    {IDC_RESOLUTION, "RESOLUTION"},
+    {IDC_RESOLUTION, "RESOLUTION", true},
     {IDC_RESOLUTION_CHECK, "RESOLUTION_CHECK"},
     {IDC_PAGES_CHECK, "PAGES_CHECK"},
     {IDC_NO_OUTLINE, "NO_OUTLINE"},

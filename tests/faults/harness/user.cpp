@@ -69,6 +69,10 @@ LRESULT User::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return static_cast<LRESULT>(result);
 }
 
+LRESULT User::SendToList(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return Send(Control(IDC_FILE_LIST), message, wParam, lParam);
+}
+
 std::string User::TextOf(HWND control) {
     std::wstring text(2000, L'\0');
     text.resize(static_cast<std::size_t>(
@@ -86,18 +90,18 @@ void User::SetText(int id, const wchar_t* text) const {
 
 void User::Drop(const std::vector<std::wstring>& paths) const {
     const DroppedFiles drop(paths);
-    Send(Control(IDC_FILE_LIST), WM_DROPFILES, reinterpret_cast<WPARAM>(drop.Get()));
+    SendToList(WM_DROPFILES, reinterpret_cast<WPARAM>(drop.Get()));
 }
 
 void User::SelectRow(int row) const {
     LVITEMW item = {};
     item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    Send(Control(IDC_FILE_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    SendToList(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
 void User::PressListKey(WORD key) const {
-    Send(Control(IDC_FILE_LIST), WM_KEYDOWN, key, 1);
-    Send(Control(IDC_FILE_LIST), WM_KEYUP, key, 1);
+    SendToList(WM_KEYDOWN, key, 1);
+    SendToList(WM_KEYUP, key, 1);
 }
 
 HWND User::PressForDialog(int id, int controlOfDialog) const {

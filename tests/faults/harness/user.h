@@ -25,6 +25,7 @@ public:
     [[nodiscard]] bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     // Sends one message. 0 when the window is gone.
     static LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    LRESULT SendToList(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     // The text of a control; empty when there is none.
     [[nodiscard]] static std::string TextOf(HWND control);

@@ -17,8 +17,3 @@ void AddListFacts(const User& user, const std::string& moment, Facts& facts);
 
 // Both.
 void AddWindowFacts(const User& user, const std::string& moment, Facts& facts);
-
-// What set-up alone makes: "start.title", "start.icons", "start.pictures" of buttons, "start.list" styles and
-// number of images, "start.titles" of the columns, "start.tips" as the numbers of tools and of their texts,
-// "start.centred".
-void AddSetUpFacts(const User& user, Facts& facts);

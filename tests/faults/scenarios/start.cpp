@@ -1,7 +1,92 @@
 // The program is started: as usual, without its converter, and beside another copy.
 #include "tests/faults/scenarios/scenarios.h"
 
+#include "tests/faults/harness/call_label.h"
+#include "tests/support/utf8.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
 namespace {
+
+std::string ColumnTitle(const User& user, int column) {
+    std::array<wchar_t, 100> text{};
+    LVCOLUMNW question = {};
+    question.mask = LVCF_TEXT;
+    question.pszText = text.data();
+    question.cchTextMax = static_cast<int>(text.size());
+    if (!user.SendToList(LVM_GETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&question))) {
+        return "none";
+    }
+    return Utf8(text.data());
+}
+
+// Whether the window is in the middle of its monitor's work area, to the pixel that rounding costs.
+bool IsCentred(HWND window) {
+    RECT place = {};
+    ::GetWindowRect(window, &place);
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& work = monitor.rcWork;
+    return std::abs(place.left + place.right - work.left - work.right) <= 2 &&
+           std::abs(place.top + place.bottom - work.top - work.bottom) <= 2;
+}
+
+int CountTexts(HWND tips, LRESULT tools) {
+    int texts = 0;
+    for (LRESULT index = 0; index < tools; ++index) {
+        std::wstring text(2000, L'\0');
+        TTTOOLINFOW tool = {};
+        tool.cbSize = sizeof tool;
+        tool.lpszText = text.data();
+        if (User::Send(tips, TTM_ENUMTOOLSW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&tool)) &&
+            text[0] != L'\0') {
+            ++texts;
+        }
+    }
+    return texts;
+}
+
+// Of all its tool tip windows the one with most tools: the list has one of its own.
+std::string DescribeToolTips(const User& user) {
+    HWND tips = nullptr;
+    LRESULT tools = 0;
+    for (HWND window = nullptr;
+         (window = ::FindWindowExW(nullptr, window, TOOLTIPS_CLASSW, nullptr)) != nullptr;) {
+        if (::GetWindowThreadProcessId(window, nullptr) != user.Program().ThreadId()) continue;
+        const LRESULT count = User::Send(window, TTM_GETTOOLCOUNT);
+        if (count > tools) tips = window;
+        tools = std::max(tools, count);
+    }
+    return std::to_string(tools) + " tools, " + std::to_string(CountTexts(tips, tools)) + " texts" +
+           (User::Send(tips, TTM_GETMAXTIPWIDTH) > 0 ? ", wrapped" : "");
+}
+
+// What set-up alone makes: "title", "icons", "pictures" of buttons, "list" styles and number of images,
+// "titles" of the columns, "tips" as the numbers of tools and of their texts, "centred".
+void AddSetUpFacts(const User& user, Facts& facts) {
+    facts["start.title"] = User::TextOf(user.Window());
+    facts["start.centred"] = IsCentred(user.Window()) ? "yes" : "no";
+    std::string& icons = facts["start.icons"];
+    if (User::Send(user.Window(), WM_GETICON, ICON_BIG)) icons += "big ";
+    if (User::Send(user.Window(), WM_GETICON, ICON_SMALL)) icons += "small";
+    std::string& pictures = facts["start.pictures"];
+    for (const NamedControl& control : kControls) {
+        const bool hasPicture = User::Send(user.Control(control.id), BM_GETIMAGE, IMAGE_ICON) != 0;
+        if (hasPicture) pictures += std::string(control.name) + ' ';
+    }
+    facts["start.titles"] = ColumnTitle(user, 0) + '|' + ColumnTitle(user, 1);
+    const auto images = reinterpret_cast<HIMAGELIST>(user.SendToList(LVM_GETIMAGELIST, LVSIL_SMALL));
+    facts["start.list"] =
+        std::to_string(user.SendToList(LVM_GETEXTENDEDLISTVIEWSTYLE)) + " with " +
+        (images ? std::to_string(::ImageList_GetImageCount(images)) : "no") + " images" +
+        (::GetWindowLongPtrW(user.Control(IDC_FILE_LIST), GWL_EXSTYLE) & WS_EX_ACCEPTFILES ? " drops" : "");
+    facts["start.tips"] = DescribeToolTips(user);
+}
 
 void Start(User& user, CallWatch& watch, Facts& /*facts*/) {
     watch.Begin();
