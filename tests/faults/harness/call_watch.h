@@ -8,7 +8,6 @@
 #include <windows.h>
 
 #include <atomic>
-#include <compare>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -21,7 +20,7 @@ struct CallKey {
     std::string label;
     int nth = 0;
 
-    auto operator<=>(const CallKey&) const = default;
+    bool operator==(const CallKey&) const = default;
     [[nodiscard]] std::string Text() const { return label + " #" + std::to_string(nth); }
     // The name of the function in the label.
     [[nodiscard]] std::string Function() const;
@@ -29,10 +28,6 @@ struct CallKey {
 
 class CallWatch {
 public:
-    CallWatch() = default;
-    CallWatch(const CallWatch&) = delete;
-    CallWatch& operator=(const CallWatch&) = delete;
-
     // Who is "ui" from now on.
     void SetUiThread(DWORD threadId) { m_uiThread = threadId; }
 

@@ -25,8 +25,6 @@
 class Platform {
 public:
     Platform();
-    Platform(const Platform&) = delete;
-    Platform& operator=(const Platform&) = delete;
 
     // The function that answers in place of the system's; null when that one serves.
     [[nodiscard]] static void* FindAnswer(const std::string& function);

@@ -18,8 +18,6 @@ public:
     enum class Life { Running, Ended, EndedByExitProcess };
 
     ProgramHost();  // one at a time
-    ProgramHost(const ProgramHost&) = delete;
-    ProgramHost& operator=(const ProgramHost&) = delete;
     // The program must have ended.
     ~ProgramHost();
 

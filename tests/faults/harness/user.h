@@ -15,8 +15,6 @@
 class User {
 public:
     explicit User(ProgramHost& program) : m_program(program) {}
-    User(const User&) = delete;
-    User& operator=(const User&) = delete;
 
     // Waits until the window is there and serves messages, or the program has ended. Null then.
     HWND WaitForWindow() const;

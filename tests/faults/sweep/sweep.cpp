@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -25,8 +24,7 @@ namespace {
 
 using std::filesystem::path;
 
-constexpr char kRecordArgument[] = "--record ";
-constexpr char kSweepArgument[] = "--sweep ";
+constexpr char kSweepArgument[] = "--sweep";
 constexpr int kDone = 0;
 constexpr int kProcessSpent = 10;  // the last run left something behind: go on in a new process
 
@@ -65,16 +63,17 @@ std::vector<CallKey> ReadCalls(const path& folder) {
 
 // In the process of the test.
 
-DWORD RunProcess(const std::string& arguments, const TemporaryFolder& folder) {
-    // A sweeping process watches its own runs; this is for one that does not even get there.
+DWORD RunProcess(const Scenario& scenario, const TemporaryFolder& folder) {
+    // Such a process watches its own runs; this is for one that does not even get there.
     constexpr std::chrono::minutes kLongestSweep{30};
+    const std::string arguments = kSweepArgument + (' ' + scenario.name);
     return RunChildProcess("fault_test.exe", {arguments.begin(), arguments.end()}, kLongestSweep,
                            folder.Path());
 }
 
 RecordedCalls Record(const Scenario& scenario) {
     const TemporaryFolder folder;
-    const DWORD code = RunProcess(kRecordArgument + scenario.name, folder);
+    const DWORD code = RunProcess(scenario, folder);
     if (code != kDone) throw std::runtime_error(scenario.name + " cannot be recorded: " + EndOfProcess(code));
     return {ReadCalls(folder.Path()), ReadVerdicts(folder.Path()).at(0)};
 }
@@ -182,12 +181,12 @@ int RunToRecord(const Scenario& scenario, const path& folder) {
     return kDone;
 }
 
-int RunToFail(const Scenario& scenario, const path& folder, std::size_t first) {
+int RunToFail(const Scenario& scenario, const path& folder) {
     const std::vector<CallKey> calls = ReadCalls(folder);
     // First a run that does not count, unless each spends its process; in such nothing is counted anyway.
     if (!scenario.spendsItsProcess && RunScenario(scenario, std::nullopt).processIsSpent)
         return kProcessSpent;
-    for (std::size_t i = first; i < calls.size(); ++i) {
+    for (std::size_t i = ReadVerdicts(folder).size(); i < calls.size(); ++i) {
         g_runBegan = ::GetTickCount64();
         const ScenarioRun run = RunUntilSettled(scenario, calls[i]);
         AddVerdict(folder, run.reached ? Lines(Judge(scenario, calls[i], run.facts)) : kNotReached);
@@ -200,9 +199,8 @@ int RunToFail(const Scenario& scenario, const path& folder, std::size_t first) {
 
 const RecordedCalls& CallsOf(const Scenario& scenario) {
     static std::map<std::string, RecordedCalls> s_recorded;
-    const auto known = s_recorded.find(scenario.name);
-    if (known != s_recorded.end()) return known->second;
-    return s_recorded.emplace(scenario.name, Record(scenario)).first->second;
+    if (!s_recorded.contains(scenario.name)) s_recorded[scenario.name] = Record(scenario);
+    return s_recorded[scenario.name];
 }
 
 std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<CallKey>& calls) {
@@ -210,11 +208,11 @@ std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<CallK
     WriteCalls(folder.Path(), calls);
     std::vector<std::string> verdicts;
     while (verdicts.size() < calls.size()) {
-        const std::size_t first = verdicts.size();
-        const DWORD code = RunProcess(kSweepArgument + scenario.name + ' ' + std::to_string(first), folder);
+        const std::size_t before = verdicts.size();
+        const DWORD code = RunProcess(scenario, folder);
         if (code != kDone && code != kProcessSpent) AddVerdict(folder.Path(), EndOfProcess(code));
         verdicts = ReadVerdicts(folder.Path());
-        if (verdicts.size() == first) throw std::runtime_error("a sweep ended too early");
+        if (verdicts.size() == before) throw std::runtime_error("a sweep ended too early");
     }
     return verdicts;
 }
@@ -224,17 +222,15 @@ std::string EndOfProcess(DWORD exitCode) {
 }
 
 std::optional<int> RunAsSweepProcess(int argc, char** argv) {
-    const std::string task = argc >= 3 ? std::string(argv[1]) + ' ' : "";
-    const bool records = task == kRecordArgument;
-    if (!records && (task != kSweepArgument || argc != 4)) return std::nullopt;
+    if (argc != 3 || std::string(argv[1]) != kSweepArgument) return std::nullopt;
     g_runBegan = ::GetTickCount64();
     ::CloseHandle(::CreateThread(nullptr, 0, &Watchdog, nullptr, 0, nullptr));
     ::AddVectoredExceptionHandler(1, &EndAtCrash);
     const auto scenario = std::ranges::find(AllScenarios(), std::string(argv[2]), &Scenario::name);
     if (scenario == AllScenarios().end()) throw std::runtime_error(std::string("no scenario ") + argv[2]);
     const path folder = std::filesystem::temp_directory_path();
-    const int result = records ? RunToRecord(*scenario, folder)
-                               : RunToFail(*scenario, folder, std::strtoul(argv[3], nullptr, 10));
+    const bool hasCalls = std::filesystem::exists(folder / kCallsFile);
+    const int result = hasCalls ? RunToFail(*scenario, folder) : RunToRecord(*scenario, folder);
     // Threads of a program that hangs may still run: no clean-up that they could disturb.
     ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(result));
     return result;

@@ -21,8 +21,7 @@ struct RecordedCalls {
 inline constexpr char kNotReached[] = "the call was not made again";
 [[nodiscard]] std::string EndOfProcess(DWORD exitCode);
 
-// Works as such a process when the command line asks for one, and returns its exit code:
-//
-//   --record SCENARIO          writes the calls and what differs from the usual into the temporary folder
-//   --sweep SCENARIO FIRST     fails that folder's calls from number FIRST on, with a verdict on each
+// Works as such a process when the command line asks for one, and returns its exit code. `--sweep SCENARIO`
+// fails the calls that a file of the temporary folder lists, from the first without a verdict on; when there
+// is no such file, it records them there.
 [[nodiscard]] std::optional<int> RunAsSweepProcess(int argc, char** argv);

@@ -26,8 +26,6 @@ public:
             m_open.wait(false);
         });
     }
-    Gate(const Gate&) = delete;
-    Gate& operator=(const Gate&) = delete;
 
     void WaitForArrival() const {
         WaitUntil("a thread of the program arrives", [this] { return m_arrived.load(); });
