@@ -3,6 +3,7 @@
 #include "tests/faults/harness/failure_table.h"
 
 #include <algorithm>
+#include <mutex>
 #include <utility>
 
 namespace {

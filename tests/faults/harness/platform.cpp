@@ -2,9 +2,7 @@
 
 #include "tests/faults/harness/child_process.h"
 #include "tests/faults/harness/program_host.h"
-#include "tests/support/utf8.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>

@@ -48,13 +48,6 @@ bool IsReplaced(const std::string& value, const std::string& usual, const std::s
     return everywhere != usual && everywhere == value;
 }
 
-const Rule* FirstMatch(const std::vector<Rule>& rules, const std::string& call) {
-    const auto rule = std::find_if(rules.begin(), rules.end(), [&](const Rule& one) {
-        return std::regex_match(call, std::regex(one.call));
-    });
-    return rule != rules.end() ? &*rule : nullptr;
-}
-
 }  // namespace
 
 Change::Change(const char* factsAndText)
@@ -125,8 +118,9 @@ Change MayBeOver(const std::string& moments, const std::string& later) {
 }
 
 const Rule* FindRule(const Scenario& scenario, const CallKey& call) {
-    const Rule* const own = FirstMatch(scenario.rules, call.Text());
-    return own ? own : FirstMatch(RulesOfAllScenarios(), call.Text());
+    const auto rule = std::ranges::find_if(
+        scenario.rules, [&](const Rule& one) { return std::regex_match(call.Text(), std::regex(one.call)); });
+    return rule != scenario.rules.end() ? &*rule : nullptr;
 }
 
 std::vector<std::string> Judge(const Scenario& scenario, const std::optional<CallKey>& call,

@@ -72,13 +72,10 @@ struct Scenario {
     // Starts the program and uses it until just before it is quit, or beyond. Says which calls count.
     void (*use)(User& user, CallWatch& watch, Facts& facts);
     Facts usual;
-    // The first that matches holds; then those of all scenarios; then no change.
+    // The first that matches holds; when none does, nothing changes.
     std::vector<Rule> rules = {};
     bool spendsItsProcess = false;  // ends it by ExitProcess: what it holds then is not counted
 };
-
-// What holds in every scenario unless it says otherwise.
-[[nodiscard]] const std::vector<Rule>& RulesOfAllScenarios();
 
 // The rule for this failing call; null when nothing may change.
 [[nodiscard]] const Rule* FindRule(const Scenario& scenario, const CallKey& call);

@@ -1,6 +1,5 @@
 #include "tests/faults/harness/window_facts.h"
 
-#include "tests/faults/harness/call_label.h"
 #include "tests/support/utf8.h"
 
 #include "res/resource.h"

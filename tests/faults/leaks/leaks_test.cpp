@@ -1,12 +1,8 @@
 // What the program holds does not grow with what is done: over many conversions, stops, dialogs and starts.
-#include "tests/faults/options.h"
-
 #include "tests/faults/harness/child_process.h"
 #include "tests/faults/harness/leak_counts.h"
-#include "tests/faults/harness/user.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "res/resource.h"
+#include "tests/faults/options.h"
+#include "tests/faults/scenarios/scenarios.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <filesystem>
 
 namespace {
 

@@ -2,7 +2,6 @@
 #include "tests/faults/scenarios/scenarios.h"
 
 #include "tests/equipment/shipped_version.h"
-#include "tests/faults/harness/call_label.h"
 #include "tests/support/utf8.h"
 
 namespace {

@@ -1,7 +1,6 @@
 // The program is started: as usual, without its converter, and beside another copy.
 #include "tests/faults/scenarios/scenarios.h"
 
-#include "tests/faults/harness/call_label.h"
 #include "tests/support/utf8.h"
 
 #include <commctrl.h>

@@ -1,10 +1,7 @@
-#include "tests/faults/scenarios/usual.h"
+// What scenarios have in common when nothing fails.
+#include "tests/faults/scenarios/scenarios.h"
 
-#include "tests/faults/harness/call_label.h"
-#include "tests/faults/harness/window_facts.h"
 #include "tests/support/utf8.h"
-
-#include "res/resource.h"
 
 #include <array>
 #include <filesystem>

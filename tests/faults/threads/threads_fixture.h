@@ -2,11 +2,7 @@
 // window is asked all the time whether it still answers.
 #pragma once
 
-#include "tests/faults/harness/user.h"
-#include "tests/faults/harness/window_facts.h"
-#include "tests/faults/scenarios/usual.h"
-
-#include "res/resource.h"
+#include "tests/faults/scenarios/scenarios.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
