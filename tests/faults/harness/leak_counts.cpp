@@ -62,6 +62,11 @@ int CountOwn(HWND window) {
 }
 
 int CountHandles() {
+    if (!UnderWine()) {
+        DWORD count = 0;
+        ::GetProcessHandleCount(::GetCurrentProcess(), &count);
+        return static_cast<int>(count);
+    }
     using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
     static const auto query = FromNtdll<Query>("NtQuerySystemInformation");
     std::vector<char> buffer(std::size_t{1} << 16);
@@ -74,6 +79,29 @@ int CountHandles() {
     int count = 0;
     for (ULONG i = 0; i < table->count; ++i) {
         if (table->handles[i].processId == ::GetCurrentProcessId()) ++count;
+    }
+    return count;
+}
+
+int CountGdiObjects() {
+    if (!UnderWine()) return static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
+    static_assert(sizeof(GdiEntry) == 24);
+    const BYTE* const block = FromNtdll<const BYTE*(WINAPI*)()>("RtlGetCurrentPeb")();
+    const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);
+    int count = 0;
+    for (int i = 0; table && i < kGdiEntries; ++i) {
+        if (table[i].type != 0) ++count;
+    }
+    return count;
+}
+
+int CountWindows() {
+    int count = 0;
+    for (const HWND window : driver::TopLevelWindows()) count += CountOwn(window);
+    // Those that only take messages are among no others.
+    for (HWND window = nullptr;
+         (window = ::FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;) {
+        count += CountOwn(window);
     }
     return count;
 }
@@ -99,9 +127,9 @@ int MeasureWhatABareWindowLeaves() {
     for (int i = 0; i < 3; ++i) OpenBareWindow();
     std::array<int, 5> kept = {};
     for (int& one : kept) {
-        const int before = GdiObjectCount();
+        const int before = CountGdiObjects();
         OpenBareWindow();
-        one = GdiObjectCount() - before;
+        one = CountGdiObjects() - before;
     }
     std::ranges::sort(kept);
     return kept[kept.size() / 2];
@@ -109,34 +137,8 @@ int MeasureWhatABareWindowLeaves() {
 
 }  // namespace
 
-int HandleCount() {
-    if (UnderWine()) return CountHandles();
-    DWORD count = 0;
-    ::GetProcessHandleCount(::GetCurrentProcess(), &count);
-    return static_cast<int>(count);
-}
-
-int GdiObjectCount() {
-    if (!UnderWine()) return static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
-    static_assert(sizeof(GdiEntry) == 24);
-    const BYTE* const block = FromNtdll<const BYTE*(WINAPI*)()>("RtlGetCurrentPeb")();
-    const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);
-    int count = 0;
-    for (int i = 0; table && i < kGdiEntries; ++i) {
-        if (table[i].type != 0) ++count;
-    }
-    return count;
-}
-
-int WindowCount() {
-    int count = 0;
-    for (const HWND window : driver::TopLevelWindows()) count += CountOwn(window);
-    // Those that only take messages are among no others.
-    for (HWND window = nullptr;
-         (window = ::FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;) {
-        count += CountOwn(window);
-    }
-    return count;
+Counts HeldOfTheSystem() {
+    return {{"handles", CountHandles()}, {"gdi", CountGdiObjects()}, {"windows", CountWindows()}};
 }
 
 std::size_t PrivateBytes() {

@@ -2,12 +2,13 @@
 // under Wine; there these count by hand.
 #pragma once
 
+#include "tests/faults/harness/outcome.h"
+
 #include <cstddef>
 
-[[nodiscard]] int HandleCount();
-[[nodiscard]] int GdiObjectCount();
-// Windows of all threads, children and those that only take messages included.
-[[nodiscard]] int WindowCount();
+// "handles", "gdi" objects, and "windows" of all threads, children and those that only take messages
+// included.
+[[nodiscard]] Counts HeldOfTheSystem();
 // Memory that no other process has, in bytes.
 [[nodiscard]] std::size_t PrivateBytes();
 

@@ -10,6 +10,9 @@
 
 using Facts = std::map<std::string, std::string>;
 
+// How many there are of certain things.
+using Counts = std::map<std::string, long long>;
+
 // A fact as a text, "name: value", taken apart.
 [[nodiscard]] inline std::pair<std::string, std::string> ReadFact(const std::string& text) {
     const std::size_t colon = text.find(": ");

@@ -111,7 +111,7 @@ Facts Platform::State() const {
     return facts;
 }
 
-std::map<std::string, int> Platform::Held() const {
+Counts Platform::Held() const {
     return {{"blocks", m_blocks.Count()}, {"icons", m_icons.Count()}, {"objects", m_objects.load()}};
 }
 

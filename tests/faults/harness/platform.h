@@ -73,7 +73,7 @@ public:
     [[nodiscard]] Facts State() const;
     [[nodiscard]] std::string Fact(const std::string& name) const { return State().at(name); }
     // What the program has not given back: "blocks" of memory, "icons", COM "objects".
-    [[nodiscard]] std::map<std::string, int> Held() const;
+    [[nodiscard]] Counts Held() const;
 
     // Worker threads that have been started and have not ended.
     [[nodiscard]] int Workers() const { return m_workers; }

@@ -155,7 +155,7 @@ void User::PressKeyIn(int id, WORD key) const {
     WaitForPosted();
 }
 
-bool User::TryUntilEnded(const std::function<void()>& press) const {
+bool User::PressUntilEnded(const std::function<void()>& press) const {
     for (int tries = 0; !m_program.HasEnded() && tries < kTries; ++tries) {
         press();
         static_cast<void>(driver::WaitUntil([&] { return m_program.HasEnded(); }, kPatience));
@@ -163,11 +163,6 @@ bool User::TryUntilEnded(const std::function<void()>& press) const {
     return m_program.HasEnded();
 }
 
-void User::PressEscape() const {
-    static_cast<void>(
-        TryUntilEnded([&] { ::PostMessageW(Control(IDC_FILE_LIST), WM_KEYDOWN, VK_ESCAPE, 1); }));
-}
-
 void User::Quit() const {
-    if (!TryUntilEnded([&] { Press(IDCANCEL); })) throw driver::Failure("the program does not quit");
+    if (!PressUntilEnded([&] { Press(IDCANCEL); })) throw driver::Failure("the program does not quit");
 }

@@ -56,8 +56,8 @@ public:
     // state.
     void PressKeyIn(int id, WORD key) const;
 
-    // Presses Esc until the program ends, a few times at most.
-    void PressEscape() const;
+    // Does `press` until the program ends, a few times at most. Whether it has ended then.
+    bool PressUntilEnded(const std::function<void()>& press) const;
     // Presses "Quitter" until the program ends. Answers the question about a batch by Yes.
     void Quit() const;
 
@@ -66,8 +66,6 @@ public:
 private:
     // What says whether all that was posted before has been served.
     [[nodiscard]] std::function<bool()> PostMarker() const;
-    // A few times at most; whether it has ended then.
-    bool TryUntilEnded(const std::function<void()>& press) const;
 
     ProgramHost& m_program;
 };

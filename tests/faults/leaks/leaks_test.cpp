@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 
 namespace {
@@ -16,15 +15,12 @@ namespace {
 using testing::Each;
 using testing::Pair;
 
-// The system takes things of its own when they are first needed: images to draw with, an event for a lock
-// that two threads want at once, a piece of memory. That passes: what leaks grows in every part of the time.
-struct Figure {
-    const char* name;
-    long long passing;  // how much it may grow in a part; 0: never at all
-};
-constexpr Figure kFigures[] = {
+// How much each may grow in a part of the time; 0: never at all. The system takes things of its own when they
+// are first needed: images to draw with, an event for a lock that two threads want at once, a piece of
+// memory. That passes: what leaks grows in every part.
+const Counts kPassing = {
     {"handles", 1},  // what is lost each time is at least two in a part
-    {"GDI objects", 1},
+    {"gdi", 1},
     {"windows", 0},
     {"icons", 0},    // loaded by the program and not destroyed
     {"blocks", 0},   // of memory, allocated by the program and not freed
@@ -33,18 +29,13 @@ constexpr Figure kFigures[] = {
     // already shows among the program's own blocks.
     {"private KB", 128},
 };
-using Held = std::array<long long, std::size(kFigures)>;
 
 // What the process, and the program in it, hold at this moment.
-Held MeasureHeld(const Platform& platform) {
-    const auto program = platform.Held();
-    return {HandleCount(),
-            GdiObjectCount(),
-            WindowCount(),
-            program.at("icons"),
-            program.at("blocks"),
-            program.at("objects"),
-            static_cast<long long>(PrivateBytes() / 1024)};
+Counts MeasureHeld(const Platform& platform) {
+    Counts held = HeldOfTheSystem();
+    held.merge(platform.Held());
+    held["private KB"] = static_cast<long long>(PrivateBytes() / 1024);
+    return held;
 }
 
 // Does `once` a few times, so that what the system keeps for good is there, then `times` more, at least ten,
@@ -56,26 +47,25 @@ void ExpectFlat(const std::string& name, int times, const Platform& platform,
     ASSERT_GE(times, kParts * 2) << "one thing lost each time would not be noticed";
     const int rounds = std::max(3, times / 10);
     for (int i = 0; i < rounds; ++i) once();
-    std::vector<Held> held = {MeasureHeld(platform)};  // before the first part, and after each
+    std::vector<Counts> held = {MeasureHeld(platform)};  // before the first part, and after each
     for (int part = 1; part <= kParts; ++part) {
         for (int i = times * (part - 1) / kParts; i < times * part / kParts; ++i) once();
         held.push_back(MeasureHeld(platform));
-        held.back()[1] -= gdiKept * (times * part / kParts);
+        held.back()["gdi"] -= gdiKept * (times * part / kParts);
     }
     std::printf("[ figures  ] %-38s %4d times", name.c_str(), times);
-    for (std::size_t i = 0; i < std::size(kFigures); ++i) {
-        std::printf(", %s %lld -> %lld", kFigures[i].name, held.front()[i], held.back()[i]);
+    for (const auto& [what, count] : held.front()) {
+        std::printf(", %s %lld -> %lld", what.c_str(), count, held.back()[what]);
     }
     std::printf("\n");
-    for (std::size_t i = 0; i < std::size(kFigures); ++i) {
+    for (const auto& [what, passing] : kPassing) {
         std::vector<long long> growths;
         for (std::size_t part = 1; part < held.size(); ++part) {
-            growths.push_back(held[part][i] - held[part - 1][i]);
+            growths.push_back(held[part].at(what) - held[part - 1].at(what));
         }
         std::sort(growths.begin(), growths.end());
-        const auto& [what, passing] = kFigures[i];
         if (passing == 0) {
-            EXPECT_EQ(held.back()[i], held.front()[i]) << what;
+            EXPECT_EQ(held.back()[what], held.front()[what]) << what;
         } else {
             EXPECT_LE(growths[kParts / 2], passing) << what;
         }

@@ -7,7 +7,7 @@ namespace {
 void PressEscape(User& user, CallWatch& watch, Facts& /*facts*/) {
     OpenWithFiles(user, {L"C:\\in\\a.pdf"});
     watch.Begin();
-    user.PressEscape();
+    user.PressUntilEnded([&] { ::PostMessageW(user.Control(IDC_FILE_LIST), WM_KEYDOWN, VK_ESCAPE, 1); });
 }
 
 // The end of the process is held up here until the worker has woken and ended: it must find all it touches.

@@ -117,9 +117,7 @@ struct ScenarioRun {
 ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& failing) {
     ScenarioRun run;
     const int keptByTheSystem = GdiObjectsKeptByTheSystem();
-    const int windowsBefore = WindowCount();
-    const int gdiBefore = GdiObjectCount();
-    const int handlesBefore = HandleCount();
+    const Counts before = HeldOfTheSystem();
     auto stage = std::make_unique<Stage>();  // kept for good when the program hangs: its threads still use it
     if (failing) stage->watch.FailAt(*failing);
     scenario.prepare(stage->platform);
@@ -148,9 +146,10 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& 
     for (const auto& [what, count] : stage->platform.Held()) run.facts[what] = std::to_string(count);
     const int keptOfDialogs = keptByTheSystem * stage->platform.ModelessDialogs();
     stage.reset();
-    run.facts["handles"] = std::to_string(HandleCount() - handlesBefore);
-    run.facts["gdi"] = std::to_string(GdiObjectCount() - gdiBefore - keptOfDialogs);
-    run.facts["windows"] = std::to_string(WindowCount() - windowsBefore);
+    for (const auto& [what, count] : HeldOfTheSystem()) {
+        const int kept = what == "gdi" ? keptOfDialogs : 0;
+        run.facts[what] = std::to_string(count - before.at(what) - kept);
+    }
     return run;
 }
 

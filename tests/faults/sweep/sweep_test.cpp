@@ -72,7 +72,8 @@ TEST_P(FaultSweep, ComesToWhatIsPromisedWhicheverCallFails) {
             ++endedTheProgram;
         } else if (mustEnd || !verdicts[i].empty()) {
             ADD_FAILURE() << "when it fails: " << calls[i].Text() << '\n'
-                          << (mustEnd ? "the program does not end as it must\n" : "") << verdicts[i];
+                          << (mustEnd ? "the program does not end as it must\n" : "") << verdicts[i]
+                          << (rule ? "\nthe rule: " + rule->why : "");
             ++findings;
         }
     }
