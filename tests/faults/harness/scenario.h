@@ -11,23 +11,27 @@
 #include <utility>
 #include <vector>
 
+// A fact of a run in which a call failed.
+struct Observed {
+    const std::string& name;
+    const std::string& value;
+    const std::string& usual;
+    const Facts& others;
+};
+
 // How facts may differ from what they usually are. They are named by a regular expression, in which $1 and so
 // on stand for what the expression of the call caught.
 struct Change {
-    using IsRight = std::function<bool(const std::string& value, const std::string& usual)>;
+    using IsRight = std::function<bool(const Observed& fact)>;
 
     // As Becomes: "done.(OK|CANCEL): ES".
     Change(const char* factsAndText);
-    Change(std::string theFacts, IsRight whether, std::string whatIsWanted = {}, std::string laterMoment = {})
-        : facts(std::move(theFacts)),
-          isRight(std::move(whether)),
-          wanted(std::move(whatIsWanted)),
-          later(std::move(laterMoment)) {}
+    Change(std::string theFacts, IsRight whether, std::string whatIsWanted = {})
+        : facts(std::move(theFacts)), isRight(std::move(whether)), wanted(std::move(whatIsWanted)) {}
 
     std::string facts;
     IsRight isRight;
     std::string wanted;  // what a value that is not right is reported to lack; empty: it may be as usual
-    std::string later;   // a moment: the facts may be as they are then
 };
 
 // The whole value is this text, or matches this regular expression.
