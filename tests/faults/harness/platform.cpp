@@ -51,10 +51,6 @@ Platform::Platform() {
     AnswerProcess();
 }
 
-Platform& Platform::Current() {
-    return CurrentHost().platform;
-}
-
 void* Platform::FindAnswer(const std::string& function) {
     const auto answer = Answers().find(function);
     return answer != Answers().end() ? answer->second : nullptr;
@@ -91,18 +87,19 @@ std::string Platform::ReadLog() const {
 }
 
 Facts Platform::State() const {
-    std::vector<std::string> timers;
-    for (const UINT_PTR id : m_timers.All()) timers.push_back(std::to_string(id));
     std::vector<std::string> strays;
     for (const auto& entry : std::filesystem::directory_iterator(File(kElsewhere))) {
         strays.push_back(entry.path().filename().string());
     }
-    Facts facts = {{"awake", std::to_string(m_awake.Count())},
-                   {"timers", Lines(timers, ',')},
-                   {"log", ReadLog()},
+    Facts facts = {{"log", ReadLog()},
                    {"outsideJob", Text(NumbersOf([](const Converter& one) { return !one.isInJob; }))},
                    {"strays", Lines(strays)}};
+    // Only now: the converters have a lock of their own.
     const std::lock_guard lock(m_lock);
+    std::vector<std::string> timers;
+    for (const UINT_PTR id : m_timers) timers.push_back(std::to_string(id));
+    facts["timers"] = Lines(timers, ',');
+    facts["awake"] = std::to_string(m_awake.size());
     std::vector<std::string> names;
     for (const auto& [control, name] : m_names) names.push_back(control + ": " + name);
     facts["names"] = Lines(names);
@@ -112,7 +109,9 @@ Facts Platform::State() const {
 }
 
 Counts Platform::Held() const {
-    return {{"blocks", m_blocks.Count()}, {"icons", m_icons.Count()}, {"objects", m_objects.load()}};
+    const std::lock_guard lock(m_lock);
+    const auto number = [](const auto& things) { return static_cast<long long>(things.size()); };
+    return {{"blocks", number(m_blocks)}, {"icons", number(m_icons)}, {"objects", m_objects}};
 }
 
 std::string Platform::Shortened(std::string text) const {

@@ -96,30 +96,18 @@ private:
     void AnswerObjects();
     void AnswerProcess();
 
-    // Things of one kind that there are now.
+    // Things that there are now, under the lock.
     template <class Thing>
-    class Things {
-    public:
-        void Add(Thing thing) {
-            const std::lock_guard lock(m_lock);
-            m_things.insert(thing);
-        }
-        bool Remove(Thing thing) {
-            const std::lock_guard lock(m_lock);
-            return m_things.erase(thing) != 0;
-        }
-        [[nodiscard]] std::set<Thing> All() const {
-            const std::lock_guard lock(m_lock);
-            return m_things;
-        }
-        [[nodiscard]] int Count() const { return static_cast<int>(All().size()); }
+    void Add(std::set<Thing>& things, std::type_identity_t<Thing> thing) {
+        const std::lock_guard lock(m_lock);
+        things.insert(thing);
+    }
+    template <class Thing>
+    bool Remove(std::set<Thing>& things, std::type_identity_t<Thing> thing) {
+        const std::lock_guard lock(m_lock);
+        return things.erase(thing) != 0;
+    }
 
-    private:
-        mutable SystemLock m_lock;
-        std::set<Thing> m_things;
-    };
-
-    static Platform& Current();
     [[nodiscard]] static std::string TextOf(const wchar_t* text) { return text ? Utf8(text) : ""; }
     [[nodiscard]] std::filesystem::path FillFolder() const;  // returns what is to be the current one
     [[nodiscard]] std::string ReadLog() const;
@@ -139,10 +127,10 @@ private:
         {"closing", {}},  {"searches", {}}, {"jobs", {}},   {"awakeCalls", {}}, {"taskbar", {}}};
     std::map<std::string, std::string> m_names;
     std::string m_taskbarShows;
-    Things<void*> m_blocks;
-    Things<HANDLE> m_icons;
-    Things<UINT_PTR> m_timers;
-    Things<DWORD> m_awake;  // ids of threads
+    std::set<void*> m_blocks;
+    std::set<HANDLE> m_icons;
+    std::set<UINT_PTR> m_timers;
+    std::set<DWORD> m_awake;  // ids of threads
     std::atomic<int> m_objects{0};
     std::atomic<int> m_markers{0};
     std::size_t m_requested = 0;  // converters

@@ -48,11 +48,11 @@ void Platform::AnswerDesktop() {
     });
     Answer<decltype(::LoadImageW)>("LoadImageW", [this](auto original, auto... arguments) {
         const HANDLE image = original(arguments...);
-        if (image) m_icons.Add(image);
+        if (image) Add(m_icons, image);
         return image;
     });
     Answer<decltype(::DestroyIcon)>("DestroyIcon", [this](HICON icon) {
-        m_icons.Remove(icon);
+        Remove(m_icons, icon);
         return ::DestroyIcon(icon);
     });
 
@@ -91,9 +91,9 @@ void Platform::AnswerDesktop() {
             const bool givesBack = state == ES_CONTINUOUS;
             Note("awakeCalls", keeps ? "kept" : givesBack ? "given back" : std::to_string(state));
             if (givesBack) {
-                m_awake.Remove(::GetCurrentThreadId());
+                Remove(m_awake, ::GetCurrentThreadId());
             } else {
-                m_awake.Add(::GetCurrentThreadId());
+                Add(m_awake, ::GetCurrentThreadId());
             }
             return ES_CONTINUOUS;
         });
@@ -114,9 +114,9 @@ void Platform::AnswerDesktop() {
         return 2;
     });
     Answer<decltype(::SetTimer)>("SetTimer", [this](HWND, UINT_PTR id, UINT, TIMERPROC) {
-        m_timers.Add(id);
+        Add(m_timers, id);
         return id;
     });
     Answer<decltype(::KillTimer)>("KillTimer",
-                                  [this](HWND, UINT_PTR id) -> BOOL { return m_timers.Remove(id); });
+                                  [this](HWND, UINT_PTR id) -> BOOL { return Remove(m_timers, id); });
 }

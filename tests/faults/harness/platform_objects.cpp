@@ -47,13 +47,13 @@ void Platform::AnswerObjects() {
                                     ULONGLONG all) -> HRESULT {
         if (IsToFail("ITaskbarList3::SetProgressValue") || !static_cast<Taskbar*>(self)->isReady)
             return E_FAIL;
-        Current().Show(window, std::to_string(done) + " of " + std::to_string(all));
+        CurrentHost().platform.Show(window, std::to_string(done) + " of " + std::to_string(all));
         return S_OK;
     };
     s_taskbar.SetProgressState = [](ITaskbarList3* self, HWND window, TBPFLAG state) -> HRESULT {
         if (IsToFail("ITaskbarList3::SetProgressState") || !static_cast<Taskbar*>(self)->isReady)
             return E_FAIL;
-        Current().Show(window, state == TBPF_NOPROGRESS ? "" : "state " + std::to_string(state));
+        CurrentHost().platform.Show(window, state == TBPF_NOPROGRESS ? "" : "state " + std::to_string(state));
         return S_OK;
     };
 
@@ -63,7 +63,7 @@ void Platform::AnswerObjects() {
         if (IsToFail("IAccPropServices::SetHwndPropStr")) return E_FAIL;
         if (!IsName(object, child, property)) return E_INVALIDARG;
         const std::string label = WindowLabel(window);
-        Platform& self = Current();
+        Platform& self = CurrentHost().platform;
         const std::lock_guard lock(self.m_lock);
         self.m_names[label] = TextOf(text);
         return S_OK;
@@ -73,7 +73,7 @@ void Platform::AnswerObjects() {
         if (IsToFail("IAccPropServices::ClearHwndProps")) return E_FAIL;
         if (count != 1 || !IsName(object, child, *properties)) return E_INVALIDARG;
         const std::string label = WindowLabel(window);
-        Platform& self = Current();
+        Platform& self = CurrentHost().platform;
         const std::lock_guard lock(self.m_lock);
         self.m_names.erase(label);
         return S_OK;

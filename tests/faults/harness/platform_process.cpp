@@ -32,20 +32,20 @@ void Platform::AnswerProcess() {
 
     Answer<decltype(::malloc)>("malloc", [this](std::size_t size) {
         void* const block = std::malloc(size);
-        if (block) m_blocks.Add(block);
+        if (block) Add(m_blocks, block);
         return block;
     });
     Answer<decltype(::free)>("free", [this](void* block) {
-        m_blocks.Remove(block);
+        Remove(m_blocks, block);
         std::free(block);
     });
     Answer<decltype(::HeapAlloc)>("HeapAlloc", [this](HANDLE heap, DWORD flags, SIZE_T size) {
         void* const block = ::HeapAlloc(heap, flags, size);
-        if (block) m_blocks.Add(block);
+        if (block) Add(m_blocks, block);
         return block;
     });
     Answer<decltype(::HeapFree)>("HeapFree", [this](HANDLE heap, DWORD flags, LPVOID block) {
-        m_blocks.Remove(block);
+        Remove(m_blocks, block);
         return ::HeapFree(heap, flags, block);
     });
 
