@@ -29,23 +29,17 @@ std::vector<CallKey> CallsToFail(const std::vector<CallKey>& recorded) {
     return chosen;
 }
 
-// The figures of a sweep, or of all.
+// The figures of a sweep, or of all: calls, failed, out of memory, not reached, findings.
 using Figures = std::array<std::size_t, 5>;
-constexpr const char* kFigures[] = {"calls", "failed", "out of memory", "not reached", "findings"};
 
-void Print(const std::string& scenario, const Figures& figures) {
-    std::printf("[ figures  ] %-22s", scenario.c_str());
-    for (const std::size_t figure : figures) std::printf(" %13zu", figure);
-    std::printf("\n");
+void Print(const std::string& of, const Figures& figures) {
+    std::printf(
+        "[ figures  ] %-20s %6zu calls, %6zu failed, %5zu out of memory, %4zu not reached, %4zu findings\n",
+        of.c_str(), figures[0], figures[1], figures[2], figures[3], figures[4]);
 }
 
 class FaultSweep : public testing::TestWithParam<std::size_t> {
 protected:
-    static void SetUpTestSuite() {
-        std::printf("[ figures  ] %-22s", "Scenario");
-        for (const char* const figure : kFigures) std::printf(" %13s", figure);
-        std::printf("\n");
-    }
     static void TearDownTestSuite() { Print("all", s_all); }
 
     static inline Figures s_all = {};
