@@ -70,41 +70,33 @@ Rule Option(const std::string& ids, const std::string& option) {
                 {May(Loses("starts", option)), MayDiffer("\\w+.(" + ids + ")", "enabled")});
 }
 
-// A batch that ends with the first file or the second, which took no time to start or failed.
-std::vector<Change> EndsEarly(bool isFirst, const std::string& duration, const std::string& record,
-                              const std::string& messages) {
-    std::vector<Change> changes = {
-        Becomes("messages", messages),
-        Becomes("done.durations", isFirst ? duration + '\n' : "00:00:07\n" + duration),
-        Becomes("log", isFirst ? record : kRecord + record),
-        Becomes("taskbar", isFirst ? "0 of 2\nnone" : "0 of 2\n1 of 2\nnone")};
-    return isFirst ? Joined({changes, NothingToLookOnAt()}) : changes;
-}
-
 // A converter that does not start: a message, and the batch ends as if it were done.
-Rule NotStarted(const std::string& call, DWORD error, bool isFirst, const std::string& starts) {
+Rule NotStarted(const std::string& call, DWORD error, int row, const std::string& starts) {
+    const std::string before = row == 1 ? "" : kRecord;
     return When(call, "a converter that cannot be started is reported, and ends the batch",
-                Joined({EndsEarly(isFirst, "00:00:00", LogRecord("00:00:00", 86), StartFailure(error)),
-                        {Becomes("starts", starts)}}));
+                Joined({EndsWith(row, 2, "00:00:00", StartFailure(error)),
+                        {Becomes("log", before + LogRecord("00:00:00", 86)), Becomes("starts", starts)}}));
 }
 
 // A converter of which it is not known how it ended counts as failed.
-Rule EndUnknown(const std::string& call, bool isFirst) {
-    return When(call, "what is not known to have gone well has not",
-                Joined({EndsEarly(isFirst, "*** Annulé !", LogRecord("*** Annulé !", 90), ""),
-                        {Becomes("starts", isFirst ? Start("a") : Start("a") + '\n' + Start("b"))}}));
+Rule EndUnknown(const std::string& call, int row, const std::string& starts) {
+    const std::string before = row == 1 ? "" : kRecord;
+    return When(
+        call, "what is not known to have gone well has not",
+        Joined({EndsWith(row, 2, "*** Annulé !", ""),
+                {Becomes("log", before + LogRecord("*** Annulé !", 90)), Becomes("starts", starts)}}));
 }
 
 std::vector<Rule> Rules() {
     return {
-        NotStarted("worker CreateProcessW #1", ERROR_FILE_NOT_FOUND, true, ""),
-        NotStarted("worker CreateProcessW #2", ERROR_FILE_NOT_FOUND, false, Start("a")),
-        NotStarted("worker SHGetFolderPathW #1", ERROR_FILE_NOT_FOUND, true, Start("a")),
-        NotStarted("worker SHGetFolderPathW #2", ERROR_FILE_NOT_FOUND, false, Start("a") + '\n' + Start("b")),
-        NotStarted("worker GetModuleFileNameW #1", ERROR_DIRECTORY, true, Start("a", "")),
-        NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, true, Start("a", "~\\Talvenor.exe")),
-        EndUnknown("worker (WaitForSingleObject|GetExitCodeProcess) #1", true),
-        EndUnknown("worker GetExitCodeProcess #2", false),
+        NotStarted("worker CreateProcessW #1", ERROR_FILE_NOT_FOUND, 1, ""),
+        NotStarted("worker CreateProcessW #2", ERROR_FILE_NOT_FOUND, 2, Start("a")),
+        NotStarted("worker SHGetFolderPathW #1", ERROR_FILE_NOT_FOUND, 1, Start("a")),
+        NotStarted("worker SHGetFolderPathW #2", ERROR_FILE_NOT_FOUND, 2, Start("a") + '\n' + Start("b")),
+        NotStarted("worker GetModuleFileNameW #1", ERROR_DIRECTORY, 1, Start("a", "")),
+        NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, 1, Start("a", "~\\Talvenor.exe")),
+        EndUnknown("worker (WaitForSingleObject|GetExitCodeProcess) #1", 1, Start("a")),
+        EndUnknown("worker GetExitCodeProcess #2", 2, Start("a") + '\n' + Start("b")),
         When("worker WaitForSingleObject #2", "the second converter has ended already"),
         When("worker (DeleteFileW TalvenorLog.txt #1|GetModuleFileNameW #2|PathRemoveFileSpecW #2|"
              "PathAppendW TalvenorLog.txt #1)",

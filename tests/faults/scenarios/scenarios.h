@@ -67,9 +67,9 @@ void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts);
 // What this system says about an error, with its line break.
 [[nodiscard]] std::string SystemText(DWORD error);
 
-// A batch in which no converter runs is soon over: what is looked at as its course may be its end. There the
-// selection is cleared before the status line is, which writes the path alone into it.
-[[nodiscard]] std::vector<Change> NothingToLookOnAt();
+// A batch that ends with one of its rows, counted from 1, which took no time to start or failed.
+[[nodiscard]] std::vector<Change> EndsWith(int row, int rows, const std::string& duration,
+                                           const std::string& messages);
 
 // A batch whose consoles may be hidden: the worker's calls, and those that its messages set off.
 [[nodiscard]] std::vector<Rule> BatchRules();
