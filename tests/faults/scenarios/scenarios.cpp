@@ -1,6 +1,31 @@
 #include "tests/faults/scenarios/scenarios.h"
 
+#include "tests/support/utf8.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+
 namespace {
+
+// Later ones win.
+Facts Together(std::initializer_list<Facts> parts) {
+    Facts all;
+    for (const Facts& part : parts) {
+        for (const auto& [name, value] : part) all[name] = value;
+    }
+    return all;
+}
+
+// Every control in one state but for `others`, and the list, both but for `differences`.
+Facts Window(const std::string& moment, const std::string& state, const std::vector<std::string>& others,
+             const std::vector<std::string>& list, const std::vector<std::string>& differences) {
+    Facts facts;
+    for (const NamedControl& control : kControls) facts[moment + '.' + control.name] = state;
+    const Facts given = At(moment, differences);
+    const bool hasList = given.contains(moment + ".rows");
+    return Together({facts, At(moment, others), hasList ? At(moment, list) : Facts(), given});
+}
 
 // What the failure of a call comes to, wherever it is made, unless a scenario says otherwise.
 std::vector<Rule> RulesOfAllScenarios() {
@@ -42,6 +67,89 @@ std::vector<Rule> RulesOfAllScenarios() {
 }
 
 }  // namespace
+
+void LeaveEarlierLog(Platform& platform) {
+    std::ofstream(std::filesystem::path(platform.File(L"TalvenorLog.txt"))) << "earlier";
+}
+
+void Open(User& user) {
+    user.Program().Start();
+    user.WaitForWindow();
+}
+
+void OpenWithFiles(User& user, const std::vector<std::wstring>& paths) {
+    Open(user);
+    user.Drop(paths);
+    user.Press(IDC_ADD);  // the open dialog is cancelled
+}
+
+void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts) {
+    user.WaitForWorkers();
+    watch.End();
+    AddWindowFacts(user, "done", facts);
+}
+
+Facts Idle(const std::string& moment, const std::vector<std::string>& differences) {
+    return Window(moment, "ES",
+                  {"OK: -S", "CANCEL: ES Quitter", "PAGES: -S", "RESOLUTION: -S", "OUTPUT_FOLDER: -S",
+                   "BROWSE: -S", "OPEN_DESTINATION: -S", "OPEN_LOG: -h"},
+                  {"durations: ", "selected: -1", "columns: fit"}, differences);
+}
+
+Facts Running(const std::string& moment, const std::vector<std::string>& differences) {
+    return Window(moment, "-S",
+                  {"CANCEL: ES Arrêter ", "STATUS: ES Conversion en cours : C:\\in\\a.pdf",
+                   "OPEN_DESTINATION: ES", "OPEN_LOG: -h", "ABOUT: ES"},
+                  {"durations: \n", "selected: 0", "columns: fit with durations"}, differences);
+}
+
+Facts AfterBatch(const std::string& moment, const std::vector<std::string>& differences) {
+    return Window(moment, "ES", {"CANCEL: ES Quitter", "PAGES: -S", "RESOLUTION: -S", "OPEN_LOG: -h"},
+                  {"durations: ", "selected: -1", "columns: fit with durations"}, differences);
+}
+
+Facts At(const std::string& moment, const std::vector<std::string>& facts) {
+    Facts named;
+    for (const std::string& fact : facts) {
+        const auto [name, value] = ReadFact(fact);
+        named[moment + '.' + name] = value;
+    }
+    return named;
+}
+
+Facts BatchOf(int rows, int done) {
+    std::string taskbar;
+    for (int row = 0; row <= done; ++row) {
+        taskbar.append(std::to_string(row)).append(" of ").append(std::to_string(rows)).append("\n");
+    }
+    return {{"taskbar", taskbar.append("none")}, {"awakeCalls", "kept\ngiven back"}};
+}
+
+Facts Usually(std::initializer_list<Facts> differences) {
+    Facts facts = {
+        {"messages", ""},   {"beeps", ""},    {"starts", ""},  {"shell", ""},    {"shutdowns", ""},
+        {"closing", ""},    {"searches", ""}, {"jobs", ""},    {"shown", ""},    {"outsideJob", ""},
+        {"awakeCalls", ""}, {"awake", "0"},   {"taskbar", ""}, {"names", ""},    {"objects", "0"},
+        {"log", "none"},    {"strays", ""},   {"timers", ""},  {"exit", "2"},    {"blocks", "0"},
+        {"icons", "0"},     {"handles", "0"}, {"gdi", "0"},    {"windows", "0"},
+    };
+    return Together({facts, Together(differences)});
+}
+
+std::string ShownStart(const std::string& djvu, const std::string& folder) {
+    return "visible a.pdf in " + folder + ": /C \"pdf2djvu.exe -o \"" + djvu + "\" -v  \"C:\\in\\a.pdf\"\"";
+}
+
+std::string StartFailure(DWORD error) {
+    return "error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished;
+}
+
+std::string SystemText(DWORD error) {
+    std::array<wchar_t, 260> text{};
+    ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, error, LANG_USER_DEFAULT, text.data(),
+                     static_cast<DWORD>(text.size()), nullptr);
+    return Utf8(text.data());
+}
 
 const std::vector<Scenario>& AllScenarios() {
     static const std::vector<Scenario> kScenarios = [] {
