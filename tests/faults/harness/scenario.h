@@ -43,7 +43,7 @@ struct Change {
 [[nodiscard]] Change Loses(const std::string& facts, const std::string& usualPart);
 // Or it is as usual: which depends on the call's place. So it is with the others that begin with "May".
 [[nodiscard]] Change May(Change change);
-// Of a control's state (see AddControlFacts) only the named parts: "enabled", "shown", "checked", "text".
+// Of a control's state (see AddControlFacts) only the named parts: "enabled", "shown", "text".
 [[nodiscard]] Change MayDiffer(const std::string& facts, const std::string& parts);
 // Of a text of several lines some may be empty.
 [[nodiscard]] Change MayHaveEmptyLines(const std::string& facts);

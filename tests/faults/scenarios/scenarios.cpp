@@ -57,8 +57,6 @@ std::vector<Rule> RulesOfAllScenarios() {
              {MayDiffer("\\w+.$1", "enabled")}),
         When(".* ShowWindow ([A-Z_]+) .*", "one control stays shown or hidden",
              {MayDiffer("\\w+.$1", "shown")}),
-        When(".* CheckDlgButton main ([A-Z_]+) #.*", "one check box stays as it was",
-             {MayDiffer("\\w+.$1", "checked")}),
         When(".* (?:SetWindowTextW|GetWindowTextW|GetWindowTextLengthW) ([A-Z_]+) #.*",
              "one control keeps its text", {MayDiffer("\\w+.$1", "text")}),
         When(".* (?:GetDlgItem main|IsDlgButtonChecked main|SetFocus|IsWindowEnabled) ([A-Z_]+) #.*",
