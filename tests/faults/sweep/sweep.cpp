@@ -28,8 +28,8 @@ constexpr char kSweepArgument[] = "--sweep";
 constexpr int kDone = 0;
 constexpr int kProcessSpent = 10;  // the last run left something behind: go on in a new process
 
-// Of the runs that took place, in their order, as they ended: so that a run without a verdict is one that its
-// process did not survive. Of a recorded run how it differs from the usual.
+// One for each run, written when it has ended: its process did not survive a run without one. That of a
+// recorded run is how it differs from the usual.
 constexpr char kVerdictsFile[] = "verdicts";
 constexpr char kEndOfVerdict = '\x1F';
 
@@ -45,7 +45,7 @@ std::vector<std::string> ReadVerdicts(const path& folder) {
     return verdicts;
 }
 
-// That were recorded or are to fail, in their order.
+// The calls that were recorded, or are to fail, in their order.
 constexpr char kCallsFile[] = "calls";
 
 void WriteCalls(const path& folder, const std::vector<CallKey>& calls) {

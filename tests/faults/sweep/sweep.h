@@ -15,8 +15,8 @@ struct RecordedCalls {
 // Recorded once in this process.
 [[nodiscard]] const RecordedCalls& CallsOf(const Scenario& scenario);
 
-// For each of the calls what comes of it when that one fails: nothing that is wrong, or a text that says
-// what, or one of these two.
+// For each of the calls what is wrong with the run in which it fails: nothing, what differs from what the
+// rule allows, kNotReached, or how the process ended that did not survive it.
 [[nodiscard]] std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<CallKey>& calls);
 inline constexpr char kNotReached[] = "the call was not made again";
 [[nodiscard]] std::string EndOfProcess(DWORD exitCode);
