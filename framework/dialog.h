@@ -92,6 +92,7 @@ INT_PTR CALLBACK CDialogImplBase<TBase>::DialogProc(HWND window, UINT message, W
     if (!dialog && message == WM_INITDIALOG) {  // the system's own: others may send one with any parameter
         ::SetWindowLongPtrW(window, DWLP_USER, lParam);
         if (::GetWindowLongPtrW(window, DWLP_USER) != lParam) {
+            ::EndDialog(window, -1);  // a modal one has disabled its owner: Wine 8 leaves that so otherwise
             ::DestroyWindow(window);  // nobody would answer its buttons
             return FALSE;
         }

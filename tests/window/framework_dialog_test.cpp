@@ -230,7 +230,11 @@ TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
     EXPECT_EQ(m_dialog.Create(nullptr), nullptr);
     EXPECT_EQ(m_dialog.Handle(), nullptr);
     EXPECT_EQ(CountWindowsOfThisThread(), before);
-    m_dialog.DoModal(nullptr);  // returns: nobody could close it
+    const HWND owner =
+        ::CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    m_dialog.DoModal(owner);  // returns: nobody could close it
+    EXPECT_TRUE(::IsWindowEnabled(owner));
+    ::DestroyWindow(owner);
     EXPECT_EQ(CountWindowsOfThisThread(), before);
     EXPECT_TRUE(m_dialog.messages.empty());
 }
