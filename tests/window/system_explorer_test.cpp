@@ -87,8 +87,11 @@ TEST_F(SystemExplorerTest, IsTheBareNameOnlyWhileTheSearchPathLeadsToTheSystemsO
 
 TEST_F(SystemExplorerTest, IsTheBareNameWithoutTheSystemsFolder) {
     Plant(folder.Path());
-    const auto windows = Replace<decltype(::GetSystemWindowsDirectoryW)>("GetSystemWindowsDirectoryW",
-                                                                         [](LPWSTR, UINT) { return 0u; });
+    const auto windows =
+        Replace<decltype(::GetSystemWindowsDirectoryW)>("GetSystemWindowsDirectoryW", [](LPWSTR path, UINT) {
+            ::lstrcpyW(path, L"C:\\left over");
+            return 0u;
+        });
     EXPECT_EQ(SystemExplorer(), kBareName);
 }
 
