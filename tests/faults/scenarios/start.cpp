@@ -116,7 +116,7 @@ std::vector<Rule> StartRules() {
     return {
         EndsAtOnce("ui CreateDialogParamW 102 #1", "a window that cannot be made ends the program, with 0",
                    {"exit: 0"}),
-        EndsAtOnce("ui (SetWindowLongPtrW main DWLP_USER #1|GetWindowLongPtrW main DWLP_USER #2)",
+        EndsAtOnce("ui (SetWindowLongPtrW main DWLP_USER #1|GetWindowLongPtrW main DWLP_USER #3)",
                    "a window that cannot be bound to its object is as good as none", {"exit: 0"}),
         EndsAtOnce("ui (GetModuleFileNameW|PathRemoveFileSpecW|PathAppendW pdf2djvu.exe|"
                    "PathFileExistsW pdf2djvu.exe) #1",
@@ -171,7 +171,7 @@ std::vector<Rule> StartRules() {
 std::vector<Rule> MissingConverterRules() {
     return {
         When("ui (CreateDialogParamW 102 #1|SetWindowLongPtrW main DWLP_USER #1|"
-             "GetWindowLongPtrW main DWLP_USER #2)",
+             "GetWindowLongPtrW main DWLP_USER #3)",
              "a window that cannot be made ends the program, with 0", {"exit: 0", "messages: "}),
         When("ui PeekMessageW #1", "the code of a quit that cannot be looked for is 0", {"exit: 0"}),
         When("ui LoadStringW 130 #1", "the message box is empty", {"messages: error none "}),
