@@ -26,38 +26,37 @@ std::optional<ConsoleWindow> ScriptedConverters::WindowOf(std::size_t number) co
 }
 
 void ScriptedConverters::ReplaceConsoleCalls() {
+    m_replaced.push_back(REPLACE_IMPORT(EnumWindows, [this](WNDENUMPROC callback, LPARAM parameter) {
+        if (consoles.whenSearched) consoles.whenSearched();
+        std::vector<std::size_t> numbers(consoles.windows.size());
+        std::iota(numbers.begin(), numbers.end(), 1);
+        const std::vector<Converter> all = Converters();
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            if (all[i].plan.console && all[i].end) numbers.push_back(kBeforeConverters + i + 1);
+        }
+        for (const std::size_t number : numbers) {
+            consoles.requests.Add(CallText("window", number));
+            if (!callback(reinterpret_cast<HWND>(kBeforeFirst + number), parameter)) return FALSE;
+        }
+        return TRUE;
+    }));
+    m_replaced.push_back(REPLACE_IMPORT(GetWindowThreadProcessId,
+                                        [this](auto original, HWND window, LPDWORD processId) -> DWORD {
+                                            const auto console = WindowOf(NumberOf(window));
+                                            if (!console) return original(window, processId);
+                                            if (processId) *processId = console->processId;
+                                            return 1;
+                                        }));
     m_replaced.push_back(
-        Replace<decltype(::EnumWindows)>("EnumWindows", [this](WNDENUMPROC callback, LPARAM parameter) {
-            if (consoles.whenSearched) consoles.whenSearched();
-            std::vector<std::size_t> numbers(consoles.windows.size());
-            std::iota(numbers.begin(), numbers.end(), 1);
-            const std::vector<Converter> all = Converters();
-            for (std::size_t i = 0; i < all.size(); ++i) {
-                if (all[i].plan.console && all[i].end) numbers.push_back(kBeforeConverters + i + 1);
-            }
-            for (const std::size_t number : numbers) {
-                consoles.requests.Add(CallText("window", number));
-                if (!callback(reinterpret_cast<HWND>(kBeforeFirst + number), parameter)) return FALSE;
-            }
-            return TRUE;
-        }));
-    m_replaced.push_back(Replace<decltype(::GetWindowThreadProcessId)>(
-        "GetWindowThreadProcessId", [this](auto original, HWND window, LPDWORD processId) -> DWORD {
-            const auto console = WindowOf(NumberOf(window));
-            if (!console) return original(window, processId);
-            if (processId) *processId = console->processId;
-            return 1;
-        }));
-    m_replaced.push_back(Replace<decltype(::GetClassNameW)>(
-        "GetClassNameW", [this](auto original, HWND window, LPWSTR name, int size) {
+        REPLACE_IMPORT(GetClassNameW, [this](auto original, HWND window, LPWSTR name, int size) {
             const auto console = WindowOf(NumberOf(window));
             if (!console) return original(window, name, size);
             if (!consoles.reportsClassNames) return 0;
             ::lstrcpynW(name, console->className.c_str(), size);
             return ::lstrlenW(name);
         }));
-    m_replaced.push_back(Replace<decltype(::SendNotifyMessageW)>(
-        "SendNotifyMessageW", [this](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    m_replaced.push_back(REPLACE_IMPORT(
+        SendNotifyMessageW, [this](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
             const std::size_t number = NumberOf(window);
             const auto console = WindowOf(number);
             if (!console) return original(window, message, wParam, lParam);
@@ -68,10 +67,9 @@ void ScriptedConverters::ReplaceConsoleCalls() {
             if (consoles.whenAsked) consoles.whenAsked(static_cast<int>(converter), *console, closes);
             return TRUE;
         }));
-    m_replaced.push_back(Replace<decltype(::TerminateJobObject)>(
-        "TerminateJobObject", [this](auto original, HANDLE job, UINT exitCode) {
-            consoles.requests.Add("TerminateJobObject " + (job ? Hex(exitCode) : "without a job"));
-            if (consoles.whenJobEnds) consoles.whenJobEnds(exitCode);
-            return original(job, exitCode);
-        }));
+    m_replaced.push_back(REPLACE_IMPORT(TerminateJobObject, [this](auto original, HANDLE job, UINT exitCode) {
+        consoles.requests.Add("TerminateJobObject " + (job ? Hex(exitCode) : "without a job"));
+        if (consoles.whenJobEnds) consoles.whenJobEnds(exitCode);
+        return original(job, exitCode);
+    }));
 }

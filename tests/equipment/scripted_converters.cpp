@@ -29,8 +29,8 @@ ScriptedConverters::ScriptedConverters(WorkerCalls& calls) : m_calls(calls) {
 }
 
 void ScriptedConverters::ReplaceProcessCalls() {
-    m_replaced.push_back(Replace<decltype(::CreateProcessW)>(
-        "CreateProcessW",
+    m_replaced.push_back(REPLACE_IMPORT(
+        CreateProcessW,
         [this](auto original, LPCWSTR interpreter, LPWSTR arguments, LPSECURITY_ATTRIBUTES processSecurity,
                LPSECURITY_ATTRIBUTES threadSecurity, BOOL inheritsHandles, DWORD flags, LPVOID environment,
                LPCWSTR folder, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION process) -> BOOL {
@@ -55,8 +55,8 @@ void ScriptedConverters::ReplaceProcessCalls() {
             ::SetLastError(plan.startError);  // last: nothing here may change it
             return FALSE;
         }));
-    m_replaced.push_back(Replace<decltype(::AssignProcessToJobObject)>(
-        "AssignProcessToJobObject", [this](auto original, HANDLE job, HANDLE process) {
+    m_replaced.push_back(
+        REPLACE_IMPORT(AssignProcessToJobObject, [this](auto original, HANDLE job, HANDLE process) {
             m_calls.Note("AssignProcessToJobObject " + (job ? m_calls.HandleName(process) : "without a job"));
             const std::lock_guard lock(m_lock);
             Converter* const converter = Find(process);
@@ -64,8 +64,8 @@ void ScriptedConverters::ReplaceProcessCalls() {
             converter->isInJob = true;
             return TRUE;
         }));
-    m_replaced.push_back(Replace<decltype(::WaitForSingleObject)>(
-        "WaitForSingleObject", [this](auto original, HANDLE handle, DWORD milliseconds) {
+    m_replaced.push_back(
+        REPLACE_IMPORT(WaitForSingleObject, [this](auto original, HANDLE handle, DWORD milliseconds) {
             const std::string name = m_calls.HandleName(handle);
             if (name.empty()) return original(handle, milliseconds);
             ++m_awaited;
@@ -78,8 +78,8 @@ void ScriptedConverters::ReplaceProcessCalls() {
             }
             return result;
         }));
-    m_replaced.push_back(Replace<decltype(::GetExitCodeProcess)>(
-        "GetExitCodeProcess", [this](auto original, HANDLE process, LPDWORD code) {
+    m_replaced.push_back(
+        REPLACE_IMPORT(GetExitCodeProcess, [this](auto original, HANDLE process, LPDWORD code) {
             const std::string name = m_calls.HandleName(process);
             if (!name.starts_with(kProcess)) return original(process, code);
             m_calls.Note("GetExitCodeProcess " + name);
@@ -88,17 +88,16 @@ void ScriptedConverters::ReplaceProcessCalls() {
             *code = converter.end ? STILL_ACTIVE : converter.plan.exitCode;
             return TRUE;
         }));
-    m_replaced.push_back(
-        Replace<decltype(::CloseHandle)>("CloseHandle", [this](auto original, HANDLE handle) {
-            if (const std::string name = m_calls.HandleName(handle); !name.empty()) {
-                m_calls.Note("CloseHandle " + name);
-                m_calls.ForgetHandle(handle);
-            }
-            return original(handle);
-        }));
+    m_replaced.push_back(REPLACE_IMPORT(CloseHandle, [this](auto original, HANDLE handle) {
+        if (const std::string name = m_calls.HandleName(handle); !name.empty()) {
+            m_calls.Note("CloseHandle " + name);
+            m_calls.ForgetHandle(handle);
+        }
+        return original(handle);
+    }));
     // As the system: a process can be opened as long as it runs or somebody holds it.
-    m_replaced.push_back(Replace<decltype(::OpenProcess)>(
-        "OpenProcess", [this](auto original, DWORD access, BOOL inherits, DWORD processId) -> HANDLE {
+    m_replaced.push_back(REPLACE_IMPORT(
+        OpenProcess, [this](auto original, DWORD access, BOOL inherits, DWORD processId) -> HANDLE {
             consoles.requests.Add(CallText("OpenProcess", processId, "access=" + Hex(access)) +
                                   (inherits ? " inherited" : ""));
             if (consoles.whenOpened) consoles.whenOpened();
@@ -116,7 +115,7 @@ void ScriptedConverters::ReplaceProcessCalls() {
             m_calls.NameHandle(process, ProcessName(static_cast<std::size_t>(all.rend() - last)));
             return process;
         }));
-    m_replaced.push_back(Replace<decltype(::GetTickCount)>("GetTickCount", [this]() -> DWORD {
+    m_replaced.push_back(REPLACE_IMPORT(GetTickCount, [this]() -> DWORD {
         m_calls.Note("GetTickCount");
         return tick;
     }));

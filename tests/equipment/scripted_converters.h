@@ -135,5 +135,5 @@ private:
     Conversion m_unplanned;
     bool m_nothingHeld = false;
     std::atomic<int> m_awaited{0};
-    std::vector<std::unique_ptr<ReplacedImport>> m_replaced;
+    std::vector<Replaced> m_replaced;
 };

@@ -286,27 +286,23 @@ private:
     const std::wstring m_goodFolder = folder.Path().wstring();
     ScriptedShell m_shell;
     ReplacedLateImport m_open{"GetOpenFileNameW", &ChooseFile};
-    std::unique_ptr<ReplacedImport> m_browse =
-        Replace<decltype(::SHBrowseForFolderW)>("SHBrowseForFolderW", [this](LPBROWSEINFOW) {
-            static ITEMIDLIST item = {};
-            return m_browsed.empty() ? nullptr : &item;
-        });
-    std::unique_ptr<ReplacedImport> m_path = Replace<decltype(::SHGetPathFromIDListW)>(
-        "SHGetPathFromIDListW", [this](PCIDLIST_ABSOLUTE, LPWSTR path) {
-            std::wcscpy(path, m_browsed.c_str());
-            return TRUE;
-        });
-    std::unique_ptr<ReplacedImport> m_free =
-        Replace<decltype(::CoTaskMemFree)>("CoTaskMemFree", [](LPVOID) {});
-    std::unique_ptr<ReplacedImport> m_dialogBox = Replace<decltype(::DialogBoxParamW)>(
-        "DialogBoxParamW", [this](HINSTANCE, LPCWSTR name, HWND, DLGPROC, LPARAM) {
+    Replaced m_browse = REPLACE_IMPORT(SHBrowseForFolderW, [this](LPBROWSEINFOW) {
+        static ITEMIDLIST item = {};
+        return m_browsed.empty() ? nullptr : &item;
+    });
+    Replaced m_path = REPLACE_IMPORT(SHGetPathFromIDListW, [this](PCIDLIST_ABSOLUTE, LPWSTR path) {
+        std::wcscpy(path, m_browsed.c_str());
+        return TRUE;
+    });
+    Replaced m_free = REPLACE_IMPORT(CoTaskMemFree, [](LPVOID) {});
+    Replaced m_dialogBox =
+        REPLACE_IMPORT(DialogBoxParamW, [this](HINSTANCE, LPCWSTR name, HWND, DLGPROC, LPARAM) {
             if (name == MAKEINTRESOURCEW(IDD_COUNTDOWN)) ++m_countdowns;
             return IDCANCEL;
         });
-    std::unique_ptr<ReplacedImport> m_timer = Replace<decltype(::SetTimer)>(
-        "SetTimer", [](HWND, UINT_PTR, UINT, TIMERPROC) -> UINT_PTR { return 1; });
-    std::unique_ptr<ReplacedImport> m_kill =
-        Replace<decltype(::KillTimer)>("KillTimer", [](HWND, UINT_PTR) { return TRUE; });
+    Replaced m_timer =
+        REPLACE_IMPORT(SetTimer, [](HWND, UINT_PTR, UINT, TIMERPROC) -> UINT_PTR { return 1; });
+    Replaced m_kill = REPLACE_IMPORT(KillTimer, [](HWND, UINT_PTR) { return TRUE; });
 };
 
 auto ModelRun::UserActions() -> const std::vector<UserAction>& {

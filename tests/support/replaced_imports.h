@@ -57,6 +57,9 @@ private:
     void* m_original;
 };
 
+// A replacement, which ends with it.
+using Replaced = std::unique_ptr<ReplacedImport>;
+
 template <class Function, class Handler>
 class HandledImport;
 
@@ -87,14 +90,16 @@ private:
 };
 
 // Calls of the import `name`, of type `Function`, go to a lambda for the life of what this returns. The
-// lambda takes the call's arguments, behind the function that it replaced where it calls that:
-//
-//   const auto beep = Replace<decltype(::Beep)>("Beep", [&](DWORD, DWORD) { return ++beeps; });
-//   const auto show = Replace<decltype(::ShowWindow)>(
-//       "ShowWindow", [](auto original, HWND window, int) { return original(window, SW_HIDE); });
-//
-// A place in the code has one replacement at a time: the last one answers.
+// lambda takes the call's arguments, behind the function that it replaced where it calls that. A place in the
+// code has one replacement at a time: the last one answers.
 template <class Function, class Handler>
-[[nodiscard]] std::unique_ptr<ReplacedImport> Replace(const char* name, Handler handler) {
+[[nodiscard]] Replaced Replace(const char* name, Handler handler) {
     return std::make_unique<HandledImport<Function, Handler>>(name, std::move(handler));
 }
+
+// The same for the function `name`, which gives the name and the type:
+//
+//   const auto beep = REPLACE_IMPORT(Beep, [&](DWORD, DWORD) { return ++beeps; });
+//   const auto show = REPLACE_IMPORT(
+//       ShowWindow, [](auto original, HWND window, int) { return original(window, SW_HIDE); });
+#define REPLACE_IMPORT(name, ...) Replace<decltype(::name)>(#name, __VA_ARGS__)

@@ -33,18 +33,15 @@ TEST_F(AboutDlgTest, ShowsTheVersionOfTheProgramsOwnResource) {
 
 TEST_F(AboutDlgTest, IsCenteredBeforeItsVersionIsShown) {
     std::vector<std::string> steps;
-    const auto move = Replace<decltype(::SetWindowPos)>(
-        "SetWindowPos",
-        [&](auto original, HWND window, HWND after, int left, int top, int width, int height, UINT flags) {
-            steps.push_back(flags == (SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE) ? "center"
-                                                                                  : "another place");
-            return original(window, after, left, top, width, height, flags);
-        });
-    const auto setText =
-        Replace<decltype(::SetWindowTextW)>("SetWindowTextW", [&](auto original, HWND window, LPCWSTR text) {
-            steps.push_back("text");
-            return original(window, text);
-        });
+    const auto move = REPLACE_IMPORT(SetWindowPos, [&](auto original, HWND window, HWND after, int left,
+                                                       int top, int width, int height, UINT flags) {
+        steps.push_back(flags == (SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE) ? "center" : "another place");
+        return original(window, after, left, top, width, height, flags);
+    });
+    const auto setText = REPLACE_IMPORT(SetWindowTextW, [&](auto original, HWND window, LPCWSTR text) {
+        steps.push_back("text");
+        return original(window, text);
+    });
     const ModalThread<CAboutDlg> about(kTitle);
     ASSERT_NE(about.Window(), nullptr);
     EXPECT_THAT(steps, testing::ElementsAre("center", "text"));

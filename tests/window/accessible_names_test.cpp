@@ -80,16 +80,16 @@ protected:
     HRESULT creation = S_OK;
 
 private:
-    std::unique_ptr<ReplacedImport> m_ask = Replace<decltype(::SystemParametersInfoW)>(
-        "SystemParametersInfoW", [this](UINT action, UINT size, PVOID answer, UINT change) {
+    Replaced m_ask =
+        REPLACE_IMPORT(SystemParametersInfoW, [this](UINT action, UINT size, PVOID answer, UINT change) {
             EXPECT_EQ(action, static_cast<UINT>(SPI_GETSCREENREADER));
             EXPECT_EQ(size, 0u);
             EXPECT_EQ(change, 0u);
             if (readerIsKnown) *static_cast<BOOL*>(answer) = reader;
             return readerIsKnown;
         });
-    std::unique_ptr<ReplacedImport> m_create = Replace<decltype(::CoCreateInstance)>(
-        "CoCreateInstance",
+    Replaced m_create = REPLACE_IMPORT(
+        CoCreateInstance,
         [this](REFCLSID classId, LPUNKNOWN outer, DWORD context, REFIID interfaceId, LPVOID* object) {
             ++created;
             EXPECT_TRUE(::IsEqualGUID(classId, kClass));

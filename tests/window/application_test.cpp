@@ -31,14 +31,13 @@ protected:
     };
 
 private:
-    std::unique_ptr<ReplacedImport> m_show = Replace<decltype(::ShowWindow)>(
-        "ShowWindow", [this](auto original, HWND window, int command) -> BOOL {
-            if (!window) return FALSE;  // a dialog that closed itself
-            if (::GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) return original(window, command);
-            shown.push_back(command);
-            then(window);
-            return FALSE;
-        });
+    Replaced m_show = REPLACE_IMPORT(ShowWindow, [this](auto original, HWND window, int command) -> BOOL {
+        if (!window) return FALSE;  // a dialog that closed itself
+        if (::GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) return original(window, command);
+        shown.push_back(command);
+        then(window);
+        return FALSE;
+    });
 };
 
 TEST_F(ApplicationTest, ShowsTheDialogAsAskedWhateverTheCommandLineAndEndsWithTwoWhenItIsQuit) {
@@ -62,7 +61,7 @@ TEST_F(ApplicationTest, TheResultIsTheQuitMessagesCode) {
 TEST_F(ApplicationTest, TheDialogTakesItsKeysFromTheLoop) {
     // Tab moves the focus only where the dialog filters the loop's messages.
     int focusedAtTheEnd = 0;
-    const auto destroy = Replace<decltype(::DestroyWindow)>("DestroyWindow", [&](auto original, HWND window) {
+    const auto destroy = REPLACE_IMPORT(DestroyWindow, [&](auto original, HWND window) {
         focusedAtTheEnd = ::GetDlgCtrlID(::GetFocus());
         return original(window);
     });
@@ -83,8 +82,8 @@ TEST_F(ApplicationTest, AcceleratorsAreInTheResourcesButNothingLoadsThem) {
 }
 
 TEST_F(ApplicationTest, ADialogThatCannotBeCreatedEndsItWithZeroInSilence) {
-    const auto create = Replace<decltype(::CreateDialogParamW)>(
-        "CreateDialogParamW", [](HINSTANCE, LPCWSTR name, HWND parent, DLGPROC, LPARAM) -> HWND {
+    const auto create =
+        REPLACE_IMPORT(CreateDialogParamW, [](HINSTANCE, LPCWSTR name, HWND parent, DLGPROC, LPARAM) -> HWND {
             EXPECT_EQ(name, MAKEINTRESOURCEW(IDD_MAIN));
             EXPECT_EQ(parent, nullptr);
             return nullptr;
@@ -98,16 +97,16 @@ TEST_F(ApplicationTest, ADialogThatCannotBeCreatedEndsItWithZeroInSilence) {
 // Some systems return no window for a dialog that closed itself, others its former handle. Windows returns
 // the quit message when no posted message is left, whatever is asked for.
 TEST_F(ApplicationTest, MessagesPostedBeforeItClosedItselfAreServedAndDoNotHideItsCode) {
-    const auto peek = Replace<decltype(::PeekMessageW)>(
-        "PeekMessageW", [](auto original, LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
+    const auto peek = REPLACE_IMPORT(
+        PeekMessageW, [](auto original, LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
             MSG other = {};
             if (first == WM_QUIT && original(&other, nullptr, 0, WM_QUIT - 1, PM_NOREMOVE)) return FALSE;
             return original(message, window, first, last, remove);
         });
     static int s_served = 0;
     s_served = 0;
-    const auto create = Replace<decltype(::CreateDialogParamW)>(
-        "CreateDialogParamW", [](HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM) -> HWND {
+    const auto create =
+        REPLACE_IMPORT(CreateDialogParamW, [](HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM) -> HWND {
             const HWND other =
                 ::CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
             ::SetWindowLongPtrW(other, GWLP_WNDPROC,

@@ -27,8 +27,8 @@ TEST_F(ApplicationWorkerTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
     HANDLE worker = nullptr;
     int exitCode = -1;
     bool workerWaited = false;
-    const auto start = Replace<decltype(::_beginthread)>(
-        "_beginthread", [&](auto original, void (*procedure)(void*), unsigned stackSize, void* argument) {
+    const auto start = REPLACE_IMPORT(
+        _beginthread, [&](auto original, void (*procedure)(void*), unsigned stackSize, void* argument) {
             const auto thread = original(procedure, stackSize, argument);
             // The worker is held by its converter, so that the handle is still good.
             ::DuplicateHandle(::GetCurrentProcess(), reinterpret_cast<HANDLE>(thread), ::GetCurrentProcess(),
@@ -44,22 +44,21 @@ TEST_F(ApplicationWorkerTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
         ::WaitForSingleObject(worker, 10'000);
         ::ExitThread(0);
     });
-    const auto stopAndQuit =
-        Replace<decltype(::ShowWindow)>("ShowWindow", [&](auto original, HWND window, int command) {
-            if (::GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) return original(window, command);
-            wchar_t path[] = L"C:\\in\\a.pdf";
-            LVITEMW item = {};
-            item.mask = LVIF_TEXT;
-            item.pszText = path;
-            ::SendMessageW(::GetDlgItem(window, IDC_FILE_LIST), LVM_INSERTITEMW, 0,
-                           reinterpret_cast<LPARAM>(&item));
-            ::SendMessageW(window, WM_COMMAND, IDOK, 0);
-            PumpUntil([&] { return converters.Started() == 1; }, std::chrono::seconds(10));
-            messageAnswer = IDYES;
-            ::SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
-            ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-            return FALSE;
-        });
+    const auto stopAndQuit = REPLACE_IMPORT(ShowWindow, [&](auto original, HWND window, int command) {
+        if (::GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) return original(window, command);
+        wchar_t path[] = L"C:\\in\\a.pdf";
+        LVITEMW item = {};
+        item.mask = LVIF_TEXT;
+        item.pszText = path;
+        ::SendMessageW(::GetDlgItem(window, IDC_FILE_LIST), LVM_INSERTITEMW, 0,
+                       reinterpret_cast<LPARAM>(&item));
+        ::SendMessageW(window, WM_COMMAND, IDOK, 0);
+        PumpUntil([&] { return converters.Started() == 1; }, std::chrono::seconds(10));
+        messageAnswer = IDYES;
+        ::SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
+        ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+        return FALSE;
+    });
 
     std::atomic<bool> returned{false};
     const HANDLE thread = ::CreateThread(nullptr, 0, &UserInterface, &returned, 0, nullptr);

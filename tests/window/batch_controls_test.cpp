@@ -43,11 +43,10 @@ TEST_F(BatchControlsTest, TheBatchStillRunsWhenTheLogButtonReturns) {
     AddFiles({L"C:\\in\\a.pdf"});
     Check(IDC_HIDE_OUTPUT);
     bool ran = false;
-    const auto show =
-        Replace<decltype(::ShowWindow)>("ShowWindow", [&](auto original, HWND window, int command) {
-            if (window == Control(IDC_OPEN_LOG) && command == SW_SHOW) ran = dialog->IsRunning();
-            return original(window, command);
-        });
+    const auto show = REPLACE_IMPORT(ShowWindow, [&](auto original, HWND window, int command) {
+        if (window == Control(IDC_OPEN_LOG) && command == SW_SHOW) ran = dialog->IsRunning();
+        return original(window, command);
+    });
     RunBatch();
     EXPECT_TRUE(ran);
 }

@@ -160,26 +160,24 @@ protected:
     static inline std::atomic<int> stopAnswer{IDYES};
 
 private:
-    std::unique_ptr<ReplacedImport> m_messageBox = Replace<decltype(::MessageBoxW)>(
-        "MessageBoxW", [this](auto original, HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
+    Replaced m_messageBox = REPLACE_IMPORT(
+        MessageBoxW, [this](auto original, HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
             original(owner, text, caption, type);  // writes it down
             worker.Note("MessageBoxW " + Utf8(text));
             return (type & MB_YESNO) ? stopAnswer.load() : IDOK;
         });
     ReplacedLateImport m_openDialog{"GetOpenFileNameW",
                                     +[](LPOPENFILENAMEW) WINAPI -> BOOL { return FALSE; }};
-    std::unique_ptr<ReplacedImport> m_delete =
-        Replace<decltype(::DeleteFileW)>("DeleteFileW", [this](auto original, LPCWSTR path) {
-            worker.Note("DeleteFileW " + Utf8(path));
-            return original(path);
-        });
-    std::unique_ptr<ReplacedImport> m_strip =
-        Replace<decltype(::PathStripPathW)>("PathStripPathW", [this](auto original, LPWSTR path) {
-            worker.Note("PathStripPathW " + Utf8(path));
-            original(path);
-        });
-    std::unique_ptr<ReplacedImport> m_folder = Replace<decltype(::SHGetFolderPathW)>(
-        "SHGetFolderPathW", [this](HWND owner, int folderId, HANDLE token, DWORD flags, LPWSTR path) {
+    Replaced m_delete = REPLACE_IMPORT(DeleteFileW, [this](auto original, LPCWSTR path) {
+        worker.Note("DeleteFileW " + Utf8(path));
+        return original(path);
+    });
+    Replaced m_strip = REPLACE_IMPORT(PathStripPathW, [this](auto original, LPWSTR path) {
+        worker.Note("PathStripPathW " + Utf8(path));
+        original(path);
+    });
+    Replaced m_folder = REPLACE_IMPORT(
+        SHGetFolderPathW, [this](HWND owner, int folderId, HANDLE token, DWORD flags, LPWSTR path) {
             worker.Note(CallText("SHGetFolderPathW", owner ? "owner=some" : "owner=none",
                                  "folder=" + Hex(static_cast<unsigned>(folderId)),
                                  token ? "token=some" : "token=none", "flags=" + std::to_string(flags)));

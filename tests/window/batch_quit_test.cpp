@@ -37,7 +37,7 @@ TEST_F(BatchQuitTest, AWorkerNeitherFindsTheWindowThatIsBeingDestroyedNorWaitsFo
     PressStop();
     const HWND main = Dialog();
     HWND found = main;
-    const auto destroy = Replace<decltype(::DestroyWindow)>("DestroyWindow", [&](auto original, HWND window) {
+    const auto destroy = REPLACE_IMPORT(DestroyWindow, [&](auto original, HWND window) {
         if (window == main) found = dialog->Handle();
         return original(window);
     });
@@ -64,11 +64,10 @@ TEST_F(BatchQuitTest, AWorkerWhoseWindowWasTakenAwayEndsToo) {
 
 TEST_F(BatchQuitTest, NothingIsAskedBeforeTheWorkerRuns) {
     void (*entry)(void*) = nullptr;  // of the worker's thread, which does not run before it is let go
-    std::unique_ptr<ReplacedImport> begin =
-        Replace<decltype(::_beginthread)>("_beginthread", [&](void (*procedure)(void*), unsigned, void*) {
-            entry = procedure;
-            return std::uintptr_t{1};  // a handle, as far as anyone may know
-        });
+    Replaced begin = REPLACE_IMPORT(_beginthread, [&](void (*procedure)(void*), unsigned, void*) {
+        entry = procedure;
+        return std::uintptr_t{1};  // a handle, as far as anyone may know
+    });
     AddFiles(1);
     PressConvert();
     ASSERT_NE(entry, nullptr);

@@ -54,7 +54,7 @@ TEST_F(BatchStartFailureTest, TheBatchCountsAsRunningUntilItsEnd) {
 
 // Memory that is freed leaves another error behind, as any call may.
 TEST_F(BatchStartFailureTest, TheErrorIsTheOneThatTheFailedStartLeft) {
-    const auto free = Replace<decltype(::free)>("free", [](auto original, void* block) {
+    const auto free = REPLACE_IMPORT(free, [](auto original, void* block) {
         original(block);
         ::SetLastError(ERROR_INVALID_ADDRESS);
     });

@@ -17,8 +17,8 @@ protected:
     bool starts = true;
 
 private:
-    std::unique_ptr<ReplacedImport> m_begin = Replace<decltype(::_beginthread)>(
-        "_beginthread", [this](auto original, void (*entry)(void*), unsigned stackSize, void* argument) {
+    Replaced m_begin = REPLACE_IMPORT(
+        _beginthread, [this](auto original, void (*entry)(void*), unsigned stackSize, void* argument) {
             threads.push_back("_beginthread stack=" + std::to_string(stackSize) +
                               (argument == dialog.get() ? " argument=dialog" : " argument=other"));
             return starts ? original(entry, stackSize, argument) : static_cast<std::uintptr_t>(-1);

@@ -111,8 +111,8 @@ TEST_F(BatchStopRequestTest, AnOldInterpretersEndLeavesTheNewOneToBeFoundByItsOw
 template <bool kIsRefused>
 struct JobAnswer {
     int created = 0;
-    std::unique_ptr<ReplacedImport> create = Replace<decltype(::CreateJobObjectW)>(
-        "CreateJobObjectW", [this](auto original, LPSECURITY_ATTRIBUTES security, LPCWSTR name) {
+    Replaced create =
+        REPLACE_IMPORT(CreateJobObjectW, [this](auto original, LPSECURITY_ATTRIBUTES security, LPCWSTR name) {
             ++created;
             EXPECT_EQ(security, nullptr);
             EXPECT_EQ(name, nullptr);

@@ -78,9 +78,9 @@ ControlCalls::ControlCalls(CallRecord& record, Answer answer) {
         [](HWND, int id, UINT state) { return CallText(std::to_string(id), state); });
     calls.Add<"SetWindowPos", decltype(::SetWindowPos)>(
         [](HWND window, auto...) { return WindowName(window); });
-    m_replaced.push_back(Replace<decltype(::SendMessageW)>(
-        "SendMessageW", [&record, answer = std::move(answer)](auto original, HWND window, UINT message,
-                                                              WPARAM wParam, LPARAM lParam) {
+    m_replaced.push_back(REPLACE_IMPORT(
+        SendMessageW, [&record, answer = std::move(answer)](auto original, HWND window, UINT message,
+                                                            WPARAM wParam, LPARAM lParam) {
             // Commands of controls are the test's own doing.
             const bool isTests = message == WM_COMMAND && lParam != 0;
             if (const char* const name = isTests ? nullptr : MessageName(message)) {

@@ -17,6 +17,7 @@
 
 #include "tests/support/call_record.h"
 #include "tests/support/call_text.h"
+#include "tests/support/replaced_imports.h"
 
 #include <windows.h>
 
@@ -25,8 +26,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-class ReplacedImport;
 
 class ControlCalls {
 public:
@@ -40,5 +39,5 @@ public:
     ~ControlCalls();
 
 private:
-    std::vector<std::unique_ptr<ReplacedImport>> m_replaced;
+    std::vector<Replaced> m_replaced;
 };

@@ -81,13 +81,12 @@ TEST_F(ControlStateBatchTest, ABatchStoppedBeforeItHasBegunLeavesTheDurationsAsT
     for (int row = 0; row < 2; ++row) SetDuration(row, L"00:00:09");
     messageAnswer = IDYES;
     HWND toStop = Dialog();  // while the worker is at the first control that it switches
-    const auto enable =
-        Replace<decltype(::EnableWindow)>("EnableWindow", [&](auto original, HWND window, BOOL enabled) {
-            if (const HWND stopped = std::exchange(toStop, nullptr)) {
-                ::SendMessageW(stopped, WM_COMMAND, IDCANCEL, 0);
-            }
-            return original(window, enabled);
-        });
+    const auto enable = REPLACE_IMPORT(EnableWindow, [&](auto original, HWND window, BOOL enabled) {
+        if (const HWND stopped = std::exchange(toStop, nullptr)) {
+            ::SendMessageW(stopped, WM_COMMAND, IDCANCEL, 0);
+        }
+        return original(window, enabled);
+    });
     Command(IDOK, BN_CLICKED);
     ASSERT_TRUE(WaitFor([&] { return !dialog->HasWorker(); }));
     EXPECT_EQ(converters.Started(), 0);

@@ -110,11 +110,10 @@ TEST_F(ControlStateMouseTest, TheSecondCornerIsConvertedOnlyWhenTheFirstWas) {
     ::GetWindowRect(Control(IDC_PAGES), &screen);
     int conversions = 0;
     bool succeeds = true;
-    const auto convert =
-        Replace<decltype(::ScreenToClient)>("ScreenToClient", [&](auto original, HWND window, LPPOINT point) {
-            ++conversions;
-            return succeeds ? original(window, point) : FALSE;
-        });
+    const auto convert = REPLACE_IMPORT(ScreenToClient, [&](auto original, HWND window, LPPOINT point) {
+        ++conversions;
+        return succeeds ? original(window, point) : FALSE;
+    });
     ClickAt(0, 0);
     EXPECT_EQ(conversions, 6) << "two corners of each edit";
     conversions = 0;

@@ -64,7 +64,7 @@ TEST_F(ControlStateOutputFolderTest, EveryChangeOfTheTextDecidesWhetherTheDestin
 
 TEST_F(ControlStateOutputFolderTest, TheWholeTextIsTestedAsItIsWhateverItsLength) {
     std::vector<std::wstring> tested;
-    const auto isDirectory = Replace<decltype(::PathIsDirectoryW)>("PathIsDirectoryW", [&](LPCWSTR path) {
+    const auto isDirectory = REPLACE_IMPORT(PathIsDirectoryW, [&](LPCWSTR path) {
         tested.emplace_back(path);
         return TRUE;
     });

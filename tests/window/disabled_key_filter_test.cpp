@@ -24,12 +24,11 @@ protected:
     std::vector<std::string> asked;
 
 private:
-    std::unique_ptr<ReplacedImport> m_ownFilter =
-        Replace<decltype(::IsDialogMessageW)>("IsDialogMessageW", [this](HWND, LPMSG message) {
-            asked.push_back(WindowName(message->hwnd) + ' ' + std::to_string(message->message) + ' ' +
-                            std::to_string(message->wParam));
-            return FALSE;
-        });
+    Replaced m_ownFilter = REPLACE_IMPORT(IsDialogMessageW, [this](HWND, LPMSG message) {
+        asked.push_back(WindowName(message->hwnd) + ' ' + std::to_string(message->message) + ' ' +
+                        std::to_string(message->wParam));
+        return FALSE;
+    });
 };
 
 TEST_F(DisabledKeyFilterTest, NoKeyReachesADisabledControlUntilItIsEnabled) {

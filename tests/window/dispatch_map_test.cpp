@@ -74,30 +74,27 @@ protected:
     ScriptedShell shell;
 
 private:
-    std::unique_ptr<ReplacedImport> m_dialogBox = Replace<decltype(::DialogBoxParamW)>(
-        "DialogBoxParamW", [](HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure, LPARAM) {
+    Replaced m_dialogBox = REPLACE_IMPORT(
+        DialogBoxParamW, [](HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure, LPARAM) {
             EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
             EXPECT_EQ(parent, kActiveWindow);
             EXPECT_NE(procedure, nullptr);
             calls.Add("dialog " + std::to_string(reinterpret_cast<ULONG_PTR>(name)));
             return -1;
         });
-    std::unique_ptr<ReplacedImport> m_activeWindow =
-        Replace<decltype(::GetActiveWindow)>("GetActiveWindow", [] { return kActiveWindow; });
-    std::unique_ptr<ReplacedImport> m_thread =
-        Replace<decltype(::_beginthread)>("_beginthread", [](void (*)(void*), unsigned, void*) {
-            calls.Add("thread");
-            return static_cast<uintptr_t>(-1);  // failed: nothing runs
-        });
+    Replaced m_activeWindow = REPLACE_IMPORT(GetActiveWindow, [] { return kActiveWindow; });
+    Replaced m_thread = REPLACE_IMPORT(_beginthread, [](void (*)(void*), unsigned, void*) {
+        calls.Add("thread");
+        return static_cast<uintptr_t>(-1);  // failed: nothing runs
+    });
     ReplacedLateImport m_openFile{"GetOpenFileNameW", +[](LPOPENFILENAMEW) WINAPI -> BOOL {
                                       calls.Add("open dialog");
                                       return FALSE;
                                   }};
-    std::unique_ptr<ReplacedImport> m_browse =
-        Replace<decltype(::SHBrowseForFolderW)>("SHBrowseForFolderW", [](LPBROWSEINFOW) -> LPITEMIDLIST {
-            calls.Add("browse");
-            return nullptr;
-        });
+    Replaced m_browse = REPLACE_IMPORT(SHBrowseForFolderW, [](LPBROWSEINFOW) -> LPITEMIDLIST {
+        calls.Add("browse");
+        return nullptr;
+    });
 };
 
 // Codes of buttons, of edits, and some that no control sends.
@@ -123,8 +120,8 @@ TEST_F(DispatchMapTest, CommandsAreHandledWithTheirOwnCodesOrWithEveryCodeAndUnk
             ASSERT_FALSE(HandlesCommand(id, code)) << id << " code " << code;
     }
     EXPECT_THAT(calls.Calls(), IsEmpty());
-    const auto destroy = Replace<decltype(::DestroyWindow)>("DestroyWindow", [](HWND) { return TRUE; });
-    const auto quit = Replace<decltype(::PostQuitMessage)>("PostQuitMessage", [](int) {});
+    const auto destroy = REPLACE_IMPORT(DestroyWindow, [](HWND) { return TRUE; });
+    const auto quit = REPLACE_IMPORT(PostQuitMessage, [](int) {});
     for (const auto& [id, codes] : known) {
         for (const int code : kCodes) {
             EXPECT_EQ(HandlesCommand(id, code), codes.contains(code)) << id << " code " << code;
@@ -178,7 +175,7 @@ TEST_F(DispatchMapTest, TheAboutCommandOpensItsDialogForTheActiveWindow) {
 // A message that a handler sends reaches the map again while the handler still runs. Here the beep of a
 // refused character "types" one that is let through.
 TEST_F(DispatchMapTest, AMessageSentByAHandlerLeavesItsFlag) {
-    const auto beep = Replace<decltype(::Beep)>("Beep", [this](DWORD, DWORD) {
+    const auto beep = REPLACE_IMPORT(Beep, [this](DWORD, DWORD) {
         ::SendMessageW(Control(IDC_PAGES), WM_CHAR, L'1', 1);
         return TRUE;
     });

@@ -58,8 +58,8 @@ TEST_F(FileListDropTest, BeepsForEveryDuplicateAndStillAddsTheOtherFiles) {
 
 // A row carries nothing but its path, the list is not drawn meanwhile, and "Convertir" stays as it is.
 TEST_F(FileListDropTest, TakesItsStepsInOrder) {
-    const auto invalidate = Replace<decltype(::InvalidateRect)>(
-        "InvalidateRect", [](auto original, HWND window, const RECT* area, BOOL erases) {
+    const auto invalidate =
+        REPLACE_IMPORT(InvalidateRect, [](auto original, HWND window, const RECT* area, BOOL erases) {
             calls.Add(CallText("InvalidateRect", window, area ? "area" : "whole", erases));
             return original(window, area, erases);
         });
@@ -106,12 +106,11 @@ TEST_F(FileListDropTest, IsAnsweredWithZeroAndNotFinished) {
 
 TEST_F(FileListDropTest, AsksForFilesUntilThereIsNone) {
     std::vector<std::string> queries;
-    const auto query =
-        Replace<decltype(::DragQueryFileW)>("DragQueryFileW", [&](HDROP, UINT index, LPWSTR path, UINT size) {
-            queries.push_back(std::to_string(index) + " of " + std::to_string(size));
-            ::lstrcpyW(path, (L"C:\\" + std::to_wstring(index) + L".pdf").c_str());
-            return index == 2 ? 0u : 8u;
-        });
+    const auto query = REPLACE_IMPORT(DragQueryFileW, [&](HDROP, UINT index, LPWSTR path, UINT size) {
+        queries.push_back(std::to_string(index) + " of " + std::to_string(size));
+        ::lstrcpyW(path, (L"C:\\" + std::to_wstring(index) + L".pdf").c_str());
+        return index == 2 ? 0u : 8u;
+    });
     SendList(WM_DROPFILES, 1);
     EXPECT_THAT(queries, ElementsAre("0 of 260", "1 of 260", "2 of 260"));
     EXPECT_THAT(Column(0), ElementsAre(L"C:\\0.pdf", L"C:\\1.pdf"));
@@ -283,8 +282,7 @@ TEST_F(FileListOpenDialogTest, HasRoomForThirtyThousandNamesBehindItsBuffer) {
 }
 
 TEST_F(FileListOpenDialogTest, AddsNothingWithoutMemoryForTheNames) {
-    const auto heap =
-        Replace<decltype(::HeapAlloc)>("HeapAlloc", [](HANDLE, DWORD, SIZE_T) -> LPVOID { return nullptr; });
+    const auto heap = REPLACE_IMPORT(HeapAlloc, [](HANDLE, DWORD, SIZE_T) -> LPVOID { return nullptr; });
     Click(IDC_ADD);
     EXPECT_EQ(shown, 1);
     EXPECT_EQ(asked.lpstrFile, nullptr);

@@ -84,8 +84,8 @@ TEST_F(FileListKeysTest, AnIndeterminateCheckBoxCountsAsChecked) {
     SetText(IDC_PAGES, L"1, 3");
     SetText(IDC_RESOLUTION, L"300");
     SetText(IDC_OUTPUT_FOLDER, L"D:\\out");
-    const auto isChecked = Replace<decltype(::IsDlgButtonChecked)>(
-        "IsDlgButtonChecked", [](HWND, int) -> UINT { return BST_INDETERMINATE; });
+    const auto isChecked =
+        REPLACE_IMPORT(IsDlgButtonChecked, [](HWND, int) -> UINT { return BST_INDETERMINATE; });
     PressListKey(VK_F7);
     EXPECT_THAT(calls.Calls(), ElementsAre(Preview(
                                    "pdf2djvu.exe -o \"D:\\out\\b.djvu\" -v -d 300 --no-metadata --no-outline "
@@ -93,11 +93,10 @@ TEST_F(FileListKeysTest, AnIndeterminateCheckBoxCountsAsChecked) {
 }
 
 TEST_F(FileListKeysTest, F7LooksNoFurtherOnceItHasShownTheCommandLine) {
-    const auto messageBox =
-        Replace<decltype(::MessageBoxW)>("MessageBoxW", [this](HWND, LPCWSTR, LPCWSTR, UINT) {
-            ClearSelection();
-            return IDOK;
-        });
+    const auto messageBox = REPLACE_IMPORT(MessageBoxW, [this](HWND, LPCWSTR, LPCWSTR, UINT) {
+        ClearSelection();
+        return IDOK;
+    });
     SelectRow(1);
     PressListKey(VK_F7);
     ASSERT_EQ(SelectedRow(), -1);
@@ -119,13 +118,12 @@ TEST_F(FileListKeysTest, F7ReadsEachCheckBoxWithWhatBelongsToItFromTheTopOfTheOp
     SelectRow(0);
     for (const int id : {IDC_PAGES_CHECK, IDC_RESOLUTION_CHECK, IDC_OUTPUT_FOLDER_CHECK}) Check(id);
     std::vector<int> read;
-    const auto checkBoxes =
-        Replace<decltype(::IsDlgButtonChecked)>("IsDlgButtonChecked", [&](auto original, HWND owner, int id) {
-            read.push_back(id);
-            return original(owner, id);
-        });
-    const auto texts = Replace<decltype(::GetWindowTextW)>(
-        "GetWindowTextW", [&](auto original, HWND control, LPWSTR text, int size) {
+    const auto checkBoxes = REPLACE_IMPORT(IsDlgButtonChecked, [&](auto original, HWND owner, int id) {
+        read.push_back(id);
+        return original(owner, id);
+    });
+    const auto texts =
+        REPLACE_IMPORT(GetWindowTextW, [&](auto original, HWND control, LPWSTR text, int size) {
             read.push_back(::GetDlgCtrlID(control));
             return original(control, text, size);
         });

@@ -13,8 +13,8 @@ protected:
 
 TEST_F(FileListTest, RowsDoWithoutPicturesWhenThereIsNoImageList) {
     Destroy();
-    const auto create = Replace<decltype(::ImageList_Create)>(
-        "ImageList_Create", [](int, int, UINT, int, int) -> HIMAGELIST { return nullptr; });
+    const auto create =
+        REPLACE_IMPORT(ImageList_Create, [](int, int, UINT, int, int) -> HIMAGELIST { return nullptr; });
     EXPECT_EQ(Recorded([&] { Create(); }).back(), "BM_SETIMAGE 1028 1") << "the set-up did not go on";
     EXPECT_EQ(SendList(LVM_GETIMAGELIST, LVSIL_SMALL), 0);
 }
@@ -62,8 +62,8 @@ TEST_F(FileListTest, TheTextOfAnyColumnIsRead) {
         list.Send(LVM_INSERTCOLUMNW, place, reinterpret_cast<LPARAM>(&column));
     LVITEMW row = {};
     list.Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&row));
-    const auto send = Replace<decltype(::SendMessageW)>(
-        "SendMessageW", [](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto send = REPLACE_IMPORT(
+        SendMessageW, [](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
             if (message == LVM_SETITEMW) {
                 EXPECT_EQ(wParam, 0u);
             }

@@ -97,8 +97,7 @@ TEST_F(FrameworkAppModuleTest, TermDestroysTheNotificationWindowsThatAreStillThe
     EXPECT_FALSE(::IsWindow(last));
     Begin();
     int destroyed = 0;
-    const auto destroy =
-        Replace<decltype(::DestroyWindow)>("DestroyWindow", [&](HWND) { return ++destroyed; });
+    const auto destroy = REPLACE_IMPORT(DestroyWindow, [&](HWND) { return ++destroyed; });
     End();
     EXPECT_EQ(destroyed, 0);
 }
@@ -121,38 +120,36 @@ private:
 
     std::vector<std::string> m_steps;
     CRITICAL_SECTION* m_section = nullptr;  // the module's, once it has begun again
-    const std::unique_ptr<ReplacedImport> m_initialize = Replace<decltype(::InitializeCriticalSection)>(
-        "InitializeCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+    const Replaced m_initialize =
+        REPLACE_IMPORT(InitializeCriticalSection, [this](auto original, CRITICAL_SECTION* section) {
             if (!m_section) m_section = section;
             Note(section, "initialize");
             original(section);
         });
-    const std::unique_ptr<ReplacedImport> m_enter = Replace<decltype(::EnterCriticalSection)>(
-        "EnterCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+    const Replaced m_enter =
+        REPLACE_IMPORT(EnterCriticalSection, [this](auto original, CRITICAL_SECTION* section) {
             Note(section, "enter");
             original(section);
         });
-    const std::unique_ptr<ReplacedImport> m_leave = Replace<decltype(::LeaveCriticalSection)>(
-        "LeaveCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+    const Replaced m_leave =
+        REPLACE_IMPORT(LeaveCriticalSection, [this](auto original, CRITICAL_SECTION* section) {
             Note(section, "leave");
             original(section);
         });
-    const std::unique_ptr<ReplacedImport> m_delete = Replace<decltype(::DeleteCriticalSection)>(
-        "DeleteCriticalSection", [this](auto original, CRITICAL_SECTION* section) {
+    const Replaced m_delete =
+        REPLACE_IMPORT(DeleteCriticalSection, [this](auto original, CRITICAL_SECTION* section) {
             Note(section, "delete");
             original(section);
         });
-    const std::unique_ptr<ReplacedImport> m_thread =
-        Replace<decltype(::GetCurrentThreadId)>("GetCurrentThreadId", [this](auto original) {
-            m_steps.push_back("thread");
-            return original();
-        });
-    const std::unique_ptr<ReplacedImport> m_destroy =
-        Replace<decltype(::DestroyWindow)>("DestroyWindow", [this](auto original, HWND window) {
-            EXPECT_NE(m_module.MessageLoop(), nullptr) << "the loops are forgotten after the windows";
-            m_steps.push_back("destroy");
-            return original(window);
-        });
+    const Replaced m_thread = REPLACE_IMPORT(GetCurrentThreadId, [this](auto original) {
+        m_steps.push_back("thread");
+        return original();
+    });
+    const Replaced m_destroy = REPLACE_IMPORT(DestroyWindow, [this](auto original, HWND window) {
+        EXPECT_NE(m_module.MessageLoop(), nullptr) << "the loops are forgotten after the windows";
+        m_steps.push_back("destroy");
+        return original(window);
+    });
 };
 
 TEST_F(FrameworkAppModuleGuardTest, EveryUseOfTheLoopsIsWithinTheCriticalSection) {

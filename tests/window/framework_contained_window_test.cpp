@@ -75,8 +75,8 @@ protected:
 
 TEST_F(FrameworkContainedWindowTest, MessagesReachTheOwnersMapWithTheSectionsNumber) {
     int replaced = 0;
-    const auto setLong = Replace<decltype(::SetWindowLongPtrW)>(
-        "SetWindowLongPtrW", [&](auto original, HWND window, int index, LONG_PTR value) {
+    const auto setLong =
+        REPLACE_IMPORT(SetWindowLongPtrW, [&](auto original, HWND window, int index, LONG_PTR value) {
             if (index == GWLP_WNDPROC) ++replaced;
             return original(window, index, value);
         });
@@ -95,8 +95,8 @@ TEST_F(FrameworkContainedWindowTest, MessagesReachTheOwnersMapWithTheSectionsNum
 TEST_F(FrameworkContainedWindowTest, AControlThatCannotBeSubclassedStaysAsItIs) {
     for (const int refused : {GWLP_USERDATA, GWLP_WNDPROC}) {
         CContainedWindow contained(m_owner, kSection);
-        const auto set = Replace<decltype(::SetWindowLongPtrW)>(
-            "SetWindowLongPtrW", [&](auto original, HWND control, int index, LONG_PTR value) {
+        const auto set =
+            REPLACE_IMPORT(SetWindowLongPtrW, [&](auto original, HWND control, int index, LONG_PTR value) {
                 return index == refused ? 0 : original(control, index, value);
             });
         EXPECT_FALSE(contained.SubclassWindow(m_edit)) << refused;
@@ -152,8 +152,7 @@ TEST_F(FrameworkContainedWindowTest, TheControlMayEndFirst) {
     EXPECT_FALSE(::IsWindow(m_edit));
     EXPECT_EQ(m_contained->Handle(), nullptr);
     int changes = 0;
-    const auto setLong = Replace<decltype(::SetWindowLongPtrW)>(
-        "SetWindowLongPtrW", [&](HWND, int, LONG_PTR) { return ++changes; });
+    const auto setLong = REPLACE_IMPORT(SetWindowLongPtrW, [&](HWND, int, LONG_PTR) { return ++changes; });
     m_contained.reset();
     EXPECT_EQ(changes, 0)
         << "a window that is already destroyed, and whose handle may be another's, was changed";
@@ -162,8 +161,8 @@ TEST_F(FrameworkContainedWindowTest, TheControlMayEndFirst) {
 TEST_F(FrameworkContainedWindowTest, AWindowForMessagesIsGivenUpBeforeItIsDestroyed) {
     for (const bool isSubclassed : {true, false}) {
         SCOPED_TRACE(isSubclassed);
-        const auto set = Replace<decltype(::SetWindowLongPtrW)>(
-            "SetWindowLongPtrW", [&](auto original, HWND window, int index, LONG_PTR value) {
+        const auto set =
+            REPLACE_IMPORT(SetWindowLongPtrW, [&](auto original, HWND window, int index, LONG_PTR value) {
                 return isSubclassed ? original(window, index, value) : 0;
             });
         m_contained->CreateMessageOnly();
@@ -172,11 +171,10 @@ TEST_F(FrameworkContainedWindowTest, AWindowForMessagesIsGivenUpBeforeItIsDestro
         ::SendMessageW(window, kAsked, 0, 0);
         EXPECT_EQ(m_owner.messages.size(), isSubclassed ? 1u : 0u);
         m_owner.messages.clear();
-        const auto destroy =
-            Replace<decltype(::DestroyWindow)>("DestroyWindow", [&](auto original, HWND destroyed) {
-                EXPECT_EQ(m_contained->Handle(), nullptr);
-                return original(destroyed);
-            });
+        const auto destroy = REPLACE_IMPORT(DestroyWindow, [&](auto original, HWND destroyed) {
+            EXPECT_EQ(m_contained->Handle(), nullptr);
+            return original(destroyed);
+        });
         m_contained->Destroy();
         EXPECT_FALSE(::IsWindow(window));
         EXPECT_THAT(m_owner.messages, IsEmpty());

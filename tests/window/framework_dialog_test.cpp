@@ -225,8 +225,7 @@ int CountWindowsOfThisThread() {
 
 TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
     const int before = CountWindowsOfThisThread();
-    const auto setLong =
-        Replace<decltype(::SetWindowLongPtrW)>("SetWindowLongPtrW", [](HWND, int, LONG_PTR) { return 0; });
+    const auto setLong = REPLACE_IMPORT(SetWindowLongPtrW, [](HWND, int, LONG_PTR) { return 0; });
     EXPECT_EQ(m_dialog.Create(nullptr), nullptr);
     EXPECT_EQ(m_dialog.Handle(), nullptr);
     EXPECT_EQ(CountWindowsOfThisThread(), before);
@@ -248,16 +247,14 @@ TEST_F(FrameworkDialogTest, DialogsComeFromTheResourceModuleWithTheStandardProce
         EXPECT_EQ(owner, parent);
         EXPECT_EQ(procedure, &TestDialog::DialogProc);
     };
-    const auto create = Replace<decltype(::CreateDialogParamW)>("CreateDialogParamW",
-                                                                [&](auto /*original*/, auto... request) {
-                                                                    expectRequest(request...);
-                                                                    return reinterpret_cast<HWND>(0x100);
-                                                                });
-    const auto run =
-        Replace<decltype(::DialogBoxParamW)>("DialogBoxParamW", [&](auto /*original*/, auto... request) {
-            expectRequest(request...);
-            return 12;
-        });
+    const auto create = REPLACE_IMPORT(CreateDialogParamW, [&](auto /*original*/, auto... request) {
+        expectRequest(request...);
+        return reinterpret_cast<HWND>(0x100);
+    });
+    const auto run = REPLACE_IMPORT(DialogBoxParamW, [&](auto /*original*/, auto... request) {
+        expectRequest(request...);
+        return 12;
+    });
     EXPECT_EQ(m_dialog.Create(parent), nullptr) << "a dialog that is already destroyed";
     EXPECT_EQ(m_dialog.DoModal(parent), 12);
 }

@@ -53,14 +53,12 @@ TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhileItIsNotOpenOrItsWindow
     };
     expectCallersThread("before it is opened");
     {
-        const auto create =
-            Replace<decltype(::CreateWindowExW)>("CreateWindowExW", [](auto...) -> HWND { return nullptr; });
+        const auto create = REPLACE_IMPORT(CreateWindowExW, [](auto...) -> HWND { return nullptr; });
         m_invoker.Open();
         expectCallersThread("its window cannot be created");
     }
     {
-        const auto subclass = Replace<decltype(::SetWindowLongPtrW)>("SetWindowLongPtrW",
-                                                                     [](HWND, int, LONG_PTR) { return 0; });
+        const auto subclass = REPLACE_IMPORT(SetWindowLongPtrW, [](HWND, int, LONG_PTR) { return 0; });
         m_invoker.Open();
         expectCallersThread("its window is another's");
     }
@@ -76,9 +74,8 @@ TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhileItIsNotOpenOrItsWindow
 
 TEST_F(FrameworkInvokerTest, ItsWindowIsOneForMessagesOnly) {
     int windows = 0;
-    const auto create = Replace<decltype(::CreateWindowExW)>(
-        "CreateWindowExW",
-        [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, auto... others) {
+    const auto create = REPLACE_IMPORT(
+        CreateWindowExW, [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, auto... others) {
             ++windows;
             EXPECT_STREQ(className, L"Static");
             EXPECT_EQ(title, nullptr);

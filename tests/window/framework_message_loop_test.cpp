@@ -166,8 +166,8 @@ private:
         return id != WM_QUIT;
     }
 
-    std::unique_ptr<ReplacedImport> m_peek = Replace<decltype(::PeekMessageW)>(
-        "PeekMessageW", [this](LPMSG message, HWND window, UINT first, UINT last, UINT flags) {
+    Replaced m_peek =
+        REPLACE_IMPORT(PeekMessageW, [this](LPMSG message, HWND window, UINT first, UINT last, UINT flags) {
             ExpectAnyMessage(window, first, last);
             EXPECT_EQ(flags, static_cast<UINT>(PM_NOREMOVE));
             if (!entries.empty() && entries.front() == kEmpty) {
@@ -177,24 +177,21 @@ private:
             *message = Message(entries.empty() ? WM_QUIT : entries.front());
             return TRUE;
         });
-    std::unique_ptr<ReplacedImport> m_get = Replace<decltype(::GetMessageW)>(
-        "GetMessageW", [this](LPMSG message, HWND window, UINT first, UINT last) {
-            ExpectAnyMessage(window, first, last);
-            return Fetch(*message);
-        });
-    std::unique_ptr<ReplacedImport> m_translate =
-        Replace<decltype(::TranslateMessage)>("TranslateMessage", [this](const MSG* message) {
-            record.push_back("translate " + Hex(message->message));
-            return FALSE;
-        });
-    std::unique_ptr<ReplacedImport> m_dispatch =
-        Replace<decltype(::DispatchMessageW)>("DispatchMessageW", [this](const MSG* message) {
-            const std::string number = Hex(message->message);
-            const bool isTranslated = !record.empty() && record.back() == "translate " + number;
-            if (isTranslated) record.pop_back();
-            record.push_back(isTranslated ? number : "dispatch " + number);
-            return 0;
-        });
+    Replaced m_get = REPLACE_IMPORT(GetMessageW, [this](LPMSG message, HWND window, UINT first, UINT last) {
+        ExpectAnyMessage(window, first, last);
+        return Fetch(*message);
+    });
+    Replaced m_translate = REPLACE_IMPORT(TranslateMessage, [this](const MSG* message) {
+        record.push_back("translate " + Hex(message->message));
+        return FALSE;
+    });
+    Replaced m_dispatch = REPLACE_IMPORT(DispatchMessageW, [this](const MSG* message) {
+        const std::string number = Hex(message->message);
+        const bool isTranslated = !record.empty() && record.back() == "translate " + number;
+        if (isTranslated) record.pop_back();
+        record.push_back(isTranslated ? number : "dispatch " + number);
+        return 0;
+    });
 };
 
 TEST_F(FrameworkMessageLoopRunTest, TranslatesThenDispatchesWhatNoFilterConsumes) {

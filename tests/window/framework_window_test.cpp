@@ -79,35 +79,31 @@ protected:
     std::optional<POINT> movedTo;
 
 private:
-    std::unique_ptr<ReplacedImport> m_rect =
-        Replace<decltype(::GetWindowRect)>("GetWindowRect", [this](HWND asked, LPRECT area) {
-            *area = asked == kOwner ? ownerArea : window;
-            return hasPlace;
-        });
-    std::unique_ptr<ReplacedImport> m_related =
-        Replace<decltype(::GetWindow)>("GetWindow", [this](HWND asked, UINT command) {
-            EXPECT_EQ(asked, kWindow);
-            EXPECT_EQ(command, static_cast<UINT>(GW_OWNER));
-            return owner == OwnerState::None ? nullptr : kOwner;
-        });
-    std::unique_ptr<ReplacedImport> m_visible = Replace<decltype(::IsWindowVisible)>(
-        "IsWindowVisible", [this](HWND) -> BOOL { return owner != OwnerState::Hidden; });
-    std::unique_ptr<ReplacedImport> m_iconic = Replace<decltype(::IsIconic)>(
-        "IsIconic", [this](HWND) -> BOOL { return owner == OwnerState::Minimised; });
-    std::unique_ptr<ReplacedImport> m_monitor =
-        Replace<decltype(::MonitorFromWindow)>("MonitorFromWindow", [this](HWND asked, DWORD whenOutside) {
-            EXPECT_EQ(whenOutside, static_cast<DWORD>(MONITOR_DEFAULTTONEAREST));
-            monitorOf = asked;
-            return reinterpret_cast<HMONITOR>(0x300);
-        });
-    std::unique_ptr<ReplacedImport> m_monitorInfo =
-        Replace<decltype(::GetMonitorInfoW)>("GetMonitorInfoW", [this](HMONITOR, LPMONITORINFO info) -> BOOL {
-            info->rcMonitor = {-5000, -5000, 5000, 5000};  // does not count
-            info->rcWork = work;
-            return hasMonitor;
-        });
-    std::unique_ptr<ReplacedImport> m_position = Replace<decltype(::SetWindowPos)>(
-        "SetWindowPos", [this](HWND moved, HWND, int x, int y, int, int, UINT flags) {
+    Replaced m_rect = REPLACE_IMPORT(GetWindowRect, [this](HWND asked, LPRECT area) {
+        *area = asked == kOwner ? ownerArea : window;
+        return hasPlace;
+    });
+    Replaced m_related = REPLACE_IMPORT(GetWindow, [this](HWND asked, UINT command) {
+        EXPECT_EQ(asked, kWindow);
+        EXPECT_EQ(command, static_cast<UINT>(GW_OWNER));
+        return owner == OwnerState::None ? nullptr : kOwner;
+    });
+    Replaced m_visible =
+        REPLACE_IMPORT(IsWindowVisible, [this](HWND) -> BOOL { return owner != OwnerState::Hidden; });
+    Replaced m_iconic =
+        REPLACE_IMPORT(IsIconic, [this](HWND) -> BOOL { return owner == OwnerState::Minimised; });
+    Replaced m_monitor = REPLACE_IMPORT(MonitorFromWindow, [this](HWND asked, DWORD whenOutside) {
+        EXPECT_EQ(whenOutside, static_cast<DWORD>(MONITOR_DEFAULTTONEAREST));
+        monitorOf = asked;
+        return reinterpret_cast<HMONITOR>(0x300);
+    });
+    Replaced m_monitorInfo = REPLACE_IMPORT(GetMonitorInfoW, [this](HMONITOR, LPMONITORINFO info) -> BOOL {
+        info->rcMonitor = {-5000, -5000, 5000, 5000};  // does not count
+        info->rcWork = work;
+        return hasMonitor;
+    });
+    Replaced m_position =
+        REPLACE_IMPORT(SetWindowPos, [this](HWND moved, HWND, int x, int y, int, int, UINT flags) {
             EXPECT_EQ(moved, kWindow);
             EXPECT_EQ(flags, static_cast<UINT>(SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
             movedTo = POINT{x, y};

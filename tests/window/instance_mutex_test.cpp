@@ -50,7 +50,7 @@ TEST_F(InstanceMutexTest, IsClosedOnceAtItsEndWhenItWasCreated) {
     for (const bool created : {true, false}) {
         auto mutex = MakeMutex({created, ERROR_SUCCESS});
         int closed = 0;
-        const auto close = Replace<decltype(::CloseHandle)>("CloseHandle", [&](auto original, HANDLE object) {
+        const auto close = REPLACE_IMPORT(CloseHandle, [&](auto original, HANDLE object) {
             ++closed;
             return original(object);
         });

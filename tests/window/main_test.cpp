@@ -91,26 +91,23 @@ private:
 
     void SetUp() override { calls.clear(); }
 
-    std::unique_ptr<ReplacedImport> m_procedure = Replace<decltype(::GetProcAddress)>(
-        "GetProcAddress", [this](auto original, HMODULE module, LPCSTR name) {
-            if (std::string(name) != "SetDefaultDllDirectories") return original(module, name);
-            const bool isKernels = module == ::GetModuleHandleW(L"kernel32.dll");
-            SetDirectories* const restrict = isKernels && canRestrictLibraries ? &Restrict : nullptr;
-            return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(restrict));
-        });
-    std::unique_ptr<ReplacedImport> m_initializeCom =
-        Replace<decltype(::CoInitialize)>("CoInitialize", [this](LPVOID reserved) {
-            calls.push_back(reserved ? "CoInitialize with something" : "CoInitialize" + ModuleBegun());
-            return comResult;
-        });
-    std::unique_ptr<ReplacedImport> m_controls = Replace<decltype(::InitCommonControlsEx)>(
-        "InitCommonControlsEx", [](const INITCOMMONCONTROLSEX* controls) {
-            calls.push_back("InitCommonControlsEx " + std::to_string(controls->dwSize) + ' ' +
-                            std::to_string(controls->dwICC) + ModuleBegun());
-            return TRUE;
-        });
-    std::unique_ptr<ReplacedImport> m_create = Replace<decltype(::CreateDialogParamW)>(
-        "CreateDialogParamW", [this](HINSTANCE module, LPCWSTR name, HWND, DLGPROC, LPARAM) -> HWND {
+    Replaced m_procedure = REPLACE_IMPORT(GetProcAddress, [this](auto original, HMODULE module, LPCSTR name) {
+        if (std::string(name) != "SetDefaultDllDirectories") return original(module, name);
+        const bool isKernels = module == ::GetModuleHandleW(L"kernel32.dll");
+        SetDirectories* const restrict = isKernels && canRestrictLibraries ? &Restrict : nullptr;
+        return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(restrict));
+    });
+    Replaced m_initializeCom = REPLACE_IMPORT(CoInitialize, [this](LPVOID reserved) {
+        calls.push_back(reserved ? "CoInitialize with something" : "CoInitialize" + ModuleBegun());
+        return comResult;
+    });
+    Replaced m_controls = REPLACE_IMPORT(InitCommonControlsEx, [](const INITCOMMONCONTROLSEX* controls) {
+        calls.push_back("InitCommonControlsEx " + std::to_string(controls->dwSize) + ' ' +
+                        std::to_string(controls->dwICC) + ModuleBegun());
+        return TRUE;
+    });
+    Replaced m_create = REPLACE_IMPORT(
+        CreateDialogParamW, [this](HINSTANCE module, LPCWSTR name, HWND, DLGPROC, LPARAM) -> HWND {
             const CAppModule& application = CAppModule::Instance();
             const bool ready = application.MainThreadId() == ::GetCurrentThreadId() &&
                                application.ResourceInstance() == kInstance;
@@ -119,31 +116,26 @@ private:
             if (quitCode) ::PostQuitMessage(*quitCode);
             return nullptr;
         });
-    std::unique_ptr<ReplacedImport> m_uninitializeCom =
-        Replace<decltype(::CoUninitialize)>("CoUninitialize", [] {
-            const bool ended = CAppModule::Instance().ResourceInstance() == nullptr;
-            calls.push_back(ended ? "CoUninitialize" : "CoUninitialize before the module's end");
-        });
-    std::unique_ptr<ReplacedImport> m_find =
-        Replace<decltype(::FindWindowW)>("FindWindowW", [this](LPCWSTR className, LPCWSTR title) {
-            calls.push_back("FindWindowW class " + Utf8(className) + (title ? " and a title" : ""));
-            return firstCopysWindow;
-        });
-    std::unique_ptr<ReplacedImport> m_toFront =
-        Replace<decltype(::SetForegroundWindow)>("SetForegroundWindow", [this](HWND window) {
-            Add("SetForegroundWindow", window);
-            return TRUE;
-        });
-    std::unique_ptr<ReplacedImport> m_isIconic =
-        Replace<decltype(::IsIconic)>("IsIconic", [this](HWND window) {
-            Add("IsIconic", window);
-            return iconic;
-        });
-    std::unique_ptr<ReplacedImport> m_show =
-        Replace<decltype(::ShowWindow)>("ShowWindow", [this](HWND window, int command) {
-            Add("ShowWindow " + std::to_string(command), window);
-            return TRUE;
-        });
+    Replaced m_uninitializeCom = REPLACE_IMPORT(CoUninitialize, [] {
+        const bool ended = CAppModule::Instance().ResourceInstance() == nullptr;
+        calls.push_back(ended ? "CoUninitialize" : "CoUninitialize before the module's end");
+    });
+    Replaced m_find = REPLACE_IMPORT(FindWindowW, [this](LPCWSTR className, LPCWSTR title) {
+        calls.push_back("FindWindowW class " + Utf8(className) + (title ? " and a title" : ""));
+        return firstCopysWindow;
+    });
+    Replaced m_toFront = REPLACE_IMPORT(SetForegroundWindow, [this](HWND window) {
+        Add("SetForegroundWindow", window);
+        return TRUE;
+    });
+    Replaced m_isIconic = REPLACE_IMPORT(IsIconic, [this](HWND window) {
+        Add("IsIconic", window);
+        return iconic;
+    });
+    Replaced m_show = REPLACE_IMPORT(ShowWindow, [this](HWND window, int command) {
+        Add("ShowWindow " + std::to_string(command), window);
+        return TRUE;
+    });
 };
 
 const std::vector<std::string> kSteps = {"SetDefaultDllDirectories 2048", "CoInitialize",

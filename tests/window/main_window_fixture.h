@@ -202,22 +202,20 @@ protected:
 
 private:
     HWND m_created = nullptr;  // the dialog
-    std::unique_ptr<ReplacedImport> m_moduleFileName =
-        Replace<decltype(::GetModuleFileNameW)>("GetModuleFileNameW", [](HMODULE, LPWSTR path, DWORD size) {
-            ::lstrcpynW(path, programPath.c_str(), static_cast<int>(size));
-            return std::min(static_cast<DWORD>(programPath.size()), size);
-        });
-    std::unique_ptr<ReplacedImport> m_messageBox = Replace<decltype(::MessageBoxW)>(
-        "MessageBoxW", [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
+    Replaced m_moduleFileName = REPLACE_IMPORT(GetModuleFileNameW, [](HMODULE, LPWSTR path, DWORD size) {
+        ::lstrcpynW(path, programPath.c_str(), static_cast<int>(size));
+        return std::min(static_cast<DWORD>(programPath.size()), size);
+    });
+    Replaced m_messageBox =
+        REPLACE_IMPORT(MessageBoxW, [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
             const char* const name = !owner ? "none" : owner == m_created ? "main" : "other";
             const auto shown = [](LPCWSTR value) { return value ? Utf8(value) : "(null)"; };
             calls.Add(std::string("MessageBoxW owner=") + name + " text=" + shown(text) +
                       " caption=" + shown(caption) + " type=" + Hex(type));
             return messageAnswer;
         });
-    std::unique_ptr<ReplacedImport> m_beep =
-        Replace<decltype(::Beep)>("Beep", [](DWORD frequency, DWORD duration) {
-            calls.Add(CallText("Beep", frequency, duration));
-            return TRUE;
-        });
+    Replaced m_beep = REPLACE_IMPORT(Beep, [](DWORD frequency, DWORD duration) {
+        calls.Add(CallText("Beep", frequency, duration));
+        return TRUE;
+    });
 };

@@ -32,18 +32,16 @@ private:
     }
 
     std::map<ULONG_PTR, std::wstring> m_blocks;
-    std::unique_ptr<ReplacedImport> m_find =
-        Replace<decltype(::FindResourceExW)>("FindResourceExW", [](HMODULE, LPCWSTR, LPCWSTR block, WORD) {
-            return reinterpret_cast<HRSRC>(reinterpret_cast<ULONG_PTR>(block));
-        });
-    std::unique_ptr<ReplacedImport> m_load = Replace<decltype(::LoadResource)>(
-        "LoadResource", [](HMODULE, HRSRC block) { return reinterpret_cast<HGLOBAL>(block); });
-    std::unique_ptr<ReplacedImport> m_lock = Replace<decltype(::LockResource)>(
-        "LockResource",
-        [this](HGLOBAL block) { return const_cast<wchar_t*>(Block(reinterpret_cast<ULONG_PTR>(block))); });
-    std::unique_ptr<ReplacedImport> m_loadString =
-        Replace<decltype(::LoadStringW)>("LoadStringW", [](HINSTANCE, UINT id, LPWSTR text, int size) {
-            ::lstrcpynW(text, Mark(id).c_str(), size);
-            return ::lstrlenW(text);
-        });
+    Replaced m_find = REPLACE_IMPORT(FindResourceExW, [](HMODULE, LPCWSTR, LPCWSTR block, WORD) {
+        return reinterpret_cast<HRSRC>(reinterpret_cast<ULONG_PTR>(block));
+    });
+    Replaced m_load =
+        REPLACE_IMPORT(LoadResource, [](HMODULE, HRSRC block) { return reinterpret_cast<HGLOBAL>(block); });
+    Replaced m_lock = REPLACE_IMPORT(LockResource, [this](HGLOBAL block) {
+        return const_cast<wchar_t*>(Block(reinterpret_cast<ULONG_PTR>(block)));
+    });
+    Replaced m_loadString = REPLACE_IMPORT(LoadStringW, [](HINSTANCE, UINT id, LPWSTR text, int size) {
+        ::lstrcpynW(text, Mark(id).c_str(), size);
+        return ::lstrlenW(text);
+    });
 };

@@ -23,9 +23,9 @@ protected:
     std::vector<std::string> asked;
 
 private:
-    std::unique_ptr<ReplacedImport> m_describe = Replace<decltype(::FormatMessageW)>(
-        "FormatMessageW", [this](DWORD flags, LPCVOID source, DWORD error, DWORD language, LPWSTR text,
-                                 DWORD size, va_list* arguments) {
+    Replaced m_describe =
+        REPLACE_IMPORT(FormatMessageW, [this](DWORD flags, LPCVOID source, DWORD error, DWORD language,
+                                              LPWSTR text, DWORD size, va_list* arguments) {
             asked.push_back("flags=" + std::to_string(flags) + " error=" + std::to_string(error) +
                             " language=" + std::to_string(language) + " size=" + std::to_string(size) +
                             (source || arguments ? " and more" : ""));
@@ -33,8 +33,8 @@ private:
             ::SetLastError(ERROR_MR_MID_NOT_FOUND);
             return description ? static_cast<DWORD>(::lstrlenW(text)) : 0;
         });
-    std::unique_ptr<ReplacedImport> m_find = Replace<decltype(::FindResourceExW)>(
-        "FindResourceExW", [this](auto original, HMODULE module, LPCWSTR type, LPCWSTR name, WORD language) {
+    Replaced m_find = REPLACE_IMPORT(
+        FindResourceExW, [this](auto original, HMODULE module, LPCWSTR type, LPCWSTR name, WORD language) {
             ++searches;
             const HRSRC found = findsStrings ? original(module, type, name, language) : nullptr;
             ::SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);

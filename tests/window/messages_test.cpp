@@ -42,27 +42,26 @@ private:
         return IS_INTRESOURCE(text) ? "(id)" : Utf8(text);
     }
 
-    std::unique_ptr<ReplacedImport> m_messageBox = Replace<decltype(::MessageBoxW)>(
-        "MessageBoxW", [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
+    Replaced m_messageBox =
+        REPLACE_IMPORT(MessageBoxW, [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
             shown.push_back((owner ? std::to_string(reinterpret_cast<ULONG_PTR>(owner)) : "none") + ' ' +
                             Shown(text) + '|' + Shown(caption) + '|' + std::to_string(type));
             return answer;
         });
-    std::unique_ptr<ReplacedImport> m_load = Replace<decltype(::LoadStringW)>(
-        "LoadStringW", [this](auto original, HINSTANCE module, UINT id, LPWSTR buffer, int size) {
+    Replaced m_load = REPLACE_IMPORT(
+        LoadStringW, [this](auto original, HINSTANCE module, UINT id, LPWSTR buffer, int size) {
             loads.push_back("LoadStringW " + std::to_string(id) + ' ' + std::to_string(size));
             if (id != kLongString) return original(module, id, buffer, size);
             ::lstrcpynW(buffer, longString.c_str(), size);
             return ::lstrlenW(buffer);
         });
-    std::unique_ptr<ReplacedImport> m_malloc =
-        Replace<decltype(::malloc)>("malloc", [this](auto original, std::size_t bytes) -> void* {
-            if (refused != 0 && bytes == refused * sizeof(wchar_t)) {
-                refused = 0;
-                return nullptr;
-            }
-            return original(bytes);
-        });
+    Replaced m_malloc = REPLACE_IMPORT(malloc, [this](auto original, std::size_t bytes) -> void* {
+        if (refused != 0 && bytes == refused * sizeof(wchar_t)) {
+            refused = 0;
+            return nullptr;
+        }
+        return original(bytes);
+    });
 };
 
 TEST_F(ShowMessageTest, LoadsTextAndCaptionByTheirIdsAndReturnsTheButtonThatWasPressed) {

@@ -32,8 +32,7 @@ struct AllArguments {
 template <class Note>
 class NotedCalls {
 public:
-    NotedCalls(std::vector<std::unique_ptr<ReplacedImport>>& replaced, Note note)
-        : m_replaced(replaced), m_note(std::move(note)) {}
+    NotedCalls(std::vector<Replaced>& replaced, Note note) : m_replaced(replaced), m_note(std::move(note)) {}
 
     // `describe` returns what the record has of the arguments.
     template <FunctionName kName, class Function, class Describe = AllArguments>
@@ -46,6 +45,6 @@ public:
     }
 
 private:
-    std::vector<std::unique_ptr<ReplacedImport>>& m_replaced;
+    std::vector<Replaced>& m_replaced;
     Note m_note;
 };

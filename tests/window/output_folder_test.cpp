@@ -52,16 +52,15 @@ private:
         return chooses ? kItemList : nullptr;
     }
 
-    std::unique_ptr<ReplacedImport> m_browse = Replace<decltype(::SHBrowseForFolderW)>(
-        "SHBrowseForFolderW", [this](LPBROWSEINFOW browser) { return RunBrowser(*browser); });
-    std::unique_ptr<ReplacedImport> m_getPath = Replace<decltype(::SHGetPathFromIDListW)>(
-        "SHGetPathFromIDListW", [this](PCIDLIST_ABSOLUTE items, LPWSTR text) -> BOOL {
+    Replaced m_browse =
+        REPLACE_IMPORT(SHBrowseForFolderW, [this](LPBROWSEINFOW browser) { return RunBrowser(*browser); });
+    Replaced m_getPath =
+        REPLACE_IMPORT(SHGetPathFromIDListW, [this](PCIDLIST_ABSOLUTE items, LPWSTR text) -> BOOL {
             converted.push_back(items);
             ::lstrcpynW(text, path ? path->c_str() : L"left over", MAX_PATH);
             return path.has_value();
         });
-    std::unique_ptr<ReplacedImport> m_free =
-        Replace<decltype(::CoTaskMemFree)>("CoTaskMemFree", [this](LPVOID block) { freed.push_back(block); });
+    Replaced m_free = REPLACE_IMPORT(CoTaskMemFree, [this](LPVOID block) { freed.push_back(block); });
 };
 
 TEST_F(OutputFolderBrowseTest, OpensForTheWindowOnTheWholeNamespaceWithFoldersOnlyAndPreselectsNone) {

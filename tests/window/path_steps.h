@@ -17,15 +17,13 @@ struct PathSteps {
     std::vector<std::string> steps;
 
 private:
-    std::unique_ptr<ReplacedImport> m_extension =
-        Replace<decltype(::PathRemoveExtensionW)>("PathRemoveExtensionW", [this](LPWSTR path) {
-            steps.push_back("PathRemoveExtensionW " + Utf8(path));
-            ::lstrcpyW(path, L"C:\\without\\extension");
-        });
-    std::unique_ptr<ReplacedImport> m_fileSpec =
-        Replace<decltype(::PathRemoveFileSpecW)>("PathRemoveFileSpecW", [this](LPWSTR path) {
-            steps.push_back("PathRemoveFileSpecW " + Utf8(path));
-            ::lstrcpyW(path, L"C:\\folder");
-            return TRUE;
-        });
+    Replaced m_extension = REPLACE_IMPORT(PathRemoveExtensionW, [this](LPWSTR path) {
+        steps.push_back("PathRemoveExtensionW " + Utf8(path));
+        ::lstrcpyW(path, L"C:\\without\\extension");
+    });
+    Replaced m_fileSpec = REPLACE_IMPORT(PathRemoveFileSpecW, [this](LPWSTR path) {
+        steps.push_back("PathRemoveFileSpecW " + Utf8(path));
+        ::lstrcpyW(path, L"C:\\folder");
+        return TRUE;
+    });
 };

@@ -48,14 +48,14 @@ TEST_F(ProgramFolderTest, LeavesAFileWithoutRoomForItsNameToTheSystem) {
 
 TEST_F(ProgramFolderTest, IsAskedForOfTheModuleAndAFileBesideItLosesTheProgramsExtensionBeforeItsName) {
     PathSteps path;
-    const auto moduleFileName = Replace<decltype(::GetModuleFileNameW)>(
-        "GetModuleFileNameW", [&](HMODULE module, LPWSTR text, DWORD size) {
+    const auto moduleFileName =
+        REPLACE_IMPORT(GetModuleFileNameW, [&](HMODULE module, LPWSTR text, DWORD size) {
             EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
             path.steps.push_back("GetModuleFileNameW " + std::to_string(size));
             ::lstrcpyW(text, L"C:\\a.b\\c.d.exe");
             return 14u;
         });
-    const auto append = Replace<decltype(::PathAppendW)>("PathAppendW", [&](LPWSTR text, LPCWSTR name) {
+    const auto append = REPLACE_IMPORT(PathAppendW, [&](LPWSTR text, LPCWSTR name) {
         path.steps.push_back("PathAppendW " + Utf8(text) + " + " + Utf8(name));
         return TRUE;
     });

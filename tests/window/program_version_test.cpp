@@ -72,8 +72,7 @@ TEST_F(ProgramVersionTest, IsZeroWhenAnyStepFailsAndWhatWasTakenIsFreed) {
 
 // A path that begins with a backslash would be looked for in the root of whatever drive is current.
 TEST_F(ProgramVersionTest, LooksForNoLibraryWithoutTheSystemsFolder) {
-    const auto systemFolder =
-        Replace<decltype(::GetSystemDirectoryW)>("GetSystemDirectoryW", [](LPWSTR, UINT) { return 0u; });
+    const auto systemFolder = REPLACE_IMPORT(GetSystemDirectoryW, [](LPWSTR, UINT) { return 0u; });
     EXPECT_EQ(FormatVersion(ReadProgramVersion()), kVersionZero);
     EXPECT_THAT(version.calls.Calls(), ElementsAre("GetModuleFileNameW 259"));
 }

@@ -49,8 +49,8 @@ private:
     static std::string More(bool more) { return more ? " and more" : ""; }
 
     WorkerCalls& m_calls;
-    std::unique_ptr<ReplacedImport> m_localeInfo = Replace<decltype(::GetLocaleInfoW)>(
-        "GetLocaleInfoW", [this](auto original, LCID locale, LCTYPE type, LPWSTR data, int size) {
+    Replaced m_localeInfo = REPLACE_IMPORT(
+        GetLocaleInfoW, [this](auto original, LCID locale, LCTYPE type, LPWSTR data, int size) {
             if (!m_calls.Note("GetLocaleInfoW" + Number("locale", locale) + Number("type", type) +
                               " size=" + std::to_string(size))) {
                 return original(locale, type, data, size);
@@ -59,18 +59,16 @@ private:
             std::memcpy(data, &*ordering, sizeof *ordering);
             return 2;
         });
-    std::unique_ptr<ReplacedImport> m_localTime =
-        Replace<decltype(::GetLocalTime)>("GetLocalTime", [this](auto original, LPSYSTEMTIME now) {
-            if (m_calls.Note("GetLocalTime")) {
-                *now = time;
-            } else {
-                original(now);
-            }
-        });
-    std::unique_ptr<ReplacedImport> m_open = Replace<decltype(::CreateFileW)>(
-        "CreateFileW",
-        [this](auto original, LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-               DWORD disposition, DWORD flags, HANDLE pattern) {
+    Replaced m_localTime = REPLACE_IMPORT(GetLocalTime, [this](auto original, LPSYSTEMTIME now) {
+        if (m_calls.Note("GetLocalTime")) {
+            *now = time;
+        } else {
+            original(now);
+        }
+    });
+    Replaced m_open = REPLACE_IMPORT(
+        CreateFileW, [this](auto original, LPCWSTR path, DWORD access, DWORD share,
+                            LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD flags, HANDLE pattern) {
             const bool onWorker = m_calls.Note("CreateFileW " + Utf8(path) + Number("access", access) +
                                                Number("share", share) + Number("disposition", disposition) +
                                                Number("flags", flags) + More(security || pattern));
@@ -82,31 +80,30 @@ private:
             if (onWorker && file != INVALID_HANDLE_VALUE) m_calls.NameHandle(file, "log");
             return file;
         });
-    std::unique_ptr<ReplacedImport> m_seek = Replace<decltype(::SetFilePointer)>(
-        "SetFilePointer", [this](auto original, HANDLE file, LONG distance, PLONG high, DWORD method) {
-            const bool onWorker =
-                m_calls.Note("SetFilePointer " + m_calls.HandleName(file) + ' ' + std::to_string(distance) +
-                             Number("method", method) + More(high));
-            return onWorker && !seeks ? INVALID_SET_FILE_POINTER : original(file, distance, high, method);
-        });
-    std::unique_ptr<ReplacedImport> m_convert = Replace<decltype(::WideCharToMultiByte)>(
-        "WideCharToMultiByte", [this](auto original, UINT codePage, DWORD flags, LPCWCH text, int length,
-                                      LPSTR bytes, int size, LPCCH defaultCharacter, LPBOOL usedDefault) {
+    Replaced m_seek = REPLACE_IMPORT(SetFilePointer, [this](auto original, HANDLE file, LONG distance,
+                                                            PLONG high, DWORD method) {
+        const bool onWorker = m_calls.Note("SetFilePointer " + m_calls.HandleName(file) + ' ' +
+                                           std::to_string(distance) + Number("method", method) + More(high));
+        return onWorker && !seeks ? INVALID_SET_FILE_POINTER : original(file, distance, high, method);
+    });
+    Replaced m_convert = REPLACE_IMPORT(
+        WideCharToMultiByte, [this](auto original, UINT codePage, DWORD flags, LPCWCH text, int length,
+                                    LPSTR bytes, int size, LPCCH defaultCharacter, LPBOOL usedDefault) {
             if (codePage != CP_UTF8) {
                 m_calls.Note("WideCharToMultiByte" + Number("page", codePage) + Number("flags", flags) +
                              More(defaultCharacter || usedDefault));
             }
             return original(codePage, flags, text, length, bytes, size, defaultCharacter, usedDefault);
         });
-    std::unique_ptr<ReplacedImport> m_write = Replace<decltype(::WriteFile)>(
-        "WriteFile", [this](auto original, HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written,
-                            LPOVERLAPPED overlapped) {
-            const bool onWorker = m_calls.Note("WriteFile " + m_calls.HandleName(file) + ' ' +
-                                               std::to_string(count) + " bytes");
-            if (onWorker && !writes) {
-                *written = 0;
-                return FALSE;
-            }
-            return original(file, bytes, count, written, overlapped);
-        });
+    Replaced m_write = REPLACE_IMPORT(WriteFile, [this](auto original, HANDLE file, LPCVOID bytes,
+                                                        DWORD count, LPDWORD written,
+                                                        LPOVERLAPPED overlapped) {
+        const bool onWorker =
+            m_calls.Note("WriteFile " + m_calls.HandleName(file) + ' ' + std::to_string(count) + " bytes");
+        if (onWorker && !writes) {
+            *written = 0;
+            return FALSE;
+        }
+        return original(file, bytes, count, written, overlapped);
+    });
 };

@@ -33,15 +33,14 @@ public:
     }
 
 private:
-    std::unique_ptr<ReplacedImport> m_execute =
-        Replace<decltype(::ShellExecuteExW)>("ShellExecuteExW", [this](SHELLEXECUTEINFOW* info) -> BOOL {
-            const auto text = [](LPCWSTR value) { return value ? value : L"(null)"; };
-            requests.push_back({*info, text(info->lpVerb), text(info->lpFile), text(info->lpParameters)});
-            ::SetLastError(error);
-            return error == ERROR_SUCCESS;
-        });
-    std::unique_ptr<ReplacedImport> m_describe = Replace<decltype(::FormatMessageW)>(
-        "FormatMessageW", [](DWORD, LPCVOID, DWORD code, DWORD, LPWSTR text, DWORD size, va_list*) {
+    Replaced m_execute = REPLACE_IMPORT(ShellExecuteExW, [this](SHELLEXECUTEINFOW* info) -> BOOL {
+        const auto text = [](LPCWSTR value) { return value ? value : L"(null)"; };
+        requests.push_back({*info, text(info->lpVerb), text(info->lpFile), text(info->lpParameters)});
+        ::SetLastError(error);
+        return error == ERROR_SUCCESS;
+    });
+    Replaced m_describe = REPLACE_IMPORT(
+        FormatMessageW, [](DWORD, LPCVOID, DWORD code, DWORD, LPWSTR text, DWORD size, va_list*) {
             ::lstrcpynW(text, (L"erreur " + std::to_wstring(code)).c_str(), static_cast<int>(size));
             return static_cast<DWORD>(::lstrlenW(text));
         });

@@ -40,16 +40,16 @@ private:
     }
 
     CallRecord& m_record;
-    std::unique_ptr<ReplacedImport> m_openToken = Replace<decltype(::OpenProcessToken)>(
-        "OpenProcessToken", [this](HANDLE process, DWORD access, PHANDLE token) {
+    Replaced m_openToken =
+        REPLACE_IMPORT(OpenProcessToken, [this](HANDLE process, DWORD access, PHANDLE token) {
             const bool self = process == ::GetCurrentProcess();
             m_record.Add(std::string("OpenProcessToken ") + (self ? "self" : "other process") +
                          " access=" + (access == 0x28 ? "0x28" : std::to_string(access)));
             if (opensToken) *token = kToken;
             return Answer(opensToken, ERROR_ACCESS_DENIED);
         });
-    std::unique_ptr<ReplacedImport> m_lookUp = Replace<decltype(::LookupPrivilegeValueW)>(
-        "LookupPrivilegeValueW", [this](LPCWSTR system, LPCWSTR name, PLUID luid) {
+    Replaced m_lookUp =
+        REPLACE_IMPORT(LookupPrivilegeValueW, [this](LPCWSTR system, LPCWSTR name, PLUID luid) {
             m_record.Add("LookupPrivilegeValueW " + Name(system, "local") + ' ' + Name(name, "(null)"));
             if (knowsPrivilege) {
                 luid->HighPart = 5;
@@ -57,8 +57,8 @@ private:
             }
             return Answer(knowsPrivilege, ERROR_NO_SUCH_PRIVILEGE);
         });
-    std::unique_ptr<ReplacedImport> m_adjust = Replace<decltype(::AdjustTokenPrivileges)>(
-        "AdjustTokenPrivileges",
+    Replaced m_adjust = REPLACE_IMPORT(
+        AdjustTokenPrivileges,
         [this](HANDLE token, BOOL disableAll, PTOKEN_PRIVILEGES privileges, DWORD, PTOKEN_PRIVILEGES previous,
                PDWORD) -> BOOL {
             const LUID_AND_ATTRIBUTES& entry = privileges->Privileges[0];
@@ -71,8 +71,8 @@ private:
             ::SetLastError(adjustError);
             return adjustSucceeds;
         });
-    std::unique_ptr<ReplacedImport> m_initiate = Replace<decltype(::InitiateSystemShutdownW)>(
-        "InitiateSystemShutdownW",
+    Replaced m_initiate = REPLACE_IMPORT(
+        InitiateSystemShutdownW,
         [this](LPWSTR machine, LPWSTR message, DWORD seconds, BOOL force, BOOL reboot) {
             m_record.Add("InitiateSystemShutdownW machine=" + Name(machine, "none") +
                          " message=" + Name(message, "none") + " seconds=" + std::to_string(seconds) +

@@ -69,42 +69,38 @@ private:
 
     LPVOID m_block = nullptr;     // the product's
     HMODULE m_library = nullptr;  // the product's
-    std::unique_ptr<ReplacedImport> m_load =
-        Replace<decltype(::LoadLibraryW)>("LoadLibraryW", [this](auto original, LPCWSTR path) {
-            calls.Add("LoadLibraryW " + Utf8(path));
-            return m_library = Fails("LoadLibraryW") ? nullptr : original(path);
-        });
-    std::unique_ptr<ReplacedImport> m_unload =
-        Replace<decltype(::FreeLibrary)>("FreeLibrary", [this](auto original, HMODULE library) {
-            if (library == m_library) calls.Add(library ? "FreeLibrary" : "FreeLibrary of none");
-            return original(library);
-        });
-    std::unique_ptr<ReplacedImport> m_find = Replace<decltype(::GetProcAddress)>(
-        "GetProcAddress", [this](auto original, HMODULE library, LPCSTR name) {
-            const std::string_view wanted = name;
-            if (Fails("GetProcAddress " + std::string(wanted))) return FARPROC{nullptr};
-            if (wanted == "GetFileVersionInfoSizeW") return AsProcedure(&GetSize);
-            if (wanted == "GetFileVersionInfoW") return AsProcedure(&GetInfo);
-            if (wanted == "VerQueryValueW") return AsProcedure(&QueryValue);
-            return original(library, name);
-        });
-    std::unique_ptr<ReplacedImport> m_allocate = Replace<decltype(::HeapAlloc)>(
-        "HeapAlloc", [this](auto original, HANDLE heap, DWORD flags, SIZE_T bytes) {
+    Replaced m_load = REPLACE_IMPORT(LoadLibraryW, [this](auto original, LPCWSTR path) {
+        calls.Add("LoadLibraryW " + Utf8(path));
+        return m_library = Fails("LoadLibraryW") ? nullptr : original(path);
+    });
+    Replaced m_unload = REPLACE_IMPORT(FreeLibrary, [this](auto original, HMODULE library) {
+        if (library == m_library) calls.Add(library ? "FreeLibrary" : "FreeLibrary of none");
+        return original(library);
+    });
+    Replaced m_find = REPLACE_IMPORT(GetProcAddress, [this](auto original, HMODULE library, LPCSTR name) {
+        const std::string_view wanted = name;
+        if (Fails("GetProcAddress " + std::string(wanted))) return FARPROC{nullptr};
+        if (wanted == "GetFileVersionInfoSizeW") return AsProcedure(&GetSize);
+        if (wanted == "GetFileVersionInfoW") return AsProcedure(&GetInfo);
+        if (wanted == "VerQueryValueW") return AsProcedure(&QueryValue);
+        return original(library, name);
+    });
+    Replaced m_allocate =
+        REPLACE_IMPORT(HeapAlloc, [this](auto original, HANDLE heap, DWORD flags, SIZE_T bytes) {
             if (bytes != size) return original(heap, flags, bytes);
             calls.Add("HeapAlloc " + std::to_string(bytes) + ((flags & HEAP_ZERO_MEMORY) ? " zeroed" : "") +
                       (heap == ::GetProcessHeap() ? "" : " of another heap"));
             return m_block = Fails("HeapAlloc") ? nullptr : original(heap, flags, bytes);
         });
-    std::unique_ptr<ReplacedImport> m_free = Replace<decltype(::HeapFree)>(
-        "HeapFree", [this](auto original, HANDLE heap, DWORD flags, LPVOID block) {
-            if (block && block == m_block) {
-                calls.Add(flags == 0 ? "HeapFree" : "HeapFree with flags");
-                m_block = nullptr;
-            }
-            return original(heap, flags, block);
-        });
-    std::unique_ptr<ReplacedImport> m_moduleFileName = Replace<decltype(::GetModuleFileNameW)>(
-        "GetModuleFileNameW", [this](HMODULE, LPWSTR path, DWORD length) -> DWORD {
+    Replaced m_free = REPLACE_IMPORT(HeapFree, [this](auto original, HANDLE heap, DWORD flags, LPVOID block) {
+        if (block && block == m_block) {
+            calls.Add(flags == 0 ? "HeapFree" : "HeapFree with flags");
+            m_block = nullptr;
+        }
+        return original(heap, flags, block);
+    });
+    Replaced m_moduleFileName =
+        REPLACE_IMPORT(GetModuleFileNameW, [this](HMODULE, LPWSTR path, DWORD length) -> DWORD {
             calls.Add("GetModuleFileNameW " + std::to_string(length));
             ::lstrcpynW(path, L"C:\\Outils\\Talvenor.exe", static_cast<int>(length));
             return 22;

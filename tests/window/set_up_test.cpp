@@ -48,7 +48,7 @@ class SetUpStepsTest : public SetUpTest {
 protected:
     // Has the calls of an import written down with what `describe` makes of their arguments.
     template <class Function, class Describe>
-    static std::unique_ptr<ReplacedImport> Noted(const char* name, Describe describe) {
+    static Replaced Noted(const char* name, Describe describe) {
         return Replace<Function>(name, [name, describe](auto original, auto... arguments) {
             calls.Add(std::string(name) + ' ' + describe(arguments...));
             return original(arguments...);
@@ -63,40 +63,36 @@ protected:
         };
         const auto extension = Noted<decltype(::PathRemoveExtensionW)>("PathRemoveExtensionW", withoutFolder);
         const auto exists = Noted<decltype(::PathFileExistsW)>("PathFileExistsW", withoutFolder);
-        const auto metrics =
-            Replace<decltype(::GetSystemMetrics)>("GetSystemMetrics", [](auto original, int index) {
-                switch (index) {
-                case SM_CXICON: return 48;
-                case SM_CYICON: return 44;
-                case SM_CXSMICON: return 20;
-                case SM_CYSMICON: return 18;
-                default: return original(index);
-                }
-            });
-        const auto loadImage = Replace<decltype(::LoadImageW)>(
-            "LoadImageW",
-            [&](auto original, HINSTANCE module, LPCWSTR name, UINT type, int width, int height, UINT flags) {
-                calls.Add("LoadImageW " + ResourceName(name) + ' ' + std::to_string(width) + 'x' +
-                          std::to_string(height));
-                const HANDLE icon = iconsFail ? nullptr : original(module, name, type, width, height, flags);
-                loaded[static_cast<HICON>(icon)] = ResourceName(name);
-                return icon;
-            });
-        const auto loadIcon =
-            Replace<decltype(::LoadIconW)>("LoadIconW", [&](auto original, HINSTANCE module, LPCWSTR name) {
-                EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
-                calls.Add("LoadIconW " + ResourceName(name));
-                const HICON icon = iconsFail ? nullptr : original(module, name);
-                loaded[icon] = ResourceName(name);
-                return icon;
-            });
-        const auto destroyIcon =
-            Replace<decltype(::DestroyIcon)>("DestroyIcon", [&](auto original, HICON icon) {
-                if (icon && loaded.contains(icon)) calls.Add("DestroyIcon " + loaded[icon]);
-                return original(icon);
-            });
-        const auto setLong = Replace<decltype(::SetWindowLongPtrW)>(
-            "SetWindowLongPtrW", [&](auto original, HWND window, int index, LONG_PTR value) {
+        const auto metrics = REPLACE_IMPORT(GetSystemMetrics, [](auto original, int index) {
+            switch (index) {
+            case SM_CXICON: return 48;
+            case SM_CYICON: return 44;
+            case SM_CXSMICON: return 20;
+            case SM_CYSMICON: return 18;
+            default: return original(index);
+            }
+        });
+        const auto loadImage = REPLACE_IMPORT(LoadImageW, [&](auto original, HINSTANCE module, LPCWSTR name,
+                                                              UINT type, int width, int height, UINT flags) {
+            calls.Add("LoadImageW " + ResourceName(name) + ' ' + std::to_string(width) + 'x' +
+                      std::to_string(height));
+            const HANDLE icon = iconsFail ? nullptr : original(module, name, type, width, height, flags);
+            loaded[static_cast<HICON>(icon)] = ResourceName(name);
+            return icon;
+        });
+        const auto loadIcon = REPLACE_IMPORT(LoadIconW, [&](auto original, HINSTANCE module, LPCWSTR name) {
+            EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
+            calls.Add("LoadIconW " + ResourceName(name));
+            const HICON icon = iconsFail ? nullptr : original(module, name);
+            loaded[icon] = ResourceName(name);
+            return icon;
+        });
+        const auto destroyIcon = REPLACE_IMPORT(DestroyIcon, [&](auto original, HICON icon) {
+            if (icon && loaded.contains(icon)) calls.Add("DestroyIcon " + loaded[icon]);
+            return original(icon);
+        });
+        const auto setLong =
+            REPLACE_IMPORT(SetWindowLongPtrW, [&](auto original, HWND window, int index, LONG_PTR value) {
                 if (index == GWLP_WNDPROC)
                     calls.Add("SetWindowLongPtrW " + WindowName(window) + " procedure");
                 return original(window, index, value);
@@ -218,12 +214,11 @@ protected:
     BOOL answer = TRUE;
 
 private:
-    std::unique_ptr<ReplacedImport> m_isDialogMessage =
-        Replace<decltype(::IsDialogMessageW)>("IsDialogMessageW", [this](HWND window, LPMSG asked) {
-            EXPECT_EQ(asked, &message);
-            askedFor.push_back(window);
-            return answer;
-        });
+    Replaced m_isDialogMessage = REPLACE_IMPORT(IsDialogMessageW, [this](HWND window, LPMSG asked) {
+        EXPECT_EQ(asked, &message);
+        askedFor.push_back(window);
+        return answer;
+    });
 };
 
 TEST_F(SetUpLoopTest, TheDialogFiltersMessagesByIsDialogMessageUntilItIsDestroyed) {

@@ -18,12 +18,11 @@ protected:
     CallRecord calls;  // a message box and a handle that is closed would be among them
 
 private:
-    std::unique_ptr<ReplacedImport> m_messageBox =
-        Replace<decltype(::MessageBoxW)>("MessageBoxW", [this](HWND, LPCWSTR, LPCWSTR, UINT) {
-            calls.Add("MessageBoxW");
-            return IDOK;
-        });
-    std::unique_ptr<ReplacedImport> m_close = Replace<decltype(::CloseHandle)>("CloseHandle", [this](HANDLE) {
+    Replaced m_messageBox = REPLACE_IMPORT(MessageBoxW, [this](HWND, LPCWSTR, LPCWSTR, UINT) {
+        calls.Add("MessageBoxW");
+        return IDOK;
+    });
+    Replaced m_close = REPLACE_IMPORT(CloseHandle, [this](HANDLE) {
         calls.Add("CloseHandle");
         return TRUE;
     });

@@ -74,27 +74,24 @@ private:
         return timerWindow == FindOwnDialog(kTitle) ? "" : " of another window";
     }
 
-    std::unique_ptr<ReplacedImport> m_startTimer = Replace<decltype(::SetTimer)>(
-        "SetTimer", [this](auto original, HWND owner, UINT_PTR id, UINT periodMs, TIMERPROC callback) {
+    Replaced m_startTimer = REPLACE_IMPORT(
+        SetTimer, [this](auto original, HWND owner, UINT_PTR id, UINT periodMs, TIMERPROC callback) {
             calls.Add("SetTimer " + std::to_string(id) + ' ' + std::to_string(periodMs) +
                       (callback ? " callback" : "") + Whose(owner));
             return realTimers ? original(owner, id, periodMs, callback) : id;
         });
-    std::unique_ptr<ReplacedImport> m_stopTimer =
-        Replace<decltype(::KillTimer)>("KillTimer", [this](auto original, HWND owner, UINT_PTR id) {
-            calls.Add("KillTimer " + std::to_string(id) + Whose(owner));
-            return realTimers ? original(owner, id) : TRUE;
-        });
-    std::unique_ptr<ReplacedImport> m_end =
-        Replace<decltype(::EndDialog)>("EndDialog", [this](auto original, HWND ended, INT_PTR result) {
-            calls.Add("EndDialog " + std::to_string(result));
-            return original(ended, result);
-        });
-    std::unique_ptr<ReplacedImport> m_initiate = Replace<decltype(::InitiateSystemShutdownW)>(
-        "InitiateSystemShutdownW", [this](LPWSTR, LPWSTR, DWORD, BOOL, BOOL) {
-            calls.Add("shutdown");
-            return FALSE;
-        });
+    Replaced m_stopTimer = REPLACE_IMPORT(KillTimer, [this](auto original, HWND owner, UINT_PTR id) {
+        calls.Add("KillTimer " + std::to_string(id) + Whose(owner));
+        return realTimers ? original(owner, id) : TRUE;
+    });
+    Replaced m_end = REPLACE_IMPORT(EndDialog, [this](auto original, HWND ended, INT_PTR result) {
+        calls.Add("EndDialog " + std::to_string(result));
+        return original(ended, result);
+    });
+    Replaced m_initiate = REPLACE_IMPORT(InitiateSystemShutdownW, [this](LPWSTR, LPWSTR, DWORD, BOOL, BOOL) {
+        calls.Add("shutdown");
+        return FALSE;
+    });
 };
 
 TEST_F(ShutMeDownDlgTest, OpensAtThirtyWithATimerOfASecondAndTheFocusOnItsDefaultButton) {

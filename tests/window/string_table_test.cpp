@@ -117,18 +117,18 @@ protected:
     std::vector<HINSTANCE> asked;
 
 private:
-    std::unique_ptr<ReplacedImport> m_find = Replace<decltype(::FindResourceExW)>(
-        "FindResourceExW", [this](HMODULE module, LPCWSTR type, LPCWSTR name, WORD language) {
+    Replaced m_find =
+        REPLACE_IMPORT(FindResourceExW, [this](HMODULE module, LPCWSTR type, LPCWSTR name, WORD language) {
             EXPECT_EQ(type, RT_STRING);
             EXPECT_EQ(language, 0) << "the lookup is not language-neutral";
             asked.push_back(module);
             const auto found = blocks.find({module, static_cast<UINT>(reinterpret_cast<ULONG_PTR>(name))});
             return found == blocks.end() ? nullptr : reinterpret_cast<HRSRC>(&found->second);
         });
-    std::unique_ptr<ReplacedImport> m_load = Replace<decltype(::LoadResource)>(
-        "LoadResource", [](HMODULE, HRSRC found) { return reinterpret_cast<HGLOBAL>(found); });
-    std::unique_ptr<ReplacedImport> m_lock = Replace<decltype(::LockResource)>(
-        "LockResource", [](HGLOBAL loaded) { return reinterpret_cast<std::wstring*>(loaded)->data(); });
+    Replaced m_load =
+        REPLACE_IMPORT(LoadResource, [](HMODULE, HRSRC found) { return reinterpret_cast<HGLOBAL>(found); });
+    Replaced m_lock = REPLACE_IMPORT(
+        LockResource, [](HGLOBAL loaded) { return reinterpret_cast<std::wstring*>(loaded)->data(); });
 };
 
 TEST_F(StringTableModulesTest, TheFirstModuleThatHoldsTheBlockWins) {

@@ -73,8 +73,8 @@ TEST_F(SystemExplorerTest, IsTheBareNameOnlyWhileTheSearchPathLeadsToTheSystemsO
          MAX_PATH},
     };
     for (const auto& row : cases) {
-        const auto search = Replace<decltype(::SearchPathW)>(
-            "SearchPathW", [&](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) {
+        const auto search =
+            REPLACE_IMPORT(SearchPathW, [&](LPCWSTR where, LPCWSTR, LPCWSTR, DWORD, LPWSTR found, LPWSTR*) {
                 const bool isCurrentFolder = where && std::wstring(where) == L".";
                 const std::wstring path = isCurrentFolder ? row.inCurrentFolder : where ? L"" : row.found;
                 ::lstrcpynW(found, path.c_str(), MAX_PATH);
@@ -87,11 +87,10 @@ TEST_F(SystemExplorerTest, IsTheBareNameOnlyWhileTheSearchPathLeadsToTheSystemsO
 
 TEST_F(SystemExplorerTest, IsTheBareNameWithoutTheSystemsFolder) {
     Plant(folder.Path());
-    const auto windows =
-        Replace<decltype(::GetSystemWindowsDirectoryW)>("GetSystemWindowsDirectoryW", [](LPWSTR path, UINT) {
-            ::lstrcpyW(path, L"C:\\left over");
-            return 0u;
-        });
+    const auto windows = REPLACE_IMPORT(GetSystemWindowsDirectoryW, [](LPWSTR path, UINT) {
+        ::lstrcpyW(path, L"C:\\left over");
+        return 0u;
+    });
     EXPECT_EQ(SystemExplorer(), kBareName);
 }
 

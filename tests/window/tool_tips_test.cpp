@@ -15,21 +15,20 @@ protected:
         Destroy();
         texts.clear();
         tools.clear();
-        const auto verify = Replace<decltype(::VerifyVersionInfoW)>(
-            "VerifyVersionInfoW", [&](LPOSVERSIONINFOEXW version, DWORD types, DWORDLONG conditions) {
-                EXPECT_EQ(version->dwOSVersionInfoSize, sizeof(OSVERSIONINFOEXW));
-                EXPECT_EQ(version->dwMajorVersion, 6u);
-                EXPECT_EQ(version->dwMinorVersion, 0u);
-                EXPECT_EQ(version->wServicePackMajor, 0);
-                EXPECT_EQ(types,
-                          static_cast<DWORD>(VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR));
-                // "Greater or equal" is 3; three bits a field: minor version at 0, major version at 3,
-                // service pack at 15.
-                EXPECT_EQ(conditions & 0x00FFFFFF, 0x1801Bu);
-                return isLater;
-            });
-        const auto create = Replace<decltype(::CreateWindowExW)>(
-            "CreateWindowExW",
+        const auto verify = REPLACE_IMPORT(VerifyVersionInfoW, [&](LPOSVERSIONINFOEXW version, DWORD types,
+                                                                   DWORDLONG conditions) {
+            EXPECT_EQ(version->dwOSVersionInfoSize, sizeof(OSVERSIONINFOEXW));
+            EXPECT_EQ(version->dwMajorVersion, 6u);
+            EXPECT_EQ(version->dwMinorVersion, 0u);
+            EXPECT_EQ(version->wServicePackMajor, 0);
+            EXPECT_EQ(types, static_cast<DWORD>(VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR));
+            // "Greater or equal" is 3; three bits a field: minor version at 0, major version at 3,
+            // service pack at 15.
+            EXPECT_EQ(conditions & 0x00FFFFFF, 0x1801Bu);
+            return isLater;
+        });
+        const auto create = REPLACE_IMPORT(
+            CreateWindowExW,
             [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
                 int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
                 EXPECT_STREQ(className, L"tooltips_class32");

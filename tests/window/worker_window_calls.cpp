@@ -61,8 +61,8 @@ WorkerWindowCalls::WorkerWindowCalls(WorkerCalls& calls) {
     noted.Add<"ShowWindow", decltype(::ShowWindow)>();
     noted.Add<"SetWindowTextW", decltype(::SetWindowTextW)>();
     noted.Add<"UpdateWindow", decltype(::UpdateWindow)>();
-    m_replaced.push_back(Replace<decltype(::SendMessageW)>(
-        "SendMessageW", [&calls](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    m_replaced.push_back(REPLACE_IMPORT(
+        SendMessageW, [&calls](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
             if (message >= LVM_FIRST && message < LVM_FIRST + 0x100) {
                 if (const std::string call = ListMessage(message, wParam, lParam); !call.empty()) {
                     calls.Note(call);
@@ -78,40 +78,36 @@ WorkerWindowCalls::WorkerWindowCalls(WorkerCalls& calls) {
             return original(window, message, reinterpret_cast<WPARAM>(run),
                             reinterpret_cast<LPARAM>(&invocation));
         }));
-    m_replaced.push_back(Replace<decltype(::SetTimer)>(
-        "SetTimer",
-        [&calls, this](auto original, HWND window, UINT_PTR id, UINT periodMs, TIMERPROC callback) {
+    m_replaced.push_back(REPLACE_IMPORT(
+        SetTimer, [&calls, this](auto original, HWND window, UINT_PTR id, UINT periodMs, TIMERPROC callback) {
             calls.Note(CallText("SetTimer", window, id, periodMs) + (callback ? " callback" : ""));
             return realTimers ? original(window, id, periodMs, callback) : id;
         }));
-    m_replaced.push_back(
-        Replace<decltype(::KillTimer)>("KillTimer", [&calls, this](auto original, HWND window, UINT_PTR id) {
-            calls.Note(CallText("KillTimer", window, id));
-            return realTimers ? original(window, id) : TRUE;
-        }));
-    m_replaced.push_back(Replace<decltype(::LoadCursorW)>(
-        "LoadCursorW", [&calls](auto original, HINSTANCE module, LPCWSTR name) {
-            const bool onWorker = calls.Note(
-                CallText(module ? "LoadCursorW module" : "LoadCursorW", reinterpret_cast<ULONG_PTR>(name)));
-            return onWorker ? kBusyCursor : original(module, name);
-        }));
-    m_replaced.push_back(Replace<decltype(::SetCursor)>("SetCursor", [&calls](auto original, HCURSOR cursor) {
+    m_replaced.push_back(REPLACE_IMPORT(KillTimer, [&calls, this](auto original, HWND window, UINT_PTR id) {
+        calls.Note(CallText("KillTimer", window, id));
+        return realTimers ? original(window, id) : TRUE;
+    }));
+    m_replaced.push_back(REPLACE_IMPORT(LoadCursorW, [&calls](auto original, HINSTANCE module, LPCWSTR name) {
+        const bool onWorker = calls.Note(
+            CallText(module ? "LoadCursorW module" : "LoadCursorW", reinterpret_cast<ULONG_PTR>(name)));
+        return onWorker ? kBusyCursor : original(module, name);
+    }));
+    m_replaced.push_back(REPLACE_IMPORT(SetCursor, [&calls](auto original, HCURSOR cursor) {
         const bool onWorker = calls.Note(cursor == kBusyCursor       ? "SetCursor busy"
                                          : cursor == kPreviousCursor ? "SetCursor previous"
                                                                      : "SetCursor other");
         return onWorker ? kPreviousCursor : original(cursor);
     }));
-    m_replaced.push_back(Replace<decltype(::SetThreadExecutionState)>(
-        "SetThreadExecutionState", [&calls, this](EXECUTION_STATE state) -> EXECUTION_STATE {
+    m_replaced.push_back(
+        REPLACE_IMPORT(SetThreadExecutionState, [&calls, this](EXECUTION_STATE state) -> EXECUTION_STATE {
             calls.Note(CallText("SetThreadExecutionState", Hex(state)));
             return executionState;
         }));
-    m_replaced.push_back(
-        Replace<decltype(::GetActiveWindow)>("GetActiveWindow", [&calls, this](auto original) -> HWND {
-            return calls.Note("GetActiveWindow") ? activeWindow.load() : original();
-        }));
-    m_replaced.push_back(Replace<decltype(::DialogBoxParamW)>(
-        "DialogBoxParamW",
+    m_replaced.push_back(REPLACE_IMPORT(GetActiveWindow, [&calls, this](auto original) -> HWND {
+        return calls.Note("GetActiveWindow") ? activeWindow.load() : original();
+    }));
+    m_replaced.push_back(REPLACE_IMPORT(
+        DialogBoxParamW,
         [&calls, this](auto original, HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
                        LPARAM parameter) -> INT_PTR {
             const bool onWorker = calls.Note(

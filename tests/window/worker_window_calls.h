@@ -36,5 +36,5 @@ public:
     std::atomic<EXECUTION_STATE> executionState{ES_CONTINUOUS};
 
 private:
-    std::vector<std::unique_ptr<ReplacedImport>> m_replaced;
+    std::vector<Replaced> m_replaced;
 };

@@ -76,9 +76,9 @@ protected:
     std::vector<std::string> conversions;
 
 private:
-    std::unique_ptr<ReplacedImport> m_convert = Replace<decltype(::WideCharToMultiByte)>(
-        "WideCharToMultiByte", [this](UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes,
-                                      int size, LPCCH defaultCharacter, LPBOOL usedDefault) {
+    Replaced m_convert = REPLACE_IMPORT(
+        WideCharToMultiByte, [this](UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes,
+                                    int size, LPCCH defaultCharacter, LPBOOL usedDefault) {
             const bool ordinary = codePage == CP_ACP && flags == 0 && length == -1 && text != nullptr &&
                                   defaultCharacter == nullptr && usedDefault == nullptr;
             conversions.push_back(std::string(ordinary ? "ordinary " : "odd ") + (bytes ? "into " : "size ") +
