@@ -13,9 +13,9 @@ using BatchAwakeTest = BatchFixture;
 
 TEST_F(BatchAwakeTest, IsAskedForOnceBeforeTheFirstFileAndReleasedAfterTheLastBeforeTheMessage) {
     Convert(3);
-    EXPECT_THAT(worker.Of({"SetThreadExecutionState", "LVM_GETITEMTEXTW", "CreateProcessW", "MessageBoxW"}),
-                ElementsAre(kAsked, "LVM_GETITEMTEXTW 0,0", "CreateProcessW", "LVM_GETITEMTEXTW 1,0",
-                            "CreateProcessW", "LVM_GETITEMTEXTW 2,0", "CreateProcessW", kReleased,
+    const std::string first = "LVM_GETITEMTEXTW 1040 row=0 column=0 size=256";
+    EXPECT_THAT(worker.Of({"SetThreadExecutionState", first, "CreateProcessW", "MessageBoxW"}),
+                ElementsAre(kAsked, first, "CreateProcessW", "CreateProcessW", "CreateProcessW", kReleased,
                             "MessageBoxW Conversion terminée !"));
 }
 

@@ -6,18 +6,21 @@ namespace {
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
+constexpr char kRowCount[] = "LVM_GETITEMCOUNT 1040 0 0";
+
 using BatchCallsTest = BatchFixture;
 
 TEST_F(BatchCallsTest, AConverterInItsOwnWindow) {
     Convert(1, {{.durationMs = 7'000}});
-    EXPECT_THAT(worker.Between("PathStripPathW", "LVM_GETITEMCOUNT"),
-                ElementsAre("PathStripPathW C:\\in\\a.pdf",
-                            "SHGetFolderPathW owner=none folder=0x25 token=none flags=1", "GetTickCount",
-                            "SetTimer main 2 1000", "CreateProcessW", "AssignProcessToJobObject process 1",
-                            "WaitForSingleObject process 1 INFINITE", "GetExitCodeProcess process 1",
-                            "GetTickCount", "KillTimer main 2", "IsDlgButtonChecked 1019",
-                            "LVM_GETNEXTITEM -1 flags=2", "LVM_SETITEMW 0,1 mask=1 \"00:00:07\"",
-                            "CloseHandle process 1", "CloseHandle thread 1", "LVM_GETITEMCOUNT"));
+    EXPECT_THAT(
+        worker.Between("PathStripPathW", kRowCount),
+        ElementsAre("PathStripPathW C:\\in\\a.pdf",
+                    "SHGetFolderPathW owner=none folder=0x25 token=none flags=1", "GetTickCount",
+                    "SetTimer main 2 1000", "CreateProcessW", "AssignProcessToJobObject process 1",
+                    "WaitForSingleObject process 1 INFINITE", "GetExitCodeProcess process 1", "GetTickCount",
+                    "KillTimer main 2", "IsDlgButtonChecked 1019", "LVM_GETNEXTITEM 1040 -1 2",
+                    "LVM_SETITEMW 1040 row=0 column=1 mask=1 \"00:00:07\"", "CloseHandle process 1",
+                    "CloseHandle thread 1", kRowCount));
 }
 
 TEST_F(BatchCallsTest, AConverterThatCannotBeStarted) {
@@ -27,10 +30,11 @@ TEST_F(BatchCallsTest, AConverterThatCannotBeStarted) {
     EXPECT_TRUE(steps[5].starts_with("MessageBoxW Erreur CreateProcess :  "));
     EXPECT_THAT(std::vector(steps.begin() + 2, steps.begin() + 5),
                 ElementsAre("GetTickCount", "SetTimer main 2 1000", "CreateProcessW"));
-    EXPECT_THAT(std::vector(steps.begin() + 6, steps.end()),
-                ElementsAre("GetTickCount", "KillTimer main 2", "IsDlgButtonChecked 1019",
-                            "LVM_GETNEXTITEM -1 flags=2", "LVM_SETITEMW 0,1 mask=1 \"00:00:00\"",
-                            "IsDlgButtonChecked 1038"));
+    EXPECT_THAT(
+        std::vector(steps.begin() + 6, steps.end()),
+        ElementsAre("GetTickCount", "KillTimer main 2", "IsDlgButtonChecked 1019",
+                    "LVM_GETNEXTITEM 1040 -1 2", "LVM_SETITEMW 1040 row=0 column=1 mask=1 \"00:00:00\"",
+                    "IsDlgButtonChecked 1038"));
 }
 
 TEST_F(BatchCallsTest, FromTheRunningStateToTheFirstFile) {
@@ -38,18 +42,19 @@ TEST_F(BatchCallsTest, FromTheRunningStateToTheFirstFile) {
     std::vector<std::string> steps = worker.Between("SetWindowTextW 2 \"Arrêter \"", "SetWindowTextW 1004");
     // How wide the columns become is the system's business; that they are fitted is not.
     const auto isWidth = [](const std::string& step) {
-        return step.starts_with("LVM_SETCOLUMNWIDTH") && step != "LVM_SETCOLUMNWIDTH 1 -2";
+        return step.starts_with("LVM_SETCOLUMNWIDTH") && step != "LVM_SETCOLUMNWIDTH 1040 1 -2";
     };
     EXPECT_GE(std::erase_if(steps, isWidth), 1u);
-    EXPECT_THAT(steps,
-                ElementsAre("SetWindowTextW 2 \"Arrêter \"", "LVM_GETITEMCOUNT",
-                            "LVM_SETITEMW 0,1 mask=1 \"\"", "LVM_GETITEMCOUNT", "LVM_GETITEMCOUNT",
-                            "EnableWindow 1024 0", "ShowWindow 1024 0", "DeleteFileW " + Utf8(LogFile()),
-                            "LVM_SETCOLUMNWIDTH 1 -2", "UpdateWindow 1040", "LoadCursorW 32650",
-                            "SetCursor busy", "LVM_GETITEMCOUNT", "SetThreadExecutionState 0x80000001",
-                            "LVM_GETITEMTEXTW 0,0", "LVM_SETITEMSTATE 0 state=3 mask=3",
-                            "LVM_SETSELECTIONMARK 0", "LVM_ENSUREVISIBLE 0 partial=0",
-                            "SetWindowTextW 1004 \"Conversion en cours : C:\\in\\a.pdf\""));
+    EXPECT_THAT(steps, ElementsAre("SetWindowTextW 2 \"Arrêter \"", kRowCount,
+                                   "LVM_SETITEMW 1040 row=0 column=1 mask=1 \"\"", kRowCount, kRowCount,
+                                   "EnableWindow 1024 0", "ShowWindow 1024 0",
+                                   "DeleteFileW " + Utf8(LogFile()), "LVM_SETCOLUMNWIDTH 1040 1 -2",
+                                   "LVM_GETCOLUMNWIDTH 1040 1 0", "UpdateWindow 1040", "LoadCursorW 32650",
+                                   "SetCursor busy", kRowCount, "SetThreadExecutionState 0x80000001",
+                                   "LVM_GETITEMTEXTW 1040 row=0 column=0 size=256",
+                                   "LVM_SETITEMSTATE 1040 row=0 state=3 mask=3",
+                                   "LVM_SETSELECTIONMARK 1040 0 0", "LVM_ENSUREVISIBLE 1040 0 0",
+                                   "SetWindowTextW 1004 \"Conversion en cours : C:\\in\\a.pdf\""));
 }
 
 TEST_F(BatchCallsTest, TheOptionsCheckBoxesAreReadForEachFileAndTheHiddenOutputAfterThem) {
@@ -71,12 +76,13 @@ TEST_F(BatchCallsTest, FromTheLastFileToTheIdleState) {
     Check(IDC_HIDE_OUTPUT);
     Check(IDC_SHUT_DOWN);
     Convert(1);
-    EXPECT_THAT(worker.Between("IsDlgButtonChecked 1038", "EnableWindow 1 1"),
-                ElementsAre("IsDlgButtonChecked 1038", "GetActiveWindow", "DialogBoxParamW 101 owner=none",
-                            "SetThreadExecutionState 0x80000000", "LVM_SETITEMSTATE -1 state=0 mask=2",
-                            "MessageBoxW Conversion terminée !", "SetWindowTextW 1004 \"\"",
-                            "IsDlgButtonChecked 1019", "EnableWindow 1024 1", "ShowWindow 1024 5",
-                            "EnableWindow 1 1"));
+    EXPECT_THAT(
+        worker.Between("IsDlgButtonChecked 1038", "EnableWindow 1 1"),
+        ElementsAre("IsDlgButtonChecked 1038", "GetActiveWindow", "DialogBoxParamW 101 owner=none",
+                    "SetThreadExecutionState 0x80000000", "LVM_SETITEMSTATE 1040 row=-1 state=0 mask=2",
+                    "MessageBoxW Conversion terminée !", "SetWindowTextW 1004 \"\"",
+                    "IsDlgButtonChecked 1019", "EnableWindow 1024 1", "ShowWindow 1024 5",
+                    "EnableWindow 1 1"));
     EXPECT_THAT(worker.Between("SetWindowTextW 2 \"Quitter\"", "SetCursor"),
                 ElementsAre("SetWindowTextW 2 \"Quitter\"", "SetCursor previous"));
     EXPECT_EQ(worker.All().back(), "SetCursor previous");

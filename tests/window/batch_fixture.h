@@ -108,7 +108,7 @@ protected:
     // Starts a batch without files, which runs until it is stopped. Its worker ends at once.
     void StartEmptyBatch() {
         ASSERT_EQ(RowCount(), 0);
-        PressConvert();
+        Command(IDOK, BN_CLICKED);
         ASSERT_TRUE(WaitFor([&] { return dialog->IsRunning() && !dialog->HasWorker(); }))
             << "the batch did not come to rest";
     }

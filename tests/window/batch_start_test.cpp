@@ -143,6 +143,7 @@ protected:
         SelectRow(0);
         PressListKey(VK_DELETE);
         WriteLog("of an earlier batch");
+        ASSERT_TRUE(IsEnabled(IDOK));
         StartEmptyBatch();
     }
 };

@@ -56,10 +56,11 @@ INSTANTIATE_TEST_SUITE_P(
         StopCase{
             "WhileItRunsAndItSucceedsAllTheSame", "WaitForSingleObject process 1", 1, {kMarked, L"", L""}},
         StopCase{"AfterItsEnd", "KillTimer main 2", 1, {kMarked, L"", L""}},
-        StopCase{"BetweenTwoFiles", "LVM_SETITEMW 0,1 mask=1 \"00:00:05\"", 1, {kDone, L"", L""}},
+        StopCase{
+            "BetweenTwoFiles", "LVM_SETITEMW 1040 row=0 column=1 mask=1 \"00:00:05\"", 1, {kDone, L"", L""}},
         StopCase{"AtTheClosingOfItsHandles", "CloseHandle process 1", 1, {kDone, L"", L""}},
-        StopCase{"AtTheNextFile", "LVM_GETITEMTEXTW 1,0", 2, {kDone, kMarked, L""}},
-        StopCase{"AfterTheNextRowHasBegun", "LVM_SETITEMSTATE 1 state=3", 2, {kDone, kMarked, L""}},
+        StopCase{"AtTheNextFile", "LVM_GETITEMTEXTW 1040 row=1", 2, {kDone, kMarked, L""}},
+        StopCase{"AfterTheNextRowHasBegun", "LVM_SETITEMSTATE 1040 row=1 state=3", 2, {kDone, kMarked, L""}},
         StopCase{"InTheLastFile", "WaitForSingleObject process 3", 3, {kDone, kDone, kMarked}},
         StopCase{"InTheMessageOfAFailedStart",
                  "MessageBoxW Erreur CreateProcess",

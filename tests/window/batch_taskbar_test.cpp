@@ -110,7 +110,7 @@ TEST_F(BatchTaskbarTest, IsGoneAtOnceAtAConfirmedStopAndTheOldWorkerDoesNotBring
 
 TEST_F(BatchTaskbarTest, ReportsThatWereUnderWayAtTheStopAreNotShown) {
     worker.At("WaitForSingleObject process 1", 1, [&] { EXPECT_TRUE(IsShown("SetProgressValue 0/2")); });
-    StopAt("LVM_SETITEMSTATE 1");  // between the second report and the loop's test
+    StopAt("LVM_SETITEMSTATE 1040 row=1");  // between the second report and the loop's test
     Convert(2);
     const auto shown = Shown();
     ASSERT_THAT(shown, Contains(kHidden));

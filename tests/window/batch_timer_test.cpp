@@ -47,7 +47,7 @@ TEST_F(BatchTimerTest, WithoutASelectedRowNoRowShowsTheTimeOrTheFinalDuration) {
     converters.Plan({{.durationMs = 2'000}, {.durationMs = 3'000}});
     Finish(1);
     EXPECT_THAT(Column(1), ElementsAre(L"", L"00:00:02", L"00:00:03"));
-    EXPECT_EQ(worker.Count("LVM_SETITEMW -1,1 mask=1 \"00:00:00\""), 1);
+    EXPECT_EQ(worker.Count("LVM_SETITEMW 1040 row=-1 column=1 mask=1 \"00:00:00\""), 1);
 }
 
 TEST_F(BatchTimerTest, TimesGoToTheSelectedRowWhicheverConverts) {
@@ -56,7 +56,7 @@ TEST_F(BatchTimerTest, TimesGoToTheSelectedRowWhicheverConverts) {
     Tick(1'005'000);
     EXPECT_THAT(Column(1), ElementsAre(L"", L"", L"00:00:05"));
     std::vector<std::wstring> afterTheFirst;
-    worker.At("LVM_GETITEMTEXTW 1,0", 1, [&] { afterTheFirst = Column(1); });
+    worker.At("LVM_GETITEMTEXTW 1040 row=1", 1, [&] { afterTheFirst = Column(1); });
     converters.tick = 1'006'000;
     Finish(1);
     EXPECT_THAT(afterTheFirst, ElementsAre(L"", L"", L"00:00:06"));

@@ -23,6 +23,8 @@ const char* MessageName(UINT message) {
         {LVM_SETSELECTIONMARK, "LVM_SETSELECTIONMARK"},
         {LVM_ENSUREVISIBLE, "LVM_ENSUREVISIBLE"},
         {LVM_GETITEMTEXTW, "LVM_GETITEMTEXTW"},
+        {LVM_GETITEMCOUNT, "LVM_GETITEMCOUNT"},
+        {LVM_GETNEXTITEM, "LVM_GETNEXTITEM"},
         {LVM_DELETEITEM, "LVM_DELETEITEM"},
         {LVM_DELETEALLITEMS, "LVM_DELETEALLITEMS"},
         {LVM_SETCOLUMNWIDTH, "LVM_SETCOLUMNWIDTH"},
@@ -63,6 +65,11 @@ std::string Arguments(UINT message, WPARAM wParam, LPARAM lParam) {
 
 }  // namespace
 
+std::string ControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const char* const name = MessageName(message);
+    return name ? CallText(name, window, Arguments(message, wParam, lParam)) : "";
+}
+
 ControlCalls::ControlCalls(CallRecord& record, Answer answer) {
     NotedCalls calls(m_replaced, [&record](std::string call) {
         record.Add(std::move(call));
@@ -81,16 +88,14 @@ ControlCalls::ControlCalls(CallRecord& record, Answer answer) {
     m_replaced.push_back(REPLACE_IMPORT(
         SendMessageW, [&record, answer = std::move(answer)](auto original, HWND window, UINT message,
                                                             WPARAM wParam, LPARAM lParam) {
-            // Commands of controls are the test's own doing.
+            // Commands of controls are the test's own doing, and these questions change nothing.
             const bool isTests = message == WM_COMMAND && lParam != 0;
-            if (const char* const name = isTests ? nullptr : MessageName(message)) {
-                record.Add(CallText(name, window, Arguments(message, wParam, lParam)));
-            }
+            const bool isQuestion = message == LVM_GETITEMCOUNT || message == LVM_GETNEXTITEM;
+            const std::string call = ControlMessage(window, message, wParam, lParam);
+            if (!isTests && !isQuestion && !call.empty()) record.Add(call);
             if (answer) {
                 if (const auto answered = answer(window, message, wParam, lParam)) return *answered;
             }
             return original(window, message, wParam, lParam);
         }));
 }
-
-ControlCalls::~ControlCalls() = default;

@@ -22,10 +22,12 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+// How records have a message to a control, as above; empty for one that they leave out.
+[[nodiscard]] std::string ControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 class ControlCalls {
 public:
@@ -36,7 +38,6 @@ public:
     explicit ControlCalls(CallRecord& record, Answer answer = nullptr);
     ControlCalls(const ControlCalls&) = delete;
     ControlCalls& operator=(const ControlCalls&) = delete;
-    ~ControlCalls();
 
 private:
     std::vector<Replaced> m_replaced;

@@ -56,7 +56,6 @@ TEST_F(ControlStateBatchTest, ABatchSwitchesTheControlsInTheirOrderAndTheStopBac
         {{IDC_PAGES_CHECK, IDC_NO_TEXT, IDC_SHUT_DOWN}, with(IDC_PAGES_CHECK, IDC_PAGES)},
         {{IDC_RESOLUTION_CHECK, IDC_NO_METADATA, IDC_LINES}, with(IDC_RESOLUTION_CHECK, IDC_RESOLUTION)},
     };
-    messageAnswer = IDYES;
     for (const auto& row : cases) {
         SCOPED_TRACE(testing::PrintToString(row.checked));
         for (const int id : row.checked) Click(id);
@@ -79,7 +78,6 @@ TEST_F(ControlStateBatchTest, EveryDurationIsEmptiedAtABatchsStart) {
 TEST_F(ControlStateBatchTest, ABatchStoppedBeforeItHasBegunLeavesTheDurationsAsTheyAre) {
     Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
     for (int row = 0; row < 2; ++row) SetDuration(row, L"00:00:09");
-    messageAnswer = IDYES;
     HWND toStop = Dialog();  // while the worker is at the first control that it switches
     const auto enable = REPLACE_IMPORT(EnableWindow, [&](auto original, HWND window, BOOL enabled) {
         if (const HWND stopped = std::exchange(toStop, nullptr)) {
@@ -96,7 +94,7 @@ TEST_F(ControlStateBatchTest, ABatchStoppedBeforeItHasBegunLeavesTheDurationsAsT
 TEST_F(ControlStateBatchTest, AStopLeavesTheDurationsAsTheyAre) {
     Drop({L"C:\\in\\a.pdf"});
     StartBatch();
-    EXPECT_THAT(Recorded([&] { StopBatch(); }, {"LVM_SETITEMW"}), IsEmpty());
+    EXPECT_THAT(Recorded([&] { PressStop(); }, {"LVM_SETITEMW"}), IsEmpty());
 }
 
 TEST_F(ControlStateBatchTest, ATimerMarksTheSelectedRowAsCancelledWhenNoBatchHasRunAtAll) {

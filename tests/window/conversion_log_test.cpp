@@ -108,7 +108,7 @@ TEST_F(ConversionLogFileTest, EachRecordIsOpenedSoughtWrittenOnceAndClosed) {
         "SetFilePointer log 0 method=2",
         WriteOfARecord(),
         "CloseHandle log",
-        "LVM_GETNEXTITEM -1 flags=2",
+        "LVM_GETNEXTITEM 1040 -1 2",
     };
     std::vector<std::string> taken = worker.Between("KillTimer", "LVM_GETNEXTITEM");
     // Into the ANSI code page, without flags and default character. How often is the converter's business.

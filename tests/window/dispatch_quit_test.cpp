@@ -59,7 +59,7 @@ TEST_P(DispatchQuitTest, EndsTheWindowAndPostsTheQuitMessageWithCodeTwo) {
 TEST_P(DispatchQuitTest, AsksFirstWhileABatchRunsAndGoesOnUnlessAnsweredYes) {
     StartEmptyBatch();
     for (const int answer : {IDNO, IDCANCEL, IDOK, 0}) {
-        messageAnswer = answer;
+        stopAnswer = answer;
         EXPECT_THAT(
             Recorded([&] { Ask(); }, {"MessageBoxW", "EnableWindow", "SetWindowTextW", "DestroyWindow"}),
             ElementsAre(kQuestion))
@@ -70,7 +70,7 @@ TEST_P(DispatchQuitTest, AsksFirstWhileABatchRunsAndGoesOnUnlessAnsweredYes) {
 
 TEST_P(DispatchQuitTest, StopsTheBatchWhenAnsweredYesAndTheWindowStays) {
     StartEmptyBatch();
-    messageAnswer = IDYES;
+    stopAnswer = IDYES;
     Ask();
     EXPECT_THAT(calls.Calls(), ElementsAre(kQuestion));
     EXPECT_FALSE(dialog->IsRunning());

@@ -56,7 +56,7 @@ TEST_F(FileListKeysTest, NoKeyDoesAnythingWhileABatchRuns) {
     SetText(IDC_STATUS, L"as it was");
     PressListKey(VK_DELETE);
     EXPECT_EQ(Text(IDC_STATUS), L"as it was");
-    StopBatch();
+    PressStop();
     SelectRow(2);
     PressListKey(VK_DELETE);
     EXPECT_EQ(RowCount(), 2);

@@ -35,7 +35,7 @@ TEST_F(StringTableUseTest, ButtonStatusLineAndMessagesOfABatch) {
     StartBatch();
     EXPECT_EQ(Text(IDCANCEL), L"<139>");
     EXPECT_EQ(Text(IDC_STATUS), L"<132>C:\\in\\a.pdf");
-    messageAnswer = IDNO;
+    stopAnswer = IDNO;
     Click(IDCANCEL);
     EXPECT_THAT(calls.Calls(), Contains(MarkedMessageBox("<144>", "0x24")));
     FinishBatch();

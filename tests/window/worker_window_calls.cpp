@@ -1,6 +1,7 @@
 #include "tests/window/worker_window_calls.h"
 
 #include "framework/invoker.h"
+#include "tests/window/control_calls.h"
 #include "tests/window/noted_calls.h"
 
 #include <commctrl.h>
@@ -11,28 +12,6 @@ namespace {
 
 const auto kBusyCursor = reinterpret_cast<HCURSOR>(0x1001);
 const auto kPreviousCursor = reinterpret_cast<HCURSOR>(0x1002);
-
-// A message to the file list as the record has it; empty for one that is not written down.
-std::string ListMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    const std::string row = std::to_string(static_cast<int>(wParam));
-    const auto field = [](const char* name, auto value) { return name + std::to_string(value); };
-    const auto* const item = reinterpret_cast<const LVITEMW*>(lParam);  // of some messages
-    switch (message) {
-    case LVM_GETITEMCOUNT: return "LVM_GETITEMCOUNT";
-    case LVM_GETITEMTEXTW: return CallText("LVM_GETITEMTEXTW", row + field(",", item->iSubItem));
-    case LVM_SETITEMSTATE:
-        return CallText("LVM_SETITEMSTATE", row, field("state=", item->state),
-                        field("mask=", item->stateMask));
-    case LVM_SETSELECTIONMARK: return CallText("LVM_SETSELECTIONMARK", lParam);
-    case LVM_ENSUREVISIBLE: return CallText("LVM_ENSUREVISIBLE", row, field("partial=", lParam));
-    case LVM_GETNEXTITEM: return CallText("LVM_GETNEXTITEM", row, field("flags=", lParam));
-    case LVM_SETITEMW:
-        return CallText("LVM_SETITEMW", field("", item->iItem) + field(",", item->iSubItem),
-                        field("mask=", item->mask), Quoted(item->pszText));
-    case LVM_SETCOLUMNWIDTH: return CallText("LVM_SETCOLUMNWIDTH", row, static_cast<short>(lParam));
-    default: return {};
-    }
-}
 
 // A function that a worker has the user-interface thread run.
 struct Invocation {
@@ -63,11 +42,9 @@ WorkerWindowCalls::WorkerWindowCalls(WorkerCalls& calls) {
     noted.Add<"UpdateWindow", decltype(::UpdateWindow)>();
     m_replaced.push_back(REPLACE_IMPORT(
         SendMessageW, [&calls](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-            if (message >= LVM_FIRST && message < LVM_FIRST + 0x100) {
-                if (const std::string call = ListMessage(message, wParam, lParam); !call.empty()) {
-                    calls.Note(call);
-                }
-            }
+            const bool isToList = message >= LVM_FIRST && message < LVM_FIRST + 0x100;
+            const std::string call = isToList ? ControlMessage(window, message, wParam, lParam) : "";
+            if (!call.empty()) calls.Note(call);
             if (message != CInvoker::kInvokeMessage || calls.IsUserInterface()) {
                 const WorkerCalls::OnBehalfOf nobody(0);
                 return original(window, message, wParam, lParam);

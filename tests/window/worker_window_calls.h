@@ -1,12 +1,8 @@
 // Writes down what the workers of a batch do to windows. While one lives, these calls of a worker are
 // recorded and, unless it says otherwise, go on to the system:
 //
-//   IsDlgButtonChecked 1019                 EnableWindow 1024 0          ShowWindow 1024 0
-//   SetWindowTextW 1004 "..."               UpdateWindow 1040            LVM_GETITEMCOUNT
-//   LVM_GETITEMTEXTW 0,0                    LVM_SETITEMSTATE 0 state=3 mask=3
-//   LVM_SETSELECTIONMARK 0                  LVM_ENSUREVISIBLE 0 partial=0
-//   LVM_GETNEXTITEM -1 flags=2              LVM_SETITEMW 0,1 mask=1 "00:00:01"
-//   LVM_SETCOLUMNWIDTH 1 -2
+//   IsDlgButtonChecked 1019, EnableWindow 1024 0, ShowWindow 1024 0, SetWindowTextW 1004 "...",
+//   UpdateWindow 1040, and messages to the list as a ControlMessage
 //   SetTimer main 2 1000, KillTimer main 2  (no timer is set, unless `realTimers`)
 //   LoadCursorW 32650, SetCursor busy       (no cursor is set)
 //   SetThreadExecutionState 0x80000001      (nothing is requested)
