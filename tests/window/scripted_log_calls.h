@@ -95,15 +95,15 @@ private:
             }
             return original(codePage, flags, text, length, bytes, size, defaultCharacter, usedDefault);
         });
-    Replaced m_write = REPLACE_IMPORT(WriteFile, [this](auto original, HANDLE file, LPCVOID bytes,
-                                                        DWORD count, LPDWORD written,
-                                                        LPOVERLAPPED overlapped) {
-        const bool onWorker =
-            m_calls.Note("WriteFile " + m_calls.HandleName(file) + ' ' + std::to_string(count) + " bytes");
-        if (onWorker && !writes) {
-            *written = 0;
-            return FALSE;
-        }
-        return original(file, bytes, count, written, overlapped);
-    });
+    Replaced m_write =
+        REPLACE_IMPORT(WriteFile, [this](auto original, HANDLE file, LPCVOID bytes, DWORD count,
+                                         LPDWORD written, LPOVERLAPPED overlapped) {
+            const bool onWorker = m_calls.Note("WriteFile " + m_calls.HandleName(file) + ' ' +
+                                               std::to_string(count) + " bytes" + More(overlapped));
+            if (onWorker && !writes) {
+                *written = 0;
+                return FALSE;
+            }
+            return original(file, bytes, count, written, overlapped);
+        });
 };
