@@ -3,9 +3,17 @@
 
 #include "tests/support/pump.h"
 
+#include "framework/app_module.h"
+
+#include <gtest/gtest.h>
+
 #include <windows.h>
 
 #include <chrono>
+#include <future>
+#include <map>
+#include <optional>
+#include <vector>
 
 // A dialog of this process by its title; null while there is none.
 inline HWND FindOwnDialog(const wchar_t* title) {
@@ -18,59 +26,72 @@ inline HWND FindOwnDialog(const wchar_t* title) {
     return dialog;
 }
 
-// Runs `TDialog`, of `owner` or without a parent, until it ends. A test must end it before the ModalThread
-// goes.
+// The tests of a dialog class whose window has this title.
 template <class TDialog>
-class ModalThread {
-public:
-    explicit ModalThread(const wchar_t* title, HWND owner = nullptr)
-        : m_title(title), m_owner(owner), m_thread(::CreateThread(nullptr, 0, &Run, this, 0, nullptr)) {}
-    ModalThread(const ModalThread&) = delete;
-    ModalThread& operator=(const ModalThread&) = delete;
-    ~ModalThread() {
-        if (!HasEnded()) ::PostMessageW(FindOwnDialog(m_title), WM_COMMAND, IDCANCEL, 0);
-        // An owner of ours gets messages at the dialog's end.
-        PumpUntil([&] { return HasEnded(); }, std::chrono::seconds(10));
-        ::WaitForSingleObject(m_thread, INFINITE);
-        ::CloseHandle(m_thread);
+class ModalThreadTest : public testing::Test {
+protected:
+    explicit ModalThreadTest(const wchar_t* title) : m_title(title) {
+        CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
+    }
+    ~ModalThreadTest() override { CAppModule::Instance().Term(); }
+    void TearDown() override {
+        if (m_result.valid()) Leave(WM_COMMAND, IDCANCEL);
     }
 
-    // The dialog's window, once it is shown; null when it never is.
-    [[nodiscard]] HWND Window() const {
-        HWND window = nullptr;
-        PumpUntil(
-            [&] {
-                window = FindOwnDialog(m_title);
-                return window && ::IsWindowVisible(window);
-            },
-            std::chrono::seconds(10));
-        return window;
+    // Opens the dialog and waits until it is shown.
+    void Open() {
+        m_result = std::async(std::launch::async, [] { return TDialog().DoModal(nullptr); });
+        const auto isShown = [this] {
+            window = FindOwnDialog(m_title);
+            return window && ::IsWindowVisible(window);
+        };
+        ASSERT_TRUE(PumpUntil(isShown, std::chrono::seconds(10))) << "the dialog does not come";
     }
-
-    // The result of the dialog, which is to end now; -2 when it does not.
-    [[nodiscard]] INT_PTR Result() const {
-        const bool ended = PumpUntil([&] { return HasEnded(); }, std::chrono::seconds(10));
-        return ended ? m_result : -2;
+    // Posts a message, a key to the control that has the focus and others to the dialog, which is to end by
+    // it. Returns its result; -2 when it does not end.
+    INT_PTR Leave(UINT message, WPARAM wParam) {
+        const bool isKey = message == WM_KEYDOWN;
+        ::PostMessageW(isKey ? Focused() : window, message, wParam, isKey ? 1 : 0);
+        return PumpUntil([this] { return HasEnded(); }, std::chrono::seconds(10)) ? m_result.get() : -2;
     }
-    [[nodiscard]] bool HasEnded() const { return ::WaitForSingleObject(m_thread, 0) == WAIT_OBJECT_0; }
+    [[nodiscard]] bool HasEnded() const {
+        return m_result.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    }
     // The control that has the focus in the dialog's thread.
     [[nodiscard]] HWND Focused() const {
         GUITHREADINFO info = {};
         info.cbSize = sizeof info;
-        ::GetGUIThreadInfo(::GetThreadId(m_thread), &info);
+        ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info);
         return info.hwndFocus;
     }
 
-private:
-    static DWORD WINAPI Run(void* self) {
-        auto& thread = *static_cast<ModalThread*>(self);
-        TDialog dialog;
-        thread.m_result = dialog.DoModal(thread.m_owner);
-        return 0;
+    // What a dialog without a window handles: messages, up to the private ones of controls and without
+    // arguments, with their results, and commands.
+    [[nodiscard]] static std::map<UINT, LRESULT> HandledMessages() {
+        std::map<UINT, LRESULT> results;
+        for (UINT message = 0; message <= WM_APP + 0x100; ++message) {
+            if (const auto result = Dispatch(message, 0)) results[message] = *result;
+        }
+        return results;
+    }
+    [[nodiscard]] static std::vector<int> HandledCommands() {
+        std::vector<int> handled;
+        for (int id = 0; id <= 0xFFFF; ++id) {
+            if (Dispatch(WM_COMMAND, static_cast<WPARAM>(id))) handled.push_back(id);
+        }
+        return handled;
     }
 
-    const wchar_t* m_title;
-    const HWND m_owner;     // borrowed
-    INT_PTR m_result = -3;  // written by the thread, read after its end
-    HANDLE m_thread;
+    HWND window = nullptr;
+
+private:
+    static std::optional<LRESULT> Dispatch(UINT message, WPARAM wParam) {
+        TDialog dialog;
+        LRESULT result = 0;
+        const bool handled = dialog.ProcessWindowMessage(nullptr, message, wParam, 0, result, 0);
+        return handled ? std::optional(result) : std::nullopt;
+    }
+
+    const wchar_t* const m_title;
+    std::future<INT_PTR> m_result;
 };

@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr char kOpen[] = "OpenProcessToken self access=0x28";
-constexpr char kLookUp[] = "LookupPrivilegeValueW local SeShutdownPrivilege";
-constexpr char kEnable[] = "AdjustTokenPrivileges token all=0 count=1 luid=5:19 attributes=2 previous=none";
-constexpr char kInitiate[] = "InitiateSystemShutdownW machine=none message=none seconds=0 force=0 reboot=0";
-constexpr char kDisable[] = "AdjustTokenPrivileges token all=0 count=1 luid=5:19 attributes=0 previous=none";
+constexpr char kOpen[] = "OpenProcessToken self 40";
+constexpr char kLookUp[] = "LookupPrivilegeValueW (null) \"SeShutdownPrivilege\"";
+constexpr char kEnable[] = "AdjustTokenPrivileges token 0 (null) count=1 luid=5:19 attributes=2";
+constexpr char kInitiate[] = "InitiateSystemShutdownW (null) (null) 0 0 0";
+constexpr char kDisable[] = "AdjustTokenPrivileges token 0 (null) count=1 luid=5:19 attributes=0";
 
 class ShutDownComputerTest : public testing::Test {
 protected:
@@ -43,8 +43,8 @@ TEST_F(ShutDownComputerTest, EnablesThePrivilegeAsksAndDisablesItUnlessAStepFail
         {"an unknown privilege is not looked at",
          [](ScriptedShutdown& system) { system.knowsPrivilege = false; },
          true,
-         {kOpen, kLookUp, "AdjustTokenPrivileges token all=0 count=1 luid=0:0 attributes=2 previous=none",
-          kInitiate, "AdjustTokenPrivileges token all=0 count=1 luid=0:0 attributes=0 previous=none"}},
+         {kOpen, kLookUp, "AdjustTokenPrivileges token 0 (null) count=1 luid=0:0 attributes=2", kInitiate,
+          "AdjustTokenPrivileges token 0 (null) count=1 luid=0:0 attributes=0"}},
         {"an account without the privilege, which comes with a success",
          [](ScriptedShutdown& system) { system.adjustError = ERROR_NOT_ALL_ASSIGNED; },
          false,
