@@ -1,6 +1,7 @@
 // The main window's set-up: its steps in their order, what happens without the converter, the pictures, and
 // the dialog's part in the message loop. Where the program's folder is has a test of its own.
 #include "tests/window/main_window_fixture.h"
+#include "tests/window/noted_calls.h"
 
 #include <shellapi.h>
 #include <shlwapi.h>
@@ -10,21 +11,22 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 using testing::StartsWith;
 
 const std::string kMissingMessage =
     "MessageBoxW owner=none text=pdf2djvu.exe est absent !\r\n\r\n(Talvenor.exe doit se trouver dans le\r\n"
     "même dossier que \"pdf2djvu.exe\") caption=Talvenor type=0x10";
 
-std::string ResourceName(LPCWSTR name) {
-    return std::to_string(reinterpret_cast<ULONG_PTR>(name));
-}
-
+// With the calls of a ControlCalls, `calls` has what else the set-up asks of the system: files with "~" for
+// the program's folder, icons by their resource, and of SetWindowLongPtrW the window procedures and styles.
+// What is not among them leaves a control as its template makes it.
 class SetUpTest : public MainWindowFixture {
 protected:
     // Creates the dialog where it may well refuse.
@@ -40,29 +42,29 @@ protected:
     [[nodiscard]] HICON ButtonImage(int id) const {
         return reinterpret_cast<HICON>(::SendMessageW(Control(id), BM_GETIMAGE, IMAGE_ICON, 0));
     }
-};
 
-// With the calls of a ControlCalls, `calls` has what else the set-up asks of the system: files with "~" for
-// the program's folder, icons by their resource, and of SetWindowLongPtrW the window procedures.
-class SetUpStepsTest : public SetUpTest {
-protected:
-    // Has the calls of an import written down with what `describe` makes of their arguments.
-    template <class Function, class Describe>
-    static Replaced Noted(const char* name, Describe describe) {
-        return Replace<Function>(name, [name, describe](auto original, auto... arguments) {
-            calls.Add(std::string(name) + ' ' + describe(arguments...));
-            return original(arguments...);
-        });
-    }
     // What `create` makes the dialog do.
     std::vector<std::string> StepsOf(const std::function<void()>& create) {
+        std::vector<Replaced> replaced;
+        NotedCalls noted(replaced, [](std::string call) {
+            calls.Add(std::move(call));
+            return true;
+        });
         const auto withoutFolder = [&](std::wstring path) {
             const std::wstring program = folder.Path().wstring();
             if (path.starts_with(program)) path.replace(0, program.size(), L"~");
             return Utf8(path);
         };
-        const auto extension = Noted<decltype(::PathRemoveExtensionW)>("PathRemoveExtensionW", withoutFolder);
-        const auto exists = Noted<decltype(::PathFileExistsW)>("PathFileExistsW", withoutFolder);
+        noted.Add<"PathRemoveExtensionW", decltype(::PathRemoveExtensionW)>(withoutFolder);
+        noted.Add<"PathFileExistsW", decltype(::PathFileExistsW)>(withoutFolder);
+        noted.Add<"ImageList_Create", decltype(::ImageList_Create)>();
+        noted.Add<"ImageList_ReplaceIcon", decltype(::ImageList_ReplaceIcon)>(
+            [&](HIMAGELIST, int index, HICON icon) { return CallText(std::to_string(index), loaded[icon]); });
+        noted.Add<"DragAcceptFiles", decltype(::DragAcceptFiles)>();
+        noted.Add<"CreateWindowExW", decltype(::CreateWindowExW)>(
+            [](DWORD, LPCWSTR className, auto...) { return Utf8(className); });
+        noted.Add<"SetTimer", decltype(::SetTimer)>([](auto...) { return "of any kind"; });
+        noted.Add<"PostQuitMessage", decltype(::PostQuitMessage)>();
         const auto metrics = REPLACE_IMPORT(GetSystemMetrics, [](auto original, int index) {
             switch (index) {
             case SM_CXICON: return 48;
@@ -72,20 +74,23 @@ protected:
             default: return original(index);
             }
         });
-        const auto loadImage = REPLACE_IMPORT(LoadImageW, [&](auto original, HINSTANCE module, LPCWSTR name,
-                                                              UINT type, int width, int height, UINT flags) {
-            calls.Add("LoadImageW " + ResourceName(name) + ' ' + std::to_string(width) + 'x' +
-                      std::to_string(height));
-            const HANDLE icon = iconsFail ? nullptr : original(module, name, type, width, height, flags);
-            loaded[static_cast<HICON>(icon)] = ResourceName(name);
-            return icon;
-        });
+        const auto load = [this](const char* call, LPCWSTR name, const std::string& size, auto icon) {
+            const std::string resource = std::to_string(reinterpret_cast<ULONG_PTR>(name));
+            calls.Add(call + (' ' + resource) + size);
+            const auto result = iconsFail ? nullptr : static_cast<HICON>(icon());
+            loaded[result] = resource;
+            return result;
+        };
+        const auto loadImage = REPLACE_IMPORT(
+            LoadImageW,
+            [&](auto original, HINSTANCE module, LPCWSTR name, UINT type, int width, int height,
+                UINT flags) -> HANDLE {
+                return load("LoadImageW", name, CallText("", width, height),
+                            [&] { return original(module, name, type, width, height, flags); });
+            });
         const auto loadIcon = REPLACE_IMPORT(LoadIconW, [&](auto original, HINSTANCE module, LPCWSTR name) {
             EXPECT_EQ(module, ::GetModuleHandleW(nullptr));
-            calls.Add("LoadIconW " + ResourceName(name));
-            const HICON icon = iconsFail ? nullptr : original(module, name);
-            loaded[icon] = ResourceName(name);
-            return icon;
+            return load("LoadIconW", name, "", [&] { return original(module, name); });
         });
         const auto destroyIcon = REPLACE_IMPORT(DestroyIcon, [&](auto original, HICON icon) {
             if (icon && loaded.contains(icon)) calls.Add("DestroyIcon " + loaded[icon]);
@@ -93,26 +98,10 @@ protected:
         });
         const auto setLong =
             REPLACE_IMPORT(SetWindowLongPtrW, [&](auto original, HWND window, int index, LONG_PTR value) {
-                if (index == GWLP_WNDPROC)
-                    calls.Add("SetWindowLongPtrW " + WindowName(window) + " procedure");
+                if (index == GWLP_WNDPROC) calls.Add(CallText("SetWindowLongPtrW", window, "procedure"));
+                if (index == GWL_STYLE || index == GWL_EXSTYLE) calls.Add("a style is changed");
                 return original(window, index, value);
             });
-        const auto createImages = Noted<decltype(::ImageList_Create)>(
-            "ImageList_Create", [](int width, int height, UINT flags, int count, int growth) {
-                return std::to_string(width) + 'x' + std::to_string(height) + ' ' + std::to_string(flags) +
-                       ' ' + std::to_string(count) + ' ' + std::to_string(growth);
-            });
-        const auto addImage = Noted<decltype(::ImageList_ReplaceIcon)>(
-            "ImageList_ReplaceIcon",
-            [&](HIMAGELIST, int index, HICON icon) { return std::to_string(index) + ' ' + loaded[icon]; });
-        const auto accept = Noted<decltype(::DragAcceptFiles)>(
-            "DragAcceptFiles",
-            [](HWND window, BOOL accepts) { return WindowName(window) + ' ' + std::to_string(accepts); });
-        const auto createWindow = Noted<decltype(::CreateWindowExW)>(
-            "CreateWindowExW", [](DWORD, LPCWSTR className, auto...) { return Utf8(className); });
-        const auto timer = Noted<decltype(::SetTimer)>("SetTimer", [](auto...) { return "of any kind"; });
-        const auto quit = Noted<decltype(::PostQuitMessage)>("PostQuitMessage",
-                                                             [](int code) { return std::to_string(code); });
         return Recorded(create, {}, [&](HWND, UINT message, WPARAM, LPARAM image) -> std::optional<LRESULT> {
             if (message == BM_SETIMAGE) images.push_back(reinterpret_cast<HICON>(image));
             return std::nullopt;
@@ -124,14 +113,16 @@ protected:
     std::vector<HICON> images;            // of buttons
 };
 
+using SetUpStepsTest = SetUpTest;
+
 TEST_F(SetUpStepsTest, AreTakenInTheirOrder) {
     EXPECT_THAT(
         StepsOf([&] { Create(); }),
         ElementsAre("PathRemoveExtensionW ~\\Talvenor.exe", "PathFileExistsW ~\\pdf2djvu.exe",
-                    "SetWindowPos main", "LoadImageW 128 48x44", "WM_SETICON main 1", "LoadImageW 128 20x18",
+                    "SetWindowPos main", "LoadImageW 128 48 44", "WM_SETICON main 1", "LoadImageW 128 20 18",
                     "WM_SETICON main 0", "SetWindowLongPtrW 1014 procedure",
                     "SetWindowLongPtrW 1040 procedure", "LVM_SETEXTENDEDLISTVIEWSTYLE 1040 1057 1057",
-                    "ImageList_Create 16x16 33 1 0", "LoadImageW 213 16x16", "ImageList_ReplaceIcon -1 213",
+                    "ImageList_Create 16 16 33 1 0", "LoadImageW 213 16 16", "ImageList_ReplaceIcon -1 213",
                     "LVM_SETIMAGELIST 1040 1", "DestroyIcon 213", "LVM_INSERTCOLUMNW 1040 0",
                     "LVM_INSERTCOLUMNW 1040 1", "DragAcceptFiles 1040 1", "CreateWindowExW tooltips_class32",
                     StartsWith("TTM_SETMAXTIPWIDTH tooltips_class32 0 "),
@@ -169,7 +160,7 @@ TEST_F(SetUpStepsTest, GoOnToTheLastWithoutAWordWhenNoIconCanBeLoaded) {
 TEST_F(SetUpStepsTest, EndWithAMessageWithoutTheConverter) {
     RemoveConverter();
     EXPECT_THAT(
-        StepsOf([&] { TryToCreate(); }),
+        StepsOf([&] { EXPECT_EQ(TryToCreate(), nullptr); }),
         ElementsAre("PathRemoveExtensionW ~\\Talvenor.exe", "PathFileExistsW ~\\pdf2djvu.exe",
                     kMissingMessage, "WM_COMMAND main 2 0", "DestroyWindow main", "PostQuitMessage 2"));
     EXPECT_EQ(dialog->Handle(), nullptr);
@@ -207,31 +198,20 @@ TEST_F(SetUpTest, WmInitDialogReturnsFalseWithoutTheConverter) {
     EXPECT_EQ(result, FALSE);
 }
 
-class SetUpLoopTest : public SetUpTest {
-protected:
-    MSG message = {nullptr, WM_APP, 0, 0, 0, {}};
-    std::vector<HWND> askedFor;
-    BOOL answer = TRUE;
+using SetUpLoopTest = SetUpTest;
 
-private:
-    Replaced m_isDialogMessage = REPLACE_IMPORT(IsDialogMessageW, [this](HWND window, LPMSG asked) {
-        EXPECT_EQ(asked, &message);
-        askedFor.push_back(window);
-        return answer;
-    });
-};
-
-TEST_F(SetUpLoopTest, TheDialogFiltersMessagesByIsDialogMessageUntilItIsDestroyed) {
+TEST_F(SetUpLoopTest, TheDialogFiltersMessagesByIsDialogMessage) {
     Create();
-    EXPECT_TRUE(loop.FilterMessage(message));
-    answer = FALSE;
-    EXPECT_FALSE(loop.FilterMessage(message));
-    EXPECT_THAT(askedFor, ElementsAre(Dialog(), Dialog()));
-    ::DestroyWindow(Dialog());
-    askedFor.clear();
-    answer = TRUE;
-    EXPECT_FALSE(loop.FilterMessage(message));
-    EXPECT_THAT(askedFor, IsEmpty());
+    MSG message = {nullptr, WM_APP, 0, 0, 0, {}};
+    std::vector<std::pair<HWND, MSG*>> asked;
+    for (const BOOL answer : {TRUE, FALSE}) {
+        const auto isDialogMessage = REPLACE_IMPORT(IsDialogMessageW, [&](HWND window, LPMSG filtered) {
+            asked.emplace_back(window, filtered);
+            return answer;
+        });
+        EXPECT_EQ(loop.FilterMessage(message), answer != FALSE);
+    }
+    EXPECT_THAT(asked, ElementsAre(Pair(Dialog(), &message), Pair(Dialog(), &message)));
 }
 
 // The dialog is in memory that cannot be read any more when the loop goes on: a dialog that is still among
@@ -245,6 +225,7 @@ TEST_F(SetUpLoopTest, TheLoopForgetsADestroyedDialog) {
     ::DestroyWindow(window);
     std::destroy_at(destroyed);
     ASSERT_TRUE(::VirtualFree(page, 0, MEM_RELEASE));
+    MSG message = {nullptr, WM_APP, 0, 0, 0, {}};
     EXPECT_FALSE(loop.FilterMessage(message));
     EXPECT_FALSE(loop.RunIdleHandlers(0));
 }
