@@ -2,6 +2,7 @@
 // the loop ends.
 #include "framework/message_loop.h"
 
+#include "tests/support/call_text.h"
 #include "tests/support/replaced_imports.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +11,7 @@
 #include <deque>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -19,12 +21,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 using Record = std::vector<std::string>;
-
-std::string Hex(UINT message) {
-    char text[8];
-    ::wsprintfA(text, "%03X", message);
-    return text;
-}
 
 MSG Message(UINT id) {
     MSG message = {};
@@ -52,6 +48,26 @@ private:
     const bool m_answer;
 };
 
+constexpr UINT kEmpty = 0xFFFF0001;  // the next look finds nothing
+constexpr UINT kError = 0xFFFF0002;  // the next fetch fails
+
+// Counts its idle rounds; asks for `rounds` of them after each burst.
+class CountingLoop final : public CMessageLoop {
+public:
+    explicit CountingLoop(Record& record, int rounds = 1) : m_record(record), m_rounds(rounds) {}
+    bool RunIdleHandlers(int idleCount) override {
+        m_record.push_back("idle " + std::to_string(idleCount));
+        return idleCount + 1 < m_rounds;
+    }
+
+private:
+    Record& m_record;
+    const int m_rounds;
+};
+
+// With a message queue in place of the system's. Messages of one burst are there together; between two bursts
+// the queue is found empty. Behind the last is the quit message, with code 7. A message that is translated
+// and then dispatched is written down by its number.
 class FrameworkMessageLoopTest : public testing::Test {
 protected:
     // What the loop's filters and idle handlers do with a message and an idle pass.
@@ -62,8 +78,56 @@ protected:
         EXPECT_FALSE(loop.RunIdleHandlers(0));
         return record;
     }
+    // What the loop does with these entries, and that it ends with the quit message's code.
+    Record RunWith(CMessageLoop& loop, std::deque<UINT> queued) {
+        record.clear();
+        entries = std::move(queued);
+        EXPECT_EQ(loop.Run(), 7);
+        return record;
+    }
 
     Record record;
+    std::deque<UINT> entries;
+
+private:
+    [[nodiscard]] bool IsEmptyNow() const { return !entries.empty() && entries.front() == kEmpty; }
+    [[nodiscard]] MSG Next() const {
+        MSG next = Message(entries.empty() ? WM_QUIT : entries.front());
+        if (entries.empty()) next.wParam = 7;
+        return next;
+    }
+
+    Replaced m_peek =
+        REPLACE_IMPORT(PeekMessageW, [this](LPMSG message, HWND window, UINT first, UINT last, UINT flags) {
+            EXPECT_EQ(std::tuple(window, first, last, flags), std::tuple(nullptr, 0u, 0u, PM_NOREMOVE));
+            const bool isEmpty = IsEmptyNow();
+            if (isEmpty) {
+                entries.pop_front();
+            } else {
+                *message = Next();
+            }
+            return !isEmpty;
+        });
+    Replaced m_get = REPLACE_IMPORT(GetMessageW, [this](LPMSG message, HWND window, UINT first, UINT last) {
+        EXPECT_EQ(std::tuple(window, first, last), std::tuple(nullptr, 0u, 0u));
+        while (IsEmptyNow()) entries.pop_front();  // waits for the next burst
+        const MSG next = Next();
+        if (!entries.empty()) entries.pop_front();
+        if (next.message == kError) return -1;
+        *message = next;
+        return next.message == WM_QUIT ? 0 : 1;
+    });
+    Replaced m_translate = REPLACE_IMPORT(TranslateMessage, [this](const MSG* message) {
+        record.push_back("translate " + Hex(message->message));
+        return FALSE;
+    });
+    Replaced m_dispatch = REPLACE_IMPORT(DispatchMessageW, [this](const MSG* message) {
+        const std::string number = Hex(message->message);
+        const bool isTranslated = !record.empty() && record.back() == "translate " + number;
+        if (isTranslated) record.pop_back();
+        record.push_back(isTranslated ? number : "dispatch " + number);
+        return 0;
+    });
 };
 
 TEST_F(FrameworkMessageLoopTest, FiltersAreAskedFromTheLastToTheFirstUntilOneConsumesTheMessage) {
@@ -72,12 +136,12 @@ TEST_F(FrameworkMessageLoopTest, FiltersAreAskedFromTheLastToTheFirstUntilOneCon
     CMessageLoop loop;
     EXPECT_THAT(Asked(loop), IsEmpty());
     for (Participant* const filter : {&first, &second, &third}) loop.AddMessageFilter(*filter);
-    EXPECT_THAT(Asked(loop), ElementsAre("third 8000", "second 8000", "first 8000"));
+    EXPECT_THAT(Asked(loop), ElementsAre("third 0x8000", "second 0x8000", "first 0x8000"));
     loop.RemoveMessageFilter(second);
-    EXPECT_THAT(Asked(loop), ElementsAre("third 8000", "first 8000"));
+    EXPECT_THAT(Asked(loop), ElementsAre("third 0x8000", "first 0x8000"));
     loop.AddMessageFilter(consuming);
     loop.AddMessageFilter(last);
-    EXPECT_THAT(Asked(loop, true), ElementsAre("last 8000", "consuming 8000"));
+    EXPECT_THAT(Asked(loop, true), ElementsAre("last 0x8000", "consuming 0x8000"));
 }
 
 TEST_F(FrameworkMessageLoopTest, IdleHandlersRunFirstToLastAndTheirResultsAreIgnored) {
@@ -104,7 +168,7 @@ TEST_F(FrameworkMessageLoopTest, RemovingTakesOneEntryAndIgnoresAbsentOnes) {
     }
     remove(known);
     remove(absent);
-    EXPECT_THAT(Asked(loop), ElementsAre("known 8000", "known"));
+    EXPECT_THAT(Asked(loop), ElementsAre("known 0x8000", "known"));
 }
 
 TEST_F(FrameworkMessageLoopTest, OnlyPaintingMouseMovesAndTheCaretsBlinkingDoNotResumeIdleWork) {
@@ -116,89 +180,13 @@ TEST_F(FrameworkMessageLoopTest, OnlyPaintingMouseMovesAndTheCaretsBlinkingDoNot
     EXPECT_THAT(silent, ElementsAre(0x000Fu, 0x00A0u, 0x0118u, 0x0200u));
 }
 
-constexpr UINT kEmpty = 0xFFFF0001;  // the next look finds nothing
-constexpr UINT kError = 0xFFFF0002;  // the next fetch fails
-
-// Counts its idle rounds; asks for `rounds` of them after each burst.
-class CountingLoop final : public CMessageLoop {
-public:
-    explicit CountingLoop(Record& record, int rounds = 1) : m_record(record), m_rounds(rounds) {}
-    bool RunIdleHandlers(int idleCount) override {
-        m_record.push_back("idle " + std::to_string(idleCount));
-        return idleCount + 1 < m_rounds;
-    }
-
-private:
-    Record& m_record;
-    const int m_rounds;
-};
-
-// With a message queue in place of the system's. Messages of one burst are there together; between two bursts
-// the queue is found empty. Behind the last is the quit message, with code 7. A message that is translated
-// and then dispatched is written down by its number.
-class FrameworkMessageLoopRunTest : public testing::Test {
-protected:
-    // What the loop does with these entries, and that it ends with the quit message's code.
-    Record RunWith(CMessageLoop& loop, std::deque<UINT> queued) {
-        record.clear();
-        entries = std::move(queued);
-        EXPECT_EQ(loop.Run(), 7);
-        return record;
-    }
-
-    Record record;
-    std::deque<UINT> entries;
-
-private:
-    static void ExpectAnyMessage(HWND window, UINT first, UINT last) {
-        EXPECT_EQ(window, nullptr);
-        EXPECT_EQ(first, 0u);
-        EXPECT_EQ(last, 0u);
-    }
-    BOOL Fetch(MSG& message) {
-        while (!entries.empty() && entries.front() == kEmpty)
-            entries.pop_front();  // waits for the next burst
-        const UINT id = entries.empty() ? WM_QUIT : entries.front();
-        if (!entries.empty()) entries.pop_front();
-        if (id == kError) return -1;
-        message = Message(id);
-        message.wParam = id == WM_QUIT ? 7 : 0;
-        return id != WM_QUIT;
-    }
-
-    Replaced m_peek =
-        REPLACE_IMPORT(PeekMessageW, [this](LPMSG message, HWND window, UINT first, UINT last, UINT flags) {
-            ExpectAnyMessage(window, first, last);
-            EXPECT_EQ(flags, static_cast<UINT>(PM_NOREMOVE));
-            if (!entries.empty() && entries.front() == kEmpty) {
-                entries.pop_front();
-                return FALSE;
-            }
-            *message = Message(entries.empty() ? WM_QUIT : entries.front());
-            return TRUE;
-        });
-    Replaced m_get = REPLACE_IMPORT(GetMessageW, [this](LPMSG message, HWND window, UINT first, UINT last) {
-        ExpectAnyMessage(window, first, last);
-        return Fetch(*message);
-    });
-    Replaced m_translate = REPLACE_IMPORT(TranslateMessage, [this](const MSG* message) {
-        record.push_back("translate " + Hex(message->message));
-        return FALSE;
-    });
-    Replaced m_dispatch = REPLACE_IMPORT(DispatchMessageW, [this](const MSG* message) {
-        const std::string number = Hex(message->message);
-        const bool isTranslated = !record.empty() && record.back() == "translate " + number;
-        if (isTranslated) record.pop_back();
-        record.push_back(isTranslated ? number : "dispatch " + number);
-        return 0;
-    });
-};
+using FrameworkMessageLoopRunTest = FrameworkMessageLoopTest;
 
 TEST_F(FrameworkMessageLoopRunTest, TranslatesThenDispatchesWhatNoFilterConsumes) {
     CMessageLoop loop;
     Participant filter(record, "filter");
     loop.AddMessageFilter(filter);
-    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("filter 100", "100"));
+    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("filter 0x100", "0x100"));
 }
 
 TEST_F(FrameworkMessageLoopRunTest, AsksForMoreIdleWorkWhenAMessageHasBeenDispatched) {
@@ -210,14 +198,14 @@ TEST_F(FrameworkMessageLoopRunTest, AsksForMoreIdleWorkWhenAMessageHasBeenDispat
         }
         Record& record;
     } loop(record);
-    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("100", "resumes 100"));
+    EXPECT_THAT(RunWith(loop, {WM_KEYDOWN}), ElementsAre("0x100", "resumes 0x100"));
 }
 
 TEST_F(FrameworkMessageLoopRunTest, DoesIdleWorkButNeitherTranslatesNorDispatchesAfterAConsumedMessage) {
     CountingLoop loop(record);
     Participant filter(record, "filter", true);
     loop.AddMessageFilter(filter);
-    EXPECT_THAT(RunWith(loop, {kEmpty, WM_KEYDOWN, kEmpty}), ElementsAre("idle 0", "filter 100", "idle 0"));
+    EXPECT_THAT(RunWith(loop, {kEmpty, WM_KEYDOWN, kEmpty}), ElementsAre("idle 0", "filter 0x100", "idle 0"));
 }
 
 TEST_F(FrameworkMessageLoopRunTest, DoesIdleWorkAfterEachBurstThatAsksForItUntilTheNextMessage) {
@@ -230,19 +218,19 @@ TEST_F(FrameworkMessageLoopRunTest, DoesIdleWorkAfterEachBurstThatAsksForItUntil
         {"nothing but the quit message", {}, {}},
         {"once after each burst",
          {kEmpty, WM_KEYDOWN, WM_KEYUP, WM_TIMER, kEmpty, WM_LBUTTONDOWN, kEmpty},
-         {"idle 0", "100", "101", "113", "idle 0", "201", "idle 0"}},
+         {"idle 0", "0x100", "0x101", "0x113", "idle 0", "0x201", "idle 0"}},
         {"not after mouse moves and painting",
          {kEmpty, WM_MOUSEMOVE, WM_NCMOUSEMOVE, WM_PAINT, 0x0118, kEmpty, WM_MOUSEMOVE},
-         {"idle 0", "200", "0A0", "00F", "118", "200"}},
+         {"idle 0", "0x200", "0xA0", "0xF", "0x118", "0x200"}},
         {"after one key among mouse moves",
          {WM_MOUSEMOVE, WM_KEYDOWN, WM_MOUSEMOVE, kEmpty},
-         {"200", "100", "200", "idle 0"}},
+         {"0x200", "0x100", "0x200", "idle 0"}},
         {"rounds counted from zero after each burst",
          {kEmpty, kEmpty, kEmpty, WM_KEYDOWN, kEmpty, kEmpty, kEmpty},
-         {"idle 0", "idle 1", "idle 2", "100", "idle 0", "idle 1", "idle 2"},
+         {"idle 0", "idle 1", "idle 2", "0x100", "idle 0", "idle 1", "idle 2"},
          3},
-        {"rounds that the next message ends", {kEmpty, WM_MOUSEMOVE}, {"idle 0", "200"}, 3},
-        {"not after a fetch that fails", {kEmpty, kError, kError, kEmpty, WM_KEYDOWN}, {"idle 0", "100"}},
+        {"rounds that the next message ends", {kEmpty, WM_MOUSEMOVE}, {"idle 0", "0x200"}, 3},
+        {"not after a fetch that fails", {kEmpty, kError, kError, kEmpty, WM_KEYDOWN}, {"idle 0", "0x100"}},
     };
     for (const auto& row : kCases) {
         CountingLoop loop(record, row.rounds);
