@@ -2,7 +2,7 @@
 // from, and what is left when it ends.
 #include "framework/app_module.h"
 
-#include "tests/support/replaced_imports.h"
+#include "tests/window/noted_calls.h"
 
 #include "framework/message_loop.h"
 
@@ -22,22 +22,11 @@ using testing::ElementsAre;
 class FrameworkAppModuleTest : public testing::Test {
 protected:
     FrameworkAppModuleTest() { Begin(); }
-    ~FrameworkAppModuleTest() override {
-        if (m_begun) End();
-    }
-    void Begin() {
-        m_begun = true;
-        m_module.Init(::GetModuleHandleW(nullptr));
-    }
-    void End() {
-        m_begun = false;
-        m_module.Term();
-    }
+    ~FrameworkAppModuleTest() override { End(); }
+    void Begin() { m_module.Init(::GetModuleHandleW(nullptr)); }
+    void End() { m_module.Term(); }
 
     CAppModule& m_module = CAppModule::Instance();
-
-private:
-    bool m_begun = false;
 };
 
 HWND NewWindow() {
@@ -51,6 +40,7 @@ TEST_F(FrameworkAppModuleTest, KnowsTheMainThreadAndTheResourcesUntilItsEnd) {
     End();
     EXPECT_EQ(m_module.MainThreadId(), 0u);
     EXPECT_EQ(m_module.ResourceInstance(), nullptr);
+    Begin();
 }
 
 TEST_F(FrameworkAppModuleTest, AThreadHasTheLoopThatItAddedLastUntilItRemovesIt) {
@@ -78,14 +68,6 @@ TEST_F(FrameworkAppModuleTest, EachThreadHasItsOwnLoop) {
     EXPECT_EQ(m_module.MessageLoop(), &mainLoop);
 }
 
-TEST_F(FrameworkAppModuleTest, TermForgetsLoopsThatAreStillRegistered) {
-    CMessageLoop loop;
-    m_module.AddMessageLoop(loop);
-    End();
-    Begin();
-    EXPECT_EQ(m_module.MessageLoop(), nullptr);
-}
-
 TEST_F(FrameworkAppModuleTest, TermDestroysTheNotificationWindowsThatAreStillThereOnce) {
     const HWND first = NewWindow();
     const HWND already = NewWindow();
@@ -100,6 +82,7 @@ TEST_F(FrameworkAppModuleTest, TermDestroysTheNotificationWindowsThatAreStillThe
     const auto destroy = REPLACE_IMPORT(DestroyWindow, [&](HWND) { return ++destroyed; });
     End();
     EXPECT_EQ(destroyed, 0);
+    Begin();
 }
 
 // What happens to the module's critical section and within it, in its order.
@@ -114,40 +97,31 @@ protected:
     CMessageLoop m_loop;
 
 private:
-    void Note(CRITICAL_SECTION* section, const char* step) {
-        if (section == m_section) m_steps.push_back(step);
+    static constexpr char kInitialize[] = "initialize";
+
+    template <FunctionName kName>
+    Replaced Noted(const char* step) {
+        return Replace<void WINAPI(CRITICAL_SECTION*)>(
+            kName.text, [this, step](auto original, CRITICAL_SECTION* section) {
+                if (step == kInitialize && !m_section) m_section = section;
+                if (section == m_section) m_steps.emplace_back(step);
+                original(section);
+            });
     }
 
     std::vector<std::string> m_steps;
     CRITICAL_SECTION* m_section = nullptr;  // the module's, once it has begun again
-    const Replaced m_initialize =
-        REPLACE_IMPORT(InitializeCriticalSection, [this](auto original, CRITICAL_SECTION* section) {
-            if (!m_section) m_section = section;
-            Note(section, "initialize");
-            original(section);
-        });
-    const Replaced m_enter =
-        REPLACE_IMPORT(EnterCriticalSection, [this](auto original, CRITICAL_SECTION* section) {
-            Note(section, "enter");
-            original(section);
-        });
-    const Replaced m_leave =
-        REPLACE_IMPORT(LeaveCriticalSection, [this](auto original, CRITICAL_SECTION* section) {
-            Note(section, "leave");
-            original(section);
-        });
-    const Replaced m_delete =
-        REPLACE_IMPORT(DeleteCriticalSection, [this](auto original, CRITICAL_SECTION* section) {
-            Note(section, "delete");
-            original(section);
-        });
+    const Replaced m_initialize = Noted<"InitializeCriticalSection">(kInitialize);
+    const Replaced m_enter = Noted<"EnterCriticalSection">("enter");
+    const Replaced m_leave = Noted<"LeaveCriticalSection">("leave");
+    const Replaced m_delete = Noted<"DeleteCriticalSection">("delete");
     const Replaced m_thread = REPLACE_IMPORT(GetCurrentThreadId, [this](auto original) {
-        m_steps.push_back("thread");
+        m_steps.emplace_back("thread");
         return original();
     });
     const Replaced m_destroy = REPLACE_IMPORT(DestroyWindow, [this](auto original, HWND window) {
         EXPECT_NE(m_module.MessageLoop(), nullptr) << "the loops are forgotten after the windows";
-        m_steps.push_back("destroy");
+        m_steps.emplace_back("destroy");
         return original(window);
     });
 };
@@ -165,6 +139,7 @@ TEST_F(FrameworkAppModuleGuardTest, EveryUseOfTheLoopsIsWithinTheCriticalSection
                 ElementsAre("enter", "enter", "thread", "leave", "destroy", "leave", "delete"))
         << "the steps of the question between are those of this test";
     Begin();
+    EXPECT_EQ(m_module.MessageLoop(), nullptr) << "the loop is still registered";
     EXPECT_THAT(Steps([&] { m_module.RemoveMessageLoop(); }), ElementsAre("enter", "thread", "leave"));
 }
 
