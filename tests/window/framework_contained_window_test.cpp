@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -32,14 +33,7 @@ public:
         return handles;
     }
 
-    struct Call {
-        HWND window;
-        UINT message;
-        WPARAM wParam;
-        LPARAM lParam;
-        DWORD section;
-    };
-    Call last = {};
+    std::tuple<HWND, UINT, WPARAM, LPARAM, DWORD> last;
     std::vector<UINT> messages;
     std::optional<LRESULT> answer = 0;
     bool handles = false;
@@ -65,7 +59,8 @@ protected:
         ::GetWindowTextW(m_edit, text, ARRAYSIZE(text));
         return text;
     }
-    void Type(wchar_t character) { ::SendMessageW(m_edit, WM_CHAR, character, 1); }
+    LRESULT Type(wchar_t character) { return ::SendMessageW(m_edit, WM_CHAR, character, 1); }
+    LRESULT Ask() { return ::SendMessageW(m_edit, kAsked, 11, -12); }
 
     Owner m_owner;
     HWND m_edit = nullptr;
@@ -84,12 +79,8 @@ TEST_F(FrameworkContainedWindowTest, MessagesReachTheOwnersMapWithTheSectionsNum
     EXPECT_EQ(replaced, 1);
     EXPECT_NE(Procedure(), m_ownProcedure);
     EXPECT_EQ(m_contained->Handle(), m_edit);
-    ::SendMessageW(m_edit, kAsked, 11, -12);
-    EXPECT_EQ(m_owner.last.window, m_edit);
-    EXPECT_EQ(m_owner.last.message, kAsked);
-    EXPECT_EQ(m_owner.last.wParam, 11u);
-    EXPECT_EQ(m_owner.last.lParam, -12);
-    EXPECT_EQ(m_owner.last.section, kSection);
+    Ask();
+    EXPECT_EQ(m_owner.last, std::tuple(m_edit, kAsked, 11u, -12, kSection));
 }
 
 TEST_F(FrameworkContainedWindowTest, AControlThatCannotBeSubclassedStaysAsItIs) {
@@ -139,23 +130,29 @@ TEST_F(FrameworkContainedWindowTest, WhatTheOwnerHandlesStaysWithItAndItsResultI
     m_contained->SubclassWindow(m_edit);
     m_owner.handles = true;
     m_owner.answer = 99;
-    EXPECT_EQ(::SendMessageW(m_edit, WM_CHAR, L'7', 1), 99);
+    EXPECT_EQ(Type(L'7'), 99);
     m_owner.answer.reset();
-    EXPECT_EQ(::SendMessageW(m_edit, kAsked, 0, 0), 0) << "without a result it is zero";
+    EXPECT_EQ(Ask(), 0) << "without a result it is zero";
     m_owner.handles = false;
     EXPECT_EQ(Text(), L"");
 }
 
-TEST_F(FrameworkContainedWindowTest, TheControlMayEndFirst) {
+TEST_F(FrameworkContainedWindowTest, TheControlMayEndFirstAndItsProcedureGetsTheLastMessageToo) {
+    UINT last = 0;
+    const auto call = REPLACE_IMPORT(
+        CallWindowProcW, [&](auto original, WNDPROC procedure, HWND window, UINT message, auto... arguments) {
+            last = message;
+            EXPECT_EQ(reinterpret_cast<LONG_PTR>(procedure), m_ownProcedure);
+            return original(procedure, window, message, arguments...);
+        });
     m_contained->SubclassWindow(m_edit);
     ::DestroyWindow(m_edit);
-    EXPECT_FALSE(::IsWindow(m_edit));
+    EXPECT_EQ(last, static_cast<UINT>(WM_NCDESTROY));
     EXPECT_EQ(m_contained->Handle(), nullptr);
     int changes = 0;
     const auto setLong = REPLACE_IMPORT(SetWindowLongPtrW, [&](HWND, int, LONG_PTR) { return ++changes; });
     m_contained.reset();
-    EXPECT_EQ(changes, 0)
-        << "a window that is already destroyed, and whose handle may be another's, was changed";
+    EXPECT_EQ(changes, 0) << "a window that is destroyed, and whose handle may be another's, was changed";
 }
 
 TEST_F(FrameworkContainedWindowTest, AWindowForMessagesIsGivenUpBeforeItIsDestroyed) {
@@ -179,22 +176,6 @@ TEST_F(FrameworkContainedWindowTest, AWindowForMessagesIsGivenUpBeforeItIsDestro
         EXPECT_FALSE(::IsWindow(window));
         EXPECT_THAT(m_owner.messages, IsEmpty());
     }
-}
-
-TEST_F(FrameworkContainedWindowTest, TheReplacedProcedureGetsTheLastMessageToo) {
-    static WNDPROC edit;
-    static std::vector<UINT> messages;
-    messages.clear();
-    const WNDPROC noting = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        messages.push_back(message);
-        return ::CallWindowProcW(edit, window, message, wParam, lParam);
-    };
-    edit = reinterpret_cast<WNDPROC>(
-        ::SetWindowLongPtrW(m_edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(noting)));
-    m_contained->SubclassWindow(m_edit);
-    ::DestroyWindow(m_edit);
-    ASSERT_FALSE(messages.empty());
-    EXPECT_EQ(messages.back(), static_cast<UINT>(WM_NCDESTROY));
 }
 
 TEST_F(FrameworkContainedWindowTest, TheObjectMayEndFirst) {
@@ -226,7 +207,7 @@ TEST_F(FrameworkContainedWindowTest, TheControlMayEndWhileItsMessageIsHandled) {
         if (message == kAsked) ::DestroyWindow(m_edit);
     };
     m_owner.answer = 5;
-    EXPECT_EQ(::SendMessageW(m_edit, kAsked, 0, 0), 5);
+    EXPECT_EQ(Ask(), 5);
     EXPECT_EQ(m_contained->Handle(), nullptr);
 }
 
