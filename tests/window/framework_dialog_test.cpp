@@ -35,9 +35,8 @@ public:
         return found != handlers.end() && Route([&] { found->second(result); });
     }
     void OnFinalMessage(HWND window) override {
-        finalWindow = window;
-        handleAtTheEnd = Handle();
-        ++finalMessages;
+        EXPECT_EQ(Handle(), nullptr);
+        finalWindows.push_back(window);
         if (atTheEnd) atTheEnd();
     }
     void AskForDefaultProcessing() { SetMsgHandled(false); }
@@ -45,15 +44,7 @@ public:
     std::map<UINT, Handler> handlers;
     std::vector<UINT> messages;
     std::function<void()> atTheEnd;
-    int finalMessages = 0;
-    HWND finalWindow = nullptr;
-    HWND handleAtTheEnd = reinterpret_cast<HWND>(1);
-};
-
-class DialogWithoutTemplate : public CDialogImpl<DialogWithoutTemplate> {
-public:
-    static constexpr UINT kTemplateId = 9999;
-    bool ProcessWindowMessage(HWND, UINT, WPARAM, LPARAM, LRESULT&, DWORD) override { return false; }
+    std::vector<HWND> finalWindows;
 };
 
 class FrameworkDialogTest : public testing::Test {
@@ -65,6 +56,14 @@ protected:
     }
 
     LRESULT Send(UINT message) { return ::SendMessageW(m_dialog.Handle(), message, 0, 0); }
+    // What the window's procedure itself answers. The object's address has a meaning to WM_INITDIALOG only.
+    INT_PTR Answer(UINT message) {
+        const HWND window = m_dialog.Handle();
+        return TestDialog::DialogProc(window, message, 0, ::GetWindowLongPtrW(window, DWLP_USER));
+    }
+    [[nodiscard]] LONG_PTR StoredResult() const {
+        return ::GetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT);
+    }
 
     TestDialog m_dialog;
 };
@@ -79,53 +78,40 @@ TEST_F(FrameworkDialogTest, TheObjectHasItsWindowFromWmInitDialogUntilItsFinalMe
     EXPECT_EQ(m_dialog.messages.front(), static_cast<UINT>(WM_INITDIALOG));
     ::DestroyWindow(created);
     EXPECT_EQ(m_dialog.messages.back(), static_cast<UINT>(WM_NCDESTROY));
-    EXPECT_EQ(m_dialog.finalMessages, 1);
-    EXPECT_EQ(m_dialog.finalWindow, created);
-    EXPECT_EQ(m_dialog.handleAtTheEnd, nullptr);
+    EXPECT_EQ(m_dialog.finalWindows, std::vector{created});
 }
 
 TEST_F(FrameworkDialogTest, AHandledMessagesResultIsTheWindowsAnswer) {
     m_dialog.handlers[kAsked] = [](LRESULT& result) { result = 77; };
     m_dialog.Create(nullptr);
     EXPECT_EQ(Send(kAsked), 77);
-    EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), TRUE);
-    EXPECT_EQ(::GetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT), 77);
+    EXPECT_EQ(Answer(kAsked), TRUE);
+    EXPECT_EQ(StoredResult(), 77);
     m_dialog.handlers[kAsked] = [](LRESULT&) {};
-    EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), TRUE);
-    EXPECT_EQ(::GetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT), 0) << "without a result it is zero";
+    EXPECT_EQ(Answer(kAsked), TRUE);
+    EXPECT_EQ(StoredResult(), 0) << "without a result it is zero";
 }
 
 TEST_F(FrameworkDialogTest, AnUnhandledMessageGetsDefaultProcessing) {
     m_dialog.Create(nullptr);
-    EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), FALSE);
+    EXPECT_EQ(Answer(kAsked), FALSE);
     m_dialog.handlers[kAsked] = [&](LRESULT& result) {
         result = 77;
         m_dialog.AskForDefaultProcessing();
     };
-    EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), FALSE);
+    EXPECT_EQ(Answer(kAsked), FALSE);
     EXPECT_EQ(Send(kAsked), 0);
 }
 
 TEST_F(FrameworkDialogTest, SomeMessagesReturnTheirResultDirectly) {
     m_dialog.Create(nullptr);
     ::SetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT, 5);
-    // WM_CTLCOLORMSGBOX to WM_CTLCOLORSTATIC are 0x132 to 0x138.
-    for (const UINT message : {0x0039u, 0x002Eu, 0x002Fu, 0x0037u, 0x0132u, 0x0133u, 0x0134u, 0x0135u,
-                               0x0136u, 0x0137u, 0x0138u}) {
+    // WM_INITDIALOG is 0x110; WM_CTLCOLORMSGBOX to WM_CTLCOLORSTATIC are 0x132 to 0x138.
+    for (const UINT message : {0x0110u, 0x0039u, 0x002Eu, 0x002Fu, 0x0037u, 0x0132u, 0x0133u, 0x0134u,
+                               0x0135u, 0x0136u, 0x0137u, 0x0138u}) {
         m_dialog.handlers[message] = [](LRESULT& result) { result = 0x1234; };
-        EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), message, 0, 0), 0x1234) << "message " << message;
-        EXPECT_EQ(::GetWindowLongPtrW(m_dialog.Handle(), DWLP_MSGRESULT), 5) << "message " << message;
-    }
-}
-
-TEST_F(FrameworkDialogTest, WmInitDialogReturnsItsResultDirectly) {
-    for (const LRESULT wanted : {0, 1}) {
-        TestDialog dialog;
-        dialog.handlers[WM_INITDIALOG] = [wanted](LRESULT& result) { result = wanted; };
-        const HWND window = dialog.Create(nullptr);
-        const auto parameter = ::GetWindowLongPtrW(window, DWLP_USER);
-        EXPECT_EQ(TestDialog::DialogProc(window, WM_INITDIALOG, 0, parameter), wanted);
-        ::DestroyWindow(window);
+        EXPECT_EQ(Answer(message), 0x1234) << "message " << message;
+        EXPECT_EQ(StoredResult(), 5) << "message " << message;
     }
 }
 
@@ -137,7 +123,7 @@ TEST_F(FrameworkDialogTest, AHandlersFlagSurvivesAMessageThatItSends) {
         Send(kNested);
     };
     m_dialog.Create(nullptr);
-    EXPECT_EQ(TestDialog::DialogProc(m_dialog.Handle(), kAsked, 0, 0), FALSE);
+    EXPECT_EQ(Answer(kAsked), FALSE);
 
     m_dialog.handlers[kNested] = [&](LRESULT&) { m_dialog.AskForDefaultProcessing(); };
     m_dialog.handlers[kAsked] = [&](LRESULT& result) {
@@ -183,58 +169,23 @@ TEST_F(FrameworkDialogTest, AnotherWmInitDialogIsHandledAndBindsNothing) {
     EXPECT_EQ(handled, 3);
 }
 
-TEST_F(FrameworkDialogTest, MessagesOfTwoDialogsReachTheirOwnObjects) {
-    TestDialog other;
-    m_dialog.handlers[kAsked] = [](LRESULT& result) { result = 1; };
-    other.handlers[kAsked] = [](LRESULT& result) { result = 2; };
-    m_dialog.Create(nullptr);
-    other.Create(nullptr);
-    EXPECT_EQ(Send(kAsked), 1);
-    EXPECT_EQ(::SendMessageW(other.Handle(), kAsked, 0, 0), 2);
-    ::DestroyWindow(other.Handle());
-}
-
-TEST_F(FrameworkDialogTest, WithoutItsTemplateADialogIsNotCreated) {
-    DialogWithoutTemplate dialog;
-    EXPECT_EQ(dialog.Create(nullptr), nullptr);
-    EXPECT_EQ(dialog.DoModal(nullptr), -1);
-}
-
-TEST_F(FrameworkDialogTest, AModalDialogReturnsTheResultOfEndDialog) {
-    m_dialog.handlers[WM_INITDIALOG] = [&](LRESULT& result) {
-        result = TRUE;
-        ::PostMessageW(m_dialog.Handle(), kAsked, 0, 0);
-    };
-    m_dialog.handlers[kAsked] = [&](LRESULT&) { ::EndDialog(m_dialog.Handle(), 4711); };
-    EXPECT_EQ(m_dialog.DoModal(nullptr), 4711);
-    EXPECT_EQ(m_dialog.finalMessages, 1);
-    EXPECT_EQ(m_dialog.Handle(), nullptr);
-}
-
-int CountWindowsOfThisThread() {
-    int count = 0;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND, LPARAM counter) -> BOOL {
-            ++*reinterpret_cast<int*>(counter);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&count));
-    return count;
-}
-
 TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
-    const int before = CountWindowsOfThisThread();
+    std::vector<HWND> destroyed;
+    const auto destroy = REPLACE_IMPORT(DestroyWindow, [&](auto original, HWND window) {
+        EXPECT_TRUE(::IsWindow(window));
+        destroyed.push_back(window);
+        return original(window);
+    });
     const auto setLong = REPLACE_IMPORT(SetWindowLongPtrW, [](HWND, int, LONG_PTR) { return 0; });
     EXPECT_EQ(m_dialog.Create(nullptr), nullptr);
     EXPECT_EQ(m_dialog.Handle(), nullptr);
-    EXPECT_EQ(CountWindowsOfThisThread(), before);
     const HWND owner =
         ::CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
     m_dialog.DoModal(owner);  // returns: nobody could close it
     EXPECT_TRUE(::IsWindowEnabled(owner));
+    ASSERT_EQ(destroyed.size(), 2u);
+    for (const HWND window : destroyed) EXPECT_FALSE(::IsWindow(window));
     ::DestroyWindow(owner);
-    EXPECT_EQ(CountWindowsOfThisThread(), before);
     EXPECT_TRUE(m_dialog.messages.empty());
 }
 
