@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -50,29 +49,27 @@ TEST_F(FrameworkWindowTest, ItemsAreFoundByIdAndAMissingOneIsNoWindowAndDoesNoth
     missing.Center();
 }
 
-TEST_F(FrameworkWindowTest, CheckBoxesAreCheckedAndUnchecked) {
-    ::CreateWindowExW(0, L"Button", L"", WS_CHILD | BS_AUTOCHECKBOX, 0, 0, 9, 9, m_parent,
-                      reinterpret_cast<HMENU>(INT_PTR{11}), nullptr, nullptr);
-    const CWindow parent(m_parent);
-    parent.SetChecked(11, true);
-    EXPECT_TRUE(parent.IsChecked(11));
-    parent.SetChecked(11, false);
-    EXPECT_FALSE(parent.IsChecked(11));
-}
-
 // A desktop of one window, perhaps an owner, and a monitor.
 const HWND kWindow = reinterpret_cast<HWND>(0x100);
 const HWND kOwner = reinterpret_cast<HWND>(0x200);
 enum class OwnerState { None, Visible, Hidden, Minimised };
 
+struct Desktop {
+    const char* name;
+    OwnerState owner;
+    RECT ownerArea;
+    POINT expected;
+    RECT window = {0, 0, 300, 200};
+};
+
 class FrameworkWindowCenterTest : public testing::Test {
 protected:
-    void Center() { CWindow(kWindow).Center(); }
+    void CenterOn(const Desktop& shown) {
+        desktop = shown;
+        CWindow(kWindow).Center();
+    }
 
-    RECT window = {0, 0, 300, 200};
-    RECT work = {100, 50, 1100, 850};  // without a task bar on the left and a tool bar on top
-    RECT ownerArea = {};
-    OwnerState owner = OwnerState::None;
+    Desktop desktop = {};
     bool hasPlace = true;
     bool hasMonitor = true;
     HWND monitorOf = nullptr;
@@ -80,18 +77,18 @@ protected:
 
 private:
     Replaced m_rect = REPLACE_IMPORT(GetWindowRect, [this](HWND asked, LPRECT area) {
-        *area = asked == kOwner ? ownerArea : window;
+        *area = asked == kOwner ? desktop.ownerArea : desktop.window;
         return hasPlace;
     });
     Replaced m_related = REPLACE_IMPORT(GetWindow, [this](HWND asked, UINT command) {
         EXPECT_EQ(asked, kWindow);
         EXPECT_EQ(command, static_cast<UINT>(GW_OWNER));
-        return owner == OwnerState::None ? nullptr : kOwner;
+        return desktop.owner == OwnerState::None ? nullptr : kOwner;
     });
     Replaced m_visible =
-        REPLACE_IMPORT(IsWindowVisible, [this](HWND) -> BOOL { return owner != OwnerState::Hidden; });
+        REPLACE_IMPORT(IsWindowVisible, [this](HWND) -> BOOL { return desktop.owner != OwnerState::Hidden; });
     Replaced m_iconic =
-        REPLACE_IMPORT(IsIconic, [this](HWND) -> BOOL { return owner == OwnerState::Minimised; });
+        REPLACE_IMPORT(IsIconic, [this](HWND) -> BOOL { return desktop.owner == OwnerState::Minimised; });
     Replaced m_monitor = REPLACE_IMPORT(MonitorFromWindow, [this](HWND asked, DWORD whenOutside) {
         EXPECT_EQ(whenOutside, static_cast<DWORD>(MONITOR_DEFAULTTONEAREST));
         monitorOf = asked;
@@ -99,7 +96,7 @@ private:
     });
     Replaced m_monitorInfo = REPLACE_IMPORT(GetMonitorInfoW, [this](HMONITOR, LPMONITORINFO info) -> BOOL {
         info->rcMonitor = {-5000, -5000, 5000, 5000};  // does not count
-        info->rcWork = work;
+        info->rcWork = {100, 50, 1100, 850};           // without a task bar on the left and a tool bar on top
         return hasMonitor;
     });
     Replaced m_position =
@@ -113,35 +110,22 @@ private:
 
 TEST_F(FrameworkWindowCenterTest, PutsTheWindowInTheMiddleOfItsOwnerOrTheWorkAreaButNeverOverAnEdge) {
     using enum OwnerState;
-    static constexpr struct {
-        const char* name;
-        RECT window;
-        OwnerState owner;
-        RECT ownerArea;
-        POINT expected;
-    } kCases[] = {
-        {"without owner", {0, 0, 300, 200}, None, {}, {450, 350}},
-        {"wherever it was before", {700, 600, 1000, 800}, None, {}, {450, 350}},
-        {"with an owner", {0, 0, 300, 200}, Visible, {200, 300, 700, 600}, {300, 350}},
-        {"with a hidden owner", {0, 0, 300, 200}, Hidden, {200, 300, 700, 600}, {450, 350}},
-        {"with a minimised owner", {0, 0, 300, 200}, Minimised, {200, 300, 700, 600}, {450, 350}},
-        {"with an owner at the left edge", {0, 0, 300, 200}, Visible, {100, 300, 200, 600}, {100, 350}},
-        {"with an owner at the top edge", {0, 0, 300, 200}, Visible, {200, 0, 700, 100}, {300, 50}},
-        {"with an owner at the right edge", {0, 0, 300, 200}, Visible, {1000, 300, 1200, 600}, {800, 350}},
-        {"with an owner at the bottom edge", {0, 0, 300, 200}, Visible, {200, 800, 700, 1000}, {300, 650}},
-        {"larger than the work area, so that its upper left corner is visible",
-         {0, 0, 2000, 1500},
-         None,
-         {},
-         {100, 50}},
+    static constexpr Desktop kCases[] = {
+        {"without owner", None, {}, {450, 350}},
+        {"wherever it was before", None, {}, {450, 350}, {700, 600, 1000, 800}},
+        {"with an owner", Visible, {200, 300, 700, 600}, {300, 350}},
+        {"with a hidden owner", Hidden, {200, 300, 700, 600}, {450, 350}},
+        {"with a minimised owner", Minimised, {200, 300, 700, 600}, {450, 350}},
+        {"with an owner at the left edge", Visible, {100, 300, 200, 600}, {100, 350}},
+        {"with an owner at the top edge", Visible, {200, 0, 700, 100}, {300, 50}},
+        {"with an owner at the right edge", Visible, {1000, 300, 1200, 600}, {800, 350}},
+        {"with an owner at the bottom edge", Visible, {200, 800, 700, 1000}, {300, 650}},
+        {"larger than the work area: its corner is visible", None, {}, {100, 50}, {0, 0, 2000, 1500}},
     };
-    for (const auto& row : kCases) {
+    for (const Desktop& row : kCases) {
         SCOPED_TRACE(row.name);
-        window = row.window;
-        owner = row.owner;
-        ownerArea = row.ownerArea;
         movedTo.reset();
-        Center();
+        CenterOn(row);
         ASSERT_TRUE(movedTo);
         EXPECT_EQ(movedTo->x, row.expected.x);
         EXPECT_EQ(movedTo->y, row.expected.y);
@@ -152,7 +136,7 @@ TEST_F(FrameworkWindowCenterTest, PutsTheWindowInTheMiddleOfItsOwnerOrTheWorkAre
 TEST_F(FrameworkWindowCenterTest, StaysWhenTheMonitorIsUnknownOrWhereTheWindowIs) {
     for (bool* const isKnown : {&hasPlace, &hasMonitor}) {
         *isKnown = false;
-        Center();
+        CenterOn({});
         EXPECT_FALSE(movedTo);
         *isKnown = true;
     }
