@@ -19,13 +19,18 @@ using Milliseconds = std::chrono::milliseconds;
 
 class FrameworkInvokerTest : public testing::Test {
 protected:
-    // Has another thread ask once, and waits for it.
-    void RunFromAnotherThread() {
-        std::future<DWORD> caller = std::async(std::launch::async, [&] {
-            m_invoker.Invoke([&] { m_threads.push_back(::GetCurrentThreadId()); });
+    // Has another thread, whose id is the result, ask once.
+    std::future<DWORD> Ask() {
+        m_threads.clear();
+        return std::async(std::launch::async, [this] {
+            m_invoker.Invoke([this] { m_threads.push_back(::GetCurrentThreadId()); });
             m_ranBeforeReturn = m_threads.size() == 1;
             return ::GetCurrentThreadId();
         });
+    }
+    // The same, and waits for it.
+    void RunFromAnotherThread() {
+        std::future<DWORD> caller = Ask();
         EXPECT_TRUE(PumpUntil([&] { return caller.wait_for(Milliseconds(0)) == std::future_status::ready; },
                               std::chrono::seconds(10)));
         m_caller = caller.get();
@@ -47,7 +52,6 @@ TEST_F(FrameworkInvokerTest, RunsAFunctionOnTheThreadThatOpenedItOnceAndBeforeTh
 
 TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhileItIsNotOpenOrItsWindowIsNotItsOwn) {
     const auto expectCallersThread = [&](const char* when) {
-        m_threads.clear();
         RunFromAnotherThread();
         EXPECT_THAT(m_threads, testing::ElementsAre(m_caller)) << when;
     };
@@ -66,7 +70,6 @@ TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhileItIsNotOpenOrItsWindow
     m_invoker.Open();
     m_invoker.Close();
     expectCallersThread("after it is closed");
-    m_threads.clear();
     m_invoker.Open();
     RunFromAnotherThread();
     EXPECT_THAT(m_threads, testing::ElementsAre(::GetCurrentThreadId())) << "open again";
@@ -93,11 +96,7 @@ TEST_F(FrameworkInvokerTest, ItsWindowIsOneForMessagesOnly) {
 
 TEST_F(FrameworkInvokerTest, RunsAFunctionThatStillWaitsWhenItIsClosedOnItsOwnThread) {
     m_invoker.Open();
-    DWORD ranOn = 0;
-    std::future<DWORD> caller = std::async(std::launch::async, [&] {
-        m_invoker.Invoke([&] { ranOn = ::GetCurrentThreadId(); });
-        return ::GetCurrentThreadId();
-    });
+    std::future<DWORD> caller = Ask();
     // This thread serves no message meanwhile.
     const ULONGLONG end = ::GetTickCount64() + 10'000;
     while ((HIWORD(::GetQueueStatus(QS_SENDMESSAGE)) & QS_SENDMESSAGE) == 0 && ::GetTickCount64() < end) {
@@ -106,7 +105,7 @@ TEST_F(FrameworkInvokerTest, RunsAFunctionThatStillWaitsWhenItIsClosedOnItsOwnTh
     EXPECT_EQ(caller.wait_for(Milliseconds(0)), std::future_status::timeout) << "it waits for its turn";
     m_invoker.Close();
     ASSERT_EQ(caller.wait_for(std::chrono::seconds(10)), std::future_status::ready);
-    EXPECT_EQ(ranOn, caller.get());
+    EXPECT_THAT(m_threads, testing::ElementsAre(caller.get()));
 }
 
 }  // namespace
