@@ -5,7 +5,7 @@
 #include "tests/support/replaced_imports.h"
 #include "tests/support/utf8.h"
 
-#include "framework/app_module.h"
+#include "base/resource_modules.h"
 #include "res/resource.h"
 
 #include <gmock/gmock.h>
@@ -65,11 +65,11 @@ const std::map<UINT, std::wstring> kTexts = {
 
 class StringTableTest : public testing::Test {
 protected:
-    StringTableTest() { CAppModule::Instance().Init(::GetModuleHandleW(nullptr)); }
-    ~StringTableTest() override { CAppModule::Instance().Term(); }
+    ~StringTableTest() override { ForgetResourceModules(); }
 };
 
 TEST_F(StringTableTest, TheProgramHasTheseTextsAndNoOthers) {
+    AddResourceModule(::GetModuleHandleW(nullptr));
     for (UINT id = 0; id <= 0xFFFF; ++id) {
         wchar_t systems[512] = {};
         const bool exists = ::LoadStringW(nullptr, id, systems, ARRAYSIZE(systems)) > 0;
@@ -82,28 +82,16 @@ TEST_F(StringTableTest, TheProgramHasTheseTextsAndNoOthers) {
     }
 }
 
-TEST_F(StringTableTest, AMissingEntryLeavesTheTextAndReportsFailure) {
-    std::wstring text = L"before";
-    EXPECT_FALSE(LoadStringResource(150, text));  // its block has other entries
-    EXPECT_EQ(text, L"before");
-    EXPECT_FALSE(LoadStringResource(30000, text));  // there is no such block
-    EXPECT_EQ(text, L"before");
-    EXPECT_EQ(LoadText(150), L"");
-}
-
 const HINSTANCE kFirst = reinterpret_cast<HINSTANCE>(0x10000);
 const HINSTANCE kSecond = reinterpret_cast<HINSTANCE>(0x20000);
 const HINSTANCE kThird = reinterpret_cast<HINSTANCE>(0x30000);
 
 // Three modules that exist in the test only, with the string blocks that a test gives them.
-class StringTableModulesTest : public testing::Test {
+class StringTableModulesTest : public StringTableTest {
 protected:
     StringTableModulesTest() {
-        CAppModule::Instance().Init(kFirst);
-        AddResourceModule(kSecond);
-        AddResourceModule(kThird);
+        for (const HINSTANCE module : {kFirst, kSecond, kThird}) AddResourceModule(module);
     }
-    ~StringTableModulesTest() override { CAppModule::Instance().Term(); }
 
     // Gives `module` a block in which only `entry`, counted from 0, has a text.
     void AddBlock(HINSTANCE module, UINT number, UINT entry, const std::wstring& text) {
@@ -147,8 +135,11 @@ TEST_F(StringTableModulesTest, TheModuleWithTheBlockDecidesEvenWithoutTheEntry) 
 }
 
 TEST_F(StringTableModulesTest, AllModulesAreAskedInTheirOrder) {
-    EXPECT_EQ(LoadText(128), L"");
+    std::wstring text = L"before";
+    EXPECT_FALSE(LoadStringResource(128, text));
+    EXPECT_EQ(text, L"before");
     EXPECT_THAT(asked, ElementsAre(kFirst, kSecond, kThird));
+    EXPECT_EQ(LoadText(128), L"");
 }
 
 TEST_F(StringTableModulesTest, ABlockOfAnotherIdDoesNotCount) {
