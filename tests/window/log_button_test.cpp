@@ -3,7 +3,6 @@
 #include "tests/window/path_steps.h"
 #include "tests/window/scripted_shell.h"
 
-#include <filesystem>
 #include <fstream>
 
 namespace {
@@ -12,15 +11,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class LogButtonTest : public MainWindowFixture {
-protected:
-    void OpenLog() {
-        if (!dialog) Create();
-        Command(IDC_OPEN_LOG, BN_CLICKED);
-    }
-
-    ScriptedShell shell;
-};
+using LogButtonTest = MainWindowFixture;
 
 TEST_F(LogButtonTest, IsEnabledAndShownAtTheStartWhenThereIsALog) {
     std::ofstream(folder.Path() / "TalvenorLog.txt") << "earlier";
@@ -28,21 +19,17 @@ TEST_F(LogButtonTest, IsEnabledAndShownAtTheStartWhenThereIsALog) {
                 ElementsAre("EnableWindow 1024 1", "ShowWindow 1024 5"));
 }
 
-TEST_F(LogButtonTest, OpensTheLogByItsOwnProgram) {
-    OpenLog();
-    ASSERT_THAT(shell.requests, SizeIs(1));
-    ExpectPlainRequest(shell.requests[0], Dialog(), folder.File(L"TalvenorLog.txt"), L"(null)");
-    EXPECT_THAT(calls.Calls(), IsEmpty());
-}
-
-TEST_F(LogButtonTest, TakesTheExtensionOffTheProgramsPathBeforeItsName) {
+TEST_F(LogButtonTest, OpensTheLogByItsOwnProgramAndTakesTheExtensionOffTheProgramsPathBeforeItsName) {
     Create();
     programPath = L"C:\\Talvenor\\Talvenor.exe";
-    const PathSteps path;
-    OpenLog();
+    ScriptedShell shell;
+    PathSteps path;
+    Command(IDC_OPEN_LOG, BN_CLICKED);
     EXPECT_THAT(path.steps, ElementsAre("PathRemoveExtensionW C:\\Talvenor\\Talvenor.exe",
                                         "PathRemoveFileSpecW C:\\without\\extension"));
-    EXPECT_EQ(shell.requests.at(0).file, L"C:\\folder\\TalvenorLog.txt");
+    ASSERT_THAT(shell.requests, SizeIs(1));
+    ExpectPlainRequest(shell.requests[0], Dialog(), L"C:\\folder\\TalvenorLog.txt", L"(null)");
+    EXPECT_THAT(calls.Calls(), IsEmpty());
 }
 
 }  // namespace
