@@ -27,23 +27,24 @@ struct Service {
     static inline int references = 0;
     static inline HRESULT result = S_OK;
 
+    static void ExpectNameOfControl(DWORD object, DWORD child, const MSAAPROPID& property) {
+        EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
+        EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
+        EXPECT_TRUE(::IsEqualGUID(property, kName));
+    }
     static IAccPropServices* Create() {
         static IAccPropServicesVtbl s_methods = {};
         s_methods.SetHwndPropStr = [](IAccPropServices*, HWND window, DWORD object, DWORD child,
                                       MSAAPROPID property, LPCWSTR text) -> HRESULT {
-            EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
-            EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
-            EXPECT_TRUE(::IsEqualGUID(property, kName));
+            ExpectNameOfControl(object, child, property);
             if (SUCCEEDED(result)) names[::GetDlgCtrlID(window)] = text;
             return result;
         };
         s_methods.ClearHwndProps = [](IAccPropServices*, HWND window, DWORD object, DWORD child,
                                       const MSAAPROPID* properties, int count) -> HRESULT {
             EXPECT_TRUE(::IsWindow(window));
-            EXPECT_EQ(object, static_cast<DWORD>(OBJID_CLIENT));
-            EXPECT_EQ(child, static_cast<DWORD>(CHILDID_SELF));
             EXPECT_EQ(count, 1);
-            EXPECT_TRUE(::IsEqualGUID(*properties, kName));
+            ExpectNameOfControl(object, child, *properties);
             names.erase(::GetDlgCtrlID(window));
             return result;
         };
@@ -122,19 +123,13 @@ TEST_F(AccessibleNamesTest, TheStatusLinesTextIsNotHiddenBehindAName) {
     EXPECT_EQ(Service::names.size(), 7u);
 }
 
-TEST_F(AccessibleNamesTest, WithoutAScreenReaderNothingIsLoaded) {
-    reader = FALSE;
-    CreateAndSelect();
-    EXPECT_EQ(created, 0);
-}
-
 TEST_F(AccessibleNamesTest, WithoutAReportOfTheSystemNoScreenReaderIsAssumed) {
     readerIsKnown = FALSE;
     Create();
     EXPECT_EQ(created, 0);
 }
 
-TEST_F(AccessibleNamesTest, AServiceThatIsMissingLeavesTheWindowWhole) {
+TEST_F(AccessibleNamesTest, AServiceThatIsMissingOrRefusesLeavesTheWindowWhole) {
     creation = REGDB_E_CLASSNOTREG;
     CreateAndSelect();
     EXPECT_THAT(Service::names, IsEmpty());
@@ -143,6 +138,21 @@ TEST_F(AccessibleNamesTest, AServiceThatIsMissingLeavesTheWindowWhole) {
     EXPECT_EQ(::GetWindowLongPtrW(Control(IDC_STATUS), GWLP_WNDPROC),
               ::GetWindowLongPtrW(otherText, GWLP_WNDPROC))
         << "the status line's messages are still looked at";
+    Destroy();
+    creation = S_OK;
+    Service::result = E_FAIL;
+    CreateAndSelect();
+}
+
+TEST_F(AccessibleNamesTest, WithoutAScreenReaderAControlOrANameTheServiceIsNotAskedFor) {
+    reader = FALSE;
+    CreateAndSelect();
+    AccessibleNames names;
+    EXPECT_FALSE(names.Name(nullptr, L"name"));
+    EXPECT_FALSE(names.Name(Control(IDC_PAGES), L""));
+    names.NameWhileEmpty(nullptr, L"name");
+    names.NameWhileEmpty(Control(IDC_PAGES), L"");
+    EXPECT_EQ(created, 0);
 }
 
 TEST_F(AccessibleNamesTest, TheServiceIsReleasedWithTheWindow) {
@@ -150,22 +160,6 @@ TEST_F(AccessibleNamesTest, TheServiceIsReleasedWithTheWindow) {
     ASSERT_EQ(Service::references, 1);
     ::DestroyWindow(Dialog());
     EXPECT_EQ(Service::references, 0);
-}
-
-TEST_F(AccessibleNamesTest, AServiceThatRefusesLeavesTheWindowWhole) {
-    Service::result = E_FAIL;
-    CreateAndSelect();
-}
-
-TEST_F(AccessibleNamesTest, WithoutAControlOrANameTheServiceIsNotAskedFor) {
-    reader = FALSE;
-    Create();
-    AccessibleNames names;
-    EXPECT_FALSE(names.Name(nullptr, L"name"));
-    EXPECT_FALSE(names.Name(Control(IDC_PAGES), L""));
-    names.NameWhileEmpty(nullptr, L"name");
-    names.NameWhileEmpty(Control(IDC_PAGES), L"");
-    EXPECT_EQ(created, 0);
 }
 
 }  // namespace

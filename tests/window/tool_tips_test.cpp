@@ -2,9 +2,13 @@
 #include "tests/window/main_window_fixture.h"
 #include "tests/window/marked_strings.h"
 
+#include <tuple>
+#include <utility>
+
 namespace {
 
 using testing::ElementsAre;
+using testing::Pair;
 
 class ToolTipsTest : public MainWindowFixture {
 protected:
@@ -28,20 +32,13 @@ protected:
             return isLater;
         });
         const auto create = REPLACE_IMPORT(
-            CreateWindowExW,
-            [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
-                int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
-                EXPECT_STREQ(className, L"tooltips_class32");
+            CreateWindowExW, [&](auto original, DWORD exStyle, LPCWSTR className, auto... others) {
                 EXPECT_EQ(exStyle, static_cast<DWORD>(WS_EX_TOPMOST));
-                EXPECT_EQ(style, static_cast<DWORD>(WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP));
-                EXPECT_THAT((std::vector{x, y, width, height}), testing::Each(CW_USEDEFAULT));
-                EXPECT_EQ(instance, ::GetModuleHandleW(nullptr));
-                EXPECT_EQ(parameter, nullptr);
-                owner = parent;
-                return window = original(exStyle, className, title, style, x, y, width, height, parent, menu,
-                                         instance, parameter);
+                EXPECT_STREQ(className, L"tooltips_class32");
+                asked = {others...};
+                return window = original(exStyle, className, others...);
             });
-        const MarkedStrings strings;
+        MarkedStrings strings;
         Recorded([&] { Create(); }, {},
                  [&](HWND to, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
                      if (message >= TTM_ACTIVATE && message <= TTM_ADDTOOLW) {
@@ -51,7 +48,7 @@ protected:
                      if (message == TTM_ADDTOOLW) {
                          EXPECT_EQ(wParam, 0u);
                          tools.push_back(*reinterpret_cast<const TTTOOLINFOW*>(lParam));
-                         texts.emplace_back(tools.back().lpszText);
+                         texts.emplace_back(::GetDlgCtrlID(tools.back().hwnd), tools.back().lpszText);
                      }
                      return std::nullopt;
                  });
@@ -59,20 +56,21 @@ protected:
     [[nodiscard]] LRESULT ToolCount() const { return ::SendMessageW(window, TTM_GETTOOLCOUNT, 0, 0); }
 
     HWND window = nullptr;
-    HWND owner = nullptr;
+    std::tuple<LPCWSTR, DWORD, int, int, int, int, HWND, HMENU, HINSTANCE, LPVOID> asked;
     LPARAM maximumWidth = 0;
     std::vector<TTTOOLINFOW> tools;
-    std::vector<std::wstring> texts;
+    std::vector<std::pair<int, std::wstring>> texts;  // by control
 };
 
 TEST_F(ToolTipsTest, OneWindowOfTheDialogsShowsTheTextsOfSixControls) {
-    EXPECT_EQ(owner, Dialog());
+    constexpr DWORD kStyle = WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP;
+    constexpr int kAny = CW_USEDEFAULT;
+    EXPECT_EQ(asked, std::tuple(nullptr, kStyle, kAny, kAny, kAny, kAny, Dialog(), nullptr,
+                                ::GetModuleHandleW(nullptr), nullptr));
     EXPECT_EQ(ToolCount(), 6);
-    std::vector<int> controls;
-    for (const TTTOOLINFOW& tool : tools) controls.push_back(::GetDlgCtrlID(tool.hwnd));
-    EXPECT_THAT(controls, ElementsAre(IDC_PAGES, IDC_EXTRA_OPTIONS, IDC_ADD, IDC_HIDE_OUTPUT,
-                                      IDC_OUTPUT_FOLDER_CHECK, IDC_SHUT_DOWN));
-    EXPECT_THAT(texts, ElementsAre(L"<204>", L"<205>", L"<147>", L"<133>", L"<136>", L"<138>"));
+    EXPECT_THAT(texts, ElementsAre(Pair(IDC_PAGES, L"<204>"), Pair(IDC_EXTRA_OPTIONS, L"<205>"),
+                                   Pair(IDC_ADD, L"<147>"), Pair(IDC_HIDE_OUTPUT, L"<133>"),
+                                   Pair(IDC_OUTPUT_FOLDER_CHECK, L"<136>"), Pair(IDC_SHUT_DOWN, L"<138>")));
 }
 
 TEST_F(ToolTipsTest, EveryToolHasTheRectangleAndWidthOfTheExtraOptionsAndTheFullDescription) {
