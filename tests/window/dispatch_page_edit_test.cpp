@@ -18,10 +18,7 @@ protected:
     [[nodiscard]] HWND Edit() const { return Control(IDC_PAGES); }
     LRESULT Type(WPARAM character) { return ::SendMessageW(Edit(), WM_CHAR, character, 1); }
     LRESULT Press(WPARAM key) { return ::SendMessageW(Edit(), WM_KEYDOWN, key, 1); }
-    void SetTextWithCaretAt(const wchar_t* text, int caret) {
-        SetText(IDC_PAGES, text);
-        ::SendMessageW(Edit(), EM_SETSEL, static_cast<WPARAM>(caret), caret);
-    }
+    void MoveCaret(int place) { ::SendMessageW(Edit(), EM_SETSEL, static_cast<WPARAM>(place), place); }
     [[nodiscard]] int Caret() const { return HIWORD(::SendMessageW(Edit(), EM_GETSEL, 0, 0)); }
 };
 
@@ -42,7 +39,8 @@ TEST_F(DispatchPageEditTest, OtherCharactersAreRefusedWithABeep) {
 }
 
 TEST_F(DispatchPageEditTest, ArrowsAndDeleteEdit) {
-    SetTextWithCaretAt(L"123", 1);
+    SetText(IDC_PAGES, L"123");
+    MoveCaret(1);
     Press(VK_RIGHT);
     EXPECT_EQ(Caret(), 2);
     Press(VK_LEFT);
@@ -52,10 +50,10 @@ TEST_F(DispatchPageEditTest, ArrowsAndDeleteEdit) {
 }
 
 TEST_F(DispatchPageEditTest, OtherKeysAreSwallowedInSilence) {
-    for (const WPARAM key :
-         std::initializer_list<WPARAM>{VK_HOME, VK_END, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT}) {
-        SetTextWithCaretAt(L"123", 2);
-        EXPECT_EQ(Press(key), 0) << key;
+    SetText(IDC_PAGES, L"123");
+    MoveCaret(2);
+    for (const int key : {VK_HOME, VK_END, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT}) {
+        EXPECT_EQ(Press(static_cast<WPARAM>(key)), 0) << key;
         EXPECT_EQ(Caret(), 2) << key;
     }
     EXPECT_THAT(calls.Calls(), IsEmpty());
