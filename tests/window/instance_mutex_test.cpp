@@ -2,7 +2,6 @@
 #include "ui/instance_mutex.h"
 
 #include "tests/support/replaced_imports.h"
-#include "tests/window/scripted_mutex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,12 +10,8 @@
 
 namespace {
 
-using testing::ElementsAre;
-
-// A mutex of the program, its creation answered like this. This and the next are functions of their own, so
-// that the imports are read when they have been replaced.
-[[gnu::noinline]] std::unique_ptr<InstanceMutex> MakeMutex(ScriptedMutex::Answer answer) {
-    ScriptedMutex::answer = answer;
+// These two are functions of their own, so that the imports are read when they have been replaced.
+[[gnu::noinline]] std::unique_ptr<InstanceMutex> NewMutex() {
     return std::make_unique<InstanceMutex>();
 }
 
@@ -24,31 +19,33 @@ using testing::ElementsAre;
     mutex.reset();
 }
 
-class InstanceMutexTest : public testing::Test {
-protected:
-    InstanceMutexTest() { ScriptedMutex::asked.clear(); }
-
-private:
-    ReplacedImport m_createMutex{"CreateMutexW", &ScriptedMutex::Create};
-};
-
-TEST_F(InstanceMutexTest, IsCreatedWithDefaultSecurityUnownedUnderItsName) {
-    const auto mutex = MakeMutex({true, ERROR_SUCCESS});
-    EXPECT_THAT(ScriptedMutex::asked, ElementsAre("default unowned {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
+// A mutex of the program. Its creation leaves this error, created or not.
+std::unique_ptr<InstanceMutex> MakeMutex(DWORD error, bool created = true) {
+    const auto create =
+        REPLACE_IMPORT(CreateMutexW, [&](LPSECURITY_ATTRIBUTES security, BOOL owned, LPCWSTR name) {
+            EXPECT_EQ(security, nullptr);
+            EXPECT_FALSE(owned);
+            EXPECT_STREQ(name, L"{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}");
+            const HANDLE handle = created ? ::CreateEventW(nullptr, TRUE, FALSE, nullptr) : nullptr;
+            ::SetLastError(error);
+            return handle;
+        });
+    return NewMutex();
 }
 
-TEST_F(InstanceMutexTest, OnlyItsOwnErrorMeansAnotherCopy) {
+TEST(InstanceMutexTest, OnlyItsOwnErrorMeansAnotherCopy) {
     for (const DWORD error : {0ul, 5ul, 6ul, 182ul, 183ul, 184ul}) {
-        const auto mutex = MakeMutex({true, error});
+        const auto mutex = MakeMutex(error);
         // What comes later does not count.
         ::SetLastError(error == 183 ? ERROR_SUCCESS : ERROR_ALREADY_EXISTS);
         EXPECT_EQ(mutex->AnotherCopyRuns(), error == 183) << error;
     }
+    EXPECT_FALSE(MakeMutex(ERROR_ACCESS_DENIED, false)->AnotherCopyRuns());
 }
 
-TEST_F(InstanceMutexTest, IsClosedOnceAtItsEndWhenItWasCreated) {
+TEST(InstanceMutexTest, IsClosedOnceAtItsEndWhenItWasCreated) {
     for (const bool created : {true, false}) {
-        auto mutex = MakeMutex({created, ERROR_SUCCESS});
+        auto mutex = MakeMutex(ERROR_SUCCESS, created);
         int closed = 0;
         const auto close = REPLACE_IMPORT(CloseHandle, [&](auto original, HANDLE object) {
             ++closed;

@@ -1,7 +1,6 @@
 // The process entry: the instance mutex, what a second copy does, and the frame around the dialog.
+#include "tests/support/call_text.h"
 #include "tests/support/replaced_imports.h"
-#include "tests/support/utf8.h"
-#include "tests/window/scripted_mutex.h"
 
 #include "ui/application.h"
 #include "framework/app_module.h"
@@ -20,12 +19,19 @@
 
 namespace {
 
+DWORD g_errorOfMutex = ERROR_SUCCESS;  // what its creation leaves
+
+HANDLE WINAPI CreateNoMutex(LPSECURITY_ATTRIBUTES, BOOL, LPCWSTR) {
+    ::SetLastError(g_errorOfMutex);
+    return nullptr;
+}
+
 // Set before all other objects of this file, among them those of the program's entry.
 [[gnu::init_priority(101)]] std::optional<ReplacedImport> g_createMutex(std::in_place, "CreateMutexW",
-                                                                        &ScriptedMutex::Create);
+                                                                        &CreateNoMutex);
 
-bool AnswerMutex(ScriptedMutex::Answer answer) {
-    ScriptedMutex::answer = answer;
+bool AnswerMutex(DWORD error) {
+    g_errorOfMutex = error;
     return true;
 }
 
@@ -36,22 +42,18 @@ bool StopAnsweringMutex() {
 
 }  // namespace
 
-// The program's entry three times, its mutex answered in another way each time. What it includes is included
+// The program's entry twice, its mutex answered in another way each time. What it includes is included
 // above already, so that nothing but its own code lands in the namespaces.
 // NOLINTBEGIN(bugprone-suspicious-include)
-static const bool g_firstCopyComes = AnswerMutex({true, ERROR_SUCCESS});
+static const bool g_firstCopyComes = AnswerMutex(ERROR_SUCCESS);
 namespace first_copy {
 #include "ui/main.cpp"
 }
-static const bool g_secondCopyComes = AnswerMutex({true, ERROR_ALREADY_EXISTS});
+static const bool g_secondCopyComes = AnswerMutex(ERROR_ALREADY_EXISTS);
 namespace second_copy {
 #include "ui/main.cpp"
 }
-static const bool g_copyWithoutMutexComes = AnswerMutex({false, ERROR_ACCESS_DENIED});
-namespace without_mutex {
-#include "ui/main.cpp"
-}
-static const bool g_allHaveCome = StopAnsweringMutex();
+static const bool g_bothHaveCome = StopAnsweringMutex();
 // NOLINTEND(bugprone-suspicious-include)
 
 namespace {
@@ -77,15 +79,12 @@ protected:
     static inline std::vector<std::string> calls;
 
 private:
-    // The module comes after COM and the controls.
-    static std::string ModuleBegun() {
-        return CAppModule::Instance().ResourceInstance() ? " after the module's beginning" : "";
-    }
-    void Add(std::string call, HWND window) {
-        calls.push_back(std::move(call) + (window == firstCopysWindow ? "" : " of another window"));
+    static void Note(const std::string& call) {
+        calls.push_back(call +
+                        (CAppModule::Instance().ResourceInstance() ? " within the module's life" : ""));
     }
     static BOOL WINAPI Restrict(DWORD directories) {
-        calls.push_back("SetDefaultDllDirectories " + std::to_string(directories));
+        Note(CallText("SetDefaultDllDirectories", directories));
         return TRUE;
     }
 
@@ -98,49 +97,48 @@ private:
         return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(restrict));
     });
     Replaced m_initializeCom = REPLACE_IMPORT(CoInitialize, [this](LPVOID reserved) {
-        calls.push_back(reserved ? "CoInitialize with something" : "CoInitialize" + ModuleBegun());
+        EXPECT_EQ(reserved, nullptr);
+        Note("CoInitialize");
         return comResult;
     });
     Replaced m_controls = REPLACE_IMPORT(InitCommonControlsEx, [](const INITCOMMONCONTROLSEX* controls) {
-        calls.push_back("InitCommonControlsEx " + std::to_string(controls->dwSize) + ' ' +
-                        std::to_string(controls->dwICC) + ModuleBegun());
+        Note(CallText("InitCommonControlsEx", controls->dwSize, controls->dwICC));
         return TRUE;
     });
     Replaced m_create = REPLACE_IMPORT(
         CreateDialogParamW, [this](HINSTANCE module, LPCWSTR name, HWND, DLGPROC, LPARAM) -> HWND {
-            const CAppModule& application = CAppModule::Instance();
-            const bool ready = application.MainThreadId() == ::GetCurrentThreadId() &&
-                               application.ResourceInstance() == kInstance;
-            calls.push_back("dialog " + std::to_string(reinterpret_cast<ULONG_PTR>(name)) +
-                            (module == kInstance && ready ? " of the module" : " of something else"));
+            EXPECT_EQ(CAppModule::Instance().MainThreadId(), ::GetCurrentThreadId());
+            EXPECT_EQ(CAppModule::Instance().ResourceInstance(), kInstance);
+            EXPECT_EQ(module, kInstance);
+            Note(CallText("CreateDialogParamW", reinterpret_cast<ULONG_PTR>(name)));
             if (quitCode) ::PostQuitMessage(*quitCode);
             return nullptr;
         });
-    Replaced m_uninitializeCom = REPLACE_IMPORT(CoUninitialize, [] {
-        const bool ended = CAppModule::Instance().ResourceInstance() == nullptr;
-        calls.push_back(ended ? "CoUninitialize" : "CoUninitialize before the module's end");
-    });
+    Replaced m_uninitializeCom = REPLACE_IMPORT(CoUninitialize, [] { Note("CoUninitialize"); });
     Replaced m_find = REPLACE_IMPORT(FindWindowW, [this](LPCWSTR className, LPCWSTR title) {
-        calls.push_back("FindWindowW class " + Utf8(className) + (title ? " and a title" : ""));
+        Note(CallText("FindWindowW", className, title));
         return firstCopysWindow;
     });
     Replaced m_toFront = REPLACE_IMPORT(SetForegroundWindow, [this](HWND window) {
-        Add("SetForegroundWindow", window);
+        EXPECT_EQ(window, firstCopysWindow);
+        Note("SetForegroundWindow");
         return TRUE;
     });
     Replaced m_isIconic = REPLACE_IMPORT(IsIconic, [this](HWND window) {
-        Add("IsIconic", window);
+        EXPECT_EQ(window, firstCopysWindow);
+        Note("IsIconic");
         return iconic;
     });
     Replaced m_show = REPLACE_IMPORT(ShowWindow, [this](HWND window, int command) {
-        Add("ShowWindow " + std::to_string(command), window);
+        EXPECT_EQ(window, firstCopysWindow);
+        Note(CallText("ShowWindow", command));
         return TRUE;
     });
 };
 
 const std::vector<std::string> kSteps = {"SetDefaultDllDirectories 2048", "CoInitialize",
-                                         "InitCommonControlsEx 8 4", "dialog 102 of the module",
-                                         "CoUninitialize"};
+                                         "InitCommonControlsEx 8 4",
+                                         "CreateDialogParamW 102 within the module's life", "CoUninitialize"};
 
 TEST_F(MainTest, TheFirstCopyTakesItsStepsInOrderAlsoWithoutCom) {
     for (const HRESULT result : {S_OK, E_OUTOFMEMORY}) {
@@ -151,12 +149,9 @@ TEST_F(MainTest, TheFirstCopyTakesItsStepsInOrderAlsoWithoutCom) {
     }
 }
 
-TEST_F(MainTest, TheDialogsResultIsTheExitCodeAlsoOfACopyWithoutAMutex) {
+TEST_F(MainTest, TheDialogsResultIsTheExitCode) {
     quitCode = 2;
     EXPECT_EQ(Run(first_copy::wWinMain), 2);
-    calls.clear();
-    EXPECT_EQ(Run(without_mutex::wWinMain), 2);
-    EXPECT_EQ(calls, kSteps);
 }
 
 TEST_F(MainTest, SystemsThatCannotRestrictLibrariesStartTheSame) {
@@ -167,7 +162,7 @@ TEST_F(MainTest, SystemsThatCannotRestrictLibrariesStartTheSame) {
 
 TEST_F(MainTest, ASecondCopyLooksForAWindowOfTheMutexsClassRestoresAMinimisedOneAndEndsWithZero) {
     quitCode = 2;  // would be the code of a copy that ran
-    std::vector<std::string> expected = {"FindWindowW class {6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}",
+    std::vector<std::string> expected = {R"(FindWindowW "{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}" (null))",
                                          "SetForegroundWindow", "IsIconic"};
     const HWND window = firstCopysWindow;
     for (const HWND found : {HWND{nullptr}, window}) {
