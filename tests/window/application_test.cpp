@@ -2,15 +2,17 @@
 // end.
 #include "ui/application.h"
 
+#include "tests/equipment/scripted_converters.h"
 #include "tests/window/main_window_fixture.h"
 
-#include <filesystem>
+#include <process.h>
+
+#include <atomic>
 #include <functional>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 // The dialog stays hidden: once it is to be shown, the test acts in its place.
@@ -74,8 +76,7 @@ TEST_F(ApplicationTest, TheDialogTakesItsKeysFromTheLoop) {
     EXPECT_EQ(focusedAtTheEnd, IDC_CLEAR);
 }
 
-TEST_F(ApplicationTest, AcceleratorsAreInTheResourcesButNothingLoadsThem) {
-    EXPECT_NE(::FindResourceW(nullptr, MAKEINTRESOURCEW(128), RT_ACCELERATOR), nullptr);
+TEST_F(ApplicationTest, NothingLoadsAccelerators) {
     for (const ImportSlot& slot : ImportSlots()) {
         EXPECT_TRUE(slot.name.find("Accelerator") == std::string::npos) << slot.name;
     }
@@ -103,34 +104,69 @@ TEST_F(ApplicationTest, MessagesPostedBeforeItClosedItselfAreServedAndDoNotHideI
             if (first == WM_QUIT && original(&other, nullptr, 0, WM_QUIT - 1, PM_NOREMOVE)) return FALSE;
             return original(message, window, first, last, remove);
         });
-    static int s_served = 0;
-    s_served = 0;
-    const auto create =
-        REPLACE_IMPORT(CreateDialogParamW, [](HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM) -> HWND {
-            const HWND other =
-                ::CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-            ::SetWindowLongPtrW(other, GWLP_WNDPROC,
-                                reinterpret_cast<LONG_PTR>(+[](HWND window, UINT message, WPARAM wParam,
-                                                               LPARAM lParam) WINAPI -> LRESULT {
-                                    if (message == WM_APP && ++s_served == 2) ::DestroyWindow(window);
-                                    return ::DefWindowProcW(window, message, wParam, lParam);
-                                }));
-            ::PostMessageW(other, WM_APP, 0, 0);
-            ::PostMessageW(other, WM_APP, 0, 0);
-            ::PostQuitMessage(2);
-            return nullptr;
-        });
+    const auto create = REPLACE_IMPORT(CreateDialogParamW, [](auto...) -> HWND {
+        for (int i = 0; i < 2; ++i) ::PostThreadMessageW(::GetCurrentThreadId(), WM_APP, 0, 0);
+        ::PostQuitMessage(2);
+        return nullptr;
+    });
+    int served = 0;
+    const auto dispatch = REPLACE_IMPORT(DispatchMessageW, [&](auto original, const MSG* message) {
+        if (message->message == WM_APP) ++served;
+        return original(message);
+    });
     EXPECT_EQ(RunMainDialog(L"", SW_SHOW), 2);
-    EXPECT_EQ(s_served, 2) << "messages of others are lost";
+    EXPECT_EQ(served, 2) << "messages of others are lost";
     EXPECT_THAT(shown, IsEmpty());
 }
 
-TEST_F(ApplicationTest, AMissingConverterEndsItWithTwoAndNothingIsShown) {
-    std::filesystem::remove(folder.Path() / "pdf2djvu.exe");
-    EXPECT_EQ(RunMainDialog(L"", SW_SHOW), 2);
-    EXPECT_THAT(calls.Calls(), ElementsAre(HasSubstr("pdf2djvu.exe est absent !")));
-    EXPECT_THAT(shown, IsEmpty());
-    EXPECT_EQ(CAppModule::Instance().MessageLoop(), nullptr);
+// The worker of a stopped batch still waits for its converter.
+TEST_F(ApplicationTest, QuittingEndsTheProcessWithTwoAndTheWorkerWithIt) {
+    WorkerCalls calledByWorkers;
+    ScriptedConverters converters(calledByWorkers);
+    converters.HoldAll();
+    HANDLE worker = nullptr;
+    int exitCode = -1;
+    bool workerWaited = false;
+    const auto start = REPLACE_IMPORT(
+        _beginthread, [&](auto original, void (*procedure)(void*), unsigned stackSize, void* argument) {
+            const auto thread = original(procedure, stackSize, argument);
+            // The worker is held by its converter, so that the handle is still good.
+            ::DuplicateHandle(::GetCurrentProcess(), reinterpret_cast<HANDLE>(thread), ::GetCurrentProcess(),
+                              &worker, 0, FALSE, DUPLICATE_SAME_ACCESS);
+            return thread;
+        });
+    // Takes the place of the process's end: only the user-interface thread ends, as soon as the worker is
+    // done with the dialog on that thread's stack.
+    const auto exitProcess = Replace<void WINAPI(UINT)>("ExitProcess", [&](UINT code) {
+        exitCode = static_cast<int>(code);
+        workerWaited = ::WaitForSingleObject(worker, 0) == WAIT_TIMEOUT;
+        converters.ReleaseAll(1);
+        ::WaitForSingleObject(worker, 10'000);
+        ::ExitThread(0);
+    });
+    then = [&](HWND window) {
+        const DroppedFiles drop({L"C:\\in\\a.pdf"});
+        ::SendMessageW(::GetDlgItem(window, IDC_FILE_LIST), WM_DROPFILES,
+                       reinterpret_cast<WPARAM>(drop.Get()), 0);
+        ::SendMessageW(window, WM_COMMAND, IDOK, 0);
+        PumpUntil([&] { return converters.Started() == 1; }, std::chrono::seconds(10));
+        messageAnswer = IDYES;
+        ::SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
+        ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+    };
+    const auto userInterface = [](void* returned) WINAPI -> DWORD {
+        RunMainDialog(L"", SW_SHOW);
+        *static_cast<std::atomic<bool>*>(returned) = true;
+        return 0;
+    };
+    std::atomic<bool> returned{false};
+    const HANDLE thread = ::CreateThread(nullptr, 0, userInterface, &returned, 0, nullptr);
+    EXPECT_EQ(::WaitForSingleObject(thread, 30'000), WAIT_OBJECT_0) << "the thread did not end";
+    EXPECT_FALSE(returned) << "the dialog was destroyed under its worker";
+    EXPECT_EQ(exitCode, 2);
+    EXPECT_TRUE(workerWaited);
+    ::CloseHandle(thread);
+    ::CloseHandle(worker);
 }
 
 }  // namespace
