@@ -136,5 +136,5 @@ private:
     std::size_t m_requested = 0;  // converters
     std::atomic<int> m_workers{0};
     std::atomic<int> m_modelessDialogs{0};
-    std::vector<std::unique_ptr<ReplacedImport>> m_answers;
+    std::vector<Replaced> m_answers;
 };
