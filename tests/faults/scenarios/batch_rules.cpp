@@ -23,17 +23,6 @@ const Rule kRowsUnknown = When(
 
 }  // namespace
 
-std::vector<Change> EndsWith(int row, int rows, const std::string& duration, const std::string& messages) {
-    const std::vector<Change> changes = {
-        Becomes("messages", messages),
-        Becomes("done.durations", (row > 1 ? "00:00:07\n" : "") + duration + (row < rows ? "\n" : "")),
-        Becomes("taskbar", BatchOf(rows, row - 1).at("taskbar"))};
-    if (row > 1) return changes;
-    // Where no converter runs, what is looked at as the course of the batch may be its end. There the
-    // selection is cleared before the status line is, which writes the path alone into it.
-    return Joined({changes, {MayBeOver("running|ticked", "done"), May("running.STATUS: ES C:\\in\\a.pdf")}});
-}
-
 std::vector<Rule> BatchRules() {
     return {
         kRowsUnknown,

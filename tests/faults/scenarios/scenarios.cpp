@@ -134,12 +134,8 @@ Facts Usually(std::initializer_list<Facts> differences) {
     return Together({facts, Together(differences)});
 }
 
-std::string ShownStart(const std::string& djvu, const std::string& folder) {
-    return "visible a.pdf in " + folder + ": /C \"pdf2djvu.exe -o \"" + djvu + "\" -v  \"C:\\in\\a.pdf\"\"";
-}
-
-std::string StartFailure(DWORD error) {
-    return "error main Erreur CreateProcess :  " + SystemText(error) + '\n' + kFinished;
+std::string ShownStart(const std::string& djvu) {
+    return "visible a.pdf in ~: /C \"pdf2djvu.exe -o \"" + djvu + "\" -v  \"C:\\in\\a.pdf\"\"";
 }
 
 std::string SystemText(DWORD error) {
@@ -153,9 +149,8 @@ const std::vector<Scenario>& AllScenarios() {
     static const std::vector<Scenario> kScenarios = [] {
         std::vector<Scenario> all =
             Joined({StartScenarios(), FileListScenarios(), OptionScenarios(), HiddenBatchScenarios(),
-                    VisibleBatchScenarios(), StopScenarios(), DisabledKeyScenarios(), ScreenReaderScenarios(),
-                    OutputFolderScenarios(), ShellScenarios(), CountdownScenarios(), AboutScenarios(),
-                    QuitScenarios()});
+                    StopScenarios(), DisabledKeyScenarios(), ScreenReaderScenarios(), OutputFolderScenarios(),
+                    ShellScenarios(), CountdownScenarios(), AboutScenarios(), QuitScenarios()});
         for (Scenario& scenario : all) scenario.rules = Joined({scenario.rules, RulesOfAllScenarios()});
         return all;
     }();

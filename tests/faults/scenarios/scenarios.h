@@ -58,18 +58,10 @@ void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts);
 [[nodiscard]] Facts Usually(std::initializer_list<Facts> differences);
 
 // The converter's start for C:\in\a.pdf with its console shown, as a line of "starts".
-[[nodiscard]] std::string ShownStart(const std::string& djvu = "C:\\in\\a.djvu",
-                                     const std::string& folder = "~");
-
-// The messages of a batch whose converter cannot be started.
-[[nodiscard]] std::string StartFailure(DWORD error);
+[[nodiscard]] std::string ShownStart(const std::string& djvu = "C:\\in\\a.djvu");
 
 // What this system says about an error, with its line break.
 [[nodiscard]] std::string SystemText(DWORD error);
-
-// A batch that ends with one of its rows, counted from 1, which took no time to start or failed.
-[[nodiscard]] std::vector<Change> EndsWith(int row, int rows, const std::string& duration,
-                                           const std::string& messages);
 
 // A batch whose consoles may be hidden: the worker's calls, and those that its messages set off.
 [[nodiscard]] std::vector<Rule> BatchRules();
@@ -78,7 +70,6 @@ void WaitForEndOfBatch(User& user, CallWatch& watch, Facts& facts);
 [[nodiscard]] std::vector<Scenario> FileListScenarios();
 [[nodiscard]] std::vector<Scenario> OptionScenarios();
 [[nodiscard]] std::vector<Scenario> HiddenBatchScenarios();
-[[nodiscard]] std::vector<Scenario> VisibleBatchScenarios();
 [[nodiscard]] std::vector<Scenario> StopScenarios();
 [[nodiscard]] std::vector<Scenario> DisabledKeyScenarios();
 [[nodiscard]] std::vector<Scenario> ScreenReaderScenarios();
