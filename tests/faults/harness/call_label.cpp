@@ -3,6 +3,7 @@
 #include "tests/faults/harness/function_groups.h"
 
 #include "framework/invoker.h"
+#include "res/resource.h"
 #include "tests/equipment/window_driver.h"
 #include "tests/support/utf8.h"
 
@@ -10,8 +11,9 @@
 #include <oleacc.h>
 #include <shobjidl.h>
 
+#include <algorithm>
 #include <array>
-#include <map>
+#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -27,14 +29,29 @@ std::string Number(std::uint64_t value) {
     return std::to_string(static_cast<std::int32_t>(value));
 }
 
+// NAMED(IDOK, IDCANCEL): these numbers with these names.
+#define NAMED(...) Named(#__VA_ARGS__, {__VA_ARGS__})
+Names Named(const std::string& names, std::initializer_list<std::uint64_t> numbers) {
+    Names named;
+    std::istringstream texts(names);
+    std::string name;
+    for (const std::uint64_t number : numbers) {
+        std::getline(texts >> std::ws, name, ',');
+        named.emplace_back(number, name);
+    }
+    return named;
+}
+
+std::string NameIn(const Names& names, std::uint64_t number, const std::string& otherwise) {
+    const auto found = std::ranges::find(names, number, &Names::value_type::first);
+    return found != names.end() ? found->second : otherwise;
+}
+
 std::string ControlName(std::uint64_t value) {
-    const int id = static_cast<int>(value);
+    const auto id = static_cast<std::uint32_t>(value);
     if (id == IDC_VERSION) return "VERSION";
     if (id == IDC_SECONDS) return "SECONDS";
-    for (const NamedControl& control : kControls) {
-        if (control.id == id) return control.name;
-    }
-    return std::to_string(static_cast<std::uint16_t>(id));
+    return NameIn(Controls(), id, std::to_string(static_cast<std::uint16_t>(id)));
 }
 
 // A resource or class: by its number, or by its name.
@@ -59,37 +76,15 @@ std::string LastComponent(std::uint64_t path) {
 }
 
 std::string MessageName(std::uint64_t message) {
-    static const std::map<std::uint64_t, const char*> kNames = {
-        {CInvoker::kInvokeMessage, "step"},
-        {WM_COMMAND, "WM_COMMAND"},
-        {WM_SETICON, "WM_SETICON"},
-        {WM_SETREDRAW, "WM_SETREDRAW"},
-        {BM_SETIMAGE, "BM_SETIMAGE"},
-        {HDM_GETBITMAPMARGIN, "HDM_GETBITMAPMARGIN"},
-        {HDM_GETITEMW, "HDM_GETITEMW"},
-        {LVM_DELETEALLITEMS, "LVM_DELETEALLITEMS"},
-        {LVM_DELETEITEM, "LVM_DELETEITEM"},
-        {LVM_ENSUREVISIBLE, "LVM_ENSUREVISIBLE"},
-        {LVM_GETCOLUMNWIDTH, "LVM_GETCOLUMNWIDTH"},
-        {LVM_GETHEADER, "LVM_GETHEADER"},
-        {LVM_GETITEMCOUNT, "LVM_GETITEMCOUNT"},
-        {LVM_GETITEMTEXTW, "LVM_GETITEMTEXTW"},
-        {LVM_GETNEXTITEM, "LVM_GETNEXTITEM"},
-        {LVM_GETSTRINGWIDTHW, "LVM_GETSTRINGWIDTHW"},
-        {LVM_INSERTCOLUMNW, "LVM_INSERTCOLUMNW"},
-        {LVM_INSERTITEMW, "LVM_INSERTITEMW"},
-        {LVM_SETCOLUMNWIDTH, "LVM_SETCOLUMNWIDTH"},
-        {LVM_SETEXTENDEDLISTVIEWSTYLE, "LVM_SETEXTENDEDLISTVIEWSTYLE"},
-        {LVM_SETIMAGELIST, "LVM_SETIMAGELIST"},
-        {LVM_SETITEMSTATE, "LVM_SETITEMSTATE"},
-        {LVM_SETITEMW, "LVM_SETITEMW"},
-        {LVM_SETSELECTIONMARK, "LVM_SETSELECTIONMARK"},
-        {TTM_ACTIVATE, "TTM_ACTIVATE"},
-        {TTM_ADDTOOLW, "TTM_ADDTOOLW"},
-        {TTM_SETMAXTIPWIDTH, "TTM_SETMAXTIPWIDTH"},
-    };
-    const auto found = kNames.find(message & 0xFFFFFFFF);
-    return found != kNames.end() ? found->second : "message " + Number(message);
+    const auto number = static_cast<UINT>(message);
+    if (number == CInvoker::kInvokeMessage) return "step";
+    static const Names kNames = NAMED(
+        WM_COMMAND, WM_SETICON, WM_SETREDRAW, BM_SETIMAGE, HDM_GETBITMAPMARGIN, HDM_GETITEMW,
+        LVM_DELETEALLITEMS, LVM_DELETEITEM, LVM_ENSUREVISIBLE, LVM_GETCOLUMNWIDTH, LVM_GETHEADER,
+        LVM_GETITEMCOUNT, LVM_GETITEMTEXTW, LVM_GETNEXTITEM, LVM_GETSTRINGWIDTHW, LVM_INSERTCOLUMNW,
+        LVM_INSERTITEMW, LVM_SETCOLUMNWIDTH, LVM_SETEXTENDEDLISTVIEWSTYLE, LVM_SETIMAGELIST, LVM_SETITEMSTATE,
+        LVM_SETITEMW, LVM_SETSELECTIONMARK, TTM_ACTIVATE, TTM_ADDTOOLW, TTM_SETMAXTIPWIDTH);
+    return NameIn(kNames, number, "message " + Number(number));
 }
 
 std::string LongName(std::uint64_t index) {
@@ -151,6 +146,19 @@ const Detail kDetails[] = {
 };
 
 }  // namespace
+
+const Names& Controls() {
+    static const Names kControls = [] {
+        Names names = NAMED(IDOK, IDCANCEL, IDC_ADD, IDC_STATUS, IDC_CLEAR, IDC_PAGES, IDC_NO_TEXT, IDC_LINES,
+                            IDC_NO_METADATA, IDC_EXTRA_OPTIONS, IDC_HIDE_OUTPUT, IDC_OPEN_DESTINATION,
+                            IDC_OPEN_LOG, IDC_OUTPUT_FOLDER_CHECK, IDC_OUTPUT_FOLDER, IDC_BROWSE,
+                            IDC_MONOCHROME, IDC_RESOLUTION, IDC_RESOLUTION_CHECK, IDC_PAGES_CHECK,
+                            IDC_NO_OUTLINE, IDC_NO_HYPERLINKS, IDC_SHUT_DOWN, IDC_FILE_LIST, IDC_ABOUT);
+        for (auto& [id, name] : names) name.erase(0, name.starts_with("IDC_") ? 4 : 2);
+        return names;
+    }();
+    return kControls;
+}
 
 std::string WindowLabel(HWND window) {
     if (!window) return "none";

@@ -2,12 +2,12 @@
 // "SendMessageW FILE_LIST LVM_SETITEMW".
 #pragma once
 
-#include "res/resource.h"
-
 #include <windows.h>
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 // The arguments of a call in their order. Only those that the function has may be read.
 class CallArguments {
@@ -24,39 +24,11 @@ private:
     const std::uint64_t* m_registers;
 };
 
-// The controls of the main window by the names of their ids, without "IDC_" or "ID".
-struct NamedControl {
-    int id;
-    const char* name;
-    bool hasChangingText = false;
-};
-inline constexpr NamedControl kControls[] = {
-    {IDOK, "OK"},
-    {IDCANCEL, "CANCEL", true},
-    {IDC_ADD, "ADD"},
-    {IDC_STATUS, "STATUS", true},
-    {IDC_CLEAR, "CLEAR"},
-    {IDC_PAGES, "PAGES", true},
-    {IDC_NO_TEXT, "NO_TEXT"},
-    {IDC_LINES, "LINES"},
-    {IDC_NO_METADATA, "NO_METADATA"},
-    {IDC_EXTRA_OPTIONS, "EXTRA_OPTIONS", true},
-    {IDC_HIDE_OUTPUT, "HIDE_OUTPUT"},
-    {IDC_OPEN_DESTINATION, "OPEN_DESTINATION"},
-    {IDC_OPEN_LOG, "OPEN_LOG"},
-    {IDC_OUTPUT_FOLDER_CHECK, "OUTPUT_FOLDER_CHECK"},
-    {IDC_OUTPUT_FOLDER, "OUTPUT_FOLDER", true},
-    {IDC_BROWSE, "BROWSE"},
-    {IDC_MONOCHROME, "MONOCHROME"},
-    {IDC_RESOLUTION, "RESOLUTION", true},
-    {IDC_RESOLUTION_CHECK, "RESOLUTION_CHECK"},
-    {IDC_PAGES_CHECK, "PAGES_CHECK"},
-    {IDC_NO_OUTLINE, "NO_OUTLINE"},
-    {IDC_NO_HYPERLINKS, "NO_HYPERLINKS"},
-    {IDC_SHUT_DOWN, "SHUT_DOWN"},
-    {IDC_FILE_LIST, "FILE_LIST"},
-    {IDC_ABOUT, "ABOUT"},
-};
+// Numbers with the names that code has for them.
+using Names = std::vector<std::pair<std::uint64_t, std::string>>;
+
+// The controls of the main window by their ids, which are named without "IDC_" or "ID".
+[[nodiscard]] const Names& Controls();
 
 // A control by its name, one of the system's by its number, a dialog of the program as main, about or
 // countdown, others as "other" or "none".

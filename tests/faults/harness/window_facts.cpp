@@ -6,9 +6,15 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr int kLongestText = 2000;
+
+constexpr int kChangingTexts[] = {IDCANCEL,          IDC_STATUS,        IDC_PAGES,
+                                  IDC_EXTRA_OPTIONS, IDC_OUTPUT_FOLDER, IDC_RESOLUTION};
 
 std::string Cell(const User& user, int row, int column) {
     std::wstring text(kLongestText, L'\0');
@@ -25,8 +31,10 @@ std::string Cell(const User& user, int row, int column) {
 
 void AddControlFacts(const User& user, const std::string& moment, Facts& facts) {
     const UncountedScope uncounted(user.Program().watch);
-    for (const auto& [id, name, hasChangingText] : kControls) {
+    for (const auto& [number, name] : Controls()) {
+        const auto id = static_cast<int>(number);
         const HWND control = user.Control(id);
+        const bool hasChangingText = std::ranges::find(kChangingTexts, id) != std::end(kChangingTexts);
         std::string state = ::IsWindowEnabled(control) ? "E" : "-";
         state += (::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) ? "S" : "h";
         if (User::Send(control, BM_GETCHECK) == BST_CHECKED) state += " C";

@@ -21,7 +21,7 @@ Facts Together(std::initializer_list<Facts> parts) {
 Facts Window(const std::string& moment, const std::string& state, const std::vector<std::string>& others,
              const std::vector<std::string>& list, const std::vector<std::string>& differences) {
     Facts facts;
-    for (const NamedControl& control : kControls) facts[moment + '.' + control.name] = state;
+    for (const auto& [id, name] : Controls()) facts[moment + '.' + name] = state;
     const Facts given = At(moment, differences);
     const bool hasList = given.contains(moment + ".rows");
     return Together({facts, At(moment, others), hasList ? At(moment, list) : Facts(), given});

@@ -74,9 +74,9 @@ void AddSetUpFacts(const User& user, Facts& facts) {
     if (User::Send(user.Window(), WM_GETICON, ICON_BIG)) icons += "big ";
     if (User::Send(user.Window(), WM_GETICON, ICON_SMALL)) icons += "small";
     std::string& pictures = facts["start.pictures"];
-    for (const NamedControl& control : kControls) {
-        const bool hasPicture = User::Send(user.Control(control.id), BM_GETIMAGE, IMAGE_ICON) != 0;
-        if (hasPicture) pictures += std::string(control.name) + ' ';
+    for (const auto& [id, name] : Controls()) {
+        const HWND control = user.Control(static_cast<int>(id));
+        if (User::Send(control, BM_GETIMAGE, IMAGE_ICON)) pictures += name + ' ';
     }
     facts["start.titles"] = ColumnTitle(user, 0) + '|' + ColumnTitle(user, 1);
     const auto images = reinterpret_cast<HIMAGELIST>(user.SendToList(LVM_GETIMAGELIST, LVSIL_SMALL));
