@@ -19,9 +19,9 @@ std::uint64_t FailPlainly() {
 
 }  // namespace
 
-std::string CallKey::Function() const {
-    const std::size_t begin = label.find(' ') + 1;
-    return label.substr(begin, label.find(' ', begin) - begin);
+std::string FunctionOf(const std::string& call) {
+    const std::size_t begin = call.find(' ') + 1;
+    return call.substr(begin, call.find(' ', begin) - begin);
 }
 
 void CallWatch::Begin() {
@@ -32,7 +32,7 @@ void CallWatch::Begin() {
     m_counting = true;
 }
 
-std::vector<CallKey> CallWatch::Counted() const {
+std::vector<std::string> CallWatch::Counted() const {
     const std::lock_guard lock(m_lock);
     return m_calls;
 }
@@ -60,11 +60,10 @@ void* CallWatch::Route(const std::string& function, const CallArguments& argumen
     return failure->instead ? failure->instead : reinterpret_cast<void*>(&FailPlainly);
 }
 
-bool CallWatch::Count(std::string label) {
+bool CallWatch::Count(const std::string& label) {
     const std::lock_guard lock(m_lock);
-    const int nth = ++m_counts[label];
-    m_calls.push_back({std::move(label), nth});
-    if (!m_failAt || m_failed || m_calls.back() != *m_failAt) return false;
+    m_calls.push_back(label + " #" + std::to_string(++m_counts[label]));
+    if (m_failed || m_calls.back() != m_failAt) return false;
     m_failed = true;
     return true;
 }

@@ -10,20 +10,12 @@
 #include <atomic>
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
-// One call of a run: "worker SetTimer main 2" for the `nth` time, counted from 1.
-struct CallKey {
-    std::string label;
-    int nth = 0;
-
-    bool operator==(const CallKey&) const = default;
-    [[nodiscard]] std::string Text() const { return label + " #" + std::to_string(nth); }
-    // The name of the function in the label.
-    [[nodiscard]] std::string Function() const;
-};
+// Calls of a run are texts with their role, their label, and how often it came: "worker SetTimer main 2 #1".
+// The name of the function in one of them.
+[[nodiscard]] std::string FunctionOf(const std::string& call);
 
 class CallWatch {
 public:
@@ -38,7 +30,7 @@ public:
     [[nodiscard]] bool IsCounting() const { return m_counting; }
 
     // Chosen before Begin: this call fails, and is the only one that does.
-    void FailAt(CallKey key) { m_failAt = std::move(key); }
+    void FailAt(std::string call) { m_failAt = std::move(call); }
     [[nodiscard]] bool Failed() const { return m_failed; }
 
     // Runs `action` on the calling thread before the `nth` call from now with this label, without its role
@@ -46,7 +38,7 @@ public:
     void At(std::string label, int nth, std::function<void()> action);
 
     // What was counted since Begin, in the order of the calls. Functions that cannot fail are left out.
-    [[nodiscard]] std::vector<CallKey> Counted() const;
+    [[nodiscard]] std::vector<std::string> Counted() const;
 
     // Called for each call. Null, or the function that the call goes to in place of the real one.
     [[nodiscard]] void* Route(const std::string& function, const CallArguments& arguments);
@@ -64,16 +56,16 @@ private:
     [[nodiscard]] const char* Role() const {
         return ::GetCurrentThreadId() == m_uiThread ? "ui " : "worker ";
     }
-    [[nodiscard]] bool Count(std::string label);
+    [[nodiscard]] bool Count(const std::string& label);
     void RunAction(const std::string& role, const std::string& label);
 
     mutable SystemLock m_lock;
     std::atomic<DWORD> m_uiThread{0};
     std::atomic<bool> m_counting{false};
     std::atomic<bool> m_failed{false};
-    std::optional<CallKey> m_failAt;
+    std::string m_failAt;  // empty: none
     std::map<std::string, int> m_counts;
-    std::vector<CallKey> m_calls;
+    std::vector<std::string> m_calls;
     std::vector<Action> m_actions;
     std::atomic<bool> m_hasActions{false};
 };

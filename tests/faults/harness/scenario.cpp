@@ -110,15 +110,14 @@ Change MayBeOver(const std::string& moments, const std::string& later) {
             }};
 }
 
-const Rule* FindRule(const Scenario& scenario, const CallKey& call) {
+const Rule* FindRule(const Scenario& scenario, const std::string& call) {
     const auto rule = std::ranges::find_if(
-        scenario.rules, [&](const Rule& one) { return std::regex_match(call.Text(), std::regex(one.call)); });
+        scenario.rules, [&](const Rule& one) { return std::regex_match(call, std::regex(one.call)); });
     return rule != scenario.rules.end() ? &*rule : nullptr;
 }
 
-std::vector<std::string> Judge(const Scenario& scenario, const std::optional<CallKey>& call,
-                               const Facts& facts) {
-    const Rule* const rule = call ? FindRule(scenario, *call) : nullptr;
+std::vector<std::string> Judge(const Scenario& scenario, const std::string& call, const Facts& facts) {
+    const Rule* const rule = FindRule(scenario, call);
     Facts expected = scenario.usual;
     if (!rule) return Differences(expected, facts);
     if (rule->onlyTheEndCounts) {
@@ -136,8 +135,7 @@ std::vector<std::string> Judge(const Scenario& scenario, const std::optional<Cal
 
     std::vector<std::string> wrong;
     std::smatch caught;
-    const std::string text = call->Text();
-    std::regex_match(text, caught, std::regex(rule->call));
+    std::regex_match(call, caught, std::regex(rule->call));
     for (const Change& change : rule->changes) {
         const std::regex names(caught.format(change.facts));
         bool isKnown = false;

@@ -6,7 +6,6 @@
 #include "tests/faults/harness/user.h"
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -54,7 +53,7 @@ struct Change {
 
 // What the failure of certain calls comes to. Facts that are not named stay as usual.
 struct Rule {
-    std::string call;  // pattern for CallKey::Text(): "worker CreateProcessW #1"
+    std::string call;  // a regular expression: "worker CreateProcessW #1"
     std::string why;
     std::vector<Change> changes = {};
     bool endsAtOnce = false;        // the program ends before anything of the scenario happens
@@ -82,8 +81,9 @@ struct Scenario {
 };
 
 // The rule for this failing call; null when nothing may change.
-[[nodiscard]] const Rule* FindRule(const Scenario& scenario, const CallKey& call);
+[[nodiscard]] const Rule* FindRule(const Scenario& scenario, const std::string& call);
 
-// The deviations from what must come out when `call` fails, or when none does. Empty: all is as it must be.
-[[nodiscard]] std::vector<std::string> Judge(const Scenario& scenario, const std::optional<CallKey>& call,
+// The deviations from what must come out when `call` fails, or none when that is empty. Empty: all is as it
+// must be.
+[[nodiscard]] std::vector<std::string> Judge(const Scenario& scenario, const std::string& call,
                                              const Facts& facts);

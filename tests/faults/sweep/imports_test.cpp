@@ -26,7 +26,7 @@ std::set<std::string> ImportsOfTheProgram() {
 std::set<std::string> FunctionsCalledInScenarios() {
     std::set<std::string> functions;
     for (const Scenario& scenario : AllScenarios()) {
-        for (const CallKey& call : CallsOf(scenario).calls) functions.insert(call.Function());
+        for (const std::string& call : CallsOf(scenario).calls) functions.insert(FunctionOf(call));
     }
     return functions;
 }

@@ -28,37 +28,24 @@ constexpr char kSweepArgument[] = "--sweep";
 constexpr int kDone = 0;
 constexpr int kProcessSpent = 10;  // the last run left something behind: go on in a new process
 
+// The calls that were recorded, or are to fail, in their order.
+constexpr char kCallsFile[] = "calls";
 // One for each run, written when it has ended: its process did not survive a run without one. That of a
 // recorded run is how it differs from the usual.
 constexpr char kVerdictsFile[] = "verdicts";
-constexpr char kEndOfVerdict = '\x1F';
 
-void AddVerdict(const path& folder, const std::string& verdict) {
+constexpr char kEndOfText = '\x1F';
+
+void AddText(const path& file, const std::string& text) {
     // Opened and closed for each: what comes next may be the end of this process.
-    std::ofstream(folder / kVerdictsFile, std::ios::binary | std::ios::app) << verdict << kEndOfVerdict;
+    std::ofstream(file, std::ios::binary | std::ios::app) << text << kEndOfText;
 }
 
-std::vector<std::string> ReadVerdicts(const path& folder) {
-    std::ifstream file(folder / kVerdictsFile, std::ios::binary);
-    std::vector<std::string> verdicts;
-    for (std::string verdict; std::getline(file, verdict, kEndOfVerdict);) verdicts.push_back(verdict);
-    return verdicts;
-}
-
-// The calls that were recorded, or are to fail, in their order.
-constexpr char kCallsFile[] = "calls";
-
-void WriteCalls(const path& folder, const std::vector<CallKey>& calls) {
-    std::ofstream file(folder / kCallsFile, std::ios::binary);
-    for (const CallKey& call : calls) file << call.nth << ' ' << call.label << '\n';
-}
-
-std::vector<CallKey> ReadCalls(const path& folder) {
-    std::ifstream file(folder / kCallsFile, std::ios::binary);
-    std::vector<CallKey> calls;
-    CallKey call;
-    while (file >> call.nth && file.get() && std::getline(file, call.label)) calls.push_back(call);
-    return calls;
+std::vector<std::string> ReadTexts(const path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::vector<std::string> texts;
+    for (std::string text; std::getline(stream, text, kEndOfText);) texts.push_back(text);
+    return texts;
 }
 
 // In the process of the test.
@@ -75,7 +62,7 @@ RecordedCalls Record(const Scenario& scenario) {
     const TemporaryFolder folder;
     const DWORD code = RunProcess(scenario, folder);
     if (code != kDone) throw std::runtime_error(scenario.name + " cannot be recorded: " + EndOfProcess(code));
-    return {ReadCalls(folder.Path()), ReadVerdicts(folder.Path()).at(0)};
+    return {ReadTexts(folder.Path() / kCallsFile), ReadTexts(folder.Path() / kVerdictsFile).at(0)};
 }
 
 // In a process of the program.
@@ -108,18 +95,18 @@ LONG CALLBACK EndAtCrash(EXCEPTION_POINTERS* exception) {
 
 struct ScenarioRun {
     Facts facts;
-    std::vector<CallKey> calls;   // that counted, in their order
-    bool reached = false;         // the call that was to fail was made
-    bool processIsSpent = false;  // something of the program is left that no other run should meet
+    std::vector<std::string> calls;  // that counted, in their order
+    bool reached = false;            // the call that was to fail was made
+    bool processIsSpent = false;     // something of the program is left that no other run should meet
 };
 
-// With `failing`, that call fails. A program that hangs has the fact "hang".
-ScenarioRun RunScenario(const Scenario& scenario, const std::optional<CallKey>& failing) {
+// With the call `failing` as a failure. A program that hangs has the fact "hang".
+ScenarioRun RunScenario(const Scenario& scenario, const std::string& failing = {}) {
     ScenarioRun run;
     const int keptByTheSystem = GdiObjectsKeptByTheSystem();
     const Counts before = HeldOfTheSystem();
     auto stage = std::make_unique<Stage>();  // kept for good when the program hangs: its threads still use it
-    if (failing) stage->watch.FailAt(*failing);
+    stage->watch.FailAt(failing);
     scenario.prepare(stage->platform);
     try {
         scenario.use(stage->user, stage->watch, run.facts);
@@ -160,35 +147,35 @@ bool LeavesSomething(const Facts& facts) {
 
 // How many messages a window gets is up to the system, and with it the number of some calls. And the system
 // keeps some things that it needs for the first time; what leaks leaks every time.
-ScenarioRun RunUntilSettled(const Scenario& scenario, const std::optional<CallKey>& call) {
+ScenarioRun RunUntilSettled(const Scenario& scenario, const std::string& call = {}) {
     constexpr int kTries = 3;
     ScenarioRun run;
     for (int tries = 0; tries < kTries; ++tries) {
         run = RunScenario(scenario, call);
-        const bool settled = (run.reached || !call) && !LeavesSomething(run.facts);
+        const bool settled = (run.reached || call.empty()) && !LeavesSomething(run.facts);
         if (settled || run.processIsSpent) break;
     }
     return run;
 }
 
 int RunToRecord(const Scenario& scenario, const path& folder) {
-    ScenarioRun run = RunScenario(scenario, std::nullopt);
+    ScenarioRun run = RunScenario(scenario);
     // The second run: what the system takes once in a process for all windows to come is not a run's.
-    if (!run.processIsSpent) run = RunUntilSettled(scenario, std::nullopt);
-    WriteCalls(folder, run.calls);
-    AddVerdict(folder, Lines(Judge(scenario, std::nullopt, run.facts)));
+    if (!run.processIsSpent) run = RunUntilSettled(scenario);
+    for (const std::string& call : run.calls) AddText(folder / kCallsFile, call);
+    AddText(folder / kVerdictsFile, Lines(Judge(scenario, {}, run.facts)));
     return kDone;
 }
 
 int RunToFail(const Scenario& scenario, const path& folder) {
-    const std::vector<CallKey> calls = ReadCalls(folder);
+    const std::vector<std::string> calls = ReadTexts(folder / kCallsFile);
     // First a run that does not count, unless each spends its process; in such nothing is counted anyway.
-    if (!scenario.spendsItsProcess && RunScenario(scenario, std::nullopt).processIsSpent)
-        return kProcessSpent;
-    for (std::size_t i = ReadVerdicts(folder).size(); i < calls.size(); ++i) {
+    if (!scenario.spendsItsProcess && RunScenario(scenario).processIsSpent) return kProcessSpent;
+    for (std::size_t i = ReadTexts(folder / kVerdictsFile).size(); i < calls.size(); ++i) {
         g_runBegan = ::GetTickCount64();
         const ScenarioRun run = RunUntilSettled(scenario, calls[i]);
-        AddVerdict(folder, run.reached ? Lines(Judge(scenario, calls[i], run.facts)) : kNotReached);
+        AddText(folder / kVerdictsFile,
+                run.reached ? Lines(Judge(scenario, calls[i], run.facts)) : kNotReached);
         if (run.processIsSpent) return kProcessSpent;
     }
     return kDone;
@@ -202,15 +189,16 @@ const RecordedCalls& CallsOf(const Scenario& scenario) {
     return s_recorded[scenario.name];
 }
 
-std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<CallKey>& calls) {
+std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<std::string>& calls) {
     const TemporaryFolder folder;
-    WriteCalls(folder.Path(), calls);
+    for (const std::string& call : calls) AddText(folder.Path() / kCallsFile, call);
     std::vector<std::string> verdicts;
     while (verdicts.size() < calls.size()) {
         const std::size_t before = verdicts.size();
         const DWORD code = RunProcess(scenario, folder);
-        if (code != kDone && code != kProcessSpent) AddVerdict(folder.Path(), EndOfProcess(code));
-        verdicts = ReadVerdicts(folder.Path());
+        if (code != kDone && code != kProcessSpent)
+            AddText(folder.Path() / kVerdictsFile, EndOfProcess(code));
+        verdicts = ReadTexts(folder.Path() / kVerdictsFile);
         if (verdicts.size() == before) throw std::runtime_error("a sweep ended too early");
     }
     return verdicts;

@@ -9,7 +9,7 @@
 #include <vector>
 
 struct RecordedCalls {
-    std::vector<CallKey> calls;
+    std::vector<std::string> calls;
     std::string differences;  // from the usual facts when nothing fails, one a line
 };
 // Recorded once in this process.
@@ -17,7 +17,7 @@ struct RecordedCalls {
 
 // For each of the calls what is wrong with the run in which it fails: nothing, what differs from what the
 // rule allows, kNotReached, or how the process ended that did not survive it.
-[[nodiscard]] std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<CallKey>& calls);
+[[nodiscard]] std::vector<std::string> Sweep(const Scenario& scenario, const std::vector<std::string>& calls);
 inline constexpr char kNotReached[] = "the call was not made again";
 [[nodiscard]] std::string EndOfProcess(DWORD exitCode);
 

@@ -19,12 +19,12 @@ namespace {
 const std::set<std::string> kFollowTraffic = {"GetMessageW", "GetWindowLongPtrW", "IsDialogMessageW",
                                               "PeekMessageW"};
 
-std::vector<CallKey> CallsToFail(const std::vector<CallKey>& recorded) {
+std::vector<std::string> CallsToFail(const std::vector<std::string>& recorded) {
     if (IsFull()) return recorded;
     static std::set<std::string> s_swept;
-    std::vector<CallKey> chosen;
-    for (const CallKey& call : recorded) {
-        if (s_swept.insert(call.Function()).second) chosen.push_back(call);
+    std::vector<std::string> chosen;
+    for (const std::string& call : recorded) {
+        if (s_swept.insert(FunctionOf(call)).second) chosen.push_back(call);
     }
     return chosen;
 }
@@ -49,7 +49,7 @@ TEST_P(FaultSweep, ComesToWhatIsPromisedWhicheverCallFails) {
     const Scenario& scenario = AllScenarios()[GetParam()];
     const RecordedCalls& recorded = CallsOf(scenario);
     EXPECT_EQ(recorded.differences, "") << "when nothing fails";
-    const std::vector<CallKey> calls = CallsToFail(recorded.calls);
+    const std::vector<std::string> calls = CallsToFail(recorded.calls);
     const std::vector<std::string> verdicts = Sweep(scenario, calls);
     ASSERT_EQ(verdicts.size(), calls.size()) << "a process did not survive its last run";
     std::size_t endedTheProgram = 0;
@@ -59,13 +59,12 @@ TEST_P(FaultSweep, ComesToWhatIsPromisedWhicheverCallFails) {
         const Rule* const rule = FindRule(scenario, calls[i]);
         const bool mustEnd = rule && rule->endsWithException != 0;
         if (verdicts[i] == kNotReached) {
-            EXPECT_TRUE(kFollowTraffic.contains(calls[i].Function()))
-                << "not made again: " << calls[i].Text();
+            EXPECT_TRUE(kFollowTraffic.contains(FunctionOf(calls[i]))) << "not made again: " << calls[i];
             ++notReached;
         } else if (mustEnd && verdicts[i] == EndOfProcess(rule->endsWithException)) {
             ++endedTheProgram;
         } else if (mustEnd || !verdicts[i].empty()) {
-            ADD_FAILURE() << "when it fails: " << calls[i].Text() << '\n'
+            ADD_FAILURE() << "when it fails: " << calls[i] << '\n'
                           << (mustEnd ? "the program does not end as it must\n" : "") << verdicts[i]
                           << (rule ? "\nthe rule: " + rule->why : "");
             ++findings;
