@@ -84,12 +84,6 @@ public:
     static constexpr UINT kMarkerMessage = WM_APP + 0x3FF0;
 
 private:
-    // Lets `handler` answer in the place of a function, whose type is named only: this program need not
-    // import it. Called by the program's code on any of its threads.
-    template <class Function, class Handler>
-    void Answer(const char* function, Handler handler) {
-        m_answers.push_back(Replace<Function>(function, std::move(handler)));
-    }
     using Converter = ScriptedConverters::Converter;
     void AnswerConverters();
     void AnswerDesktop();
@@ -136,5 +130,7 @@ private:
     std::size_t m_requested = 0;  // converters
     std::atomic<int> m_workers{0};
     std::atomic<int> m_modelessDialogs{0};
+    // In the place of functions that this program need not import itself. Called on any of the program's
+    // threads.
     std::vector<Replaced> m_answers;
 };

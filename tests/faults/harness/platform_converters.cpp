@@ -88,9 +88,9 @@ std::string Platform::Text(const std::vector<int>& numbers) {
 }
 
 void Platform::AnswerConverters() {
-    Answer<decltype(::_beginthread)>(
-        "_beginthread", [this](void(__cdecl * start)(void*), unsigned stack, void* argument) {
+    m_answers.push_back(
+        REPLACE_IMPORT(_beginthread, [this](void(__cdecl * start)(void*), unsigned stack, void* argument) {
             ++m_workers;
             return ::_beginthread(&RunWorker, stack, new WorkerStart{start, argument, m_workers});
-        });
+        }));
 }

@@ -23,70 +23,70 @@ const char* Picture(UINT type) {
 void Platform::AnswerDesktop() {
     // Windows and sounds
 
-    Answer<decltype(::MessageBoxW)>(
-        "MessageBoxW", [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) -> int {
+    m_answers.push_back(
+        REPLACE_IMPORT(MessageBoxW, [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) -> int {
             const std::string title = TextOf(caption);
             Note("messages", Picture(type) + std::string(owner ? "main " : "none ") + TextOf(text) +
                                  (title == "Talvenor" ? "" : " caption=" + title));
             if (realMessages) return ::MessageBoxW(owner, text, caption, type);
             return (type & MB_TYPEMASK) == MB_YESNO ? answerToQuestions.load() : IDOK;
-        });
+        }));
     // Counted in any case: a dialog that closes itself while it is set up has had its controls.
-    Answer<decltype(::CreateDialogParamW)>("CreateDialogParamW", [this](auto original, auto... arguments) {
+    m_answers.push_back(REPLACE_IMPORT(CreateDialogParamW, [this](auto original, auto... arguments) {
         ++m_modelessDialogs;
         return original(arguments...);
-    });
-    Answer<decltype(::DispatchMessageW)>("DispatchMessageW", [this](const MSG* message) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(DispatchMessageW, [this](const MSG* message) {
         const bool isMarker = message->message == kMarkerMessage;
         const LRESULT result = ::DispatchMessageW(message);
         if (isMarker) ++m_markers;
         return result;
-    });
-    Answer<decltype(::Beep)>("Beep", [this](DWORD frequency, DWORD duration) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(Beep, [this](DWORD frequency, DWORD duration) {
         Note("beeps", std::to_string(frequency) + ' ' + std::to_string(duration));
         return TRUE;
-    });
-    Answer<decltype(::LoadImageW)>("LoadImageW", [this](auto original, auto... arguments) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(LoadImageW, [this](auto original, auto... arguments) {
         const HANDLE image = original(arguments...);
         if (image) Add(m_icons, image);
         return image;
-    });
-    Answer<decltype(::DestroyIcon)>("DestroyIcon", [this](HICON icon) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(DestroyIcon, [this](HICON icon) {
         Remove(m_icons, icon);
         return ::DestroyIcon(icon);
-    });
+    }));
 
     // Files, folders, the shell
 
-    Answer<decltype(::GetOpenFileNameW)>("GetOpenFileNameW", [this](LPOPENFILENAMEW dialog) {
+    m_answers.push_back(REPLACE_IMPORT(GetOpenFileNameW, [this](LPOPENFILENAMEW dialog) {
         if (chosenFiles.empty() || !dialog->lpstrFile) return FALSE;
         const std::wstring files = chosenFiles + L'\0';  // with the one behind a string: two
         std::copy_n(files.c_str(), files.size() + 1, dialog->lpstrFile);
         return TRUE;
-    });
-    Answer<decltype(::SHBrowseForFolderW)>("SHBrowseForFolderW", [this](LPBROWSEINFOW) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(SHBrowseForFolderW, [this](LPBROWSEINFOW) {
         return chosenFolder.empty() ? nullptr : ::ILCreateFromPathW(chosenFolder.c_str());
-    });
-    Answer<decltype(::ShellExecuteExW)>("ShellExecuteExW", [this](LPSHELLEXECUTEINFOW request) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(ShellExecuteExW, [this](LPSHELLEXECUTEINFOW request) {
         Note("shell", TextOf(request->lpFile) + ' ' + TextOf(request->lpParameters));
         ::SetLastError(shellError);
         return shellError == ERROR_SUCCESS ? TRUE : FALSE;
-    });
+    }));
     // The search path has the system's own.
-    Answer<decltype(::SearchPathW)>("SearchPathW", [](LPCWSTR folder, LPCWSTR name, LPCWSTR extension,
-                                                      DWORD size, LPWSTR found, LPWSTR* part) {
+    m_answers.push_back(REPLACE_IMPORT(SearchPathW, [](LPCWSTR folder, LPCWSTR name, LPCWSTR extension,
+                                                       DWORD size, LPWSTR found, LPWSTR* part) {
         if (folder) return ::SearchPathW(folder, name, extension, size, found, part);
         std::wstring path(MAX_PATH, L'\0');
         path.resize(::GetSystemWindowsDirectoryW(path.data(), MAX_PATH));
         path.append(L"\\").append(name);
         ::lstrcpynW(found, path.c_str(), static_cast<int>(size));
         return static_cast<DWORD>(path.size());
-    });
+    }));
 
     // The machine and its user
 
-    Answer<decltype(::SetThreadExecutionState)>(
-        "SetThreadExecutionState", [this](EXECUTION_STATE state) -> EXECUTION_STATE {
+    m_answers.push_back(
+        REPLACE_IMPORT(SetThreadExecutionState, [this](EXECUTION_STATE state) -> EXECUTION_STATE {
             const bool keeps = state == (ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
             const bool givesBack = state == ES_CONTINUOUS;
             Note("awakeCalls", keeps ? "kept" : givesBack ? "given back" : std::to_string(state));
@@ -96,27 +96,26 @@ void Platform::AnswerDesktop() {
                 Add(m_awake, ::GetCurrentThreadId());
             }
             return ES_CONTINUOUS;
-        });
-    Answer<decltype(::SystemParametersInfoW)>(
-        "SystemParametersInfoW",
-        [this](auto original, UINT action, UINT parameter, PVOID value, UINT update) {
+        }));
+    m_answers.push_back(REPLACE_IMPORT(
+        SystemParametersInfoW, [this](auto original, UINT action, UINT parameter, PVOID value, UINT update) {
             if (action != SPI_GETSCREENREADER) return original(action, parameter, value, update);
             *static_cast<BOOL*>(value) = screenReader;
             return TRUE;
-        });
+        }));
 
     // Time
 
-    Answer<decltype(::GetLocalTime)>("GetLocalTime",
-                                     [](LPSYSTEMTIME time) { *time = {2026, 11, 1, 16, 14, 5, 9, 0}; });
-    Answer<decltype(::GetLocaleInfoW)>("GetLocaleInfoW", [](LCID, LCTYPE, LPWSTR data, int) {
+    m_answers.push_back(
+        REPLACE_IMPORT(GetLocalTime, [](LPSYSTEMTIME time) { *time = {2026, 11, 1, 16, 14, 5, 9, 0}; }));
+    m_answers.push_back(REPLACE_IMPORT(GetLocaleInfoW, [](LCID, LCTYPE, LPWSTR data, int) {
         *reinterpret_cast<DWORD*>(data) = 1;  // day, month, year
         return 2;
-    });
-    Answer<decltype(::SetTimer)>("SetTimer", [this](HWND, UINT_PTR id, UINT, TIMERPROC) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(SetTimer, [this](HWND, UINT_PTR id, UINT, TIMERPROC) {
         Add(m_timers, id);
         return id;
-    });
-    Answer<decltype(::KillTimer)>("KillTimer",
-                                  [this](HWND, UINT_PTR id) -> BOOL { return Remove(m_timers, id); });
+    }));
+    m_answers.push_back(
+        REPLACE_IMPORT(KillTimer, [this](HWND, UINT_PTR id) -> BOOL { return Remove(m_timers, id); }));
 }

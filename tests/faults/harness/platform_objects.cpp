@@ -79,8 +79,8 @@ void Platform::AnswerObjects() {
         return S_OK;
     };
 
-    Answer<decltype(::CoCreateInstance)>(
-        "CoCreateInstance",
+    m_answers.push_back(REPLACE_IMPORT(
+        CoCreateInstance,
         [this](REFCLSID classId, LPUNKNOWN outer, DWORD context, REFIID interfaceId,
                LPVOID* object) -> HRESULT {
             *object = nullptr;
@@ -94,5 +94,5 @@ void Platform::AnswerObjects() {
             if (!*object) return REGDB_E_CLASSNOTREG;
             ++m_objects;
             return S_OK;
-        });
+        }));
 }

@@ -8,73 +8,73 @@
 void Platform::AnswerProcess() {
     // The program as it is installed
 
-    Answer<decltype(::CreateMutexW)>(
-        "CreateMutexW", [this](LPSECURITY_ATTRIBUTES security, BOOL owned, LPCWSTR) {
+    m_answers.push_back(
+        REPLACE_IMPORT(CreateMutexW, [this](LPSECURITY_ATTRIBUTES security, BOOL owned, LPCWSTR) {
             const HANDLE mutex = ::CreateMutexW(security, owned, nullptr);  // of nobody else's concern
             ::SetLastError(anotherCopyRuns ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
             return mutex;
-        });
-    Answer<decltype(::GetModuleFileNameW)>("GetModuleFileNameW", [this](HMODULE, LPWSTR path, DWORD size) {
+        }));
+    m_answers.push_back(REPLACE_IMPORT(GetModuleFileNameW, [this](HMODULE, LPWSTR path, DWORD size) {
         const std::wstring program = File(L"Talvenor.exe");
         ::lstrcpynW(path, program.c_str(), static_cast<int>(size));
         return static_cast<DWORD>(program.size());
-    });
+    }));
     // Ours stay as they are.
-    Answer<decltype(::SetDefaultDllDirectories)>("SetDefaultDllDirectories", [](DWORD) { return TRUE; });
-    Answer<decltype(::GetProcAddress)>("GetProcAddress", [](HMODULE module, LPCSTR name) {
+    m_answers.push_back(REPLACE_IMPORT(SetDefaultDllDirectories, [](DWORD) { return TRUE; }));
+    m_answers.push_back(REPLACE_IMPORT(GetProcAddress, [](HMODULE module, LPCSTR name) {
         const FARPROC found = ::GetProcAddress(module, name);
         void* const real = reinterpret_cast<void*>(found);
         return found ? reinterpret_cast<FARPROC>(CurrentHost().Wrap(name, real)) : found;
-    });
-    Answer<void WINAPI(UINT)>("ExitProcess", [](UINT code) { CurrentHost().ProcessEnds(code); });
+    }));
+    m_answers.push_back(
+        Replace<void WINAPI(UINT)>("ExitProcess", [](UINT code) { CurrentHost().ProcessEnds(code); }));
 
     // Memory
 
-    Answer<decltype(::malloc)>("malloc", [this](std::size_t size) {
+    m_answers.push_back(REPLACE_IMPORT(malloc, [this](std::size_t size) {
         void* const block = std::malloc(size);
         if (block) Add(m_blocks, block);
         return block;
-    });
-    Answer<decltype(::free)>("free", [this](void* block) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(free, [this](void* block) {
         Remove(m_blocks, block);
         std::free(block);
-    });
-    Answer<decltype(::HeapAlloc)>("HeapAlloc", [this](HANDLE heap, DWORD flags, SIZE_T size) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(HeapAlloc, [this](HANDLE heap, DWORD flags, SIZE_T size) {
         void* const block = ::HeapAlloc(heap, flags, size);
         if (block) Add(m_blocks, block);
         return block;
-    });
-    Answer<decltype(::HeapFree)>("HeapFree", [this](HANDLE heap, DWORD flags, LPVOID block) {
+    }));
+    m_answers.push_back(REPLACE_IMPORT(HeapFree, [this](HANDLE heap, DWORD flags, LPVOID block) {
         Remove(m_blocks, block);
         return ::HeapFree(heap, flags, block);
-    });
+    }));
 
     // The four calls that end in the machine going down. None of them is ever passed on.
 
-    Answer<decltype(::OpenProcessToken)>("OpenProcessToken", [this](HANDLE, DWORD, PHANDLE token) {
+    m_answers.push_back(REPLACE_IMPORT(OpenProcessToken, [this](HANDLE, DWORD, PHANDLE token) {
         Note("shutdowns", "open token");
         *token = reinterpret_cast<HANDLE>(0x7001);
         return TRUE;
-    });
-    Answer<decltype(::LookupPrivilegeValueW)>("LookupPrivilegeValueW",
-                                              [this](LPCWSTR, LPCWSTR name, PLUID luid) {
-                                                  Note("shutdowns", "look up " + TextOf(name));
-                                                  luid->HighPart = 0;
-                                                  luid->LowPart = 19;
-                                                  return TRUE;
-                                              });
+    }));
+    m_answers.push_back(REPLACE_IMPORT(LookupPrivilegeValueW, [this](LPCWSTR, LPCWSTR name, PLUID luid) {
+        Note("shutdowns", "look up " + TextOf(name));
+        luid->HighPart = 0;
+        luid->LowPart = 19;
+        return TRUE;
+    }));
     // As the system: a success that adjusts nothing leaves an error.
-    Answer<decltype(::AdjustTokenPrivileges)>(
-        "AdjustTokenPrivileges",
-        [this](HANDLE, BOOL, PTOKEN_PRIVILEGES privileges, DWORD, PTOKEN_PRIVILEGES, PDWORD) {
-            const LUID_AND_ATTRIBUTES& entry = privileges->Privileges[0];
-            Note("shutdowns", entry.Attributes == SE_PRIVILEGE_ENABLED ? "enable" : "disable");
-            ::SetLastError(entry.Luid.LowPart == 19 ? ERROR_SUCCESS : ERROR_NOT_ALL_ASSIGNED);
-            return TRUE;
-        });
-    Answer<decltype(::InitiateSystemShutdownW)>(
-        "InitiateSystemShutdownW", [this](LPWSTR, LPWSTR, DWORD, BOOL force, BOOL reboot) {
+    m_answers.push_back(
+        REPLACE_IMPORT(AdjustTokenPrivileges,
+                       [this](HANDLE, BOOL, PTOKEN_PRIVILEGES privileges, DWORD, PTOKEN_PRIVILEGES, PDWORD) {
+                           const LUID_AND_ATTRIBUTES& entry = privileges->Privileges[0];
+                           Note("shutdowns", entry.Attributes == SE_PRIVILEGE_ENABLED ? "enable" : "disable");
+                           ::SetLastError(entry.Luid.LowPart == 19 ? ERROR_SUCCESS : ERROR_NOT_ALL_ASSIGNED);
+                           return TRUE;
+                       }));
+    m_answers.push_back(
+        REPLACE_IMPORT(InitiateSystemShutdownW, [this](LPWSTR, LPWSTR, DWORD, BOOL force, BOOL reboot) {
             Note("shutdowns", force || reboot ? "request of another kind" : "request");
             return TRUE;
-        });
+        }));
 }
