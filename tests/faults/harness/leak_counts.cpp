@@ -3,14 +3,8 @@
 #include "tests/equipment/window_driver.h"
 #include "tests/equipment/wine.h"
 
-#include "res/resource.h"
-
 #include <windows.h>
 
-#include <algorithm>
-#include <array>
-#include <stdexcept>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -35,9 +29,11 @@ constexpr LONG kTooSmall = static_cast<LONG>(0xC0000004);  // STATUS_INFO_LENGTH
 // One object in the table of graphics objects, which under Wine is the process's own.
 struct GdiEntry {
     BYTE unused[14];
-    BYTE type;  // 0: free
+    BYTE type;
     BYTE more[9];
 };
+constexpr BYTE kFree = 0;
+constexpr BYTE kFont = 10;
 constexpr int kGdiEntries = 16384;
 constexpr std::size_t kGdiTableInProcessBlock = 0xF8;
 
@@ -90,7 +86,7 @@ int CountGdiObjects() {
     const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);
     int count = 0;
     for (int i = 0; table && i < kGdiEntries; ++i) {
-        if (table[i].type != 0) ++count;
+        if (table[i].type != kFree && table[i].type != kFont) ++count;
     }
     return count;
 }
@@ -104,35 +100,6 @@ int CountWindows() {
         count += CountOwn(window);
     }
     return count;
-}
-
-INT_PTR CALLBACK BareDialogProc(HWND /*dialog*/, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    return message == WM_INITDIALOG ? TRUE : FALSE;
-}
-
-// The program's main dialog and nothing behind it, on a thread of its own.
-void OpenBareWindow() {
-    bool isDestroyed = false;
-    std::thread([&] {
-        const HWND dialog = ::CreateDialogParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_MAIN),
-                                                 nullptr, &BareDialogProc, 0);
-        isDestroyed = dialog && ::DestroyWindow(dialog);
-    }).join();
-    if (!isDestroyed) throw std::runtime_error("no bare window of the program's main dialog");
-}
-
-// The middle one of some: now and then the system takes or releases something of its own.
-int MeasureWhatABareWindowLeaves() {
-    // The first ones bring what the system keeps once in a process.
-    for (int i = 0; i < 3; ++i) OpenBareWindow();
-    std::array<int, 5> kept = {};
-    for (int& one : kept) {
-        const int before = CountGdiObjects();
-        OpenBareWindow();
-        one = CountGdiObjects() - before;
-    }
-    std::ranges::sort(kept);
-    return kept[kept.size() / 2];
 }
 
 }  // namespace
@@ -150,9 +117,4 @@ std::size_t PrivateBytes() {
         address = static_cast<const BYTE*>(region.BaseAddress) + region.RegionSize;
     }
     return bytes;
-}
-
-int GdiObjectsKeptByTheSystem() {
-    static const int s_kept = MeasureWhatABareWindowLeaves();
-    return s_kept;
 }

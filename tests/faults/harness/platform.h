@@ -77,8 +77,6 @@ public:
 
     // Worker threads that have been started and have not ended.
     [[nodiscard]] int Workers() const { return m_workers; }
-    // How often the system was asked to create a modeless dialog, as the main window is one.
-    [[nodiscard]] int ModelessDialogs() const { return m_modelessDialogs; }
     // Notes a message of the test's own that has come out of the program's queue, see User::WaitForPosted.
     [[nodiscard]] int Markers() const { return m_markers; }
     static constexpr UINT kMarkerMessage = WM_APP + 0x3FF0;
@@ -129,7 +127,6 @@ private:
     std::atomic<int> m_markers{0};
     std::size_t m_requested = 0;  // converters
     std::atomic<int> m_workers{0};
-    std::atomic<int> m_modelessDialogs{0};
     // In the place of functions that this program need not import itself. Called on any of the program's
     // threads.
     std::vector<Replaced> m_answers;

@@ -31,11 +31,6 @@ void Platform::AnswerDesktop() {
             if (realMessages) return ::MessageBoxW(owner, text, caption, type);
             return (type & MB_TYPEMASK) == MB_YESNO ? answerToQuestions.load() : IDOK;
         }));
-    // Counted in any case: a dialog that closes itself while it is set up has had its controls.
-    m_answers.push_back(REPLACE_IMPORT(CreateDialogParamW, [this](auto original, auto... arguments) {
-        ++m_modelessDialogs;
-        return original(arguments...);
-    }));
     m_answers.push_back(REPLACE_IMPORT(DispatchMessageW, [this](const MSG* message) {
         const bool isMarker = message->message == kMarkerMessage;
         const LRESULT result = ::DispatchMessageW(message);

@@ -39,10 +39,9 @@ Counts MeasureHeld(const Platform& platform) {
 }
 
 // Does `once` a few times, so that what the system keeps for good is there, then `times` more, at least ten,
-// and expects that nothing is added with time but `gdiKept` GDI objects each time, which the system keeps.
-// The figures go into the summary under `name`.
+// and expects that nothing is added with time. The figures go into the summary under `name`.
 void ExpectFlat(const std::string& name, int times, const Platform& platform,
-                const std::function<void()>& once, int gdiKept = 0) {
+                const std::function<void()>& once) {
     constexpr int kParts = 5;
     ASSERT_GE(times, kParts * 2) << "one thing lost each time would not be noticed";
     const int rounds = std::max(3, times / 10);
@@ -51,7 +50,6 @@ void ExpectFlat(const std::string& name, int times, const Platform& platform,
     for (int part = 1; part <= kParts; ++part) {
         for (int i = times * (part - 1) / kParts; i < times * part / kParts; ++i) once();
         held.push_back(MeasureHeld(platform));
-        held.back()["gdi"] -= gdiKept * (times * part / kParts);
     }
     std::printf("[ figures  ] %-38s %4d times", name.c_str(), times);
     for (const auto& [what, count] : held.front()) {
@@ -211,7 +209,7 @@ TEST(LeaksOfLives, None) {
         EXPECT_TRUE(stage.program.WaitForEnd());
         EXPECT_THAT(stage.platform.Held(), Each(Pair(testing::_, 0)));
     };
-    ExpectFlat("lives of the program with a batch", Times(200), none, live, GdiObjectsKeptByTheSystem());
+    ExpectFlat("lives of the program with a batch", Times(200), none, live);
 }
 
 }  // namespace

@@ -103,7 +103,6 @@ struct ScenarioRun {
 // With the call `failing` as a failure. A program that hangs has the fact "hang".
 ScenarioRun RunScenario(const Scenario& scenario, const std::string& failing = {}) {
     ScenarioRun run;
-    const int keptByTheSystem = GdiObjectsKeptByTheSystem();
     const Counts before = HeldOfTheSystem();
     auto stage = std::make_unique<Stage>();  // kept for good when the program hangs: its threads still use it
     stage->watch.FailAt(failing);
@@ -131,11 +130,9 @@ ScenarioRun RunScenario(const Scenario& scenario, const std::string& failing = {
         return run;
     }
     for (const auto& [what, count] : stage->platform.Held()) run.facts[what] = std::to_string(count);
-    const int keptOfDialogs = keptByTheSystem * stage->platform.ModelessDialogs();
     stage.reset();
     for (const auto& [what, count] : HeldOfTheSystem()) {
-        const int kept = what == "gdi" ? keptOfDialogs : 0;
-        run.facts[what] = std::to_string(count - before.at(what) - kept);
+        run.facts[what] = std::to_string(count - before.at(what));
     }
     return run;
 }
