@@ -11,12 +11,6 @@
 
 namespace {
 
-class Taskbar : public ComObject<ITaskbarList3> {
-public:
-    using ComObject::ComObject;
-    bool isReady = false;
-};
-
 // A method can fail as an imported function can.
 bool IsToFail(const char* method) {
     return CurrentHost().watch.Route(method, CallArguments(nullptr)) != nullptr;
@@ -38,21 +32,16 @@ void Platform::Show(HWND window, const std::string& text) {
 
 void Platform::AnswerObjects() {
     static ITaskbarList3Vtbl s_taskbar = {};
-    s_taskbar.HrInit = [](ITaskbarList3* self) -> HRESULT {
-        if (IsToFail("ITaskbarList3::HrInit")) return E_FAIL;
-        static_cast<Taskbar*>(self)->isReady = true;
-        return S_OK;
+    s_taskbar.HrInit = [](ITaskbarList3*) -> HRESULT {
+        return IsToFail("ITaskbarList3::HrInit") ? E_FAIL : S_OK;
     };
-    s_taskbar.SetProgressValue = [](ITaskbarList3* self, HWND window, ULONGLONG done,
-                                    ULONGLONG all) -> HRESULT {
-        if (IsToFail("ITaskbarList3::SetProgressValue") || !static_cast<Taskbar*>(self)->isReady)
-            return E_FAIL;
+    s_taskbar.SetProgressValue = [](ITaskbarList3*, HWND window, ULONGLONG done, ULONGLONG all) -> HRESULT {
+        if (IsToFail("ITaskbarList3::SetProgressValue")) return E_FAIL;
         CurrentHost().platform.Show(window, std::to_string(done) + " of " + std::to_string(all));
         return S_OK;
     };
-    s_taskbar.SetProgressState = [](ITaskbarList3* self, HWND window, TBPFLAG state) -> HRESULT {
-        if (IsToFail("ITaskbarList3::SetProgressState") || !static_cast<Taskbar*>(self)->isReady)
-            return E_FAIL;
+    s_taskbar.SetProgressState = [](ITaskbarList3*, HWND window, TBPFLAG state) -> HRESULT {
+        if (IsToFail("ITaskbarList3::SetProgressState")) return E_FAIL;
         CurrentHost().platform.Show(window, state == TBPF_NOPROGRESS ? "" : "state " + std::to_string(state));
         return S_OK;
     };
@@ -87,7 +76,7 @@ void Platform::AnswerObjects() {
             if (outer || context != CLSCTX_INPROC_SERVER) return E_INVALIDARG;
             const auto whenReleased = [this] { --m_objects; };
             if (classId == CLSID_TaskbarList && interfaceId == IID_ITaskbarList3) {
-                *object = new Taskbar(s_taskbar, whenReleased);
+                *object = new ComObject<ITaskbarList3>(s_taskbar, whenReleased);
             } else if (classId == CLSID_AccPropServices && interfaceId == IID_IAccPropServices) {
                 *object = new ComObject<IAccPropServices>(s_names, whenReleased);
             }

@@ -13,9 +13,16 @@ namespace {
 
 // Longer than anything that does not hang, on a machine that is busy with other tests.
 constexpr std::chrono::milliseconds kLimit{15'000};
-// How long a person waits before pressing again.
-constexpr std::chrono::milliseconds kPatience{500};
-constexpr int kTries = 5;
+// Presses a few times at most, as a person does who waits a moment for what it comes to. Whether it has.
+bool PressUntil(const std::function<bool()>& isDone, const std::function<void()>& press) {
+    constexpr std::chrono::milliseconds kPatience{500};
+    constexpr int kTries = 5;
+    for (int tries = 0; !isDone() && tries < kTries; ++tries) {
+        press();
+        static_cast<void>(driver::WaitUntil(isDone, kPatience));
+    }
+    return isDone();
+}
 
 HWND DialogWith(int controlId) {
     const HWND dialog = FindOwnWindow([&](HWND window) { return driver::FindControl(window, controlId); });
@@ -117,11 +124,9 @@ HWND User::WaitForWorkersDialog(int controlOfDialog) const {
 }
 
 void User::CloseDialog(HWND dialog, int buttonId) const {
-    for (int tries = 0; ::IsWindow(dialog); ++tries) {
-        if (tries == kTries) throw driver::Failure("a dialog does not close");
-        Send(driver::FindControl(dialog, buttonId), BM_CLICK);
-        static_cast<void>(driver::WaitUntil([&] { return !::IsWindow(dialog); }, kPatience));
-    }
+    const auto press = [&] { Send(driver::FindControl(dialog, buttonId), BM_CLICK); };
+    if (!PressUntil([&] { return !::IsWindow(dialog); }, press))
+        throw driver::Failure("a dialog does not close");
     WaitForPosted();
 }
 
@@ -156,11 +161,7 @@ void User::PressKeyIn(int id, WORD key) const {
 }
 
 bool User::PressUntilEnded(const std::function<void()>& press) const {
-    for (int tries = 0; !m_program.HasEnded() && tries < kTries; ++tries) {
-        press();
-        static_cast<void>(driver::WaitUntil([&] { return m_program.HasEnded(); }, kPatience));
-    }
-    return m_program.HasEnded();
+    return PressUntil([&] { return m_program.HasEnded(); }, press);
 }
 
 void User::Quit() const {

@@ -1,5 +1,6 @@
 #include "tests/faults/harness/window_facts.h"
 
+#include "tests/equipment/list_reader.h"
 #include "tests/support/utf8.h"
 
 #include "res/resource.h"
@@ -8,23 +9,17 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 namespace {
-
-constexpr int kLongestText = 2000;
 
 constexpr int kChangingTexts[] = {IDCANCEL,          IDC_STATUS,        IDC_PAGES,
                                   IDC_EXTRA_OPTIONS, IDC_OUTPUT_FOLDER, IDC_RESOLUTION};
 
-std::string Cell(const User& user, int row, int column) {
-    std::wstring text(kLongestText, L'\0');
-    LVITEMW item = {};
-    item.iSubItem = column;
-    item.pszText = text.data();
-    item.cchTextMax = kLongestText;
-    text.resize(static_cast<std::size_t>(
-        user.SendToList(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item))));
-    return Utf8(text);
+std::string Column(HWND list, int column) {
+    std::vector<std::string> cells;
+    for (const std::wstring& text : driver::ColumnTexts(list, column)) cells.push_back(Utf8(text));
+    return Lines(cells);
 }
 
 }  // namespace
@@ -46,21 +41,14 @@ void AddControlFacts(const User& user, const std::string& moment, Facts& facts) 
 
 void AddListFacts(const User& user, const std::string& moment, Facts& facts) {
     const UncountedScope uncounted(user.Program().watch);
-    const auto rows = static_cast<int>(user.SendToList(LVM_GETITEMCOUNT));
-    std::vector<std::string> paths;
-    std::vector<std::string> durations;
-    for (int row = 0; row < rows; ++row) {
-        paths.push_back(Cell(user, row, 0));
-        durations.push_back(Cell(user, row, 1));
-    }
-    facts[moment + ".rows"] = Lines(paths);
-    facts[moment + ".durations"] = Lines(durations);
-    facts[moment + ".selected"] =
-        std::to_string(user.SendToList(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    const HWND list = user.Control(IDC_FILE_LIST);
+    facts[moment + ".rows"] = Column(list, 0);
+    facts[moment + ".durations"] = Column(list, 1);
+    facts[moment + ".selected"] = std::to_string(driver::SelectedRow(list));
     const LRESULT first = user.SendToList(LVM_GETCOLUMNWIDTH, 0);
     const LRESULT second = user.SendToList(LVM_GETCOLUMNWIDTH, 1);
     RECT client = {};
-    ::GetClientRect(user.Control(IDC_FILE_LIST), &client);
+    ::GetClientRect(list, &client);
     std::string columns = first + second == client.right ? "fit" : "do not fit";
     if (second > 0) columns += " with durations";
     facts[moment + ".columns"] = columns;
