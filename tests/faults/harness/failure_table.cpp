@@ -49,61 +49,38 @@ void* Address(Function* function) {
     return reinterpret_cast<void*>(function);
 }
 
+// The last error is the system's own where the program looks at it, and elsewhere any.
 const Failure kFailures[] = {
-    {"AssignProcessToJobObject CreateMutexW DeleteFileW GetExitCodeProcess OpenProcess TerminateJobObject "
-     "OpenProcessToken PathFileExistsW PathIsDirectoryW DestroyWindow FindWindowW",
-     kNothing, ERROR_ACCESS_DENIED},
-    {"CheckDlgButton GetDlgItem IsDlgButtonChecked", kNothing, ERROR_CONTROL_ID_NOT_FOUND},
-    {"WriteFile", kNothing, ERROR_DISK_FULL},
-    {"CreateProcessW SearchPathW", kNothing, ERROR_FILE_NOT_FOUND},
-    {"Beep GetModuleFileNameW GetSystemDirectoryW GetSystemWindowsDirectoryW", kNothing, ERROR_GEN_FAILURE},
-    {"WideCharToMultiByte PathRenameExtensionW", kNothing, ERROR_INSUFFICIENT_BUFFER},
-    {"DestroyIcon SetCursor", kNothing, ERROR_INVALID_CURSOR_HANDLE},
-    {"CloseHandle FreeLibrary AdjustTokenPrivileges DragQueryFileW", kNothing, ERROR_INVALID_HANDLE},
-    {"GetMonitorInfoW", kNothing, ERROR_INVALID_MONITOR_HANDLE},
-    {"CompareStringOrdinal GetLocaleInfoW HeapFree SetDefaultDllDirectories InitCommonControlsEx "
-     "SHGetPathFromIDListW KillTimer SystemParametersInfoW",
-     kNothing, ERROR_INVALID_PARAMETER},
-    {"DragAcceptFiles EnableWindow EndDialog GetClassNameW GetClientRect GetParent GetWindow "
-     "GetWindowLongPtrW GetWindowRect GetWindowTextLengthW GetWindowTextW GetWindowThreadProcessId "
-     "InvalidateRect IsDialogMessageW IsIconic IsWindowEnabled IsWindowVisible MonitorFromWindow "
-     "PeekMessageW "
-     "ScreenToClient SendNotifyMessageW SetFocus SetForegroundWindow SetWindowLongPtrW SetWindowPos "
-     "SetWindowTextW ShowWindow UpdateWindow",
-     kNothing, ERROR_INVALID_WINDOW_HANDLE},
-    {"GetModuleHandleW LoadLibraryW", kNothing, ERROR_MOD_NOT_FOUND},
-    {"FormatMessageW", kNothing, ERROR_MR_MID_NOT_FOUND},
-    {"CreateJobObjectW GetOpenFileNameW ImageList_Create SHBrowseForFolderW CreateDialogParamW "
-     "CreateWindowExW EnumWindows MessageBoxW",
-     kNothing, ERROR_NOT_ENOUGH_MEMORY},
-    {"PostMessageW", kNothing, ERROR_NOT_ENOUGH_QUOTA},
+    {"CreateProcessW", kNothing, ERROR_FILE_NOT_FOUND},
     {"ShellExecuteExW", kNothing, ERROR_NO_ASSOCIATION},
-    {"LookupPrivilegeValueW", kNothing, ERROR_NO_SUCH_PRIVILEGE},
-    {"SetTimer", kNothing, ERROR_NO_SYSTEM_RESOURCES},
-    {"VerifyVersionInfoW", kNothing, ERROR_OLD_WIN_VERSION},
-    {"GetProcAddress", kNothing, ERROR_PROC_NOT_FOUND},
-    {"LoadResource GetFileVersionInfoSizeW GetFileVersionInfoW", kNothing, ERROR_RESOURCE_DATA_NOT_FOUND},
-    {"FindResourceExW LoadCursorW LoadIconW LoadImageW LoadStringW", kNothing, ERROR_RESOURCE_NAME_NOT_FOUND},
-    {"VerQueryValueW", kNothing, ERROR_RESOURCE_TYPE_NOT_FOUND},
-    {"InitiateSystemShutdownW", kNothing, ERROR_SHUTDOWN_IN_PROGRESS},
-    {"HeapAlloc LockResource SetThreadExecutionState lstrlenA PathRemoveFileSpecW GetActiveWindow GetFocus "
-     "GetSystemMetrics",
-     kNothing, ERROR_SUCCESS},
-    {"DialogBoxParamW", kMinusOne, ERROR_NOT_ENOUGH_MEMORY},
-    {"CreateFileW", kMinusOne, ERROR_SHARING_VIOLATION},
-    {"SetFilePointer WaitForSingleObject", kMinusOne32, ERROR_INVALID_HANDLE},
-    {"ImageList_ReplaceIcon", kMinusOne32, ERROR_INVALID_PARAMETER},
-    {"GetMessageW", kMinusOne32, ERROR_INVALID_WINDOW_HANDLE},
-    {"IAccPropServices::ClearHwndProps IAccPropServices::SetHwndPropStr ITaskbarList3::HrInit "
-     "ITaskbarList3::SetProgressState ITaskbarList3::SetProgressValue",
-     static_cast<std::uint32_t>(E_FAIL), ERROR_SUCCESS},
-    {"CoInitialize", static_cast<std::uint32_t>(E_OUTOFMEMORY), ERROR_SUCCESS},
-    {"CoCreateInstance", static_cast<std::uint32_t>(REGDB_E_CLASSNOTREG), ERROR_SUCCESS},
-    {"_beginthread", kMinusOne, ERROR_NOT_ENOUGH_MEMORY, Address(&NoThread)},
-    {"malloc", kNothing, ERROR_NOT_ENOUGH_MEMORY, Address(&NoMemory)},
-    {"PathAppendW", kNothing, ERROR_INSUFFICIENT_BUFFER, Address(&CannotAppend)},
-    {"SHGetFolderPathW", static_cast<std::uint32_t>(E_FAIL), ERROR_SUCCESS, Address(&NoFolder)},
-    {"SendMessageW", kNothing, ERROR_INVALID_WINDOW_HANDLE, Address(&NoAnswer)},
+    {"AdjustTokenPrivileges AssignProcessToJobObject Beep CheckDlgButton CloseHandle CompareStringOrdinal "
+     "CreateDialogParamW CreateJobObjectW CreateMutexW CreateWindowExW DeleteFileW DestroyIcon "
+     "DestroyWindow DragAcceptFiles DragQueryFileW EnableWindow EndDialog EnumWindows FindResourceExW "
+     "FindWindowW FormatMessageW FreeLibrary GetActiveWindow GetClassNameW GetClientRect GetDlgItem "
+     "GetExitCodeProcess GetFileVersionInfoSizeW GetFileVersionInfoW GetFocus GetLocaleInfoW "
+     "GetModuleFileNameW GetModuleHandleW GetMonitorInfoW GetOpenFileNameW GetParent GetProcAddress "
+     "GetSystemDirectoryW GetSystemMetrics GetSystemWindowsDirectoryW GetWindow GetWindowLongPtrW "
+     "GetWindowRect GetWindowTextLengthW GetWindowTextW GetWindowThreadProcessId HeapAlloc HeapFree "
+     "ImageList_Create InitCommonControlsEx InitiateSystemShutdownW InvalidateRect IsDialogMessageW "
+     "IsDlgButtonChecked IsIconic IsWindowEnabled IsWindowVisible KillTimer LoadCursorW LoadIconW "
+     "LoadImageW LoadLibraryW LoadResource LoadStringW LockResource LookupPrivilegeValueW lstrlenA "
+     "MessageBoxW MonitorFromWindow OpenProcess OpenProcessToken PathFileExistsW PathIsDirectoryW "
+     "PathRemoveFileSpecW PathRenameExtensionW PeekMessageW PostMessageW ScreenToClient SearchPathW "
+     "SendNotifyMessageW SetCursor SetDefaultDllDirectories SetFocus SetForegroundWindow "
+     "SetThreadExecutionState SetTimer SetWindowLongPtrW SetWindowPos SetWindowTextW SHBrowseForFolderW "
+     "SHGetPathFromIDListW ShowWindow SystemParametersInfoW TerminateJobObject UpdateWindow "
+     "VerifyVersionInfoW VerQueryValueW WideCharToMultiByte WriteFile",
+     kNothing, ERROR_GEN_FAILURE},
+    {"CreateFileW DialogBoxParamW", kMinusOne, ERROR_GEN_FAILURE},
+    {"GetMessageW ImageList_ReplaceIcon SetFilePointer WaitForSingleObject", kMinusOne32, ERROR_GEN_FAILURE},
+    {"CoCreateInstance CoInitialize IAccPropServices::ClearHwndProps IAccPropServices::SetHwndPropStr "
+     "ITaskbarList3::HrInit ITaskbarList3::SetProgressState ITaskbarList3::SetProgressValue",
+     static_cast<std::uint32_t>(E_FAIL), ERROR_GEN_FAILURE},
+    {"_beginthread", 0, 0, Address(&NoThread)},
+    {"malloc", 0, 0, Address(&NoMemory)},
+    {"PathAppendW", 0, 0, Address(&CannotAppend)},
+    {"SHGetFolderPathW", 0, 0, Address(&NoFolder)},
+    {"SendMessageW", 0, 0, Address(&NoAnswer)},
 };
 
 // Functions that are not made to fail, and why.

@@ -9,7 +9,7 @@ struct Failure {
     const char* functions;  // by their names between blanks
     std::uint64_t value;
     unsigned long error;      // the last error that they leave
-    void* instead = nullptr;  // of the functions' own type, when they also leave something behind
+    void* instead = nullptr;  // a function of their own type that fails for them, whatever the two before
 };
 
 // Null for a function that cannot fail or is none of ours.
