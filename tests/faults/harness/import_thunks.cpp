@@ -1,7 +1,11 @@
 #include "tests/faults/harness/import_thunks.h"
 
+#include "tests/faults/harness/program_host.h"
+
 #include <windows.h>
 
+#include <cstdint>
+#include <map>
 #include <new>
 #include <stdexcept>
 
@@ -9,12 +13,16 @@ namespace {
 
 constexpr std::size_t kMostThunks = 1000;
 
-}  // namespace
+struct Thunk {
+    std::string name;
+    void* target = nullptr;
+    void* code = nullptr;
+};
 
 // Saves the four arguments in registers where the others are, asks `enter` where to go, and goes there with
 // all arguments as they were.
 #pragma pack(push, 1)
-struct ImportThunks::Code {
+struct Code {
     std::uint8_t save[6] = {0x41, 0x51, 0x41, 0x50, 0x52, 0x51};  // push r9; push r8; push rdx; push rcx
     std::uint8_t passRegisters[3] = {0x48, 0x89, 0xE2};           // mov rdx, rsp
     std::uint8_t passThunk[2] = {0x48, 0xB9};                     // mov rcx, thunk
@@ -29,27 +37,32 @@ struct ImportThunks::Code {
 };
 #pragma pack(pop)
 
-ImportThunks::ImportThunks(CallWatch& watch)
-    : m_watch(watch),
-      m_code(static_cast<Code*>(::VirtualAlloc(nullptr, kMostThunks * sizeof(Code), MEM_COMMIT | MEM_RESERVE,
-                                               PAGE_EXECUTE_READWRITE))) {
-    if (!m_code) throw std::runtime_error("no memory for thunks");
-}
-
-ImportThunks::~ImportThunks() {
-    ::VirtualFree(m_code, 0, MEM_RELEASE);
-}
-
-void* ImportThunks::Wrap(const std::string& name, void* target) {
-    if (m_thunks.size() == kMostThunks) throw std::runtime_error("too many imports");
-    Code* const code = m_code + m_thunks.size();
-    m_thunks.push_back({m_watch, name, target});
-    return new (code) Code{.thunk = &m_thunks.back(), .enter = reinterpret_cast<const void*>(&Enter)};
-}
-
-void* ImportThunks::Enter(const Thunk* thunk, const std::uint64_t* registers) {
+void* Enter(const Thunk* thunk, const std::uint64_t* registers) {
     const DWORD error = ::GetLastError();
-    void* const elsewhere = thunk->watch.Route(thunk->name, CallArguments(registers));
+    void* const elsewhere = CurrentHost().watch.Route(thunk->name, CallArguments(registers));
     ::SetLastError(error);
     return elsewhere ? elsewhere : thunk->target;
+}
+
+// Memory that the processor may run.
+Code* CodeMemory() {
+    void* const memory =
+        ::VirtualAlloc(nullptr, kMostThunks * sizeof(Code), MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
+    if (!memory) throw std::runtime_error("no memory for thunks");
+    return static_cast<Code*>(memory);
+}
+
+}  // namespace
+
+void* WatchedCode(const std::string& name, void* target) {
+    static std::map<std::string, Thunk> s_thunks;  // addresses must stay
+    static Code* s_free = CodeMemory();
+    Thunk& thunk = s_thunks[name];
+    if (!thunk.code) {
+        if (s_thunks.size() > kMostThunks) throw std::runtime_error("too many imports");
+        thunk.name = name;
+        thunk.code = new (s_free++) Code{.thunk = &thunk, .enter = reinterpret_cast<const void*>(&Enter)};
+    }
+    thunk.target = target;
+    return thunk.code;
 }

@@ -2,6 +2,7 @@
 
 #include "tests/equipment/window_driver.h"
 #include "tests/faults/harness/failure_table.h"
+#include "tests/faults/harness/import_thunks.h"
 #include "tests/support/replaced_imports.h"
 
 #include "res/resource.h"
@@ -79,7 +80,7 @@ HWND ProgramHost::MainWindow() const {
 void* ProgramHost::Wrap(const std::string& name, void* real) {
     void* const answer = Platform::FindAnswer(name);
     if (!answer && !FindFailure(name)) return real;
-    return m_thunks.Wrap(name, answer ? answer : real);
+    return WatchedCode(name, answer ? answer : real);
 }
 
 void ProgramHost::ProcessEnds(UINT exitCode) {

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "tests/faults/harness/call_watch.h"
-#include "tests/faults/harness/import_thunks.h"
 #include "tests/faults/harness/platform.h"
 
 #include <windows.h>
@@ -46,7 +45,6 @@ public:
 private:
     void Run();
 
-    ImportThunks m_thunks{watch};
     HANDLE m_thread = nullptr;
     DWORD m_threadId = 0;
     std::atomic<Life> m_life{Life::Running};
