@@ -1,5 +1,4 @@
 // Runs the fault tests, or, started by one of them, a part of one in a process of its own.
-#include "tests/faults/options.h"
 #include "tests/faults/sweep/sweep.h"
 
 #include <gmock/gmock.h>
@@ -9,11 +8,8 @@
 #include <commctrl.h>
 
 #include <array>
-#include <string>
 
 namespace {
-
-bool g_full = false;
 
 // Wine keeps a store of so many drawing contexts and enlarges it up to here when many windows draw at once;
 // from there on it takes one that is not in use.
@@ -30,15 +26,10 @@ void FillStoreOfDrawingContexts() {
 
 }  // namespace
 
-bool IsFull() {
-    return g_full;
-}
-
 int main(int argc, char** argv) {
     ::InitCommonControls();
     FillStoreOfDrawingContexts();
     if (const auto result = RunAsSweepProcess(argc, argv)) return *result;
     testing::InitGoogleMock(&argc, argv);
-    for (int i = 1; i < argc; ++i) g_full = g_full || std::string(argv[i]) == "--full";
     return RUN_ALL_TESTS();
 }

@@ -56,14 +56,13 @@ HWND FindOwnWindow(const std::function<bool(HWND window)>& fits) {
     return nullptr;
 }
 
-HWND User::WaitForWindow() const {
+void User::WaitForWindow() const {
     HWND window = nullptr;
     WaitUntil("the window is there or the program has ended", [&] {
         window = Window();
         return window || m_program.HasEnded();
     });
     Send(window, WM_NULL);  // a window that is being set up answers when that is done
-    return Window();
 }
 
 LRESULT User::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -155,8 +154,7 @@ void User::WaitForPosted() const {
 }
 
 void User::PressKeyIn(int id, WORD key) const {
-    ::PostMessageW(Control(id), WM_KEYDOWN, key, 1);
-    ::PostMessageW(Control(id), WM_KEYUP, key, 1);
+    driver::PressKey(Control(id), key);
     WaitForPosted();
 }
 

@@ -16,8 +16,8 @@ class User {
 public:
     explicit User(ProgramHost& program) : m_program(program) {}
 
-    // Waits until the window is there and serves messages, or the program has ended. Null then.
-    HWND WaitForWindow() const;
+    // Waits until the window is there and serves messages, or the program has ended.
+    void WaitForWindow() const;
     [[nodiscard]] HWND Window() const { return m_program.MainWindow(); }
     [[nodiscard]] HWND Control(int id) const { return driver::FindControl(Window(), id); }
     [[nodiscard]] bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }

@@ -8,21 +8,13 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::SizeIs;
 
-bool HasLabel(HWND window, const std::string& part) {
-    for (HWND label = nullptr; (label = ::FindWindowExW(window, label, L"Static", nullptr)) != nullptr;) {
-        if (User::TextOf(label).find(part) != std::string::npos) return true;
-    }
-    return false;
-}
-
 // Waits for the message box of this process whose text contains `part`.
-HWND WaitForMessageBox(const std::string& part) {
+HWND WaitForMessageBox(const std::wstring& part) {
+    const auto fits = [&](HWND window) {
+        return driver::IsVisible(window) && driver::AllText(window).find(part) != std::wstring::npos;
+    };
     HWND found = nullptr;
-    WaitUntil("a message box is shown", [&] {
-        found =
-            FindOwnWindow([&](HWND window) { return ::IsWindowVisible(window) && HasLabel(window, part); });
-        return found != nullptr;
-    });
+    WaitUntil("a message box is shown", [&] { return (found = FindOwnWindow(fits)) != nullptr; });
     return found;
 }
 
@@ -41,9 +33,9 @@ TEST_P(QuestionThatOutlivesTheBatch, ChangesNothing) {
     user.Press(IDOK);
     user.WaitForConverter(1);
     driver::Click(user.Control(IDCANCEL));
-    const HWND question = WaitForMessageBox("Un traitement est en cours.");
+    const HWND question = WaitForMessageBox(L"Un traitement est en cours.");
     platform.converters.ReleaseAll(0);
-    AnswerMessageBox(WaitForMessageBox("Conversion terminée !"), IDOK);
+    AnswerMessageBox(WaitForMessageBox(L"Conversion terminée !"), IDOK);
     user.WaitForWorkers();
     AnswerMessageBox(question, GetParam());
     user.WaitForPosted();  // what the answer sets off is done then
