@@ -31,24 +31,24 @@ std::string Number(std::uint64_t value) {
 
 // NAMED(IDOK, IDCANCEL): these numbers with these names.
 #define NAMED(...) Named(#__VA_ARGS__, {__VA_ARGS__})
-Names Named(const std::string& names, std::initializer_list<std::uint64_t> numbers) {
+Names Named(const std::string& names, std::initializer_list<std::int64_t> numbers) {
     Names named;
     std::istringstream texts(names);
     std::string name;
-    for (const std::uint64_t number : numbers) {
+    for (const std::int64_t number : numbers) {
         std::getline(texts >> std::ws, name, ',');
         named.emplace_back(number, name);
     }
     return named;
 }
 
-std::string NameIn(const Names& names, std::uint64_t number, const std::string& otherwise) {
+std::string NameIn(const Names& names, std::int64_t number, const std::string& otherwise) {
     const auto found = std::ranges::find(names, number, &Names::value_type::first);
     return found != names.end() ? found->second : otherwise;
 }
 
 std::string ControlName(std::uint64_t value) {
-    const auto id = static_cast<std::uint32_t>(value);
+    const auto id = static_cast<std::int32_t>(value);
     if (id == IDC_VERSION) return "VERSION";
     if (id == IDC_SECONDS) return "SECONDS";
     return NameIn(Controls(), id, std::to_string(static_cast<std::uint16_t>(id)));
@@ -88,14 +88,8 @@ std::string MessageName(std::uint64_t message) {
 }
 
 std::string LongName(std::uint64_t index) {
-    switch (static_cast<int>(index)) {
-    case GWL_STYLE: return "GWL_STYLE";
-    case GWLP_USERDATA: return "GWLP_USERDATA";
-    case GWLP_WNDPROC: return "GWLP_WNDPROC";
-    case DWLP_USER: return "DWLP_USER";
-    case DWLP_MSGRESULT: return "DWLP_MSGRESULT";
-    default: return Number(index);
-    }
+    static const Names kNames = NAMED(GWL_STYLE, GWLP_USERDATA, GWLP_WNDPROC, DWLP_USER, DWLP_MSGRESULT);
+    return NameIn(kNames, static_cast<std::int32_t>(index), Number(index));
 }
 
 std::string ObjectName(std::uint64_t classId) {

@@ -25,7 +25,7 @@ private:
 };
 
 // Numbers with the names that code has for them.
-using Names = std::vector<std::pair<std::uint64_t, std::string>>;
+using Names = std::vector<std::pair<std::int64_t, std::string>>;
 
 // The controls of the main window by their ids, which are named without "IDC_" or "ID".
 [[nodiscard]] const Names& Controls();

@@ -20,6 +20,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 class Platform {
@@ -98,6 +99,23 @@ private:
     bool Remove(std::set<Thing>& things, std::type_identity_t<Thing> thing) {
         const std::lock_guard lock(m_lock);
         return things.erase(thing) != 0;
+    }
+
+    // Answers of functions that hand out a thing, and of those that take one back as their last argument.
+    template <class Thing>
+    auto HandsOut(std::set<Thing>& things) {
+        return [this, &things](auto original, auto... arguments) {
+            const auto thing = original(arguments...);
+            if (thing) this->Add(things, thing);
+            return thing;
+        };
+    }
+    template <class Thing>
+    auto TakesBack(std::set<Thing>& things) {
+        return [this, &things](auto original, auto... arguments) {
+            this->Remove(things, std::get<sizeof...(arguments) - 1>(std::tie(arguments...)));
+            return original(arguments...);
+        };
     }
 
     [[nodiscard]] static std::string TextOf(const wchar_t* text) { return text ? Utf8(text) : ""; }

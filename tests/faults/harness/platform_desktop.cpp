@@ -41,15 +41,8 @@ void Platform::AnswerDesktop() {
         Note("beeps", std::to_string(frequency) + ' ' + std::to_string(duration));
         return TRUE;
     }));
-    m_answers.push_back(REPLACE_IMPORT(LoadImageW, [this](auto original, auto... arguments) {
-        const HANDLE image = original(arguments...);
-        if (image) Add(m_icons, image);
-        return image;
-    }));
-    m_answers.push_back(REPLACE_IMPORT(DestroyIcon, [this](HICON icon) {
-        Remove(m_icons, icon);
-        return ::DestroyIcon(icon);
-    }));
+    m_answers.push_back(REPLACE_IMPORT(LoadImageW, HandsOut(m_icons)));
+    m_answers.push_back(REPLACE_IMPORT(DestroyIcon, TakesBack(m_icons)));
 
     // Files, folders, the shell
 

@@ -3,8 +3,6 @@
 #include "tests/faults/harness/platform.h"
 #include "tests/faults/harness/program_host.h"
 
-#include <cstdlib>
-
 void Platform::AnswerProcess() {
     // The program as it is installed
 
@@ -31,24 +29,10 @@ void Platform::AnswerProcess() {
 
     // Memory
 
-    m_answers.push_back(REPLACE_IMPORT(malloc, [this](std::size_t size) {
-        void* const block = std::malloc(size);
-        if (block) Add(m_blocks, block);
-        return block;
-    }));
-    m_answers.push_back(REPLACE_IMPORT(free, [this](void* block) {
-        Remove(m_blocks, block);
-        std::free(block);
-    }));
-    m_answers.push_back(REPLACE_IMPORT(HeapAlloc, [this](HANDLE heap, DWORD flags, SIZE_T size) {
-        void* const block = ::HeapAlloc(heap, flags, size);
-        if (block) Add(m_blocks, block);
-        return block;
-    }));
-    m_answers.push_back(REPLACE_IMPORT(HeapFree, [this](HANDLE heap, DWORD flags, LPVOID block) {
-        Remove(m_blocks, block);
-        return ::HeapFree(heap, flags, block);
-    }));
+    m_answers.push_back(REPLACE_IMPORT(malloc, HandsOut(m_blocks)));
+    m_answers.push_back(REPLACE_IMPORT(free, TakesBack(m_blocks)));
+    m_answers.push_back(REPLACE_IMPORT(HeapAlloc, HandsOut(m_blocks)));
+    m_answers.push_back(REPLACE_IMPORT(HeapFree, TakesBack(m_blocks)));
 
     // The four calls that end in the machine going down. None of them is ever passed on.
 

@@ -5,7 +5,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 
@@ -50,17 +49,12 @@ int CountTexts(HWND tips, LRESULT tools) {
     return texts;
 }
 
-// Of all its tool tip windows the one with most tools: the list has one of its own.
-std::string DescribeToolTips(const User& user) {
-    HWND tips = nullptr;
-    LRESULT tools = 0;
-    for (HWND window = nullptr;
-         (window = ::FindWindowExW(nullptr, window, TOOLTIPS_CLASSW, nullptr)) != nullptr;) {
-        if (::GetWindowThreadProcessId(window, nullptr) != user.Program().ThreadId()) continue;
-        const LRESULT count = User::Send(window, TTM_GETTOOLCOUNT);
-        if (count > tools) tips = window;
-        tools = std::max(tools, count);
-    }
+std::string DescribeToolTips() {
+    // The list has a tool tip window of its own, with one tool.
+    const HWND tips = FindOwnWindow([](HWND window) {
+        return WindowLabel(window) == "tips" && User::Send(window, TTM_GETTOOLCOUNT) > 1;
+    });
+    const LRESULT tools = User::Send(tips, TTM_GETTOOLCOUNT);
     return std::to_string(tools) + " tools, " + std::to_string(CountTexts(tips, tools)) + " texts" +
            (User::Send(tips, TTM_GETMAXTIPWIDTH) > 0 ? ", wrapped" : "");
 }
@@ -84,7 +78,7 @@ void AddSetUpFacts(const User& user, Facts& facts) {
         std::to_string(user.SendToList(LVM_GETEXTENDEDLISTVIEWSTYLE)) + " with " +
         (images ? std::to_string(::ImageList_GetImageCount(images)) : "no") + " images" +
         (::GetWindowLongPtrW(user.Control(IDC_FILE_LIST), GWL_EXSTYLE) & WS_EX_ACCEPTFILES ? " drops" : "");
-    facts["start.tips"] = DescribeToolTips(user);
+    facts["start.tips"] = DescribeToolTips();
 }
 
 void Start(User& user, CallWatch& watch, Facts& /*facts*/) {
