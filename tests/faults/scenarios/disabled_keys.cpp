@@ -38,7 +38,6 @@ std::vector<Scenario> DisabledKeyScenarios() {
         When("ui IsWindowEnabled SHUT_DOWN #.",
              "a key of a control of which it is not known that it is enabled is lost",
              {May("after.SHUT_DOWN: ES")}),
-        When("ui GetMessageW #.*", "the next one is fetched instead"),
     };
     return {
         {.name = "disabled_keys",

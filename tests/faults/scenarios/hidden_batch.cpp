@@ -145,7 +145,6 @@ std::vector<Rule> Rules() {
         NotStarted("worker PathRemoveFileSpecW #1", ERROR_DIRECTORY, 1, Start("a", "~\\Talvenor.exe")),
         EndUnknown("worker (WaitForSingleObject|GetExitCodeProcess) #1", 1, Start("a")),
         EndUnknown("worker GetExitCodeProcess #2", 2, kStarts),
-        When("worker WaitForSingleObject #2", "the second converter has ended already"),
         When("worker (DeleteFileW TalvenorLog.txt #1|GetModuleFileNameW #2|PathRemoveFileSpecW #2|"
              "PathAppendW TalvenorLog.txt #1)",
              "a log that cannot be deleted, or found, is added to",
@@ -161,7 +160,6 @@ std::vector<Rule> Rules() {
              {Reads("log", "2026/11, 16", "16/11, 2026")}),
         When("worker CloseHandle #[12]", "the log stays open, and nobody else can read it",
              {"log: ", "handles: 1"}),
-        When("worker SetFilePointer #1", "the log is empty: its end is its beginning"),
         When("worker SetFilePointer #2", "the record goes wherever the pointer is: over the first",
              {Becomes("log", kRecord)}),
         When("ui IsDlgButtonChecked main HIDE_OUTPUT #1", "the row begins as if its output were shown",

@@ -36,8 +36,6 @@ std::vector<Rule> RulesOfAllScenarios() {
          .endsWithException = kNoMemory},
         OnlyTheEndCounts(".* GetWindowLongPtrW \\S+ (GWLP_USERDATA|DWLP_USER) #.*",
                          "the message that was on its way is lost; which one is up to the system"),
-        When(".* SetWindowLongPtrW \\S+ (GWLP_USERDATA|GWLP_WNDPROC|DWLP_USER) #.*",
-             "a destroyed window keeps a mark that nobody reads any more"),
         When(".* CloseHandle #.*", "what is not closed stays", {May("handles: 1")}),
         When(".* HeapFree #.*", "what is not freed stays", {"blocks: 1"}),
         When(".* FreeLibrary #.*", "the library stays, with what it holds",

@@ -70,8 +70,6 @@ std::vector<Rule> FolderRules() {
              "PathAppendW explorer.exe #[36])",
              "where the look-up is not known to lead to the system's own, that one's path is handed over",
              {Reads("shell", SystemsExplorer(), "explorer.exe")}),
-        When("ui (GetSystemWindowsDirectoryW|PathAppendW explorer.exe) #.",
-             "no other is beside the program or in the current directory anyway"),
     };
 }
 

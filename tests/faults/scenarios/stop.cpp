@@ -43,11 +43,9 @@ std::vector<Rule> QuestionRules() {
               "closing: ", "searches: ", "jobs: ", "answered.taskbar: 0 of 2"}),
         When("ui LoadStringW 144 #.", "the question is empty",
              {Loses("messages", "Un traitement est en cours.\r\nÊtes-vous sûr de vouloir l'interrompre ?")}),
-        When("ui GetWindowThreadProcessId #1", "a window of which nothing is known is none of ours"),
         When("ui (FindResourceExW|LoadResource|LockResource).* #.*",
              "a text that is not there is empty, and the button keeps the one that it has",
              {May(BecomesLike("\\w+.CANCEL", "ES (Quitter|Arrêter )"))}),
-        When("worker (GetExitCodeProcess|WaitForSingleObject) #1", "the batch has been stopped anyway"),
         When("ui ITaskbarList3::SetProgressState #1", "the taskbar goes on showing how far it was",
              {Loses("taskbar", "\nnone"), "shown: 0 of 2", "answered.taskbar: 0 of 2"}),
     };
@@ -93,7 +91,6 @@ std::vector<Rule> WindowRules() {
              "a window of which nothing is known is none of ours: the job ends what has none",
              {"closing: ", Becomes("jobs", kEnded)}),
         When("ui SendNotifyMessageW #1", "the console is not asked to close", {"closing: "}),
-        When("ui GetClassNameW #1", "a window is an ordinary one unless it is known not to be"),
     };
 }
 
