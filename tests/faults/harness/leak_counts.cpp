@@ -4,7 +4,9 @@
 #include "tests/equipment/wine.h"
 
 #include <windows.h>
+#include <winternl.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -23,7 +25,7 @@ struct SystemHandleTable {
     SystemHandle handles[1];
 };
 
-constexpr int kSystemHandleInformation = 16;
+constexpr auto kHandles = static_cast<SYSTEM_INFORMATION_CLASS>(16);
 constexpr LONG kTooSmall = static_cast<LONG>(0xC0000004);  // STATUS_INFO_LENGTH_MISMATCH
 
 // One object in the table of graphics objects, which under Wine is the process's own.
@@ -36,12 +38,6 @@ constexpr BYTE kFree = 0;
 constexpr BYTE kFont = 10;
 constexpr int kGdiEntries = 16384;
 constexpr std::size_t kGdiTableInProcessBlock = 0xF8;
-
-template <class Function>
-Function FromNtdll(const char* name) {
-    return reinterpret_cast<Function>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), name)));
-}
 
 // With its children and theirs; none when it is another process's.
 int CountOwn(HWND window) {
@@ -63,32 +59,25 @@ int CountHandles() {
         ::GetProcessHandleCount(::GetCurrentProcess(), &count);
         return static_cast<int>(count);
     }
-    using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
-    static const auto query = FromNtdll<Query>("NtQuerySystemInformation");
     std::vector<char> buffer(std::size_t{1} << 16);
     ULONG needed = 0;
-    while (query(kSystemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) ==
+    while (::NtQuerySystemInformation(kHandles, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) ==
            kTooSmall) {
         buffer.resize(buffer.size() * 2);
     }
     const auto* const table = reinterpret_cast<const SystemHandleTable*>(buffer.data());
-    int count = 0;
-    for (ULONG i = 0; i < table->count; ++i) {
-        if (table->handles[i].processId == ::GetCurrentProcessId()) ++count;
-    }
-    return count;
+    const auto isOwn = [](const SystemHandle& one) { return one.processId == ::GetCurrentProcessId(); };
+    return static_cast<int>(std::count_if(table->handles, table->handles + table->count, isOwn));
 }
 
 int CountGdiObjects() {
     if (!UnderWine()) return static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
     static_assert(sizeof(GdiEntry) == 24);
-    const BYTE* const block = FromNtdll<const BYTE*(WINAPI*)()>("RtlGetCurrentPeb")();
+    const auto* const block = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
     const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);
-    int count = 0;
-    for (int i = 0; table && i < kGdiEntries; ++i) {
-        if (table[i].type != kFree && table[i].type != kFont) ++count;
-    }
-    return count;
+    if (!table) return 0;
+    const auto counts = [](const GdiEntry& one) { return one.type != kFree && one.type != kFont; };
+    return static_cast<int>(std::count_if(table, table + kGdiEntries, counts));
 }
 
 int CountWindows() {

@@ -29,3 +29,10 @@ using Counts = std::map<std::string, long long>;
     }
     return lines;
 }
+
+template <class List>
+[[nodiscard]] std::string Numbers(const List& numbers, char between) {
+    std::vector<std::string> texts;
+    for (const auto number : numbers) texts.push_back(std::to_string(number));
+    return Lines(texts, between);
+}

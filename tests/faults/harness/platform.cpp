@@ -92,13 +92,11 @@ Facts Platform::State() const {
         strays.push_back(entry.path().filename().string());
     }
     Facts facts = {{"log", ReadLog()},
-                   {"outsideJob", Text(NumbersOf([](const Converter& one) { return !one.isInJob; }))},
+                   {"outsideJob", Numbers(NumbersOf([](const Converter& one) { return !one.isInJob; }), ' ')},
                    {"strays", Lines(strays)}};
     // Only now: the converters have a lock of their own.
     const std::lock_guard lock(m_lock);
-    std::vector<std::string> timers;
-    for (const UINT_PTR id : m_timers) timers.push_back(std::to_string(id));
-    facts["timers"] = Lines(timers, ',');
+    facts["timers"] = Numbers(m_timers, ',');
     facts["awake"] = std::to_string(m_awake.size());
     std::vector<std::string> names;
     for (const auto& [control, name] : m_names) names.push_back(control + ": " + name);

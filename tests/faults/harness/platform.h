@@ -123,10 +123,10 @@ private:
     [[nodiscard]] std::string ReadLog() const;
     [[nodiscard]] Conversion PlanFor(const ScriptedConverters::Start& start, int number);
     void PlanConsoles();
-    // The numbers of the converters on paper that fit; as text, "1 2".
+    // The numbers of the converters on paper that fit.
     [[nodiscard]] std::vector<int> NumbersOf(bool (*fits)(const Converter& converter)) const;
-    [[nodiscard]] static std::string Text(const std::vector<int>& numbers);
     void Show(HWND window, const std::string& text);  // in the taskbar
+    void Name(HWND control, const wchar_t* name);     // for a screen reader; null: no name of its own
     void Note(const std::string& kind, const std::string& text);
 
     TemporaryFolder m_folder;

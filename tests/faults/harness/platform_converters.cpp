@@ -52,7 +52,7 @@ void Platform::PlanConsoles() {
     consoles.windows = {{kForeignProcess}};
     consoles.whenSearched = [this] {
         const std::vector<int> held = NumbersOf([](const Converter& one) { return one.isHeld; });
-        Note("searches", held.empty() ? "nobody" : Text(held));
+        Note("searches", held.empty() ? "nobody" : Numbers(held, ' '));
     };
     consoles.whenAsked = [this](int converter, const ConsoleWindow& window, bool toClose) {
         const bool isTerminal = window.className == kTerminalClass;
@@ -79,12 +79,6 @@ std::vector<int> Platform::NumbersOf(bool (*fits)(const Converter& converter)) c
         if (fits(all[i])) numbers.push_back(static_cast<int>(i) + 1);
     }
     return numbers;
-}
-
-std::string Platform::Text(const std::vector<int>& numbers) {
-    std::vector<std::string> texts;
-    for (const int number : numbers) texts.push_back(std::to_string(number));
-    return Lines(texts, ' ');
 }
 
 void Platform::AnswerConverters() {

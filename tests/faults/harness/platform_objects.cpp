@@ -30,6 +30,13 @@ void Platform::Show(HWND window, const std::string& text) {
     m_taskbarShows = text;
 }
 
+void Platform::Name(HWND control, const wchar_t* name) {
+    const std::string label = WindowLabel(control);
+    const std::lock_guard lock(m_lock);
+    m_names.erase(label);
+    if (name) m_names[label] = Utf8(name);
+}
+
 void Platform::AnswerObjects() {
     static ITaskbarList3Vtbl s_taskbar = {};
     s_taskbar.HrInit = [](ITaskbarList3*) -> HRESULT {
@@ -51,20 +58,14 @@ void Platform::AnswerObjects() {
                                 MSAAPROPID property, LPCWSTR text) -> HRESULT {
         if (IsToFail("IAccPropServices::SetHwndPropStr")) return E_FAIL;
         if (!IsName(object, child, property)) return E_INVALIDARG;
-        const std::string label = WindowLabel(window);
-        Platform& self = CurrentHost().platform;
-        const std::lock_guard lock(self.m_lock);
-        self.m_names[label] = TextOf(text);
+        CurrentHost().platform.Name(window, text);
         return S_OK;
     };
     s_names.ClearHwndProps = [](IAccPropServices*, HWND window, DWORD object, DWORD child,
                                 const MSAAPROPID* properties, int count) -> HRESULT {
         if (IsToFail("IAccPropServices::ClearHwndProps")) return E_FAIL;
         if (count != 1 || !IsName(object, child, *properties)) return E_INVALIDARG;
-        const std::string label = WindowLabel(window);
-        Platform& self = CurrentHost().platform;
-        const std::lock_guard lock(self.m_lock);
-        self.m_names.erase(label);
+        CurrentHost().platform.Name(window, nullptr);
         return S_OK;
     };
 

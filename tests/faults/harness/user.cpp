@@ -24,17 +24,12 @@ bool PressUntil(const std::function<bool()>& isDone, const std::function<void()>
     return isDone();
 }
 
-HWND DialogWith(int controlId) {
-    const HWND dialog = FindOwnWindow([&](HWND window) { return driver::FindControl(window, controlId); });
-    // A dialog that has just been made still loads its controls: it is there when it answers.
-    User::Send(dialog, WM_NULL);
-    return dialog;
-}
-
 HWND WaitForDialog(const char* what, int controlId, const std::function<bool()>& isOver) {
     HWND dialog = nullptr;
     WaitUntil(what, [&] {
-        dialog = DialogWith(controlId);
+        dialog = FindOwnWindow([&](HWND window) { return driver::FindControl(window, controlId); });
+        // A dialog that has just been made still loads its controls: it is there when it answers.
+        User::Send(dialog, WM_NULL);
         return dialog || isOver();
     });
     return dialog;

@@ -66,6 +66,10 @@ protected:
         user.Press(IDCANCEL);
         EXPECT_TRUE(LooksIdle()) << "after the stop";
     }
+    // Workers end in their own time; this is the moment when only one is left.
+    void WaitForOneToEnd() const {
+        WaitUntil("one worker has ended", [&] { return platform.Workers() == 1; });
+    }
     // The idle look: everything that a batch disables is enabled, button 2 reads "Quitter".
     [[nodiscard]] bool LooksIdle() const {
         Facts facts;

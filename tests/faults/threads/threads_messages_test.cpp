@@ -79,7 +79,7 @@ TEST_F(ThreadsAndCountdown, NewBatchBesideTheCountdownOfAStoppedOne) {
     Stop();
     user.Press(IDC_SHUT_DOWN);  // the new batch is to have none
     user.Press(IDOK);
-    WaitUntil("the new batch has ended", [&] { return platform.Workers() == 1; });
+    WaitForOneToEnd();
     EXPECT_THAT(Messages(), ElementsAre(kQuestion, kFinished));
     EXPECT_TRUE(::IsWindow(countdown));
     user.CloseDialog(countdown, IDCANCEL);

@@ -75,7 +75,7 @@ TEST_F(Threads, SecondConvertBeforeTheFirstWorkerRunsMakesASecondWorker) {
     second.WaitForArrival();
     EXPECT_EQ(platform.Workers(), 2);
     first.Open();
-    WaitUntil("the first worker has ended", [&] { return platform.Workers() == 1; });
+    WaitForOneToEnd();
     EXPECT_THAT(Messages(), ElementsAre(kFinished));
     second.Open();
     user.WaitForWorkers();
@@ -100,10 +100,6 @@ protected:
         user.WaitForConverter(2);
         EXPECT_EQ(platform.Workers(), 2);
         EXPECT_FALSE(user.IsEnabled(IDOK)) << "the second batch is running";
-    }
-    // Workers end in their own time; this is the moment when only one is left.
-    void WaitForOneToEnd() {
-        WaitUntil("one worker has ended", [&] { return platform.Workers() == 1; });
     }
 };
 
