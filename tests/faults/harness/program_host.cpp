@@ -67,14 +67,11 @@ bool ProgramHost::WaitForEnd() const {
 }
 
 HWND ProgramHost::MainWindow() const {
-    HWND found = nullptr;
-    const auto look = [](HWND window, LPARAM main) -> BOOL {
-        if (!driver::FindControl(window, IDC_FILE_LIST)) return TRUE;
-        *reinterpret_cast<HWND*>(main) = window;
-        return FALSE;
-    };
-    ::EnumThreadWindows(m_threadId, look, reinterpret_cast<LPARAM>(&found));
-    return found;
+    for (const HWND window : driver::TopLevelWindows()) {
+        const bool isPrograms = ::GetWindowThreadProcessId(window, nullptr) == m_threadId;
+        if (isPrograms && driver::FindControl(window, IDC_FILE_LIST)) return window;
+    }
+    return nullptr;
 }
 
 void* ProgramHost::Wrap(const std::string& name, void* real) {
