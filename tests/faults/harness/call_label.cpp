@@ -111,7 +111,7 @@ std::string UseOfBlock(std::uint64_t size) {
 // blanks. Those that are not here go by their name alone.
 struct Detail {
     struct Part {
-        int argument;
+        int argument;  // one of the first four
         std::string (*describe)(std::uint64_t value);
     };
     const char* functions;
@@ -165,11 +165,11 @@ std::string WindowLabel(HWND window) {
     return "other";
 }
 
-std::string CallLabel(const std::string& function, const CallArguments& arguments) {
+std::string CallLabel(const std::string& function, SavedRegisters registers) {
     std::string label = function;
     if (const Detail* const detail = FindGroup(kDetails, function)) {
         for (const auto& [argument, describe] : detail->parts) {
-            const std::string text = describe(arguments[argument]);
+            const std::string text = describe(registers[argument]);
             if (!text.empty()) label += ' ' + text;
         }
     }

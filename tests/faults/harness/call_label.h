@@ -9,20 +9,8 @@
 #include <utility>
 #include <vector>
 
-// The arguments of a call in their order. Only those that the function has may be read.
-class CallArguments {
-public:
-    explicit CallArguments(const std::uint64_t* registers) noexcept : m_registers(registers) {}
-
-    [[nodiscard]] std::uint64_t operator[](int index) const noexcept {
-        // The first four were in registers; behind them the stack holds the return address, four places that
-        // belong to the called function, and the others.
-        return m_registers[index < 4 ? index : index + 5];
-    }
-
-private:
-    const std::uint64_t* m_registers;
-};
+// The first four arguments of a call, which came in registers.
+using SavedRegisters = const std::uint64_t*;
 
 // Numbers with the names that code has for them.
 using Names = std::vector<std::pair<std::int64_t, std::string>>;
@@ -35,4 +23,4 @@ using Names = std::vector<std::pair<std::int64_t, std::string>>;
 [[nodiscard]] std::string WindowLabel(HWND window);
 
 // The function and what its first arguments say about the call. Addresses and sizes are left out.
-[[nodiscard]] std::string CallLabel(const std::string& function, const CallArguments& arguments);
+[[nodiscard]] std::string CallLabel(const std::string& function, SavedRegisters registers);

@@ -47,12 +47,12 @@ void CallWatch::Happens(const std::string& what) {
     if (m_hasActions) RunAction(Role(), what);
 }
 
-void* CallWatch::Route(const std::string& function, const CallArguments& arguments) {
+void* CallWatch::Route(const std::string& function, SavedRegisters registers) {
     const bool acting = m_hasActions;
     if (!acting && !m_counting) return nullptr;
     const Failure* const failure = FindFailure(function);
     if (!failure && !acting) return nullptr;
-    const std::string label = CallLabel(function, arguments);
+    const std::string label = CallLabel(function, registers);
     if (acting) RunAction(Role(), label);
     // Now: the action may have begun the counting with this call, or ended it before.
     if (!m_counting || !failure || !Count(Role() + label)) return nullptr;

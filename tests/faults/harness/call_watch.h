@@ -41,7 +41,7 @@ public:
     [[nodiscard]] std::vector<std::string> Counted() const;
 
     // Called for each call. Null, or the function that the call goes to in place of the real one.
-    [[nodiscard]] void* Route(const std::string& function, const CallArguments& arguments);
+    [[nodiscard]] void* Route(const std::string& function, SavedRegisters registers);
 
     // Something of the test's own that actions can be set at, by the name that it gets as a label.
     void Happens(const std::string& what);

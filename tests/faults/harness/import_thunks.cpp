@@ -37,9 +37,9 @@ struct Code {
 };
 #pragma pack(pop)
 
-void* Enter(const Thunk* thunk, const std::uint64_t* registers) {
+void* Enter(const Thunk* thunk, SavedRegisters registers) {
     const DWORD error = ::GetLastError();
-    void* const elsewhere = CurrentHost().watch.Route(thunk->name, CallArguments(registers));
+    void* const elsewhere = CurrentHost().watch.Route(thunk->name, registers);
     ::SetLastError(error);
     return elsewhere ? elsewhere : thunk->target;
 }

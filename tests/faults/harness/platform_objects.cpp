@@ -13,7 +13,7 @@ namespace {
 
 // A method can fail as an imported function can.
 bool IsToFail(const char* method) {
-    return CurrentHost().watch.Route(method, CallArguments(nullptr)) != nullptr;
+    return CurrentHost().watch.Route(method, nullptr) != nullptr;
 }
 
 // Whether it is the name of a control that is set.
