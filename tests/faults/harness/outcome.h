@@ -30,6 +30,7 @@ using Counts = std::map<std::string, long long>;
     return lines;
 }
 
+// The same of numbers.
 template <class List>
 [[nodiscard]] std::string Numbers(const List& numbers, char between) {
     std::vector<std::string> texts;

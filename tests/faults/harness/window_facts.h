@@ -11,8 +11,8 @@
 // "idle.OUTPUT_FOLDER_CHECK" -> "ES C".
 void AddControlFacts(const User& user, const std::string& moment, Facts& facts);
 
-// "<moment>.rows", "<moment>.durations" and "<moment>.selected"; "<moment>.columns": "paths" or "paths
-// durations".
+// "<moment>.rows", "<moment>.durations" and "<moment>.selected"; "<moment>.columns": "fit" or "do not
+// fit" into the list, with or without "with durations".
 void AddListFacts(const User& user, const std::string& moment, Facts& facts);
 
 // Both.
