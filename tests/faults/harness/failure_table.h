@@ -7,9 +7,10 @@
 // What calls return that fail as the system makes them fail.
 struct Failure {
     const char* functions;  // by their names between blanks
+    // Unless there is a function of their own type to fail in their place:
     std::uint64_t value;
-    unsigned long error;      // the last error that they leave
-    void* instead = nullptr;  // a function of their own type that fails for them, whatever the two before
+    unsigned long error;  // the last error that they leave
+    void* instead = nullptr;
 };
 
 // Null for a function that cannot fail or is none of ours.

@@ -25,7 +25,7 @@ struct SystemHandleTable {
     SystemHandle handles[1];
 };
 
-constexpr auto kHandles = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+constexpr auto kSystemHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
 constexpr LONG kTooSmall = static_cast<LONG>(0xC0000004);  // STATUS_INFO_LENGTH_MISMATCH
 
 // One object in the table of graphics objects, which under Wine is the process's own.
@@ -61,8 +61,8 @@ int CountHandles() {
     }
     std::vector<char> buffer(std::size_t{1} << 16);
     ULONG needed = 0;
-    while (::NtQuerySystemInformation(kHandles, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) ==
-           kTooSmall) {
+    while (::NtQuerySystemInformation(kSystemHandleInformation, buffer.data(),
+                                      static_cast<ULONG>(buffer.size()), &needed) == kTooSmall) {
         buffer.resize(buffer.size() * 2);
     }
     const auto* const table = reinterpret_cast<const SystemHandleTable*>(buffer.data());

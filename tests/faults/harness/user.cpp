@@ -13,6 +13,7 @@ namespace {
 
 // Longer than anything that does not hang, on a machine that is busy with other tests.
 constexpr std::chrono::milliseconds kLimit{15'000};
+
 // Presses a few times at most, as a person does who waits a moment for what it comes to. Whether it has.
 bool PressUntil(const std::function<bool()>& isDone, const std::function<void()>& press) {
     constexpr std::chrono::milliseconds kPatience{500};
