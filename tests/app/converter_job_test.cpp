@@ -55,7 +55,7 @@ TEST_P(StoppedConverter, IsGoneAtOnceAndTheNextBatchConverts) {
     driver::Click(Control(IDCANCEL));
     AnswerDialog(IDYES);
     EXPECT_TRUE(Comes([&] { return !ConverterRuns(); }, kGoneLimit)) << "it works on";
-    EXPECT_TRUE(Comes([&] { return Process().IsAlone(); }, kGoneLimit)) << "the interpreter works on";
+    EXPECT_TRUE(Comes([&] { return Process().Running() == 1; }, kGoneLimit)) << "the interpreter works on";
     ASSERT_TRUE(BecomesIdle());
     EXPECT_TRUE(Comes([&] { return Durations()[0] == L"*** Annulé !"; }));
     EXPECT_EQ(Durations()[1], L"");

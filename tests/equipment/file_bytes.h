@@ -12,9 +12,9 @@
 namespace driver {
 
 // Others may do with the file what they like.
-inline UniqueHandle OpenShared(const std::wstring& path, DWORD access, DWORD disposition) {
+inline UniqueHandle OpenShared(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0) {
     constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE file = ::CreateFileW(path.c_str(), access, kShare, nullptr, disposition, 0, nullptr);
+    const HANDLE file = ::CreateFileW(path.c_str(), access, kShare, nullptr, disposition, flags, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         const DWORD error = ::GetLastError();
         FailCall("CreateFileW(" + ToUtf8(path) + ")", error);

@@ -11,7 +11,7 @@
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
-#include "tests/equipment/process_start.h"
+#include "tests/equipment/program.h"
 #include "tests/equipment/text.h"
 #include "tests/portable/interruption.h"
 #include "tests/portable/suite_list.h"
@@ -33,37 +33,6 @@ struct ProcessEnd {
     int leftRunning = 0;        // processes that it had started and left behind; they are ended too
 };
 
-// For a process of ours to read or write.
-inline driver::UniqueHandle OpenInherited(const std::wstring& path, DWORD access, DWORD disposition,
-                                          DWORD flags = 0) {
-    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-    constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE file = ::CreateFileW(path.c_str(), access, kShare, &inherited, disposition, flags, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        const DWORD error = ::GetLastError();
-        driver::FailCall("CreateFileW(" + driver::ToUtf8(path) + ")", error);
-    }
-    return driver::UniqueHandle(file);
-}
-
-inline driver::ProcessTree Start(const std::wstring& program, const std::vector<std::string>& arguments,
-                                 HANDLE output) {
-    const driver::UniqueHandle input = OpenInherited(L"NUL", GENERIC_READ, OPEN_EXISTING);
-    // The arguments are names and options of ours: none has a quotation mark in it or ends in a backslash.
-    std::wstring line = L'"' + program + L'"';
-    for (const std::string& argument : arguments) line += L" \"" + driver::FromUtf8(argument) + L'"';
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdInput = input.Get();
-    startup.hStdOutput = output;
-    startup.hStdError = output;
-    return driver::StartProcessTree(driver::ToUtf8(program), [&](PROCESS_INFORMATION* started) {
-        return ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED,
-                                nullptr, nullptr, &startup, started);
-    });
-}
-
 // Throws driver::Failure when the program cannot be started.
 inline ProcessEnd RunProcess(const std::wstring& program, const std::vector<std::string>& arguments,
                              driver::Milliseconds limit) {
@@ -73,19 +42,18 @@ inline ProcessEnd RunProcess(const std::wstring& program, const std::vector<std:
     static int s_count = 0;
     const auto path = std::filesystem::temp_directory_path() / ("output-" + std::to_string(++s_count));
     const driver::UniqueHandle output =
-        OpenInherited(path, GENERIC_WRITE, CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
-    const driver::ProcessTree tree = Start(program, arguments, output.Get());
-    const auto isOver = [&] { return ::WaitForSingleObject(tree.process.Get(), 0) == WAIT_OBJECT_0; };
-    const auto allGone = [&] { return tree.Running() == 0; };
+        driver::OpenShared(path, GENERIC_WRITE, CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
+    driver::StartOptions options{.output = output.Get()};
+    // The arguments are names and options of ours: none has a quotation mark in it or ends in a backslash.
+    for (const std::string& argument : arguments)
+        options.arguments += L" \"" + driver::FromUtf8(argument) + L'"';
+    const driver::Program running(program, options);
+    const auto allGone = [&] { return running.Running() == 0; };
     ProcessEnd end;
-    if (driver::WaitUntil([&] { return isOver() || Interruption::HasCome(); }, limit) && isOver()) {
-        DWORD code = 0;
-        if (!::GetExitCodeProcess(tree.process.Get(), &code))
-            driver::FailCall("GetExitCodeProcess", ::GetLastError());
-        end.code = code;
-        if (!driver::WaitUntil(allGone, kGoneLimit)) end.leftRunning = tree.Running();
-    }
-    tree.End();
+    const auto isOver = [&] { return running.HasEnded() || Interruption::HasCome(); };
+    if (driver::WaitUntil(isOver, limit)) end.code = running.WaitForExit(driver::Milliseconds(0));
+    if (end.code && !driver::WaitUntil(allGone, kGoneLimit)) end.leftRunning = running.Running();
+    running.EndTree();
     if (!driver::WaitUntil(allGone, kGoneLimit))
         throw driver::Failure("a process of the tests cannot be ended");
     end.output = driver::ReadFileBytes(path);
