@@ -25,9 +25,6 @@
 #include "tests/equipment/window_driver.h"
 #include "tests/equipment/wine.h"
 
-// How long anything may take that a person does not wait for: generous, for the machine may be busy.
-constexpr driver::Milliseconds kSoon{20'000};
-
 class AppTest : public testing::Test {
 protected:
     explicit AppTest(Converter converter = Converter::StandIn, const wchar_t* folderName = L"Programme")
@@ -40,7 +37,7 @@ protected:
         if (!m_program) return;
         if (!m_program->HasEnded()) m_program->EndTree();
         constexpr DWORD kOtherCopyRuns = 0;
-        const DWORD code = m_program->WaitForExit(kSoon).value_or(STILL_ACTIVE);
+        const DWORD code = m_program->WaitForExit().value_or(STILL_ACTIVE);
         EXPECT_TRUE(code == driver::kExitCodeOfQuit || code == kOtherCopyRuns ||
                     code == driver::kEndedByDriver)
             << "the program ended with code " << code;
@@ -74,7 +71,7 @@ protected:
             return !driver::UniqueHandle(
                 ::OpenMutexW(SYNCHRONIZE, FALSE, L"{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
         };
-        if (!driver::WaitUntil(isOnly, kSoon))
+        if (!driver::WaitUntil(isOnly))
             throw driver::Failure("another copy of the program runs in this session");
         m_program = std::make_unique<driver::Program>(installed.Program(), startOptions);
     }
@@ -120,7 +117,7 @@ protected:
 
     // Waits for a condition; false when it does not hold in time.
     template <class Condition>
-    [[nodiscard]] static bool Comes(Condition&& condition, driver::Milliseconds limit = kSoon) {
+    [[nodiscard]] static bool Comes(Condition&& condition, driver::Milliseconds limit = driver::kSoon) {
         return driver::WaitUntil(condition, limit);
     }
 

@@ -21,7 +21,7 @@ TEST_F(ApplicationWithoutConverter, ShowsOneMessageAndEndsWith2ThoughTheCurrentD
     EXPECT_THAT(driver::AllText(dialogs[0]), testing::HasSubstr(L"pdf2djvu.exe est absent !"));
     EXPECT_EQ(driver::FindControl(dialogs[0], IDC_FILE_LIST), nullptr) << "the main window is shown";
     driver::PressKey(dialogs[0], VK_ESCAPE);
-    EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
+    EXPECT_EQ(Process().WaitForExit(), 2u);
 }
 
 class ApplicationInAnOddFolder : public AppTest {

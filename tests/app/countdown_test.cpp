@@ -40,7 +40,7 @@ TEST_F(Countdown, CountsDownBesideTheRunningWindowUntilItIsCancelled) {
 TEST_F(Countdown, ComesAfterAFailedBatchTooAndGoesWithTheProgram) {
     ConvertUntilCountdown(L"a exit1.pdf");
     driver::Click(Control(IDCANCEL));
-    EXPECT_EQ(Process().WaitForExit(kSoon), 2u);
+    EXPECT_EQ(Process().WaitForExit(), 2u);
     EXPECT_TRUE(Comes([&] { return !::IsWindow(countdown); }));
 }
 

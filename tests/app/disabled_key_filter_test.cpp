@@ -72,10 +72,10 @@ TEST_F(DisabledKeys, ChangeNothing) {
 TEST_F(DisabledKeys, OpenTheWindowsMenuAndAskWhetherToStop) {
     Begin();
     input::Press(VK_SPACE, {VK_MENU});
-    ASSERT_TRUE(Comes([&] { return MenuIsOpen(); }, kInputLimit));
+    ASSERT_TRUE(Comes([&] { return MenuIsOpen(); }));
     // Escape closes it too, after one press on Windows and two on Wine.
     driver::Ask(Window().Window(), WM_CANCELMODE);
-    ASSERT_TRUE(Comes([&] { return !MenuIsOpen(); }, kInputLimit));
+    ASSERT_TRUE(Comes([&] { return !MenuIsOpen(); }));
     EXPECT_EQ(Window().OpenDialog(), nullptr);
     input::Press(VK_ESCAPE);
     ExpectQuestion();
@@ -89,7 +89,7 @@ TEST_F(DisabledKeys, LeadByTabToTheStopButtonByWayOfEnabledControls) {
     for (int presses = 0; presses < 3 && FocusedId() != IDCANCEL; ++presses) {
         const int before = FocusedId();
         input::Press(VK_TAB);
-        ASSERT_TRUE(Comes([&] { return FocusedId() != before; }, kInputLimit)) << before;
+        ASSERT_TRUE(Comes([&] { return FocusedId() != before; })) << before;
         EXPECT_TRUE(IsEnabled(FocusedId())) << FocusedId();
     }
     EXPECT_EQ(FocusedId(), IDCANCEL);

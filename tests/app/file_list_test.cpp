@@ -10,7 +10,7 @@ using testing::ElementsAre;
 class FileList : public InputTest {
 protected:
     [[nodiscard]] bool Selects(int row) const {
-        return Comes([&] { return driver::SelectedRow(List()) == row; }, kInputLimit);
+        return Comes([&] { return driver::SelectedRow(List()) == row; });
     }
 };
 
@@ -42,7 +42,7 @@ TEST_F(FileList, ClickAndArrowSelectARowWhoseCommandLineAKeyShowsAndWhichAnother
     EXPECT_THAT(Runs(), testing::IsEmpty()) << "shown, not run";
     BringToFront();
     input::Press(VK_DELETE);
-    EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 2; }, kInputLimit));
+    EXPECT_TRUE(Comes([&] { return driver::RowCount(List()) == 2; }));
     EXPECT_THAT(Paths(), ElementsAre(rows[0], rows[1]));
 }
 

@@ -18,7 +18,7 @@ protected:
         return focus ? ::GetDlgCtrlID(focus) : 0;
     }
     [[nodiscard]] bool GetsFocus(int controlId) const {
-        return Comes([&] { return FocusedId() == controlId; }, kInputLimit);
+        return Comes([&] { return FocusedId() == controlId; });
     }
     // Gives a control the focus, by a click or as the dialog does.
     void ClickInto(int controlId) const {
@@ -30,9 +30,6 @@ protected:
         ASSERT_TRUE(GetsFocus(controlId)) << controlId;
     }
     [[nodiscard]] bool Reads(int controlId, const wchar_t* text) const {
-        return Comes([&] { return Text(controlId) == text; }, kInputLimit);
+        return Comes([&] { return Text(controlId) == text; });
     }
-
-    // Keys and clicks are served in order, so an effect that is not there by then does not come.
-    static constexpr driver::Milliseconds kInputLimit{10'000};
 };

@@ -18,7 +18,7 @@ TEST_F(SecondCopy, EndsWith0ShowsNothingAndFindsNoWindowToBringForward) {
     };
     ASSERT_TRUE(Comes(over)) << "the second copy stays";
     EXPECT_FALSE(shown);
-    EXPECT_EQ(second.WaitForExit(kSoon), 0u);
+    EXPECT_EQ(second.WaitForExit(), 0u);
     EXPECT_TRUE(::IsIconic(Window().Window()));
     EXPECT_EQ(Window().Quit(), 2u) << "the first copy is not what it was";
 }

@@ -15,7 +15,7 @@ TEST_F(MessageLoop, FocusBeginsOnTheFirstEnabledControlAndKeysMoveItCheckAndPres
     EXPECT_TRUE(GetsFocus(IDC_NO_METADATA));
     EXPECT_FALSE(IsChecked(IDC_NO_OUTLINE));
     input::Press(VK_SPACE);
-    EXPECT_TRUE(Comes([&] { return IsChecked(IDC_NO_METADATA); }, kInputLimit));
+    EXPECT_TRUE(Comes([&] { return IsChecked(IDC_NO_METADATA); }));
     // Enter presses the button that has the focus, and not the default one.
     Window().DropPdfs({installed.MakePdf(L"a.pdf")});
     Window().OpenAndCancelAddDialog();
@@ -41,7 +41,7 @@ TEST_F(MessageLoop, EscapeLeavesFromAnyControlAndAltF4TheSame) {
         } else {
             input::Press(VK_ESCAPE);
         }
-        EXPECT_EQ(Process().WaitForExit(kInputLimit), 2u);
+        EXPECT_EQ(Process().WaitForExit(), 2u);
     }
 }
 

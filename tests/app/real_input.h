@@ -14,8 +14,6 @@
 
 namespace input {
 
-constexpr driver::Milliseconds kFrontLimit{20'000};
-
 inline INPUT KeyEvent(WORD key, bool down) {
     constexpr WORD kExtended[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_INSERT, VK_DELETE};
     const bool isExtended = std::ranges::find(kExtended, key) != std::end(kExtended);
@@ -79,8 +77,7 @@ inline void BringToFront(HWND window) {
         if (!::SetForegroundWindow(window)) PressAll({VK_MENU, VK_MENU});
         return false;
     };
-    if (!driver::WaitUntil(inFront, kFrontLimit))
-        throw driver::Failure("the window does not come to the front");
+    driver::Await("the window is in front", inFront);
 }
 
 // Moves the pointer to a place in a window, in pixels, or into its middle.
@@ -92,7 +89,7 @@ inline void PointAt(HWND window, int x, int y) {
         return ::SetCursorPos(point.x, point.y) && ::GetCursorPos(&now) && now.x == point.x &&
                now.y == point.y;
     };
-    if (!driver::WaitUntil(there, kFrontLimit)) throw driver::Failure("the pointer does not move");
+    driver::Await("the pointer is there", there);
 }
 inline void PointAt(HWND window) {
     RECT area = {};
@@ -114,8 +111,7 @@ inline void ClickOn(HWND window) {
 
 // Puts a text on the clipboard.
 inline void CopyToClipboard(const std::wstring& text) {
-    if (!driver::WaitUntil([] { return ::OpenClipboard(nullptr) != FALSE; }, kFrontLimit))
-        driver::FailCall("OpenClipboard", ::GetLastError());
+    driver::Await("the clipboard can be opened", [] { return ::OpenClipboard(nullptr) != FALSE; });
     ::EmptyClipboard();
     const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
     const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, bytes);

@@ -28,7 +28,7 @@ constexpr Milliseconds kBetweenQuestions{25};
 class PlainWindow {
 public:
     PlainWindow() {
-        EXPECT_TRUE(driver::WaitUntil([&] { return m_window.load() != nullptr; }, kSoon));
+        EXPECT_TRUE(driver::WaitUntil([&] { return m_window.load() != nullptr; }));
     }
     ~PlainWindow() {
         ::PostMessageW(m_window, WM_CLOSE, 0, 0);

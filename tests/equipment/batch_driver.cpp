@@ -106,8 +106,8 @@ void LetPictureBeTaken(const Batch& batch, const driver::MainWindow& window, con
     driver::WriteFileBytes(unfinished, line);
     if (!::MoveFileExW(unfinished.c_str(), batch.pictureFile.c_str(), 0))
         driver::FailCall("MoveFileExW", ::GetLastError());
-    const auto taken = [&] { return !driver::FileExists(batch.pictureFile); };
-    if (!driver::WaitUntil(taken, kPictureLimit)) throw driver::Failure("nobody took the picture");
+    driver::Await(
+        "the picture is taken", [&] { return !driver::FileExists(batch.pictureFile); }, kPictureLimit);
 }
 
 void AddPdfs(const Batch& batch, const driver::MainWindow& window) {

@@ -33,20 +33,20 @@ public:
         const HWND list = Control(IDC_FILE_LIST);
         const int expected = RowCount(list) + static_cast<int>(paths.size());
         DropFiles(list, paths);
-        WaitFor(
+        Await(
             "the list holds " + std::to_string(expected) + " rows",
-            [&] { return RowCount(list) == expected; }, kEffectLimit + paths.size() * kLimitPerFile);
+            [&] { return RowCount(list) == expected; }, kSoon + paths.size() * kLimitPerFile);
     }
     void OpenAndCancelAddDialog() const {
         Click(Control(IDC_ADD));
         const HWND dialog = WaitForDialog();
         const HWND cancel = driver::Control(dialog, IDCANCEL);
         // Shown is not yet ready: the system's dialog fills itself before it takes a click.
-        WaitFor("the open dialog has a button to cancel it",
-                [&] { return IsVisible(cancel) && IsEnabled(cancel); });
+        Await("the open dialog has a button to cancel it",
+              [&] { return IsVisible(cancel) && IsEnabled(cancel); });
         Click(cancel);
-        WaitFor("the open dialog is gone and the window enabled again",
-                [&] { return !::IsWindow(dialog) && IsEnabled(m_window); });
+        Await("the open dialog is gone and the window enabled again",
+              [&] { return !::IsWindow(dialog) && IsEnabled(m_window); });
         // The button follows the list when the dialog is gone, in the same handler: ask once it has answered.
         Ask(m_window, WM_NULL);
     }
@@ -54,17 +54,15 @@ public:
         const HWND checkBox = Control(checkBoxId);
         if (IsChecked(checkBox)) return;
         Click(checkBox);
-        WaitFor("check box " + std::to_string(checkBoxId) + " is checked",
-                [&] { return IsChecked(checkBox); });
+        Await("check box " + std::to_string(checkBoxId) + " is checked", [&] { return IsChecked(checkBox); });
     }
     // In place of what the edit holds.
     void Type(int editId, const std::wstring& text) const {
         const HWND edit = Control(editId);
-        WaitFor("edit " + std::to_string(editId) + " is enabled", [&] { return IsEnabled(edit); });
+        Await("edit " + std::to_string(editId) + " is enabled", [&] { return IsEnabled(edit); });
         Ask(edit, EM_SETSEL, 0, -1);
         TypeText(edit, text);
-        WaitFor("edit " + std::to_string(editId) + " holds what was typed",
-                [&] { return Text(edit) == text; });
+        Await("edit " + std::to_string(editId) + " holds what was typed", [&] { return Text(edit) == text; });
     }
 
     // Presses Convertir and returns when the batch has begun (or is over already).
@@ -73,7 +71,7 @@ public:
         const auto durationsBefore = ColumnTexts(list, 1);
         Click(Control(IDOK));
         // A batch may be over before we look; then its durations show it.
-        WaitFor("the batch begins", [&] {
+        Await("the batch begins", [&] {
             return m_program.HasEnded() || IsRunning() || OpenDialog() ||
                    ColumnTexts(list, 1) != durationsBefore;
         });
@@ -88,7 +86,7 @@ public:
             message = OpenDialog();
             return message != nullptr || !running;
         };
-        WaitFor("the batch ends", ended, limit);
+        Await("the batch ends", ended, limit);
         if (!message) throw Failure("the batch ended without its message");
         if (AllText(message).find(L"Conversion terminée !") == std::wstring::npos)
             throw Failure(L"another message than the end of the batch: " + AllText(message));
@@ -97,13 +95,13 @@ public:
     // Presses OK and waits for the idle window.
     void CloseCompletion(HWND messageBox) const {
         PressDialogButton(messageBox, IDOK);
-        WaitFor("the message is gone and the window idle",
-                [&] { return !::IsWindow(messageBox) && !IsRunning() && IsEnabled(Control(IDOK)); });
+        Await("the message is gone and the window idle",
+              [&] { return !::IsWindow(messageBox) && !IsRunning() && IsEnabled(Control(IDOK)); });
     }
     // Presses Quitter and returns the exit code.
     [[nodiscard]] DWORD Quit() const {
         Click(Control(IDCANCEL));
-        const auto code = m_program.WaitForExit(kEffectLimit);
+        const auto code = m_program.WaitForExit();
         if (!code) throw Failure("the program still runs after Quitter");
         return *code;
     }
@@ -114,9 +112,9 @@ public:
             if (dialog != m_window) return dialog;
         return nullptr;
     }
-    [[nodiscard]] HWND WaitForDialog(Milliseconds limit = kEffectLimit) const {
+    [[nodiscard]] HWND WaitForDialog(Milliseconds limit = kSoon) const {
         HWND dialog = nullptr;
-        WaitFor(
+        Await(
             "a dialog or message box appears",
             [&] { return (dialog = OpenDialog()) != nullptr || m_program.HasEnded(); }, limit);
         if (!dialog) throw Failure("the program ended instead of opening a dialog or message box");
@@ -124,11 +122,6 @@ public:
     }
 
 private:
-    static constexpr Milliseconds kEffectLimit{20'000};
-
-    static void WaitFor(const std::string& what, auto&& condition, Milliseconds limit = kEffectLimit) {
-        if (!WaitUntil(condition, limit)) throw Failure("waited in vain until " + what);
-    }
     // The main window is a dialog like the message boxes, and may bear the same title: what sets it apart is
     // a control that only it has. A box that comes instead of it is reported at once.
     static HWND Find(const Program& program) {
@@ -139,7 +132,7 @@ private:
             dialogs = Dialogs(program);
             return !dialogs.empty() || program.HasEnded();
         };
-        WaitFor("the main window appears", appeared, kStartLimit);
+        Await("the main window appears", appeared, kStartLimit);
         if (dialogs.empty()) throw Failure("the program ended before its main window appeared");
         for (const HWND dialog : dialogs)
             if (FindControl(dialog, IDC_FILE_LIST)) return dialog;

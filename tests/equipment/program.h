@@ -84,7 +84,7 @@ public:
     }
 
     // The exit code, or nothing when the program still runs at the deadline.
-    [[nodiscard]] std::optional<DWORD> WaitForExit(Milliseconds limit) const {
+    [[nodiscard]] std::optional<DWORD> WaitForExit(Milliseconds limit = kSoon) const {
         // The handle decides, not the code: 259 is one like any other, although it also reads STILL_ACTIVE.
         const DWORD answer = ::WaitForSingleObject(Process(), static_cast<DWORD>(limit.count()));
         if (answer == WAIT_TIMEOUT) return std::nullopt;

@@ -31,7 +31,7 @@ public:
     // A failure shows in the next test that needs the program, and is mended by the next start of the
     // session. A program that has just ended may still be open for a moment.
     ~SystemProgramSwap() {
-        static_cast<void>(WaitUntil([&] { return PutBack() != FALSE; }, Milliseconds(10'000)));
+        static_cast<void>(WaitUntil([&] { return PutBack() != FALSE; }));
     }
     SystemProgramSwap(const SystemProgramSwap&) = delete;
     SystemProgramSwap& operator=(const SystemProgramSwap&) = delete;

@@ -4,14 +4,20 @@
 #include <windows.h>
 
 #include <chrono>
+#include <string>
+
+#include "tests/equipment/failure.h"
 
 namespace driver {
 
 using Milliseconds = std::chrono::milliseconds;
 
+// How long anything may take that a person does not wait for: generous, for the machine may be busy.
+constexpr Milliseconds kSoon{20'000};
+
 // True as soon as the condition holds; false when it still does not at the deadline.
 template <class Condition>
-[[nodiscard]] bool WaitUntil(Condition&& condition, Milliseconds limit) {
+[[nodiscard]] bool WaitUntil(Condition&& condition, Milliseconds limit = kSoon) {
     constexpr DWORD kProbeIntervalMs = 5;
     const auto deadline = std::chrono::steady_clock::now() + limit;
     while (!condition()) {
@@ -19,6 +25,11 @@ template <class Condition>
         ::Sleep(kProbeIntervalMs);
     }
     return true;
+}
+
+// Throws Failure when it does not.
+void Await(const std::string& what, auto&& condition, Milliseconds limit = kSoon) {
+    if (!WaitUntil(condition, limit)) throw Failure("waited in vain until " + what);
 }
 
 }  // namespace driver

@@ -23,8 +23,6 @@
 
 namespace {
 
-constexpr driver::Milliseconds kLimit{20'000};
-
 void LoadByBareName(const driver::Program& program, HWND window, const std::wstring& name) {
     driver::RemoteMemory memory(window, (name.size() + 1) * sizeof(wchar_t));
     memory.Write(0, name.c_str(), (name.size() + 1) * sizeof(wchar_t));
@@ -34,7 +32,7 @@ void LoadByBareName(const driver::Program& program, HWND window, const std::wstr
     const driver::UniqueHandle thread(
         ::CreateRemoteThread(program.Process(), nullptr, 0, load, memory.Address(), 0, nullptr));
     if (!thread) driver::FailCall("CreateRemoteThread", ::GetLastError());
-    if (::WaitForSingleObject(thread.Get(), static_cast<DWORD>(kLimit.count())) != WAIT_OBJECT_0)
+    if (::WaitForSingleObject(thread.Get(), static_cast<DWORD>(driver::kSoon.count())) != WAIT_OBJECT_0)
         throw driver::Failure("the library is not loaded and not refused");
 }
 
@@ -62,8 +60,8 @@ void Run(const std::wstring& path, bool add, const std::wstring& libraryName) {
     if (!libraryName.empty()) LoadByBareName(program, window.Window(), libraryName);
     PrintLibraries(program);
     driver::PressDialogButton(about, IDOK);
-    const auto closed = [&] { return !::IsWindow(about) && driver::IsEnabled(window.Window()); };
-    if (!driver::WaitUntil(closed, kLimit)) throw driver::Failure("the About box stays open");
+    driver::Await("the About box is closed",
+                  [&] { return !::IsWindow(about) && driver::IsEnabled(window.Window()); });
     if (window.Quit() != driver::kExitCodeOfQuit) throw driver::Failure("Quitter ended with another code");
 }
 
