@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 
 #include "tests/equipment/failure.h"
@@ -30,57 +31,42 @@ private:
     HANDLE m_process;  // borrowed
 };
 
-class Photographer {
-public:
-    explicit Photographer(const driver::Program& program) : m_program(program) {}
+inline void WaitUntilPainted(HWND window) {
+    constexpr auto kNeedsNoPainting = [](HWND each, LPARAM) -> BOOL {
+        return !::GetUpdateRect(each, nullptr, FALSE);
+    };
+    driver::RepaintNow(window);
+    driver::Await("a window has painted itself", [&] {
+        return kNeedsNoPainting(window, 0) && ::EnumChildWindows(window, kNeedsNoPainting, 0);
+    });
+}
 
-    // The window with its frame and, where there is one, the box in front of it. Throws Failure when nobody
-    // answers.
-    void Take(const std::string& name, HWND window, HWND box = nullptr) const {
-        WaitUntilPainted(window);
-        if (box) WaitUntilPainted(box);
-        AskForPicture(name, window, box);
-    }
-    // The same of a window that changes by itself, such as a countdown: the program is held still meanwhile.
-    void TakeStill(const std::string& name, HWND window) const {
-        WaitUntilPainted(window);
-        ::Sleep(kDisplayDelayMs);
-        const Standstill still(m_program.Process());
-        AskForPicture(name, window, nullptr);
-    }
+// The number of the window that shows this one on the X display.
+inline std::string DisplayWindow(HWND window) {
+    const HANDLE number = ::GetPropW(window, L"__wine_x11_whole_window");
+    if (!number) throw driver::Failure("the window is not on an X display");
+    return std::to_string(reinterpret_cast<std::uintptr_t>(number));
+}
 
-private:
-    static constexpr driver::Milliseconds kPaintLimit{10'000};
+// The window with its frame and, where there is one, the box in front of it. A program whose window changes
+// by itself, such as a countdown, is held still meanwhile. Throws Failure when nobody answers.
+inline void TakePicture(const std::string& name, HWND window, HWND box = nullptr,
+                        const driver::Program* program = nullptr) {
     // What is painted reaches the display a moment later.
-    static constexpr DWORD kDisplayDelayMs = 200;
-
-    static BOOL CALLBACK NeedsNoPainting(HWND window, LPARAM) {
-        return !::GetUpdateRect(window, nullptr, FALSE);
+    constexpr DWORD kDisplayDelayMs = 200;
+    WaitUntilPainted(window);
+    if (box) WaitUntilPainted(box);
+    std::optional<Standstill> still;
+    if (program) {
+        ::Sleep(kDisplayDelayMs);
+        still.emplace(program->Process());
     }
-    static void WaitUntilPainted(HWND window) {
-        driver::RepaintNow(window);
-        const auto painted = [&] {
-            return NeedsNoPainting(window, 0) && ::EnumChildWindows(window, NeedsNoPainting, 0);
-        };
-        if (!driver::WaitUntil(painted, kPaintLimit)) throw driver::Failure("a window does not paint itself");
-    }
-    // The number of the window that shows this one on the X display.
-    static std::string DisplayWindow(HWND window) {
-        const HANDLE number = ::GetPropW(window, L"__wine_x11_whole_window");
-        if (!number) throw driver::Failure("the window is not on an X display");
-        return std::to_string(reinterpret_cast<std::uintptr_t>(number));
-    }
-    static void AskForPicture(const std::string& name, HWND window, HWND box) {
-        // A window that can be made small is not described as a box: their frames differ.
-        const bool minimizes = (::GetWindowLongPtrW(window, GWL_STYLE) & WS_MINIMIZEBOX) != 0;
-        std::string request = name + (minimizes ? " window " : " box ") + DisplayWindow(window);
-        if (box) request += ' ' + DisplayWindow(box);
-        std::puts(request.c_str());
-        std::fflush(stdout);
-        char answer[16] = {};
-        if (!std::fgets(answer, sizeof answer, stdin))
-            throw driver::Failure("nobody took the picture " + name);
-    }
-
-    const driver::Program& m_program;
-};
+    // A window that can be made small is not described as a box: their frames differ.
+    const bool minimizes = (::GetWindowLongPtrW(window, GWL_STYLE) & WS_MINIMIZEBOX) != 0;
+    std::string request = name + (minimizes ? " window " : " box ") + DisplayWindow(window);
+    if (box) request += ' ' + DisplayWindow(box);
+    std::puts(request.c_str());
+    std::fflush(stdout);
+    char answer[16] = {};
+    if (!std::fgets(answer, sizeof answer, stdin)) throw driver::Failure("nobody took the picture " + name);
+}

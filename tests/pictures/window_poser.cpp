@@ -23,7 +23,6 @@
 #include "tests/pictures/photographer.h"
 
 namespace {
-using driver::Milliseconds;
 
 struct Stage {
     std::wstring program;    // Talvenor.exe, with the paced converter beside it
@@ -32,12 +31,7 @@ struct Stage {
     std::wstring loneProgram;  // Talvenor.exe without a converter
 };
 
-constexpr Milliseconds kSoon{20'000};
-constexpr Milliseconds kBatchLimit{120'000};
-
-void Await(const std::string& what, auto&& condition, Milliseconds limit = kSoon) {
-    if (!driver::WaitUntil(condition, limit)) throw driver::Failure("waited in vain for " + what);
-}
+constexpr driver::Milliseconds kBatchLimit{120'000};
 
 // In the order of their names.
 std::vector<std::wstring> PdfsIn(const std::wstring& folder) {
@@ -53,12 +47,11 @@ void Quit(const driver::MainWindow& window) {
 }
 
 // The box that has just been opened: has it taken and closes it by one of its buttons.
-void ShowBox(const std::string& name, int closeBy, const driver::Program& program,
-             const driver::MainWindow& window) {
+void ShowBox(const std::string& name, int closeBy, const driver::MainWindow& window) {
     const HWND box = window.WaitForDialog();
-    Photographer(program).Take(name, box);
+    TakePicture(name, box);
     driver::PressDialogButton(box, closeBy);
-    Await("the box to be gone", [&] { return !::IsWindow(box) && driver::IsEnabled(window.Window()); });
+    driver::Await("the box is gone", [&] { return !::IsWindow(box) && driver::IsEnabled(window.Window()); });
 }
 
 void SelectRowByKeys(const driver::MainWindow& window) {
@@ -66,26 +59,26 @@ void SelectRowByKeys(const driver::MainWindow& window) {
     driver::PressKey(list, VK_END);
     driver::PressKey(list, VK_HOME);
     driver::PressKey(list, VK_DOWN);
-    Await("the second row to be selected", [&] { return driver::SelectedRow(list) == 1; });
+    driver::Await("the second row is selected", [&] { return driver::SelectedRow(list) == 1; });
 }
 
 // The picture does not depend on when we look: it shows this second.
 void ShowCountdownAt(const wchar_t* second, const driver::Program& program,
                      const driver::MainWindow& window) {
     const HWND countdown = window.WaitForDialog(kBatchLimit);
-    Await("the countdown", [&] { return driver::Text(driver::Control(countdown, IDC_SECONDS)) == second; });
-    Photographer(program).TakeStill("countdown", countdown);
+    driver::Await("the countdown is there",
+                  [&] { return driver::Text(driver::Control(countdown, IDC_SECONDS)) == second; });
+    TakePicture("countdown", countdown, nullptr, &program);
     driver::PressDialogButton(countdown, IDCANCEL);
-    Await("the countdown to be gone", [&] { return !::IsWindow(countdown); });
+    driver::Await("the countdown is gone", [&] { return !::IsWindow(countdown); });
 }
 
 void ShowMainWindowAndBoxes(const Stage& stage) {
     const driver::Program program(stage.program, {.directory = stage.pdfFolder});
     const driver::MainWindow window(program);
-    const Photographer photographer(program);
-    photographer.Take("main", window.Window());
+    TakePicture("main", window.Window());
     driver::Click(window.Control(IDC_ABOUT));
-    ShowBox("about", IDOK, program, window);
+    ShowBox("about", IDOK, window);
 
     window.DropPdfs(PdfsIn(stage.pdfFolder));
     SelectRowByKeys(window);
@@ -97,9 +90,9 @@ void ShowMainWindowAndBoxes(const Stage& stage) {
     window.Check(IDC_NO_TEXT);
     window.OpenAndCancelAddDialog();
     window.Check(IDC_HIDE_OUTPUT);
-    photographer.Take("options", window.Window());
+    TakePicture("options", window.Window());
     driver::PressKey(window.Control(IDC_FILE_LIST), VK_F7);
-    ShowBox("command-line", IDOK, program, window);
+    ShowBox("command-line", IDOK, window);
     Quit(window);
 }
 
@@ -108,7 +101,6 @@ void ShowBatch(const Stage& stage) {
     if (!UnderWine()) throw driver::Failure("pictures are only taken under Wine");
     const driver::Program program(stage.program, {.directory = stage.pdfFolder});
     const driver::MainWindow window(program);
-    const Photographer photographer(program);
     const HWND list = window.Control(IDC_FILE_LIST);
     window.DropPdfs(PdfsIn(stage.pdfFolder));
     window.Check(IDC_OUTPUT_FOLDER_CHECK);
@@ -117,12 +109,12 @@ void ShowBatch(const Stage& stage) {
     window.Check(IDC_HIDE_OUTPUT);
 
     window.StartBatch();
-    Await("the second file", [&] { return driver::ColumnTexts(list, 1)[1] == L"00:00:04"; });
-    photographer.TakeStill("running", window.Window());
+    driver::Await("the second file converts", [&] { return driver::ColumnTexts(list, 1)[1] == L"00:00:04"; });
+    TakePicture("running", window.Window(), nullptr, &program);
     driver::Click(window.Control(IDCANCEL));
-    ShowBox("stop", IDNO, program, window);
+    ShowBox("stop", IDNO, window);
     const HWND completion = window.WaitForCompletion(kBatchLimit);
-    photographer.Take("finished", window.Window(), completion);
+    TakePicture("finished", window.Window(), completion);
     window.CloseCompletion(completion);
 
     window.Check(IDC_SHUT_DOWN);
@@ -135,10 +127,10 @@ void ShowBatch(const Stage& stage) {
 void ShowMissingConverter(const Stage& stage) {
     const driver::Program program(stage.loneProgram);
     std::vector<HWND> boxes;
-    Await("the message", [&] { return !(boxes = driver::Dialogs(program)).empty(); });
-    Photographer(program).Take("no-converter", boxes[0]);
+    driver::Await("the message is there", [&] { return !(boxes = driver::Dialogs(program)).empty(); });
+    TakePicture("no-converter", boxes[0]);
     driver::PressDialogButton(boxes[0], IDOK);
-    if (!program.WaitForExit(kSoon)) throw driver::Failure("the program does not end without its converter");
+    if (!program.WaitForExit()) throw driver::Failure("the program does not end without its converter");
 }
 
 }  // namespace
