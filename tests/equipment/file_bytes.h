@@ -1,13 +1,16 @@
-// Whole small files, for tests and tools. Each throws driver::Failure when it cannot do its work.
+// Whole small files, for tests and tools. What reads or writes throws driver::Failure when it cannot.
 #pragma once
 #include <windows.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/handle.h"
 #include "tests/equipment/text.h"
+#include "tests/equipment/wait_until.h"
 
 namespace driver {
 
@@ -52,6 +55,23 @@ inline std::string ReadFileBytes(const std::wstring& path) {
 
 inline bool FileExists(const std::wstring& path) {
     return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// The program that runs this.
+inline std::filesystem::path OwnPath() {
+    std::wstring path(32'768, L'\0');
+    path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return path;
+}
+
+// A file or a folder with all that is in it. False when it is still there after a while: a process that was
+// ended keeps its files for a moment.
+inline bool RemoveAll(const std::filesystem::path& path) {
+    return WaitUntil([&] {
+        std::error_code error;
+        std::filesystem::remove_all(path, error);
+        return !error;
+    });
 }
 
 }  // namespace driver

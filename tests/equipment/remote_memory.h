@@ -33,12 +33,13 @@ public:
     RemoteMemory& operator=(const RemoteMemory&) = delete;
 
     [[nodiscard]] void* Address() const noexcept { return m_address; }
-    void Write(std::size_t offset, const void* source, std::size_t bytes) const {
-        if (!::WriteProcessMemory(m_process.Get(), At(offset), source, bytes, nullptr))
+    void Write(const void* source, std::size_t bytes) const {
+        if (!::WriteProcessMemory(m_process.Get(), m_address, source, bytes, nullptr))
             FailCall("WriteProcessMemory", ::GetLastError());
     }
     void Read(std::size_t offset, void* target, std::size_t bytes) const {
-        if (!::ReadProcessMemory(m_process.Get(), At(offset), target, bytes, nullptr))
+        if (!::ReadProcessMemory(m_process.Get(), static_cast<BYTE*>(m_address) + offset, target, bytes,
+                                 nullptr))
             FailCall("ReadProcessMemory", ::GetLastError());
     }
 
@@ -46,10 +47,6 @@ public:
     void* GiveAway() noexcept { return std::exchange(m_address, nullptr); }
 
 private:
-    [[nodiscard]] BYTE* At(std::size_t offset) const noexcept {
-        return static_cast<BYTE*>(m_address) + offset;
-    }
-
     UniqueHandle m_process;
     void* m_address = nullptr;
 };

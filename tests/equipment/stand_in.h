@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cwchar>
+#include <filesystem>
 #include <string>
 
 #include "tests/equipment/failure.h"
@@ -40,12 +41,8 @@ inline DWORD NumberIn(const std::wstring& pdfName, const std::wstring& word, DWO
 // The lines that every stand-in records about its start: the command line as received, its own file, and the
 // current directory.
 inline std::wstring DescribeStart() {
-    wchar_t program[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, program, MAX_PATH);
-    std::wstring directory(::GetCurrentDirectoryW(0, nullptr), L'\0');
-    directory.resize(::GetCurrentDirectoryW(static_cast<DWORD>(directory.size()), directory.data()));
-    return std::wstring(L"command=") + ::GetCommandLineW() + L"\nprogram=" + program + L"\ndirectory=" +
-           directory + L'\n';
+    return std::wstring(L"command=") + ::GetCommandLineW() + L"\nprogram=" + driver::OwnPath().wstring() +
+           L"\ndirectory=" + std::filesystem::current_path().wstring() + L'\n';
 }
 
 }  // namespace stand_in

@@ -49,7 +49,7 @@ void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 // Wine hands the number over as it is, so the block must be in the receiver.
 void* DropInReceiver(HWND target, const std::string& bytes) {
     RemoteMemory block(target, bytes.size());
-    block.Write(0, bytes.data(), bytes.size());
+    block.Write(bytes.data(), bytes.size());
     return block.GiveAway();
 }
 

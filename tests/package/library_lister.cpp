@@ -25,7 +25,7 @@ namespace {
 
 void LoadByBareName(const driver::Program& program, HWND window, const std::wstring& name) {
     driver::RemoteMemory memory(window, (name.size() + 1) * sizeof(wchar_t));
-    memory.Write(0, name.c_str(), (name.size() + 1) * sizeof(wchar_t));
+    memory.Write(name.c_str(), (name.size() + 1) * sizeof(wchar_t));
     // At the same place in every process, like all of this library.
     const auto load = reinterpret_cast<LPTHREAD_START_ROUTINE>(
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "LoadLibraryW")));

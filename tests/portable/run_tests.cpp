@@ -25,12 +25,6 @@ constexpr int kAllPassed = 0;
 constexpr int kNotAllPassed = 1;
 constexpr int kCouldNotRun = 2;
 
-std::wstring OwnFolder() {
-    std::wstring path(32'768, L'\0');
-    path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return path.substr(0, path.find_last_of(L'\\') + 1);
-}
-
 // GoogleTest knows its own program by a path in the system's code page.
 void RequireFolderOfTheCodePage(const std::wstring& folder) {
     BOOL lacked = FALSE;
@@ -100,8 +94,10 @@ private:
         }
     }
 
-    const std::wstring m_folder = OwnFolder();
-    const std::vector<std::string> m_leftOut = ReadLeftOut(m_folder);
+    const std::wstring m_folder = driver::OwnPath().parent_path() / "";
+    // Each a pattern of names of tests, as GoogleTest takes it, or "entry " and one of entries of ctest; then
+    // ": " and the reason.
+    const std::vector<std::string> m_leftOut = LinesOf(m_folder + L"left_out.txt");
     std::vector<Suite> m_suites;
     Results m_results{m_folder + L"results.txt"};
     const TemporaryPlace m_place;

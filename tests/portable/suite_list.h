@@ -1,5 +1,5 @@
-// What there is to run: the suites as the build wrote them down for ctest and for us, and what is left out.
-// Each throws driver::Failure when its file is not as it should be.
+// What there is to run: the suites as the build wrote them down for ctest and for us. Throws driver::Failure
+// when a file is not as it should be.
 #pragma once
 #include <algorithm>
 #include <chrono>
@@ -60,10 +60,4 @@ inline std::vector<Suite> ReadSuites(const std::wstring& folder) {
     std::vector<Suite> suites;
     for (const std::string& line : LinesOf(folder + L"suites.txt")) suites.push_back(ReadSuite(folder, line));
     return suites;
-}
-
-// Each a pattern of names of tests, as GoogleTest takes it, or "entry " and one of entries of ctest; then ":
-// " and the reason.
-inline std::vector<std::string> ReadLeftOut(const std::wstring& folder) {
-    return LinesOf(folder + L"left_out.txt");
 }

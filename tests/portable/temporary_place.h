@@ -5,10 +5,9 @@
 
 #include <filesystem>
 #include <string>
-#include <system_error>
 #include <vector>
 
-#include "tests/equipment/wait_until.h"
+#include "tests/equipment/file_bytes.h"
 
 class TemporaryPlace {
 public:
@@ -18,7 +17,7 @@ public:
         for (const wchar_t* const variable : {L"TMP", L"TEMP"})
             ::SetEnvironmentVariableW(variable, m_path.c_str());
     }
-    ~TemporaryPlace() { Remove(m_path); }
+    ~TemporaryPlace() { driver::RemoveAll(m_path); }
     TemporaryPlace(const TemporaryPlace&) = delete;
     TemporaryPlace& operator=(const TemporaryPlace&) = delete;
 
@@ -27,21 +26,11 @@ public:
         std::vector<std::wstring> names;
         for (const auto& entry : std::filesystem::directory_iterator(m_path))
             names.push_back(entry.path().filename().wstring());
-        for (const std::wstring& name : names) Remove(m_path / name);
+        for (const std::wstring& name : names) driver::RemoveAll(m_path / name);
         return names;
     }
 
 private:
-    // A process that was ended keeps its files for a moment.
-    static void Remove(const std::filesystem::path& path) {
-        const auto isRemoved = [&] {
-            std::error_code error;
-            std::filesystem::remove_all(path, error);
-            return !error;
-        };
-        static_cast<void>(driver::WaitUntil(isRemoved, driver::Milliseconds(10'000)));
-    }
-
     const std::filesystem::path m_path = std::filesystem::temp_directory_path() /
                                          (L"talvenor-tests-" + std::to_wstring(::GetCurrentProcessId()));
 };

@@ -14,9 +14,7 @@
 namespace {
 
 void MakeTemporaryFile(const wchar_t* name) {
-    wchar_t folder[MAX_PATH] = {};
-    ASSERT_NE(::GetTempPathW(MAX_PATH, folder), 0u);
-    driver::WriteFileBytes(folder + std::wstring(name), "x");
+    driver::WriteFileBytes(std::filesystem::temp_directory_path() / name, "x");
 }
 
 TEST(Unruly, Passes) {
@@ -46,9 +44,9 @@ TEST(Unruly, LeavesAFile) {
 }
 
 TEST(Unruly, LeavesAProcess) {
-    wchar_t self[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, self, MAX_PATH);
-    ASSERT_NE(::_wspawnl(_P_NOWAIT, self, L"unruly_suite", L"--gtest_filter=Unruly.Hangs", nullptr), -1);
+    const std::filesystem::path self = driver::OwnPath();
+    ASSERT_NE(::_wspawnl(_P_NOWAIT, self.c_str(), L"unruly_suite", L"--gtest_filter=Unruly.Hangs", nullptr),
+              -1);
 }
 
 TEST(Unruly, IsLeftOut) {
