@@ -47,44 +47,11 @@ constexpr Option kOptions[] = {
     {L"--resolution", IDC_RESOLUTION_CHECK, IDC_RESOLUTION},
 };
 
-struct Choice {
-    const Option* option;
-    std::wstring text;
-};
-
-struct Batch {
-    std::wstring program;
-    std::vector<std::wstring> pdfs;
-    std::vector<Choice> choices;
-    std::wstring pictureFile;  // empty: no picture is taken
-};
-
 std::vector<std::wstring> ReadList(const std::wstring& path) {
     std::vector<std::wstring> lines;
     std::istringstream text(driver::ReadFileBytes(path));
     for (std::string line; std::getline(text, line);) lines.push_back(driver::FromUtf8(line));
     return lines;
-}
-
-Batch ParseArguments(const std::vector<std::wstring>& arguments) {
-    if (arguments.size() < 2) throw driver::Failure("batch_driver Talvenor.exe LIST [OPTION]...");
-    Batch batch{arguments[0], ReadList(arguments[1]), {}, {}};
-    for (std::size_t i = 2; i < arguments.size(); ++i) {
-        const std::wstring& name = arguments[i];
-        const auto text = [&] {
-            if (++i == arguments.size()) throw driver::Failure(L"a text must follow " + name);
-            return arguments[i];
-        };
-        const auto* const option = std::ranges::find(kOptions, name, &Option::name);
-        if (option != std::end(kOptions)) {
-            batch.choices.push_back({option, option->edit ? text() : L""});
-        } else if (name == L"--picture-ready") {
-            batch.pictureFile = text();
-        } else {
-            throw driver::Failure(L"unknown option " + name);
-        }
-    }
-    return batch;
 }
 
 void Require(bool condition, const char* promise) {
@@ -93,8 +60,9 @@ void Require(bool condition, const char* promise) {
 
 // Tells the script beside us that the window may be photographed, where, and waits until that is done. The
 // file's line: the moment's name, then left, top, width and height on the screen.
-void LetPictureBeTaken(const Batch& batch, const driver::MainWindow& window, const char* moment) {
-    if (batch.pictureFile.empty()) return;
+void LetPictureBeTaken(const std::wstring& pictureFile, const driver::MainWindow& window,
+                       const char* moment) {
+    if (pictureFile.empty()) return;
     driver::RepaintNow(window.Window());
     RECT place = {};
     ::GetWindowRect(window.Window(), &place);
@@ -102,55 +70,51 @@ void LetPictureBeTaken(const Batch& batch, const driver::MainWindow& window, con
     std::snprintf(line, sizeof line, "%s %ld %ld %ld %ld\n", moment, place.left, place.top,
                   place.right - place.left, place.bottom - place.top);
     // Under its final name only when it is whole: the script reads it as soon as it sees it.
-    const std::wstring unfinished = batch.pictureFile + L".new";
+    const std::wstring unfinished = pictureFile + L".new";
     driver::WriteFileBytes(unfinished, line);
-    if (!::MoveFileExW(unfinished.c_str(), batch.pictureFile.c_str(), 0))
+    if (!::MoveFileExW(unfinished.c_str(), pictureFile.c_str(), 0))
         driver::FailCall("MoveFileExW", ::GetLastError());
     driver::Await(
-        "the picture is taken", [&] { return !driver::FileExists(batch.pictureFile); }, kPictureLimit);
+        "the picture is taken", [&] { return !driver::FileExists(pictureFile); }, kPictureLimit);
 }
 
-void AddPdfs(const Batch& batch, const driver::MainWindow& window) {
-    const HWND convert = window.Control(IDOK);
-    Require(!driver::IsEnabled(convert), "Convertir is disabled in a fresh window");
-    window.DropPdfs(batch.pdfs);
-    Require(driver::ColumnTexts(window.Control(IDC_FILE_LIST), 0) == batch.pdfs,
-            "the list holds the dropped paths in their order");
-    Require(!driver::IsEnabled(convert), "dropping files leaves Convertir disabled");
-    window.OpenAndCancelAddDialog();
-    Require(driver::IsEnabled(convert), "Convertir is enabled once the add dialog was cancelled");
-}
-
-void ChooseOptions(const Batch& batch, const driver::MainWindow& window) {
-    for (const auto& [option, text] : batch.choices) {
+// What the words from the third on say. Returns the file that tells of pictures; empty for none.
+std::wstring ChooseOptions(const std::vector<std::wstring>& words, const driver::MainWindow& window) {
+    std::wstring pictureFile;
+    for (std::size_t i = 2; i < words.size(); ++i) {
+        if (words[i] == L"--picture-ready") {
+            pictureFile = words.at(++i);
+            continue;
+        }
+        const auto* const option = std::ranges::find(kOptions, words[i], &Option::name);
+        if (option == std::end(kOptions)) throw driver::Failure(L"unknown option " + words[i]);
         window.Check(option->checkBox);
-        if (option->edit) window.Type(option->edit, text);
+        if (option->edit) window.Type(option->edit, words.at(++i));
     }
-}
-
-bool IsDuration(const std::wstring& text) {
-    static const std::wregex kDuration(L"[0-9]{2,}:[0-9]{2}:[0-9]{2}");
-    return std::regex_match(text, kDuration);
+    return pictureFile;
 }
 
 // Returns how many rows ended without a duration.
 int PrintRows(const driver::MainWindow& window) {
+    const std::wregex duration(L"[0-9]{2,}:[0-9]{2}:[0-9]{2}");
     const HWND list = window.Control(IDC_FILE_LIST);
     const auto paths = driver::ColumnTexts(list, 0);
     const auto durations = driver::ColumnTexts(list, 1);
     int without = 0;
     for (std::size_t row = 0; row < paths.size(); ++row) {
         std::printf("%s  %s\n", driver::ToUtf8(durations[row]).c_str(), driver::ToUtf8(paths[row]).c_str());
-        if (!IsDuration(durations[row])) ++without;
+        if (!std::regex_match(durations[row], duration)) ++without;
     }
     return without;
 }
 
-void RunBatch(const Batch& batch) {
-    const driver::Program program(batch.program);
+void RunBatch(const std::vector<std::wstring>& words) {
+    if (words.size() < 2) throw driver::Failure("batch_driver Talvenor.exe LIST [OPTION]...");
+    const driver::Program program(words[0]);
     const driver::MainWindow window(program);
-    AddPdfs(batch, window);
-    ChooseOptions(batch, window);
+    window.DropPdfs(ReadList(words[1]));
+    window.OpenAndCancelAddDialog();
+    const std::wstring pictureFile = ChooseOptions(words, window);
     const bool hidden = driver::IsChecked(window.Control(IDC_HIDE_OUTPUT));
 
     window.StartBatch();
@@ -162,13 +126,13 @@ void RunBatch(const Batch& batch) {
         throw;
     }
     const int withoutDuration = PrintRows(window);
-    LetPictureBeTaken(batch, window, "message");
+    LetPictureBeTaken(pictureFile, window, "message");
     window.CloseCompletion(box);
     Require(withoutDuration == 0, "every row has its duration");
     Require(driver::Text(window.Control(IDC_STATUS)).empty(), "the status line is empty at the end");
     Require(driver::IsVisible(window.Control(IDC_OPEN_LOG)) == hidden,
             "the log button is there exactly after a hidden batch");
-    LetPictureBeTaken(batch, window, "window");
+    LetPictureBeTaken(pictureFile, window, "window");
     Require(window.Quit() == driver::kExitCodeOfQuit, "Quitter ends the program with code 2");
 }
 
@@ -177,7 +141,7 @@ void RunBatch(const Batch& batch) {
 int wmain(int argc, wchar_t** argv) {
     _setmode(_fileno(stdout), _O_BINARY);
     try {
-        RunBatch(ParseArguments(std::vector<std::wstring>(argv + 1, argv + argc)));
+        RunBatch(std::vector<std::wstring>(argv + 1, argv + argc));
     } catch (const std::exception& failure) {
         std::fflush(stdout);
         std::fprintf(stderr, "batch_driver: %s\n", failure.what());
