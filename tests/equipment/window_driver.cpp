@@ -34,9 +34,7 @@ std::vector<HWND> WindowsIn(HWND window) {
 // elsewhere at once. Its documentation has the dialog activated before.
 void Activate(HWND dialog) {
     const DWORD thread = ::GetWindowThreadProcessId(dialog, nullptr);
-    GUITHREADINFO info = {};
-    info.cbSize = sizeof info;
-    if (!::GetGUIThreadInfo(thread, &info) || info.hwndActive == dialog || !IsEnabled(dialog)) return;
+    if (GuiThread(dialog).hwndActive == dialog || !IsEnabled(dialog)) return;
     if (!::AttachThreadInput(::GetCurrentThreadId(), thread, TRUE)) return;
     ::SetActiveWindow(dialog);
     ::AttachThreadInput(::GetCurrentThreadId(), thread, FALSE);
@@ -95,6 +93,13 @@ std::vector<HWND> Dialogs(const Program& program) {
         return owner != program.Id() || ClassName(window) != L"#32770" || !IsVisible(window);
     });
     return windows;
+}
+
+GUITHREADINFO GuiThread(HWND window) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info);
+    return info;
 }
 
 std::wstring Text(HWND window) {
@@ -160,16 +165,6 @@ void PressDialogButton(HWND dialog, int id) {
     };
     const bool isPressed = press(id) || (id == IDOK && press(IDCANCEL));
     if (!isPressed) throw Failure("the dialog has no button " + std::to_string(id));
-}
-
-HWND NameEditOfOpenDialog(HWND dialog) {
-    constexpr int kNameCombo = 0x047C;
-    HWND edit = Control(dialog, kNameCombo);
-    for (HWND inner = nullptr; (inner = ::GetWindow(edit, GW_CHILD)) != nullptr;) {
-        const HWND innerEdit = ::FindWindowExW(edit, nullptr, L"Edit", nullptr);
-        edit = innerEdit ? innerEdit : inner;
-    }
-    return edit;
 }
 
 void DropFiles(HWND target, const std::vector<std::wstring>& paths) {

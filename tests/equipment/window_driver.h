@@ -25,6 +25,7 @@ HWND Control(HWND dialog, int id);                  // throws Failure when there
 std::vector<HWND> Dialogs(const Program& program);  // its visible dialogs and message boxes, top one first
 
 // Reading.
+GUITHREADINFO GuiThread(HWND window);  // what of the window's thread is active, has the focus, is in a menu
 std::wstring Text(HWND window);
 std::wstring AllText(HWND dialog);  // its title and the texts of its controls, a line each
 bool IsChecked(HWND box);
@@ -41,8 +42,6 @@ void SetText(HWND edit, const std::wstring& text);
 // Escape, too: IDOK presses it in a box without an IDOK.
 void PressDialogButton(HWND dialog, int id);
 void DropFiles(HWND target, const std::vector<std::wstring>& paths);
-// The edit for the names in the system's open dialog, whatever it is in.
-HWND NameEditOfOpenDialog(HWND dialog);
 void RepaintNow(HWND window);
 
 }  // namespace driver
