@@ -27,8 +27,7 @@
 
 class AppTest : public testing::Test {
 protected:
-    explicit AppTest(Converter converter = Converter::StandIn, const wchar_t* folderName = L"Programme")
-        : installed(converter, folderName) {
+    explicit AppTest(Converter converter = Converter::StandIn) : installed(converter) {
         startOptions.environment[L"TALVENOR_STANDIN_OUT"] = installed.Record();
     }
     // Ends the program with everything it started, which is gone before its files are removed. One that had
@@ -86,6 +85,15 @@ protected:
     [[nodiscard]] std::vector<std::wstring> Paths() const { return driver::ColumnTexts(List(), 0); }
     [[nodiscard]] std::vector<std::wstring> Durations() const { return driver::ColumnTexts(List(), 1); }
     [[nodiscard]] std::vector<RecordedRun> Runs() const { return ReadRuns(installed.Record()); }
+    // All that a person can change but for the rows: texts, check boxes, and the row that is selected.
+    [[nodiscard]] std::wstring State() const {
+        std::wstring state = driver::AllText(m_window->Window());
+        for (int id = IDC_ADD; id <= IDC_FILE_LIST; ++id) {
+            const HWND control = driver::FindControl(m_window->Window(), id);
+            if (control && driver::IsChecked(control)) state += L'\n' + std::to_wstring(id) + L" is checked";
+        }
+        return state + L"\nrow " + std::to_wstring(driver::SelectedRow(List()));
+    }
 
     // Presses Convertir, waits for the message at the end and closes it.
     void Convert() const {

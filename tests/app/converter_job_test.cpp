@@ -94,8 +94,8 @@ TEST_F(StoppedInterpreter, ClosesWhenItsWindowIsAskedAndNothingMoreIsConverted) 
     Stop();
     EXPECT_TRUE(Comes([&] { return Durations()[0] == L"*** Annulé !"; }));
     ASSERT_EQ(Runs().size(), 1u);
-    EXPECT_EQ(Runs()[0].closed, L"1");
-    EXPECT_EQ(Runs()[0].ended, 3);
+    EXPECT_EQ(Runs()[0].at(L"closed"), L"1");
+    EXPECT_EQ(Runs()[0].at(L"ended"), L"3");
     EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L"", L""));
     EXPECT_EQ(Window().OpenDialog(), nullptr) << "a stopped batch ends without a message";
 }

@@ -20,15 +20,6 @@ protected:
         ASSERT_FALSE(IsEnabled(IDC_EXTRA_OPTIONS));
         ASSERT_EQ(FocusedId(), IDC_EXTRA_OPTIONS);
     }
-    // All that keys could change: texts, check boxes, and the row that is selected.
-    [[nodiscard]] std::wstring State() const {
-        std::wstring state = driver::AllText(Window().Window());
-        for (int id = IDC_ADD; id <= IDC_FILE_LIST; ++id) {
-            const HWND control = driver::FindControl(Window().Window(), id);
-            if (control && driver::IsChecked(control)) state += L'\n' + std::to_wstring(id) + L" is checked";
-        }
-        return state + L"\nrow " + std::to_wstring(driver::SelectedRow(List()));
-    }
     // Timer messages come when no key is left to be served. The first change may have been on its way.
     [[nodiscard]] bool TimeGoesOnTwice() const {
         for (int change = 0; change < 2; ++change) {
@@ -45,10 +36,7 @@ protected:
         EXPECT_EQ(Window().OpenDialog(), nullptr);
     }
     [[nodiscard]] bool MenuIsOpen() const {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof info;
-        return ::GetGUIThreadInfo(::GetWindowThreadProcessId(Window().Window(), nullptr), &info) &&
-               info.hwndMenuOwner == Window().Window();
+        return driver::GuiThread(Window().Window()).hwndMenuOwner == Window().Window();
     }
 };
 

@@ -1,5 +1,6 @@
 // Talvenor.exe as a person has it: in a folder of its own with a converter beside it, and a second folder
-// with PDF files. Both live in the system's temporary folder for the life of this object.
+// with PDF files. Both live in the system's temporary folder for the life of this object. The program's has a
+// name that a command line or a code page could trip over.
 #pragma once
 #include <gtest/gtest.h>
 
@@ -8,19 +9,16 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
-#include "tests/equipment/wait_until.h"
+#include "tests/support/temporary_folder.h"
 
 enum class Converter { None, StandIn, Real };
 
 // By its place in the build folder, relative to the test program.
 inline std::wstring Built(const std::wstring& place) {
-    wchar_t self[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, self, MAX_PATH);
-    return (std::filesystem::path(self).parent_path() / place).lexically_normal().make_preferred().wstring();
+    return (driver::OwnPath().parent_path() / place).lexically_normal().make_preferred().wstring();
 }
 
 // A file that the build made for tests.
@@ -35,31 +33,23 @@ inline std::wstring DjvuBeside(const std::wstring& pdf) {
 
 class InstalledProgram {
 public:
-    // `folderName` is the program folder's own name, so that a test may choose an odd one.
-    InstalledProgram(Converter converter, const wchar_t* folderName) : m_folderName(folderName) {
-        MakeFolder(m_folderName);
-        MakeFolder(L"PDF");
+    explicit InstalledProgram(Converter converter) {
+        std::filesystem::create_directories(Folder());
+        std::filesystem::create_directories(PdfFolder());
         std::filesystem::copy_file(Built(L"" TALVENOR_PROGRAM), Program());
         if (converter == Converter::StandIn)
             std::filesystem::copy_file(Equipment(L"stand_in_converter.exe"), ConverterPath());
         if (converter == Converter::Real)
             std::filesystem::copy_file(Equipment(L"pdf2djvu.exe"), ConverterPath());
     }
-    // Removes everything. A file that stays behind fails the test: then something of it still runs. A process
-    // that was ended keeps its files for a moment.
+    // Removes everything. A file that stays behind fails the test: then something of it still runs.
     ~InstalledProgram() {
-        const auto isGone = [&] {
-            std::error_code error;
-            std::filesystem::remove_all(m_root, error);
-            return !error;
-        };
-        EXPECT_TRUE(driver::WaitUntil(isGone, driver::Milliseconds(20'000)))
-            << "the test left files behind, and they cannot be removed";
+        EXPECT_TRUE(driver::RemoveAll(m_root)) << "the test left files behind, and they cannot be removed";
     }
     InstalledProgram(const InstalledProgram&) = delete;
     InstalledProgram& operator=(const InstalledProgram&) = delete;
 
-    [[nodiscard]] std::wstring Folder() const { return m_root + L"\\" + m_folderName; }
+    [[nodiscard]] std::wstring Folder() const { return m_root + L"\\Outils & Cie (été) v1.2, №5 😀"; }
     [[nodiscard]] std::wstring Program() const { return Folder() + L"\\Talvenor.exe"; }
     [[nodiscard]] std::wstring ConverterPath() const { return Folder() + L"\\pdf2djvu.exe"; }
     [[nodiscard]] std::wstring Log() const { return Folder() + L"\\TalvenorLog.txt"; }
@@ -94,17 +84,13 @@ public:
 private:
     // Windows may name the temporary folder by a short form ("JEAN-P~1"), which the tests would not recognise
     // in what the program and its converter write.
-    static std::wstring NewRoot() {
-        static int s_count = 0;
-        const std::wstring folder = std::filesystem::temp_directory_path().wstring();
-        wchar_t longPath[MAX_PATH + 1] = {};
-        if (!::GetLongPathNameW(folder.c_str(), longPath, MAX_PATH + 1))
+    static std::wstring LongPath(const std::filesystem::path& folder) {
+        wchar_t path[MAX_PATH] = {};
+        if (!::GetLongPathNameW(folder.c_str(), path, MAX_PATH))
             driver::FailCall("GetLongPathNameW", ::GetLastError());
-        const std::wstring name =
-            L"talvenor-app-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++s_count);
-        return (std::filesystem::path(longPath) / name).make_preferred().wstring();
+        return path;
     }
 
-    const std::wstring m_root = NewRoot();
-    const std::wstring m_folderName;
+    const TemporaryFolder m_place;
+    const std::wstring m_root = LongPath(m_place.Path());
 };

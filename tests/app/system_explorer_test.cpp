@@ -10,6 +10,7 @@
 
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 using testing::StrCaseEq;
 
@@ -33,11 +34,11 @@ protected:
         std::filesystem::copy_file(m_standIn, path);
         return path;
     }
-    // Waits for one to be started.
-    [[nodiscard]] std::vector<std::wstring> Started() const {
-        EXPECT_TRUE(Comes([&] { return !Runs().empty(); }));
+    // Waits until so many have been started.
+    [[nodiscard]] std::vector<std::wstring> Started(std::size_t count) const {
+        EXPECT_TRUE(Comes([&] { return Runs().size() >= count; }));
         std::vector<std::wstring> programs;
-        for (const RecordedRun& run : Runs()) programs.push_back(run.program);
+        for (const RecordedRun& run : Runs()) programs.push_back(run.at(L"program"));
         return programs;
     }
 
@@ -47,32 +48,33 @@ private:
 };
 
 TEST_F(SystemExplorer, IsStartedAndNotTheOneBesideTheProgramNorThatOfTheCurrentDirectory) {
-    PlantIn(installed.Folder());
-    PlantIn(installed.PdfFolder());
     startOptions.directory = installed.PdfFolder();
     Start();
     Window().Check(IDC_OUTPUT_FOLDER_CHECK);
     Window().Type(IDC_OUTPUT_FOLDER, installed.PdfFolder());
     ASSERT_TRUE(Comes([&] { return IsEnabled(IDC_OPEN_DESTINATION); }));
-    driver::Click(Control(IDC_OPEN_DESTINATION));
-    EXPECT_THAT(Started(), ElementsAre(StrCaseEq(SystemsOwn())));
-    EXPECT_EQ(Window().OpenDialog(), nullptr);
+    std::size_t clicks = 0;
+    for (const std::wstring& folder : {installed.Folder(), installed.PdfFolder()}) {
+        const std::wstring planted = PlantIn(folder);
+        driver::Click(Control(IDC_OPEN_DESTINATION));
+        EXPECT_THAT(Started(++clicks), Each(StrCaseEq(SystemsOwn())));
+        EXPECT_EQ(Window().OpenDialog(), nullptr);
+        std::filesystem::remove(planted);
+    }
 }
 
 // Without care it would be another: here, for the test program itself.
 TEST_F(SystemExplorer, ByItsBareNameIsThePlantedOne) {
     const std::wstring planted = PlantIn(installed.PdfFolder());
     const driver::ExchangedVariables variables(startOptions.environment);
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(installed.PdfFolder());
+    const CurrentFolder current(installed.PdfFolder());
     SHELLEXECUTEINFOW request = {};
     request.cbSize = sizeof request;
     request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOCLOSEPROCESS;
     request.lpFile = L"explorer.exe";
     EXPECT_TRUE(::ShellExecuteExW(&request)) << ::GetLastError();
-    std::filesystem::current_path(before);
     const driver::UniqueHandle started(request.hProcess);
-    EXPECT_THAT(Started(), ElementsAre(StrCaseEq(planted)));
+    EXPECT_THAT(Started(1), ElementsAre(StrCaseEq(planted)));
     if (started) ::TerminateProcess(started.Get(), 0);  // the real one would stay
 }
 
