@@ -58,11 +58,6 @@ public:
         std::erase(text, '\r');
         if (!(m_file << text << std::flush)) throw driver::Failure("results.txt cannot be written");
     }
-    // What is wrong with no suite.
-    void AddProblem(const std::string& problem) {
-        ++m_all.problems;
-        Write("PROBLEM: " + problem + "\n");
-    }
     // Returns what came of the suite, in one line.
     std::string Add(const SuiteResult& suite) {
         Counts counts;

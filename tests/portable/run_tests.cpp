@@ -60,8 +60,6 @@ private:
         m_results.Write("Talvenor " TALVENOR_VERSION
                         ": results of the tests. What came of all is at the end.\n\n");
         m_results.Write(DescribeThisSystem());
-        if (::GetKeyState(VK_CAPITAL) & 1)
-            m_results.AddProblem("Caps Lock is on: what the tests type comes out in capitals");
         m_results.Write("\n===== Left out, and why\n");
         for (const std::string& line : m_leftOut) m_results.Write(line + "\n");
     }
@@ -109,6 +107,8 @@ int Main(int argc, wchar_t** argv) {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     // A screen that goes dark takes no clicks.
     ::SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED | ES_DISPLAY_REQUIRED);
+    if (::GetKeyState(VK_CAPITAL) & 1)
+        throw driver::Failure("Caps Lock is on: what the tests type would come out in capitals");
     Interruption::Watch();
     const bool some = argc == 3 && std::wstring(argv[1]) == L"--only";
     if (argc != 1 && !some) throw driver::Failure("usage: run_tests [--only BEGINNING]");
