@@ -5,9 +5,9 @@
 // One test at a time: ctest needs RESOURCE_LOCK or RUN_SERIAL for tests that use it. A test that is killed
 // leaves the swap behind; the next start of the session undoes it.
 #pragma once
-#include <windows.h>
-
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "tests/equipment/failure.h"
 #include "tests/equipment/wait_until.h"
@@ -17,32 +17,28 @@ namespace driver {
 
 class SystemProgramSwap {
 public:
-    // Throws Failure, also on a real Windows.
+    // Throws when it cannot, and Failure on a real Windows.
     SystemProgramSwap(const std::wstring& program, const std::wstring& replacement)
         : m_program(program), m_saved(program + L".saved") {
         if (!UnderWine()) throw Failure("the programs of a real Windows are never replaced");
-        if (!::MoveFileExW(m_program.c_str(), m_saved.c_str(), 0)) FailCall("MoveFileExW", ::GetLastError());
-        if (!::CopyFileW(replacement.c_str(), m_program.c_str(), TRUE)) {
-            const DWORD error = ::GetLastError();
-            PutBack();
-            FailCall("CopyFileW", error);
-        }
+        std::filesystem::rename(m_program, m_saved);
+        std::filesystem::copy_file(replacement, m_program);
     }
     // A failure shows in the next test that needs the program, and is mended by the next start of the
     // session. A program that has just ended may still be open for a moment.
     ~SystemProgramSwap() {
-        static_cast<void>(WaitUntil([&] { return PutBack() != FALSE; }));
+        static_cast<void>(WaitUntil([&] {
+            std::error_code error;
+            std::filesystem::rename(m_saved, m_program, error);
+            return !error;
+        }));
     }
     SystemProgramSwap(const SystemProgramSwap&) = delete;
     SystemProgramSwap& operator=(const SystemProgramSwap&) = delete;
 
 private:
-    BOOL PutBack() const {
-        return ::MoveFileExW(m_saved.c_str(), m_program.c_str(), MOVEFILE_REPLACE_EXISTING);
-    }
-
-    std::wstring m_program;
-    std::wstring m_saved;
+    const std::wstring m_program;
+    const std::wstring m_saved;
 };
 
 }  // namespace driver
