@@ -62,17 +62,6 @@ void SelectRowByKeys(const driver::MainWindow& window) {
     driver::Await("the second row is selected", [&] { return driver::SelectedRow(list) == 1; });
 }
 
-// The picture does not depend on when we look: it shows this second.
-void ShowCountdownAt(const wchar_t* second, const driver::Program& program,
-                     const driver::MainWindow& window) {
-    const HWND countdown = window.WaitForDialog(kBatchLimit);
-    driver::Await("the countdown is there",
-                  [&] { return driver::Text(driver::Control(countdown, IDC_SECONDS)) == second; });
-    TakePicture("countdown", countdown, nullptr, &program);
-    driver::PressDialogButton(countdown, IDCANCEL);
-    driver::Await("the countdown is gone", [&] { return !::IsWindow(countdown); });
-}
-
 void ShowMainWindowAndBoxes(const Stage& stage) {
     const driver::Program program(stage.program, {.directory = stage.pdfFolder});
     const driver::MainWindow window(program);
@@ -119,7 +108,13 @@ void ShowBatch(const Stage& stage) {
 
     window.Check(IDC_SHUT_DOWN);
     window.StartBatch();
-    ShowCountdownAt(L"28", program, window);
+    const HWND countdown = window.WaitForDialog(kBatchLimit);
+    // The picture does not depend on when we look: it shows this second.
+    driver::Await("the countdown is at 28",
+                  [&] { return driver::Text(driver::Control(countdown, IDC_SECONDS)) == L"28"; });
+    TakePicture("countdown", countdown, nullptr, &program);
+    driver::PressDialogButton(countdown, IDCANCEL);
+    driver::Await("the countdown is gone", [&] { return !::IsWindow(countdown); });
     window.CloseCompletion(window.WaitForCompletion(kBatchLimit));
     Quit(window);
 }
