@@ -15,8 +15,15 @@ protected:
         Window().Type(IDC_OUTPUT_FOLDER, folder);
         Window().StartBatch();
     }
-    // The batch of this PDF and another, when it has begun, ends with the first.
-    void ExpectRefused(const std::wstring& pdf, const std::string& bytes) {
+    // The batch of this PDF and another ends with the first.
+    void ExpectRefused(const std::wstring& pdf, const std::wstring& outputFolder = {}) {
+        const std::string bytes = driver::ReadFileBytes(pdf);
+        StartWith({pdf, RealPdf(L"next.pdf")});
+        if (outputFolder.empty()) {
+            Window().StartBatch();
+        } else {
+            ConvertInto(outputFolder);
+        }
         ASSERT_TRUE(BecomesIdle());
         EXPECT_THAT(Durations(), ElementsAre(L"*** Annulé !", L""));
         EXPECT_FALSE(driver::FileExists(DjvuBeside(pdf)));
@@ -54,27 +61,19 @@ TEST_F(RealConverter, ConvertsOnlyThePagesAskedFor) {
 }
 
 TEST_F(RealConverter, EndsTheBatchAtAFileThatIsNoPdf) {
-    const auto pdf = installed.MakePdf(L"a.pdf", "this is no PDF");
-    StartWith({pdf, RealPdf(L"next.pdf")});
-    Window().StartBatch();
-    ExpectRefused(pdf, "this is no PDF");
+    ExpectRefused(installed.MakePdf(L"a.pdf", "this is no PDF"));
 }
 
 // Renaming the extension would need a 260th character and is refused, so the converter is told to write the
 // PDF itself. It must say no.
 TEST_F(RealConverter, LeavesAPdfWhoseNameHasNoRoomForTheExtension) {
-    const auto pdf = installed.MakePdfOfLength(259, SmallPdf(1));
-    StartWith({pdf, RealPdf(L"next.pdf")});
-    Window().StartBatch();
-    ExpectRefused(pdf, SmallPdf(1));
+    ExpectRefused(installed.MakePdfOfLength(259, SmallPdf(1)));
 }
 
 TEST_F(RealConverter, LeavesAPdfWhoseNameHasNoRoomInTheOutputFolder) {
-    const auto pdf = installed.MakePdf(std::wstring(80, L'n') + L".pdf", SmallPdf(1));
-    StartWith({pdf, RealPdf(L"next.pdf")});
     const auto root = installed.MakeFolder(L"S");
-    ConvertInto(installed.MakeFolder(L"S\\" + std::wstring(220 - root.size(), L's')));
-    ExpectRefused(pdf, SmallPdf(1));
+    ExpectRefused(RealPdf(std::wstring(80, L'n') + L".pdf"),
+                  installed.MakeFolder(L"S\\" + std::wstring(220 - root.size(), L's')));
 }
 
 }  // namespace
