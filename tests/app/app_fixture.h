@@ -35,10 +35,8 @@ protected:
     ~AppTest() override {
         if (!m_program) return;
         if (!m_program->HasEnded()) m_program->EndTree();
-        constexpr DWORD kOtherCopyRuns = 0;
         const DWORD code = m_program->WaitForExit().value_or(STILL_ACTIVE);
-        EXPECT_TRUE(code == driver::kExitCodeOfQuit || code == kOtherCopyRuns ||
-                    code == driver::kEndedByDriver)
+        EXPECT_TRUE(code == driver::kExitCodeOfQuit || code == driver::kEndedByDriver)
             << "the program ended with code " << code;
         m_program.reset();
     }
@@ -66,12 +64,10 @@ protected:
         m_window.reset();
         m_program.reset();
         // It would only end while another program has the mutex, or an earlier test's copy is left.
-        const auto isOnly = [] {
+        driver::Await("no other copy of the program runs in this session", [] {
             return !driver::UniqueHandle(
                 ::OpenMutexW(SYNCHRONIZE, FALSE, L"{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
-        };
-        if (!driver::WaitUntil(isOnly))
-            throw driver::Failure("another copy of the program runs in this session");
+        });
         m_program = std::make_unique<driver::Program>(installed.Program(), startOptions);
     }
 
