@@ -13,15 +13,12 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 #include "tests/equipment/stand_in.h"
 
 namespace {
-
-std::wstring FileName(const std::wstring& path) {
-    return path.substr(path.find_last_of(L"\\/") + 1);
-}
 
 std::wstring DescribeConsole() {
     const HWND console = ::GetConsoleWindow();
@@ -41,7 +38,7 @@ std::wstring DescribeConsole() {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-    const std::wstring pdf = argc > 1 ? FileName(argv[argc - 1]) : std::wstring();
+    const std::wstring pdf = argc > 1 ? std::filesystem::path(argv[argc - 1]).filename() : L"";
     const DWORD code = stand_in::NumberIn(pdf, L"exit", 0);
 
     if (!stand_in::AppendRecord(stand_in::DescribeStart() + DescribeConsole())) {
