@@ -2,9 +2,9 @@
 //
 //   batch_driver Talvenor.exe LIST [--hide] [--no-text] [--pages PAGES]...
 //
-// LIST is a UTF-8 file with the path of a PDF in each line. An option checks its box, and fills in the edit
-// of that box. With --picture-ready FILE that file is made when a picture may be taken, and its end is waited
-// for.
+// LIST is a UTF-8 file with the path of a PDF in each line. An option checks its check box, and fills in
+// the edit of it. With --picture-ready FILE that file is made when a picture may be taken, and its end is
+// waited for.
 //
 // Ends with 0 only when every step went as promised; otherwise a line on the error output says what did not.
 #include <fcntl.h>
@@ -118,16 +118,16 @@ void RunBatch(const std::vector<std::wstring>& words) {
     const bool hidden = driver::IsChecked(window.Control(IDC_HIDE_OUTPUT));
 
     window.StartBatch();
-    HWND box = nullptr;
+    HWND message = nullptr;
     try {
-        box = window.WaitForCompletion(kBatchLimit);
+        message = window.WaitForCompletion(kBatchLimit);
     } catch (const driver::Failure&) {
         if (!program.HasEnded()) PrintRows(window);  // shows which file it was
         throw;
     }
     const int withoutDuration = PrintRows(window);
     LetPictureBeTaken(pictureFile, window, "message");
-    window.CloseCompletion(box);
+    window.CloseCompletion(message);
     Require(withoutDuration == 0, "every row has its duration");
     Require(driver::Text(window.Control(IDC_STATUS)).empty(), "the status line is empty at the end");
     Require(driver::IsVisible(window.Control(IDC_OPEN_LOG)) == hidden,

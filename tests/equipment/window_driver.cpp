@@ -119,8 +119,8 @@ std::wstring AllText(HWND dialog) {
     return lines;
 }
 
-bool IsChecked(HWND box) {
-    return Ask(box, BM_GETCHECK) == BST_CHECKED;
+bool IsChecked(HWND checkBox) {
+    return Ask(checkBox, BM_GETCHECK) == BST_CHECKED;
 }
 
 bool IsEnabled(HWND window) {

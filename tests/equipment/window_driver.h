@@ -28,7 +28,7 @@ std::vector<HWND> Dialogs(const Program& program);  // its visible dialogs and m
 GUITHREADINFO GuiThread(HWND window);  // what of the window's thread is active, has the focus, is in a menu
 std::wstring Text(HWND window);
 std::wstring AllText(HWND dialog);  // its title and the texts of its controls, a line each
-bool IsChecked(HWND box);
+bool IsChecked(HWND checkBox);
 bool IsEnabled(HWND window);
 bool IsVisible(HWND window);
 
