@@ -103,11 +103,7 @@ protected:
     // Waits for a dialog or message box in front of the window.
     [[nodiscard]] HWND WaitForDialog() const { return m_window->WaitForDialog(); }
     // The same, then presses a button of it and waits until it is gone.
-    void AnswerDialog(int buttonId) const {
-        const HWND dialog = WaitForDialog();
-        driver::PressDialogButton(dialog, buttonId);
-        ASSERT_TRUE(Comes([&] { return !::IsWindow(dialog); })) << "the dialog stays";
-    }
+    void AnswerDialog(int buttonId) const { driver::AnswerDialog(WaitForDialog(), buttonId); }
     // Presses the stop button, confirms, and waits until the window is idle.
     void Stop() const {
         driver::Click(Control(IDCANCEL));

@@ -94,9 +94,8 @@ public:
     }
     // Presses OK and waits for the idle window.
     void CloseCompletion(HWND messageBox) const {
-        PressDialogButton(messageBox, IDOK);
-        Await("the message is gone and the window idle",
-              [&] { return !::IsWindow(messageBox) && !IsRunning() && IsEnabled(Control(IDOK)); });
+        AnswerDialog(messageBox, IDOK);
+        Await("the window is idle", [&] { return !IsRunning() && IsEnabled(Control(IDOK)); });
     }
     // Presses Quitter and returns the exit code.
     [[nodiscard]] DWORD Quit() const {

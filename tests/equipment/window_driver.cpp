@@ -167,6 +167,11 @@ void PressDialogButton(HWND dialog, int id) {
     if (!isPressed) throw Failure("the dialog has no button " + std::to_string(id));
 }
 
+void AnswerDialog(HWND dialog, int id) {
+    PressDialogButton(dialog, id);
+    Await("the dialog is gone", [&] { return !::IsWindow(dialog); });
+}
+
 void DropFiles(HWND target, const std::vector<std::wstring>& paths) {
     const std::string bytes = DropBytes(paths);
     // Windows carries a drop over: when the message is posted to another process, it makes the receiver a

@@ -41,6 +41,7 @@ void SetText(HWND edit, const std::wstring& text);
 // On Windows the button of a message box that has no other is IDCANCEL, whatever it reads, for it closes by
 // Escape, too: IDOK presses it in a box without an IDOK.
 void PressDialogButton(HWND dialog, int id);
+void AnswerDialog(HWND dialog, int id);  // the same, then waits until the dialog is gone
 void DropFiles(HWND target, const std::vector<std::wstring>& paths);
 void RepaintNow(HWND window);
 

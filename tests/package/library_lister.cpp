@@ -59,9 +59,7 @@ void Run(const std::wstring& path, bool add, const std::wstring& libraryName) {
     std::puts(driver::ToUtf8(driver::Text(driver::Control(about, IDC_VERSION))).c_str());
     if (!libraryName.empty()) LoadByBareName(program, window.Window(), libraryName);
     PrintLibraries(program);
-    driver::PressDialogButton(about, IDOK);
-    driver::Await("the About box is closed",
-                  [&] { return !::IsWindow(about) && driver::IsEnabled(window.Window()); });
+    driver::AnswerDialog(about, IDOK);
     if (window.Quit() != driver::kExitCodeOfQuit) throw driver::Failure("Quitter ended with another code");
 }
 

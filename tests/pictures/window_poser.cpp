@@ -50,8 +50,7 @@ void Quit(const driver::MainWindow& window) {
 void ShowBox(const std::string& name, int closeBy, const driver::MainWindow& window) {
     const HWND box = window.WaitForDialog();
     TakePicture(name, box);
-    driver::PressDialogButton(box, closeBy);
-    driver::Await("the box is gone", [&] { return !::IsWindow(box) && driver::IsEnabled(window.Window()); });
+    driver::AnswerDialog(box, closeBy);
 }
 
 void SelectRowByKeys(const driver::MainWindow& window) {
@@ -113,8 +112,7 @@ void ShowBatch(const Stage& stage) {
     driver::Await("the countdown is at 28",
                   [&] { return driver::Text(driver::Control(countdown, IDC_SECONDS)) == L"28"; });
     TakePicture("countdown", countdown, nullptr, &program);
-    driver::PressDialogButton(countdown, IDCANCEL);
-    driver::Await("the countdown is gone", [&] { return !::IsWindow(countdown); });
+    driver::AnswerDialog(countdown, IDCANCEL);
     window.CloseCompletion(window.WaitForCompletion(kBatchLimit));
     Quit(window);
 }
