@@ -40,21 +40,23 @@ const char* MessageName(UINT message) {
 std::string Arguments(UINT message, WPARAM wParam, LPARAM lParam) {
     const int number = static_cast<int>(wParam);
     const auto field = [](const char* name, auto value) { return name + std::to_string(value); };
-    const auto* const item = reinterpret_cast<const LVITEMW*>(lParam);  // of some messages
+    const auto* const item = reinterpret_cast<const LVITEMW*>(lParam);        // of some messages
+    const std::string excess = wParam != 0 ? field(" wParam=", wParam) : "";  // where it has to be 0
     switch (message) {
     case LVM_SETITEMSTATE:
         return CallText(field("row=", number), field("state=", item->state), field("mask=", item->stateMask));
     case LVM_SETITEMW:
     case LVM_INSERTITEMW:
         return CallText(field("row=", item->iItem), field("column=", item->iSubItem),
-                        field("mask=", item->mask), Quoted(item->pszText));
+                        field("mask=", item->mask), Quoted(item->pszText)) +
+               excess;
     case LVM_GETITEMTEXTW:
         return CallText(field("row=", number), field("column=", item->iSubItem),
                         field("size=", item->cchTextMax));
     case LVM_SETCOLUMNWIDTH:
         return CallText(std::to_string(number), static_cast<short>(lParam)) +
                (HIWORD(lParam) != 0 ? " and more" : "");
-    case TTM_ADDTOOLW: return WindowName(reinterpret_cast<const TTTOOLINFOW*>(lParam)->hwnd);
+    case TTM_ADDTOOLW: return WindowName(reinterpret_cast<const TTTOOLINFOW*>(lParam)->hwnd) + excess;
     case LVM_INSERTCOLUMNW:
     case LVM_SETIMAGELIST:
     case BM_SETIMAGE:

@@ -7,7 +7,7 @@
 //   SetWindowTextW 2 "Quitter"      UpdateWindow 1040          DestroyWindow main    SetWindowPos main
 //   LVM_SETITEMSTATE 1040 row=-1 state=0 mask=2
 //   LVM_SETITEMW 1040 row=1 column=1 mask=1 "00:00:07"
-//   LVM_INSERTITEMW 1040 row=0 column=0 mask=1 "C:\a.pdf"
+//   LVM_INSERTITEMW 1040 row=0 column=0 mask=1 "C:\a.pdf"       (and " wParam=1" where it has to be 0)
 //   LVM_GETITEMTEXTW 1040 row=0 column=0 size=256
 //   LVM_SETCOLUMNWIDTH 1040 1 -2    (other messages: control, wParam and lParam as numbers)
 //   WM_COMMAND main 2 0             (only what comes from no control)

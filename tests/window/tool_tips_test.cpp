@@ -40,13 +40,12 @@ protected:
             });
         MarkedStrings strings;
         Recorded([&] { Create(); }, {},
-                 [&](HWND to, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+                 [&](HWND to, UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
                      if (message >= TTM_ACTIVATE && message <= TTM_ADDTOOLW) {
                          EXPECT_EQ(to, window);
                      }
                      if (message == TTM_SETMAXTIPWIDTH) maximumWidth = lParam;
                      if (message == TTM_ADDTOOLW) {
-                         EXPECT_EQ(wParam, 0u);
                          tools.push_back(*reinterpret_cast<const TTTOOLINFOW*>(lParam));
                          texts.emplace_back(::GetDlgCtrlID(tools.back().hwnd), tools.back().lpszText);
                      }
