@@ -52,13 +52,13 @@ protected:
         ASSERT_TRUE(IsEnabled(IDOK));
     }
     void PressConvert() { Click(IDOK); }
-    // Starts a batch of a.pdf and b.pdf and waits until its first converter, process 777, runs. That one runs
-    // until it is released; the second is process 888.
-    void StartHeldBatch() {
-        AddFiles({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf"});
-        converters.Plan({{.held = true, .processId = 777}, {.processId = 888}});
-        PressConvert();
-        WaitForConverter(1);
+    // Starts a batch of the rows in the list, however they came there, and waits for its first converter.
+    // Converters without a plan run until they are released.
+    void StartBatch() {
+        converters.HoldAll();
+        const int before = converters.Started();
+        Command(IDOK, BN_CLICKED);
+        ASSERT_TRUE(WaitFor([&] { return converters.Started() > before; })) << "no converter was started";
     }
     // Presses "Convertir" and waits for the worker to end. Fails when it does not.
     void RunBatch() {

@@ -14,7 +14,7 @@ constexpr char kEnded[] = "TerminateJobObject 0xC000013A";
 class BatchStopRequestTest : public BatchFixture {
 protected:
     [[nodiscard]] std::vector<std::string> RequestsOfAStop() {
-        StartHeldBatch();
+        ConvertUntilHeld(2, {{.held = true, .processId = 777}, {.processId = 888}});
         PressStop();
         return consoles.requests.Calls();
     }

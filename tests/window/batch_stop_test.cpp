@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
 class BatchStopTest : public BatchFixture {};
 
 TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
-    StartHeldBatch();
+    ConvertUntilHeld(2, {{.held = true}});
     stopAnswer = IDNO;
     PressStop();
     EXPECT_TRUE(dialog->IsRunning());
@@ -88,7 +88,7 @@ TEST_F(BatchStopTest, NoLetsTheBatchGoOn) {
 }
 
 TEST_F(BatchStopTest, YesBringsTheIdleStateAtOnceAndATimerTheMarkWhileTheWorkerStillWaits) {
-    StartHeldBatch();
+    ConvertUntilHeld(2, {{.held = true}});
     PressStop();
     EXPECT_FALSE(dialog->IsRunning());
     EXPECT_TRUE(dialog->HasWorker());

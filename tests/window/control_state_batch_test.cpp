@@ -1,5 +1,5 @@
 // What a batch does to the controls and durations, at its start and at its end or stop.
-#include "tests/window/held_batch_fixture.h"
+#include "tests/window/batch_fixture.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,7 +9,7 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 
-class ControlStateBatchTest : public HeldBatchFixture {
+class ControlStateBatchTest : public BatchFixture {
 protected:
     // All that `action` changes in controls.
     std::vector<std::string> Changes(const std::function<void()>& action) {

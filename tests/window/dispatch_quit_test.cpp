@@ -1,5 +1,5 @@
 // The ways to ask for the window's end: at once while nothing runs, by question while a batch does.
-#include "tests/window/held_batch_fixture.h"
+#include "tests/window/batch_fixture.h"
 
 #include <ostream>
 
@@ -23,7 +23,7 @@ constexpr Way kWays[] = {
     {"Escape", WM_KEYDOWN, VK_ESCAPE},
 };
 
-class DispatchQuitTest : public HeldBatchFixture, public testing::WithParamInterface<Way> {
+class DispatchQuitTest : public BatchFixture, public testing::WithParamInterface<Way> {
 protected:
     // Asks as the loop does with a message that it has fetched, and serves what follows.
     void Ask() {
@@ -44,9 +44,7 @@ TEST_P(DispatchQuitTest, EndsTheWindowAndPostsTheQuitMessageWithCodeTwo) {
     Ask();
     EXPECT_FALSE(::IsWindow(window));
     EXPECT_EQ(Dialog(), nullptr);
-    MSG message = {};
-    ASSERT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-    EXPECT_EQ(message.wParam, 2u);
+    EXPECT_EQ(TakeQuitMessage(), 2);
     EXPECT_THAT(calls.Calls(), IsEmpty()) << "nothing is asked";
 }
 
@@ -71,8 +69,7 @@ TEST_P(DispatchQuitTest, StopsTheBatchWhenAnsweredYesAndTheWindowStays) {
     EXPECT_EQ(Text(IDCANCEL), L"Quitter");
     EXPECT_TRUE(IsEnabled(IDC_ADD));
     EXPECT_TRUE(::IsWindow(Dialog()));
-    MSG message = {};
-    EXPECT_FALSE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE));
+    EXPECT_EQ(TakeQuitMessage(), -1);
     Ask();
     EXPECT_EQ(Dialog(), nullptr) << "the second time it quits";
 }

@@ -1,6 +1,6 @@
 // The list's columns: how they are made, and how wide they are with durations from a batch's start and
 // without them after clearing.
-#include "tests/window/held_batch_fixture.h"
+#include "tests/window/batch_fixture.h"
 
 namespace {
 
@@ -8,7 +8,7 @@ using testing::ElementsAre;
 
 constexpr wchar_t kDurationTitle[] = L"Durée de conversion";
 
-class FileListColumnsTest : public HeldBatchFixture {
+class FileListColumnsTest : public BatchFixture {
 protected:
     FileListColumnsTest() { Drop({L"C:\\in\\a.pdf"}); }
 
@@ -91,15 +91,14 @@ TEST_F(FileListColumnsTest, DurationsAreFittedToTheirContentsButNeverNarrowerTha
         expected.push_back("LVM_SETCOLUMNWIDTH 1040 0 " + std::to_string(ListWidth() - row.expected));
         expected.push_back("UpdateWindow 1040");  // it is drawn at once
         EXPECT_EQ(StartBatchWith(row.fitted, row.format), expected);
-        converters.Release(converters.Started(), 0);
-        WaitForEnd();
+        Finish(converters.Started());
     }
 }
 
 // The second batch finds less room than the first: the list has a vertical scroll bar now.
 TEST_F(FileListColumnsTest, EveryBatchShowsTheDurationsWholeAndLeavesThePathsTheRest) {
     StartBatch();
-    FinishBatch();
+    Finish(1);
     const int firstWidth = ColumnWidth(1);
     EXPECT_GE(firstWidth, TitleWidth());
     EXPECT_EQ(ColumnWidth(0), ListWidth() - firstWidth);

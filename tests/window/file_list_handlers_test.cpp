@@ -1,11 +1,11 @@
 // What a changed row and the button that clears the list do to the rest of the window.
-#include "tests/window/held_batch_fixture.h"
+#include "tests/window/batch_fixture.h"
 
 namespace {
 
 using testing::ElementsAre;
 
-class FileListHandlersTest : public HeldBatchFixture {
+class FileListHandlersTest : public BatchFixture {
 protected:
     FileListHandlersTest() { Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"}); }
 };

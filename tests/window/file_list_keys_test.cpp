@@ -1,13 +1,13 @@
 // The keys of the list: Delete, and F7, which shows the command line of the selected row with the options as
 // they are in their controls.
-#include "tests/window/held_batch_fixture.h"
+#include "tests/window/batch_fixture.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class FileListKeysTest : public HeldBatchFixture {
+class FileListKeysTest : public BatchFixture {
 protected:
     FileListKeysTest() { Drop({L"C:\\in\\a.pdf", L"C:\\in\\b.pdf", L"C:\\in\\c.pdf"}); }
 

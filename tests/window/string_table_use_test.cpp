@@ -1,5 +1,5 @@
 // Every text that a person reads is loaded from the string table when it is needed.
-#include "tests/window/held_batch_fixture.h"
+#include "tests/window/batch_fixture.h"
 #include "tests/window/marked_strings.h"
 
 #include <filesystem>
@@ -15,7 +15,7 @@ std::string MarkedMessageBox(const char* text, const char* type, const char* own
     return std::string("MessageBoxW owner=") + owner + " text=" + text + " caption=<128> type=" + type;
 }
 
-class StringTableUseTest : public HeldBatchFixture {
+class StringTableUseTest : public BatchFixture {
 protected:
     StringTableUseTest() { Drop({L"C:\\in\\a.pdf"}); }
 
@@ -29,7 +29,7 @@ TEST_F(StringTableUseTest, ButtonStatusLineAndMessagesOfABatch) {
     stopAnswer = IDNO;
     Click(IDCANCEL);
     EXPECT_THAT(calls.Calls(), Contains(MarkedMessageBox("<144>", "0x24")));
-    FinishBatch();
+    Finish(1);
     EXPECT_EQ(Text(IDCANCEL), L"<141>");
     EXPECT_THAT(calls.Calls(), Contains(MarkedMessageBox("<131>", "0x40")));
 }
