@@ -87,4 +87,22 @@ TEST_F(BatchCallsTest, FromTheLastFileToTheIdleState) {
     EXPECT_EQ(worker.All().back(), "SetCursor previous");
 }
 
+// When the machine is kept awake is in the calls above, and what a stop does about it in the tests of a stop.
+using BatchAwakeTest = BatchFixture;
+
+TEST_F(BatchAwakeTest, EndsWithAFailedFileOrAFailedStart) {
+    Convert(2, {{.exitCode = 1}, {.startError = ERROR_FILE_NOT_FOUND}});
+    RunBatch();
+    constexpr char kAsked[] = "SetThreadExecutionState 0x80000001";
+    constexpr char kReleased[] = "SetThreadExecutionState 0x80000000";
+    EXPECT_THAT(worker.Of({"SetThreadExecutionState"}), ElementsAre(kAsked, kReleased, kAsked, kReleased));
+}
+
+TEST_F(BatchAwakeTest, ARefusalChangesNothing) {
+    windows.executionState = 0;
+    Convert(3);
+    EXPECT_THAT(Column(1), ElementsAre(L"00:00:00", L"00:00:00", L"00:00:00"));
+    EXPECT_THAT(MessageTexts(), ElementsAre("Conversion terminée !"));
+}
+
 }  // namespace
