@@ -111,8 +111,10 @@ protected:
     }
     // How `calls` has a message box.
     [[nodiscard]] static std::string MessageBoxCall(const std::string& text, const char* type,
-                                                    const char* owner = "main") {
-        return std::string("MessageBoxW owner=") + owner + " text=" + text + " caption=Talvenor type=" + type;
+                                                    const char* owner = "main",
+                                                    const std::string& caption = "Talvenor") {
+        return std::string("MessageBoxW owner=") + owner + " text=" + text + " caption=" + caption +
+               " type=" + type;
     }
 
     // The file list.

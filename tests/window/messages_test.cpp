@@ -18,7 +18,7 @@ constexpr UINT kMissingString = 901;
 class ShowMessageTest : public MainWindowFixture {
 protected:
     static std::string BoxWith(const std::string& text, const std::string& caption = "Talvenor") {
-        return "MessageBoxW owner=none text=" + text + " caption=" + caption + " type=0x0";
+        return MessageBoxCall(text, "0x0", "none", caption);
     }
     // What has been shown since the last time.
     static std::vector<std::string> Shown() {

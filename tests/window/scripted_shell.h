@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 struct ShellRequest {
@@ -49,20 +50,10 @@ private:
 // A request of `owner` to open `file`, with nothing but what opening takes.
 inline void ExpectPlainRequest(const ShellRequest& request, HWND owner, const std::wstring& file,
                                const std::wstring& parameters) {
-    EXPECT_EQ(request.verb, L"open");
-    EXPECT_EQ(request.file, file);
-    EXPECT_EQ(request.parameters, parameters);
     const SHELLEXECUTEINFOW& info = request.info;
-    EXPECT_EQ(info.cbSize, 112u);
-    EXPECT_EQ(info.fMask, 0u);
-    EXPECT_EQ(info.hwnd, owner);
-    EXPECT_EQ(info.lpDirectory, nullptr);
-    EXPECT_EQ(info.nShow, SW_SHOW);
-    EXPECT_EQ(info.hInstApp, nullptr);
-    EXPECT_EQ(info.lpIDList, nullptr);
-    EXPECT_EQ(info.lpClass, nullptr);
-    EXPECT_EQ(info.hkeyClass, nullptr);
-    EXPECT_EQ(info.dwHotKey, 0u);
-    EXPECT_EQ(info.hMonitor, nullptr);
-    EXPECT_EQ(info.hProcess, nullptr);
+    EXPECT_EQ(std::tuple(request.verb, request.file, request.parameters, info.cbSize, info.hwnd, info.nShow),
+              std::tuple(L"open", file, parameters, 112u, owner, SW_SHOW));
+    EXPECT_EQ(std::tuple(info.fMask, info.lpDirectory, info.hInstApp, info.lpIDList, info.lpClass,
+                         info.hkeyClass, info.dwHotKey, info.hMonitor, info.hProcess),
+              std::tuple(0u, nullptr, nullptr, nullptr, nullptr, nullptr, 0u, nullptr, nullptr));
 }

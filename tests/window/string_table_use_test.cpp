@@ -11,13 +11,13 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-std::string MarkedMessageBox(const char* text, const char* type, const char* owner = "main") {
-    return std::string("MessageBoxW owner=") + owner + " text=" + text + " caption=<128> type=" + type;
-}
-
 class StringTableUseTest : public BatchFixture {
 protected:
     StringTableUseTest() { Drop({L"C:\\in\\a.pdf"}); }
+
+    static std::string MarkedMessageBox(const char* text, const char* type, const char* owner = "main") {
+        return MessageBoxCall(text, type, owner, "<128>");
+    }
 
     MarkedStrings strings;
 };
