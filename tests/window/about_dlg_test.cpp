@@ -4,7 +4,7 @@
 #include "tests/equipment/shipped_version.h"
 #include "tests/support/replaced_imports.h"
 #include "tests/window/control_calls.h"
-#include "tests/window/modal_thread.h"
+#include "tests/window/modal_dialog.h"
 
 #include "res/resource.h"
 
@@ -16,9 +16,9 @@ namespace {
 using testing::ElementsAre;
 using testing::Pair;
 
-class AboutDlgTest : public ModalThreadTest<CAboutDlg> {
+class AboutDlgTest : public ModalDialogTest<CAboutDlg> {
 protected:
-    AboutDlgTest() : ModalThreadTest(L"À propos...") {}
+    AboutDlgTest() : ModalDialogTest(L"À propos...") {}
 };
 
 TEST_F(AboutDlgTest, IsCenteredBeforeItShowsTheVersionOfTheProgramsOwnResource) {

@@ -1,6 +1,6 @@
 // The countdown at the end of a batch: when it comes, on which thread and for whom.
 #include "tests/window/batch_fixture.h"
-#include "tests/window/modal_thread.h"
+#include "tests/window/modal_dialog.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "ui/shutdown/shut_me_down_dlg.h"
 
 #include "tests/support/call_text.h"
-#include "tests/window/modal_thread.h"
+#include "tests/window/modal_dialog.h"
 #include "tests/window/scripted_shutdown.h"
 
 #include <gmock/gmock.h>
@@ -19,9 +19,9 @@ using testing::Pair;
 constexpr char kRequest[] = "InitiateSystemShutdownW (null) (null) 0 0 0";
 
 // The dialog's timer does not tick, and its requests are refused.
-class ShutMeDownDlgTest : public ModalThreadTest<CShutMeDownDlg> {
+class ShutMeDownDlgTest : public ModalDialogTest<CShutMeDownDlg> {
 protected:
-    ShutMeDownDlgTest() : ModalThreadTest(L"Extinction de l'ordinateur") { system.accepts = false; }
+    ShutMeDownDlgTest() : ModalDialogTest(L"Extinction de l'ordinateur") { system.accepts = false; }
 
     void PassSeconds(int seconds, WPARAM timerId = 1) const {
         for (int i = 0; i < seconds; ++i) ::SendMessageW(window, WM_TIMER, timerId, 0);

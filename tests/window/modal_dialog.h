@@ -28,12 +28,12 @@ inline HWND FindOwnDialog(const wchar_t* title) {
 
 // The tests of a dialog class whose window has this title.
 template <class TDialog>
-class ModalThreadTest : public testing::Test {
+class ModalDialogTest : public testing::Test {
 protected:
-    explicit ModalThreadTest(const wchar_t* title) : m_title(title) {
+    explicit ModalDialogTest(const wchar_t* title) : m_title(title) {
         CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
     }
-    ~ModalThreadTest() override { CAppModule::Instance().Term(); }
+    ~ModalDialogTest() override { CAppModule::Instance().Term(); }
     void TearDown() override {
         if (m_result.valid()) Leave(WM_COMMAND, IDCANCEL);
     }
