@@ -77,9 +77,9 @@ protected:
 
     // Presses "Arrêter " and answers `stopAnswer` to the question. Also from an action on the worker.
     void PressStop() { Click(IDCANCEL); }
-    // The same from the worker, in the next call that begins with `call`.
-    void StopAt(const std::string& call) {
-        worker.At(call, 1, [this] { PressStop(); });
+    // The same from the worker, in the nth call from now that begins with `call`.
+    void StopAt(const std::string& call, int nth = 1) {
+        worker.At(call, nth, [this] { PressStop(); });
     }
 
     // Puts C:\in\a.pdf, C:\in\b.pdf and so on into the list until it has `count` files.

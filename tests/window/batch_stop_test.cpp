@@ -19,6 +19,7 @@ struct StopCase {
     std::size_t starts;
     std::vector<std::wstring> durations;
     std::vector<Conversion> plan = {{.durationMs = 5'000}, {.durationMs = 5'000}, {.durationMs = 5'000}};
+    int nth = 1;  // of the calls that begin like `at`
 
     friend void PrintTo(const StopCase& row, std::ostream* out) { *out << "stopped at " << row.at; }
 };
@@ -27,7 +28,7 @@ class BatchStoppedAtTest : public BatchFixture, public testing::WithParamInterfa
 TEST_P(BatchStoppedAtTest, KeepsWhatWasConvertedAndConvertsNoMore) {
     consoles.windows = {{Conversion().processId}};
     Check(IDC_SHUT_DOWN);
-    StopAt(GetParam().at);
+    StopAt(GetParam().at, GetParam().nth);
     Convert(3, GetParam().plan);
     ASSERT_THAT(MessageTexts(), Contains(kQuestion).Times(1));
     EXPECT_THAT(Column(1), ElementsAreArray(GetParam().durations));
@@ -35,7 +36,9 @@ TEST_P(BatchStoppedAtTest, KeepsWhatWasConvertedAndConvertsNoMore) {
     EXPECT_EQ(worker.Count("DialogBoxParamW 101"), 1) << "the countdown also follows a stop";
     EXPECT_EQ(worker.Count("MessageBoxW Conversion terminée !"), 0);
     ExpectIdle();
-    const bool interpreterRuns = std::string(GetParam().at).starts_with("WaitForSingleObject");
+    // As far as the batch knows.
+    const std::string at = GetParam().at;
+    const bool interpreterRuns = at.starts_with("WaitForSingleObject") || at == "GetExitCodeProcess";
     EXPECT_EQ(consoles.requests.Calls().empty(), !interpreterRuns);
     EXPECT_EQ(worker.Count("SetThreadExecutionState"), GetParam().starts == 0 ? 0 : 2);
 }
@@ -47,8 +50,10 @@ INSTANTIATE_TEST_SUITE_P(
     All, BatchStoppedAtTest,
     testing::Values(
         StopCase{"BeforeTheFirstConverter", "DeleteFileW", 0, {L"", L"", L""}},
+        StopCase{"BeforeTheFirstRow", "SetCursor busy", 0, {L"", L"", L""}},
         StopCase{"AfterTheFirstRowHasBegun", "PathStripPathW C:\\in\\a.pdf", 1, {kMarked, L"", L""}},
         StopCase{"WhileItIsStarted", "CreateProcessW", 1, {kMarked, L"", L""}},
+        StopCase{"WhileItIsPutIntoTheJob", "AssignProcessToJobObject", 1, {kMarked, L"", L""}},
         StopCase{"WhileItRunsAndItFails",
                  "WaitForSingleObject process 1",
                  1,
@@ -56,6 +61,8 @@ INSTANTIATE_TEST_SUITE_P(
                  {{.exitCode = 0xC000013A, .durationMs = 5'000}}},
         StopCase{
             "WhileItRunsAndItSucceedsAllTheSame", "WaitForSingleObject process 1", 1, {kMarked, L"", L""}},
+        StopCase{"WhileItsExitCodeIsRead", "GetExitCodeProcess", 1, {kMarked, L"", L""}},
+        StopCase{"WhileItsEndIsTimed", "GetTickCount", 1, {kMarked, L"", L""}, {{.durationMs = 5'000}}, 2},
         StopCase{"AfterItsEnd", "KillTimer main 2", 1, {kMarked, L"", L""}},
         StopCase{
             "BetweenTwoFiles", "LVM_SETITEMW 1040 row=0 column=1 mask=1 \"00:00:05\"", 1, {kDone, L"", L""}},
@@ -68,6 +75,7 @@ INSTANTIATE_TEST_SUITE_P(
                  2,
                  {kDone, kMarked, L""},
                  {{.durationMs = 5'000}, {.startError = ERROR_FILE_NOT_FOUND}}},
+        StopCase{"AfterTheLastFile", "IsDlgButtonChecked 1038", 3, {kDone, kDone, kDone}},
         StopCase{"InTheCountdown", "DialogBoxParamW 101", 3, {kDone, kDone, kDone}}),
     [](const auto& row) { return std::string(row.param.name); });
 
