@@ -19,6 +19,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 // Beside the calls of its parts `worker` has:
@@ -73,6 +74,13 @@ protected:
     }
     void WaitForEnd() {
         ASSERT_TRUE(WaitFor([&] { return !dialog->HasWorker(); })) << "the worker did not end";
+    }
+
+    // Waits until `condition` holds or ten seconds are over, and serves no message meanwhile.
+    static bool WaitUnserved(const std::function<bool()>& condition) {
+        const ULONGLONG end = ::GetTickCount64() + 10'000;
+        while (!condition() && ::GetTickCount64() < end) std::this_thread::yield();
+        return condition();
     }
 
     // Presses "Arrêter " and answers `stopAnswer` to the question. Also from an action on the worker.

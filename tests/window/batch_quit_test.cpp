@@ -3,8 +3,6 @@
 
 #include <process.h>
 
-#include <thread>
-
 namespace {
 
 using testing::IsEmpty;
@@ -44,10 +42,7 @@ TEST_F(BatchQuitTest, AWorkerNeitherFindsTheWindowThatIsBeingDestroyedNorWaitsFo
     PressStop();
     EXPECT_EQ(found, nullptr);
     converters.Release(1);
-    // No message is served meanwhile.
-    const ULONGLONG deadline = ::GetTickCount64() + 10'000;
-    while (dialog->HasWorker() && ::GetTickCount64() < deadline) std::this_thread::yield();
-    EXPECT_FALSE(dialog->HasWorker());
+    EXPECT_TRUE(WaitUnserved([&] { return !dialog->HasWorker(); }));
     WaitForEnd();
     EXPECT_EQ(TakeQuitMessage(), 2);
 }

@@ -84,9 +84,8 @@ TEST_F(BatchStopRequestTest, AnInterpreterThatEndsBeforeItIsOpenedIsNotLookedFor
     consoles.windows = {{777}};
     consoles.whenOpened = [this] {
         converters.Release(1);
-        // Its worker goes on as far as it can without us: we do not serve its messages.
-        const ULONGLONG deadline = ::GetTickCount64() + 10'000;
-        while (worker.Count("KillTimer main 2") == 0 && ::GetTickCount64() < deadline) ::Sleep(1);
+        // Its worker goes on as far as it can without us.
+        EXPECT_TRUE(WaitUnserved([&] { return worker.Count("KillTimer main 2") > 0; }));
     };
     EXPECT_THAT(RequestsOfAStop(), ElementsAre(kOpened));
     WaitForEnd();

@@ -1,8 +1,6 @@
 // The batch in the taskbar's button: rows done of rows, nothing before and after, gone at once at a stop.
 #include "tests/window/batch_fixture.h"
 
-#include <thread>
-
 namespace {
 
 using testing::Contains;
@@ -17,26 +15,18 @@ class BatchTaskbarTest : public BatchFixture {
 protected:
     BatchTaskbarTest() { taskbar.button = Dialog(); }
 
-    // What the taskbar was asked for, when all that the workers have posted is served.
-    [[nodiscard]] std::vector<std::string> Calls() {
+    // What the taskbar was asked for since the last time, when all that the workers have posted is served.
+    std::vector<std::string> Calls() {
         PumpPending();
-        return taskbar.calls.Calls();
+        const std::vector<std::string> asked = taskbar.calls.Calls();
+        taskbar.calls.Clear();
+        return asked;
     }
+    // The same without how the connection was made.
+    std::vector<std::string> Shown() { return Only({"SetProgress"}, Calls()); }
     // For a worker: waits until the taskbar has been asked for this. False when that does not come.
     [[nodiscard]] bool IsShown(const std::string& call) const {
-        const ULONGLONG deadline = ::GetTickCount64() + 10'000;
-        do {
-            const auto asked = taskbar.calls.Calls();
-            if (std::find(asked.begin(), asked.end(), call) != asked.end()) return true;
-            std::this_thread::yield();
-        } while (::GetTickCount64() < deadline);
-        return false;
-    }
-    // The same as Calls without how the connection was made.
-    [[nodiscard]] std::vector<std::string> Shown() {
-        std::vector<std::string> shown = Calls();
-        std::erase_if(shown, [](const std::string& call) { return !call.starts_with("SetProgress"); });
-        return shown;
+        return WaitUnserved([&] { return !Only({call}, taskbar.calls.Calls()).empty(); });
     }
 };
 
@@ -73,8 +63,7 @@ TEST_F(BatchTaskbarTest, IsLoadedWithTheFirstBatchAndOnce) {
     AddFiles(1);
     EXPECT_THAT(Calls(), IsEmpty());
     RunBatch();
-    static_cast<void>(Calls());
-    taskbar.calls.Clear();
+    Calls();
     RunBatch();
     EXPECT_THAT(Calls(), ElementsAre("SetProgressValue 0/1", "SetProgressValue 1/1", kHidden));
     Destroy();
@@ -93,7 +82,6 @@ TEST_F(BatchTaskbarTest, IsGoneBeforeTheMessageOfTheEnd) {
 TEST_F(BatchTaskbarTest, IsGoneAfterAFailedFileOrStart) {
     Convert(3, {{}, {.exitCode = 1}, {.startError = ERROR_FILE_NOT_FOUND}});
     EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/3", "SetProgressValue 1/3", kHidden));
-    taskbar.calls.Clear();
     RunBatch();
     EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/3", kHidden));
 }
@@ -102,10 +90,10 @@ TEST_F(BatchTaskbarTest, IsGoneAtOnceAtAConfirmedStopAndTheOldWorkerDoesNotBring
     ConvertUntilHeld(2, {{.held = true}});
     ASSERT_THAT(Shown(), ElementsAre("SetProgressValue 0/2"));
     PressStop();
-    EXPECT_THAT(taskbar.calls.Calls().back(), kHidden) << "at once: with the stop itself";
+    EXPECT_THAT(taskbar.calls.Calls(), ElementsAre(kHidden)) << "at once: with the stop itself";
     EXPECT_TRUE(dialog->HasWorker());
     Finish(1);
-    EXPECT_THAT(Shown(), ElementsAre("SetProgressValue 0/2", kHidden));
+    EXPECT_THAT(Shown(), ElementsAre(kHidden));
 }
 
 TEST_F(BatchTaskbarTest, ReportsThatWereUnderWayAtTheStopAreNotShown) {
@@ -123,8 +111,7 @@ TEST_F(BatchTaskbarTest, AnOldWorkerDoesNotTouchWhatANewerBatchShows) {
     PressStop();
     PressConvert();
     WaitForConverter(3);
-    static_cast<void>(Shown());
-    taskbar.calls.Clear();
+    Shown();
     converters.Release(1);
     ASSERT_TRUE(WaitFor([&] { return worker.Count("SetCursor previous") == 1; }));
     EXPECT_THAT(Shown(), IsEmpty()) << "the newer batch has one of two, and goes on showing it";
@@ -149,8 +136,7 @@ TEST_F(BatchTaskbarTest, TwoWindowsThatNobodySeesReceiveMessagesOfWorkersAsLongA
     Convert(1);
     RunBatch();
     ASSERT_THAT(MessageOnlyWindows(), SizeIs(2)) << "for reports, and for a row's steps";
-    static_cast<void>(Calls());
-    taskbar.calls.Clear();
+    Calls();
     for (const HWND receiver : MessageOnlyWindows()) {  // ordinary ones for all else
         ::SendMessageW(receiver, WM_USER + 77, 3, 1);   // as a report of a third batch
         ::SetWindowTextW(receiver, L"text");
