@@ -9,6 +9,7 @@
 
 #include <fstream>
 #include <optional>
+#include <tuple>
 
 namespace {
 
@@ -72,11 +73,9 @@ TEST_F(OutputFolderBrowseTest, OpensForTheWindowOnTheWholeNamespaceWithFoldersOn
         without.DispatchDialogMessage(nullptr, WM_COMMAND, MAKEWPARAM(IDC_BROWSE, BN_CLICKED), 0, result, 0));
     ::SetActiveWindow(active);
     ASSERT_THAT(browsers, SizeIs(2));
-    EXPECT_EQ(browsers[0].hwndOwner, Dialog());
-    EXPECT_EQ(browsers[0].pidlRoot, nullptr);
-    EXPECT_EQ(browsers[0].lpszTitle, nullptr);
-    EXPECT_EQ(browsers[0].ulFlags, 1u);  // BIF_RETURNONLYFSDIRS
-    EXPECT_EQ(browsers[0].iImage, 0);
+    const BROWSEINFOW& asked = browsers[0];
+    EXPECT_EQ(std::tuple(asked.hwndOwner, asked.pidlRoot, asked.lpszTitle, asked.ulFlags, asked.iImage),
+              std::tuple(Dialog(), nullptr, nullptr, 1u, 0));  // BIF_RETURNONLYFSDIRS
     EXPECT_THAT(callbackResults, Each(0));
     EXPECT_EQ(messagesToBrowser, 0);
     EXPECT_EQ(browsers[1].hwndOwner, watched.Window()) << "where there is no window";

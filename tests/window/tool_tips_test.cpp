@@ -22,9 +22,9 @@ protected:
         const auto verify = REPLACE_IMPORT(VerifyVersionInfoW, [&](LPOSVERSIONINFOEXW version, DWORD types,
                                                                    DWORDLONG conditions) {
             EXPECT_EQ(version->dwOSVersionInfoSize, sizeof(OSVERSIONINFOEXW));
-            EXPECT_EQ(version->dwMajorVersion, 6u);
-            EXPECT_EQ(version->dwMinorVersion, 0u);
-            EXPECT_EQ(version->wServicePackMajor, 0);
+            EXPECT_EQ(
+                std::tuple(version->dwMajorVersion, version->dwMinorVersion, version->wServicePackMajor),
+                std::tuple(6u, 0u, 0));
             EXPECT_EQ(types, static_cast<DWORD>(VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR));
             // "Greater or equal" is 3; three bits a field: minor version at 0, major version at 3,
             // service pack at 15.
