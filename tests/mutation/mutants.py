@@ -24,6 +24,7 @@ class Mutant:
     change: str
     line: int  # from 1
     last_line: int
+    reached_from: int  # the first line whose tests can notice it
     line_text: str
 
     def name(self):
@@ -166,8 +167,10 @@ class Changes:
                 places.add(place)
         return places
 
-    def span(self, first, last, new, what):
-        return self.tokens[first].start, self.tokens[last].end, new, what
+    def span(self, first, last, new, what, reached_from=None):
+        """`reached_from`: the first token whose tests can notice it, if that is not the first that changes."""
+        start = self.tokens[first].start
+        return start, self.tokens[last].end, new, what, start if reached_from is None else self.tokens[reached_from].start
 
     def all(self):
         for place in range(len(self.tokens)):
@@ -269,7 +272,8 @@ class Changes:
         if statement.otherwise:
             branch = flat(self.source.code(statement.otherwise, last))
             yield self.span(statement.otherwise, last, "", f"left out: {branch}")
-            yield self.span(statement.otherwise, statement.otherwise, "", "else left out before its branch")
+            # Whoever takes the branch above goes on into this one.
+            yield self.span(statement.otherwise, statement.otherwise, "", "else left out before its branch", first)
         if statement.kind in ("call", "assignment") or \
                 statement.kind == "jump" and (last == first + 1 or self.tokens[first].text != "return"):
             yield self.span(first, last, ";", f"left out: {flat(self.source.code(first, last))}")
@@ -346,7 +350,7 @@ def mutants_of(file, source, names):
     texts = {source.text}
     changes = collections.Counter()
     found = []
-    for start, end, new, what in sorted(Changes(file, source, names).all(), key=lambda change: change[:2]):
+    for start, end, new, what, reached in sorted(Changes(file, source, names).all(), key=lambda change: change[:2]):
         text = source.text[:start] + new + source.text[end:]
         digest = hashlib.sha256(text.encode()).digest()
         if digest in texts or text == source.text:
@@ -357,7 +361,8 @@ def mutants_of(file, source, names):
         changes[line_text, what] += 1
         if changes[line_text, what] > 1:  # the same once more, in this line or in one that reads the same
             what += f" (no. {changes[line_text, what]})"
-        found.append(Mutant(file, start, end, new, what, line, source.line_of(end), line_text))
+        lines_of_it = line, source.line_of(end), source.line_of(reached)
+        found.append(Mutant(file, start, end, new, what, *lines_of_it, line_text))
     return found
 
 

@@ -127,6 +127,12 @@ class Generator(unittest.TestCase):
         self.assertEqual(len(names), len(set(names)))
         self.assertIn(("a.cpp", "Foo();", "left out: Foo(); (no. 2)"), names)
 
+    def test_a_removed_else_is_noticed_by_the_branch_above(self):
+        code = "void F() {\n    if (a)\n        Foo();\n    else\n        Bar();\n}\n"
+        lines = {mutant.change: (mutant.reached_from, mutant.line) for mutant in mutants_of(code)}
+        self.assertEqual(lines["else left out before its branch"], (2, 4))
+        self.assertEqual(lines["left out: Bar();"], (5, 5))
+
     def test_sample_does_not_depend_on_other_files(self):
         code = "int F() { return 1 + 2 + 3 + 4; }\n"
         alone = mutants.order_of_sample(mutants_of(code))

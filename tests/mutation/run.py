@@ -169,10 +169,7 @@ class Product:
 
     def places(self, mutant):
         """The lines whose tests could notice it, and whether these lines are all that is made of it."""
-        own = [(mutant.file, line) for line in range(mutant.line, mutant.last_line + 1)]
-        if mutant.change == "else left out before its branch":  # whoever takes the branch above goes on into this one
-            above = range(mutant.line - 1, 0, -1)
-            own += [(mutant.file, line) for line in above if (mutant.file, line) in self.lines.units][:1]
+        own = [(mutant.file, line) for line in range(mutant.reached_from, mutant.last_line + 1)]
         with_code = [place for place in own if place in self.lines.units]
         if with_code:
             return with_code, True
