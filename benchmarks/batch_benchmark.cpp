@@ -5,6 +5,7 @@
 
 #include "benchmarks/support/arguments.h"
 #include "benchmarks/support/bare_batch.h"
+#include "benchmarks/support/batch_tries.h"
 #include "benchmarks/support/batch_window.h"
 #include "benchmarks/support/installation.h"
 #include "benchmarks/support/linux_process.h"
@@ -38,10 +39,12 @@ void MeasureTalvenor(const Bench& bench, Consoles consoles, Costs& costs) {
     const Stopwatch stopwatch;
     window.Convert();
     window.WaitUntilFinished();
-    costs.wall.Add(stopwatch.Milliseconds());
-    costs.cpu.Add(process.CpuMilliseconds() - cpuBefore);
+    const double wall = stopwatch.Milliseconds();
+    const double cpu = process.CpuMilliseconds() - cpuBefore;
     window.Dismiss();
     window.Quit();
+    costs.wall.Add(wall);
+    costs.cpu.Add(cpu);
 }
 
 void MeasureBare(const Bench& bench, Consoles consoles, BareWindow window, Costs& costs) {
@@ -56,9 +59,9 @@ void Compare(const Bench& bench, Consoles consoles, int rounds) {
     Costs bare;
     Costs shown;
     for (int round = 0; round < rounds; ++round) {
-        MeasureTalvenor(bench, consoles, talvenor);
-        MeasureBare(bench, consoles, BareWindow::None, bare);
-        MeasureBare(bench, consoles, BareWindow::Shown, shown);
+        MeasureBatch([&] { MeasureTalvenor(bench, consoles, talvenor); });
+        MeasureBatch([&] { MeasureBare(bench, consoles, BareWindow::None, bare); });
+        MeasureBatch([&] { MeasureBare(bench, consoles, BareWindow::Shown, shown); });
     }
     const int files = static_cast<int>(bench.paths.size());
     const std::string batch = "a batch of " + std::to_string(files) + " instant conversions, " +

@@ -4,6 +4,7 @@
 
 #include "benchmarks/support/arguments.h"
 #include "benchmarks/support/bare_batch.h"
+#include "benchmarks/support/batch_tries.h"
 #include "benchmarks/support/batch_window.h"
 #include "benchmarks/support/installation.h"
 #include "benchmarks/support/result.h"
@@ -49,9 +50,9 @@ void MeasureTalvenor(const Installation& installation, int files, Consoles conso
         ofBatch.Add(RoundTrip(batch.Window()));
         ::Sleep(kPeriodMs);
     } while (!batch.IsFinished());
-    answers.Add(ofBatch);
     batch.Dismiss();
     batch.Quit();
+    answers.Add(ofBatch);
 }
 
 void MeasureBare(const Installation& installation, const std::wstring& program, int files, Consoles consoles,
@@ -63,8 +64,8 @@ void MeasureBare(const Installation& installation, const std::wstring& program, 
         ofBatch.Add(RoundTrip(window.Window()));
         ::Sleep(kPeriodMs);
     }
-    answers.Add(ofBatch);
     static_cast<void>(batch.Finish());
+    answers.Add(ofBatch);
 }
 
 void CompareBatches(Consoles consoles, int files, int rounds) {
@@ -73,8 +74,8 @@ void CompareBatches(Consoles consoles, int files, int rounds) {
     Answers talvenor;
     Answers bare;
     for (int round = 0; round < rounds; ++round) {
-        MeasureTalvenor(installation, files, consoles, talvenor);
-        MeasureBare(installation, bareBatch, files, consoles, bare);
+        MeasureBatch([&] { MeasureTalvenor(installation, files, consoles, talvenor); });
+        MeasureBatch([&] { MeasureBare(installation, bareBatch, files, consoles, bare); });
     }
     const auto text = [](const Answers& answers) {
         return "a batch's longest " + WithUnit(answers.longest.Median(), "ms") + ", the longest of all " +
