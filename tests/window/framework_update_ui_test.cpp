@@ -53,7 +53,7 @@ TEST(FrameworkUpdateUiTest, ChangedEntriesUpToTheEndMarkAreAppliedOnceInEveryCon
          {"EnableWindow 10 0", "CheckDlgButton 10 1", "EnableWindow 10 0", "CheckDlgButton 10 1",
           "EnableWindow 11 1", "CheckDlgButton 11 0", "EnableWindow 11 1", "CheckDlgButton 11 0"}},
         {"an unchanged entry, and one behind the end mark",
-         {{10, false, true, false}, kEnd, {11, false, true, true}},
+         {{10, false, true, false}, {0xFFFF, {}, {}, {}}, {11, false, true, true}},
          {}},
     };
     for (const auto& row : kCases) {
