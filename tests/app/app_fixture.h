@@ -116,8 +116,7 @@ protected:
     }
 
     // Waits for a condition; false when it does not hold in time.
-    template <class Condition>
-    [[nodiscard]] static bool Comes(Condition&& condition, driver::Milliseconds limit = driver::kSoon) {
+    [[nodiscard]] static bool Comes(auto&& condition, driver::Milliseconds limit = driver::kSoon) {
         return driver::WaitUntil(condition, limit);
     }
 

@@ -92,8 +92,7 @@ inline void PointAt(HWND window) {
 
 inline void Click() {
     std::vector<INPUT> events(2);
-    events[0].mi.dwFlags =
-        MOUSEEVENTF_LEFTDOWN;  // an event is one of the mouse unless something else is said
+    events[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;  // of the mouse, unless something else is said
     events[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
     Send(std::move(events));
 }

@@ -16,7 +16,9 @@ protected:
         Window().StartBatch();
         ASSERT_TRUE(Comes([&] { return driver::FileExists(installed.Record()); }));
         Stop();
-        WaitPrecisely(driver::Milliseconds(delayMs));
+        // What is provoked here is a matter of milliseconds.
+        const auto end = std::chrono::steady_clock::now() + driver::Milliseconds(delayMs);
+        while (std::chrono::steady_clock::now() < end) ::SwitchToThread();
         EXPECT_EQ(Window().Quit(), 2u) << "left after " << delayMs << " ms";
     }
     [[nodiscard]] static int Between(int least, int most) {
@@ -26,13 +28,6 @@ protected:
     }
 
     static constexpr int kTimes = 4;  // scripts/prove repeats the tests
-
-private:
-    // What is provoked here is a matter of milliseconds.
-    static void WaitPrecisely(driver::Milliseconds time) {
-        const auto end = std::chrono::steady_clock::now() + time;
-        while (std::chrono::steady_clock::now() < end) ::SwitchToThread();
-    }
 };
 
 // The interpreter ends at the close request of the stop, so the worker wakes about when the user presses

@@ -75,8 +75,7 @@ protected:
     int questions = 0;
 
 private:
-    template <class Question>
-    [[nodiscard]] static Milliseconds TimeOf(Question&& question) {
+    [[nodiscard]] static Milliseconds TimeOf(auto&& question) {
         const auto asked = Clock::now();
         question();
         const auto took = Clock::now() - asked;

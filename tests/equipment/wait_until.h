@@ -16,8 +16,7 @@ using Milliseconds = std::chrono::milliseconds;
 constexpr Milliseconds kSoon{20'000};
 
 // True as soon as the condition holds; false when it still does not at the deadline.
-template <class Condition>
-[[nodiscard]] bool WaitUntil(Condition&& condition, Milliseconds limit = kSoon) {
+[[nodiscard]] bool WaitUntil(auto&& condition, Milliseconds limit = kSoon) {
     constexpr DWORD kProbeIntervalMs = 5;
     const auto deadline = std::chrono::steady_clock::now() + limit;
     while (!condition()) {

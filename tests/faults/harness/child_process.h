@@ -1,21 +1,14 @@
 // A process of the tests' own, from the folder of this program.
 #pragma once
 
+#include "tests/equipment/file_bytes.h"
 #include "tests/equipment/program.h"
 
 #include <windows.h>
 
-#include <array>
 #include <chrono>
 #include <filesystem>
 #include <string>
-
-// The folder of this program.
-[[nodiscard]] inline std::filesystem::path TestFolder() {
-    std::array<wchar_t, MAX_PATH> self{};
-    ::GetModuleFileNameW(nullptr, self.data(), MAX_PATH);
-    return std::filesystem::path(self.data()).parent_path();
-}
 
 // Runs `program`, of this folder, and returns its exit code. One that does not end in time is ended. Its
 // temporary folder is `folder` unless that is empty.
@@ -26,6 +19,6 @@ inline constexpr DWORD kEndedForTime = 124;
     driver::StartOptions options;
     if (!folder.empty()) options.environment[L"TMP"] = folder.wstring();
     options.arguments = arguments;
-    const driver::Program process((TestFolder() / program).wstring(), options);
+    const driver::Program process((driver::OwnPath().parent_path() / program).wstring(), options);
     return process.WaitForExit(limit).value_or(kEndedForTime);
 }

@@ -34,8 +34,7 @@ struct GdiEntry {
     BYTE type;
     BYTE more[9];
 };
-constexpr BYTE kFree = 0;
-constexpr BYTE kFont = 10;
+constexpr BYTE kBitmap = 5;
 constexpr int kGdiEntries = 16384;
 constexpr std::size_t kGdiTableInProcessBlock = 0xF8;
 
@@ -76,8 +75,7 @@ int CountGdiObjects() {
     const auto* const block = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
     const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);
     if (!table) return 0;
-    const auto counts = [](const GdiEntry& one) { return one.type != kFree && one.type != kFont; };
-    return static_cast<int>(std::count_if(table, table + kGdiEntries, counts));
+    return static_cast<int>(std::ranges::count(table, table + kGdiEntries, kBitmap, &GdiEntry::type));
 }
 
 int CountWindows() {

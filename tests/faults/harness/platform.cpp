@@ -1,6 +1,6 @@
 #include "tests/faults/harness/platform.h"
 
-#include "tests/faults/harness/child_process.h"
+#include "tests/equipment/file_bytes.h"
 #include "tests/faults/harness/program_host.h"
 
 #include <filesystem>
@@ -59,7 +59,7 @@ void* Platform::FindAnswer(const std::string& function) {
 std::filesystem::path Platform::FillFolder() const {
     std::ofstream(std::filesystem::path(File(L"pdf2djvu.exe"))) << "stand-in";
     // For its version resource.
-    const std::filesystem::path built = TestFolder() / TALVENOR_PROGRAM;
+    const std::filesystem::path built = driver::OwnPath().parent_path() / TALVENOR_PROGRAM;
     if (!::CopyFileW(built.c_str(), File(L"Talvenor.exe").c_str(), FALSE)) {
         throw std::runtime_error("the built program is not where it should be");
     }

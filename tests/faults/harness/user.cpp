@@ -11,9 +11,6 @@
 
 namespace {
 
-// Longer than anything that does not hang, on a machine that is busy with other tests.
-constexpr std::chrono::milliseconds kLimit{15'000};
-
 // Presses a few times at most, as a person does who waits a moment for what it comes to. Whether it has.
 bool PressUntil(const std::function<bool()>& isDone, const std::function<void()>& press) {
     constexpr std::chrono::milliseconds kPatience{500};
@@ -27,7 +24,7 @@ bool PressUntil(const std::function<bool()>& isDone, const std::function<void()>
 
 HWND WaitForDialog(const char* what, int controlId, const std::function<bool()>& isOver) {
     HWND dialog = nullptr;
-    WaitUntil(what, [&] {
+    driver::Await(what, [&] {
         dialog = FindOwnWindow([&](HWND window) { return driver::FindControl(window, controlId); });
         // A dialog that has just been made still loads its controls: it is there when it answers.
         User::Send(dialog, WM_NULL);
@@ -37,11 +34,6 @@ HWND WaitForDialog(const char* what, int controlId, const std::function<bool()>&
 }
 
 }  // namespace
-
-void WaitUntil(const char* what, const std::function<bool()>& condition) {
-    if (!driver::WaitUntil(condition, kLimit))
-        throw driver::Failure(std::string("waited in vain until ") + what);
-}
 
 HWND FindOwnWindow(const std::function<bool(HWND window)>& fits) {
     for (const HWND window : driver::TopLevelWindows()) {
@@ -54,7 +46,7 @@ HWND FindOwnWindow(const std::function<bool(HWND window)>& fits) {
 
 void User::WaitForWindow() const {
     HWND window = nullptr;
-    WaitUntil("the window is there or the program has ended", [&] {
+    driver::Await("the window is there or the program has ended", [&] {
         window = Window();
         return window || m_program.HasEnded();
     });
@@ -66,7 +58,7 @@ LRESULT User::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     DWORD_PTR result = 0;
     ::SetLastError(ERROR_SUCCESS);
     const bool answered = ::SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL,
-                                                static_cast<UINT>(kLimit.count()), &result) != 0;
+                                                static_cast<UINT>(driver::kSoon.count()), &result) != 0;
     if (!answered && ::GetLastError() == ERROR_TIMEOUT) throw driver::Failure("the window does not answer");
     return static_cast<LRESULT>(result);
 }
@@ -127,12 +119,12 @@ void User::CloseDialog(HWND dialog, int buttonId) const {
 
 void User::WaitForConverter(int number) const {
     const Platform& platform = m_program.platform;
-    WaitUntil("a converter has been started or the workers have ended",
-              [&] { return platform.converters.Awaited() >= number || platform.Workers() == 0; });
+    driver::Await("a converter has been started or the workers have ended",
+                  [&] { return platform.converters.Awaited() >= number || platform.Workers() == 0; });
 }
 
 void User::WaitForWorkers() const {
-    WaitUntil("the workers have ended", [&] { return m_program.platform.Workers() == 0; });
+    driver::Await("the workers have ended", [&] { return m_program.platform.Workers() == 0; });
     Send(Window(), WM_NULL);
 }
 
@@ -146,7 +138,7 @@ std::function<bool()> User::PostMarker() const {
 }
 
 void User::WaitForPosted() const {
-    WaitUntil("what was posted has been served", PostMarker());
+    driver::Await("what was posted has been served", PostMarker());
 }
 
 void User::PressKeyIn(int id, WORD key) const {

@@ -78,8 +78,5 @@ struct Stage {
     User user{program};
 };
 
-// Waits for a condition; throws driver::Failure, naming what was missing, when it does not come.
-void WaitUntil(const char* what, const std::function<bool()>& condition);
-
 // The first window of this process on the desktop that fits; null when none does.
 [[nodiscard]] HWND FindOwnWindow(const std::function<bool(HWND window)>& fits);

@@ -1,5 +1,5 @@
 // What the program holds does not grow with what is done: over many conversions, stops, dialogs and starts.
-#include "tests/faults/harness/child_process.h"
+#include "tests/equipment/file_bytes.h"
 #include "tests/faults/harness/leak_counts.h"
 #include "tests/faults/options.h"
 #include "tests/faults/scenarios/scenarios.h"
@@ -29,6 +29,8 @@ const Counts kPassing = {
     // already shows among the program's own blocks.
     {"private KB", 128},
 };
+
+const std::filesystem::path kTestFolder = driver::OwnPath().parent_path();
 
 // What the process, and the program in it, hold at this moment.
 Counts MeasureHeld(const Platform& platform) {
@@ -107,7 +109,7 @@ TEST_F(Leaks, NoneInConversions) {
 }
 
 TEST_F(Leaks, NoneInConversionsByRealProcesses) {
-    const std::wstring command = TestFolder() / "fatal_probe.exe nothing";
+    const std::wstring command = kTestFolder / "fatal_probe.exe nothing";
     platform.conversions = {{.realCommand = command.c_str()}};
     OpenWithFiles(user, Paths(1));
     ExpectFlat("conversions by real processes", Times(100), platform, [&] { Convert(); });
@@ -115,7 +117,7 @@ TEST_F(Leaks, NoneInConversionsByRealProcesses) {
 
 // Goes on longer than anybody waits for it here.
 const std::wstring kEndlessConverter =
-    L'"' + (TestFolder() / TALVENOR_EQUIPMENT / "stand_in_converter.exe").wstring() + L"\" wait30000.pdf";
+    L'"' + (kTestFolder / TALVENOR_EQUIPMENT / "stand_in_converter.exe").wstring() + L"\" wait30000.pdf";
 
 // How a stop ends the converter that runs.
 struct StopCase {

@@ -1,5 +1,5 @@
 // Nothing that the built program imports is left out of the sweep without a reason.
-#include "tests/faults/harness/child_process.h"
+#include "tests/equipment/file_bytes.h"
 #include "tests/faults/harness/failure_table.h"
 #include "tests/faults/scenarios/scenarios.h"
 #include "tests/faults/sweep/sweep.h"
@@ -13,7 +13,7 @@
 namespace {
 
 std::set<std::string> ImportsOfTheProgram() {
-    const std::wstring program = TestFolder() / TALVENOR_PROGRAM;
+    const std::wstring program = driver::OwnPath().parent_path() / TALVENOR_PROGRAM;
     // Mapped as an image and nothing more: none of its code runs.
     const HMODULE image = ::LoadLibraryExW(program.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
     if (!image) throw std::runtime_error("the built program cannot be mapped");

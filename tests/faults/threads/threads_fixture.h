@@ -24,7 +24,7 @@ public:
     }
 
     void WaitForArrival() const {
-        WaitUntil("a thread of the program arrives", [this] { return m_arrived.load(); });
+        driver::Await("a thread of the program arrives", [this] { return m_arrived.load(); });
     }
     void Open() {
         m_open = true;
@@ -68,7 +68,7 @@ protected:
     }
     // Workers end in their own time; this is the moment when only one is left.
     void WaitForOneToEnd() const {
-        WaitUntil("one worker has ended", [&] { return platform.Workers() == 1; });
+        driver::Await("one worker has ended", [&] { return platform.Workers() == 1; });
     }
     // The idle look: everything that a batch disables is enabled, button 2 reads "Quitter".
     [[nodiscard]] bool LooksIdle() const {

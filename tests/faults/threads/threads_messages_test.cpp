@@ -14,14 +14,8 @@ HWND WaitForMessageBox(const std::wstring& part) {
         return driver::IsVisible(window) && driver::AllText(window).find(part) != std::wstring::npos;
     };
     HWND found = nullptr;
-    WaitUntil("a message box is shown", [&] { return (found = FindOwnWindow(fits)) != nullptr; });
+    driver::Await("a message box is shown", [&] { return (found = FindOwnWindow(fits)) != nullptr; });
     return found;
-}
-
-// Presses a button and waits until the message box is gone.
-void AnswerMessageBox(HWND messageBox, int buttonId) {
-    driver::PressDialogButton(messageBox, buttonId);
-    WaitUntil("a message box is gone", [&] { return !::IsWindow(messageBox); });
 }
 
 class QuestionThatOutlivesTheBatch : public ThreadsFixture, public testing::WithParamInterface<int> {};
@@ -35,9 +29,9 @@ TEST_P(QuestionThatOutlivesTheBatch, ChangesNothing) {
     driver::Click(user.Control(IDCANCEL));
     const HWND question = WaitForMessageBox(L"Un traitement est en cours.");
     platform.converters.ReleaseAll(0);
-    AnswerMessageBox(WaitForMessageBox(L"Conversion terminée !"), IDOK);
+    driver::AnswerDialog(WaitForMessageBox(L"Conversion terminée !"), IDOK);
     user.WaitForWorkers();
-    AnswerMessageBox(question, GetParam());
+    driver::AnswerDialog(question, GetParam());
     user.WaitForPosted();  // what the answer sets off is done then
     EXPECT_THAT(Messages(), ElementsAre(kQuestion, kFinished));
     EXPECT_EQ(Durations(), "00:00:07");
