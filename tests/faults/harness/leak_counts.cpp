@@ -34,7 +34,7 @@ struct GdiEntry {
     BYTE type;
     BYTE more[9];
 };
-constexpr BYTE kBitmap = 5;
+constexpr BYTE kNotCounted[] = {0, 1, 4, 10};  // free; drawing contexts, regions, fonts
 constexpr int kGdiEntries = 16384;
 constexpr std::size_t kGdiTableInProcessBlock = 0xF8;
 
@@ -75,7 +75,10 @@ int CountGdiObjects() {
     const auto* const block = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
     const auto* const table = *reinterpret_cast<const GdiEntry* const*>(block + kGdiTableInProcessBlock);
     if (!table) return 0;
-    return static_cast<int>(std::ranges::count(table, table + kGdiEntries, kBitmap, &GdiEntry::type));
+    const auto counts = [](const GdiEntry& one) {
+        return std::ranges::find(kNotCounted, one.type) == std::end(kNotCounted);
+    };
+    return static_cast<int>(std::count_if(table, table + kGdiEntries, counts));
 }
 
 int CountWindows() {

@@ -7,9 +7,9 @@
 #include <cstddef>
 
 // "handles", "gdi" objects, and "windows" of all threads, children and those that only take messages
-// included. Under Wine these are bitmaps alone, which icons and image lists are made of: the program makes no
-// other, Wine keeps a store of drawing contexts that grows when many windows draw at once, and Wine 10 a font
-// that its edit control makes for the input method of each thread with one.
+// included. Under Wine without drawing contexts, regions and fonts: the program makes none, Wine keeps a
+// store of contexts that grows when many windows draw at once, and Wine 10 a font that its edit control makes
+// for the input method of each thread with one.
 [[nodiscard]] Counts HeldOfTheSystem();
 // Memory that no other process has, in bytes.
 [[nodiscard]] std::size_t PrivateBytes();

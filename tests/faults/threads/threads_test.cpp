@@ -52,11 +52,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         StopCase{"BeforeTheFirstRow", "worker SetCursor", 1, 0, "\n", false},
         StopCase{"Starting", "worker CreateProcessW", 1, 1, "*** Annulé !\n", false},
-        StopCase{"PuttingIntoTheJob", "worker AssignProcessToJobObject", 1, 1, "*** Annulé !\n", false},
         StopCase{"Waiting", "worker WaitForSingleObject", 1, 1, "*** Annulé !\n", true},
         StopCase{"AskingForTheExitCode", "worker GetExitCodeProcess", 1, 1, "*** Annulé !\n", true},
-        StopCase{"TakingTheTime", "worker GetTickCount", 2, 1, "*** Annulé !\n", false},
-        StopCase{"KillingTheTimer", "worker KillTimer main 2", 1, 1, "*** Annulé !\n", false},
         StopCase{"EndingTheRow", "worker SendMessageW other step", 2, 1, "00:00:07\n", false},
         StopCase{"AfterTheLastRow", "worker IsDlgButtonChecked main SHUT_DOWN", 1, 2, "00:00:07\n00:00:07",
                  false}),
