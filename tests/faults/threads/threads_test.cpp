@@ -49,14 +49,14 @@ TEST_P(ThreadsAtAStop, KeepWhatIsDoneAndLookForAnInterpreterOnlyWhileItRuns) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, ThreadsAtAStop,
-    testing::Values(
-        StopCase{"BeforeTheFirstRow", "worker SetCursor", 1, 0, "\n", false},
-        StopCase{"Starting", "worker CreateProcessW", 1, 1, "*** Annulé !\n", false},
-        StopCase{"Waiting", "worker WaitForSingleObject", 1, 1, "*** Annulé !\n", true},
-        StopCase{"AskingForTheExitCode", "worker GetExitCodeProcess", 1, 1, "*** Annulé !\n", true},
-        StopCase{"EndingTheRow", "worker SendMessageW other step", 2, 1, "00:00:07\n", false},
-        StopCase{"AfterTheLastRow", "worker IsDlgButtonChecked main SHUT_DOWN", 1, 2, "00:00:07\n00:00:07",
-                 false}),
+    testing::Values(StopCase{"BeforeTheFirstRow", "worker SetCursor", 1, 0, "\n", false},
+                    StopCase{"Starting", "worker CreateProcessW", 1, 1, "*** Annulé !\n", false},
+                    StopCase{"Waiting", "worker WaitForSingleObject", 1, 1, "*** Annulé !\n", true},
+                    StopCase{"AskingForTheExitCode", "worker GetExitCodeProcess", 1, 1, "*** Annulé !\n",
+                             true},
+                    StopCase{"EndingTheRow", "worker SendMessageW other step", 2, 1, "00:00:07\n", false},
+                    StopCase{"AfterTheLastRow", "worker IsDlgButtonChecked main SHUT_DOWN", 1, 2,
+                             "00:00:07\n00:00:07", false}),
     [](const auto& one) { return std::string(one.param.name); });
 
 class Threads : public ThreadsFixture {};
