@@ -31,9 +31,10 @@ def read_record(content):
 
 
 def read_line_table(text, sources):
-    """From objdump's decoded line table: the runs of code, each as sorted (address, file, line), with the lines of each
-    unit. `sources` has the files by their last names."""
-    runs, units = [], collections.defaultdict(set)
+    """From objdump's decoded line table: the runs of code, each as sorted (address, file, line), the units with code of
+    each line, and those whose code is in the program: of an inline function the linker keeps one unit's and drops the
+    others', which have no address. `sources` has the files by their last names."""
+    runs, units, kept = [], collections.defaultdict(set), collections.defaultdict(set)
     unit = file = None
     rows = []
     last = ""
@@ -54,9 +55,11 @@ def read_line_table(text, sources):
                 rows.append((address, place, int(found[2])))
                 if unit and place:
                     units[place, int(found[2])].add(unit)
+                    if address >= IMAGE_START:
+                        kept[place, int(found[2])].add(unit)
         if line:
             last = line
-    return runs, units
+    return runs, units, kept
 
 
 def call_sites(program):
@@ -97,19 +100,21 @@ def lines_of_blocks(runs, sites):
 
 
 class Lines:
-    """For the product's files: the tests that run a line, and the units that have code of it."""
+    """For the product's files: the tests that run a line, and the units that have code of it or give it to a program."""
 
     def __init__(self):
         self.tests = collections.defaultdict(set)  # (file, line) -> {(program, test)}; test "" for all of a program's
-        self.units = collections.defaultdict(set)  # (file, line) -> {(program, source)}
+        self.units = collections.defaultdict(set)  # (file, line) -> {source}
+        self.kept = collections.defaultdict(set)
 
     def add(self, program, path, sources, records, product):
         by_last_name = {pathlib.PurePath(name).name: name for name in sources}
         table = build.must(["x86_64-w64-mingw32-objdump", "--dwarf=decodedline", path])
-        runs, units = read_line_table(table, by_last_name)
-        for (file, line), names in units.items():
-            if file in product:
-                self.units[file, line] |= {(program, name) for name in names}
+        runs, units, kept = read_line_table(table, by_last_name)
+        for ours, theirs in ((self.units, units), (self.kept, kept)):
+            for (file, line), names in theirs.items():
+                if file in product:
+                    ours[file, line] |= names
         blocks = {address: {place for place in places if place[0] in product}
                   for address, places in lines_of_blocks(runs, call_sites(path)).items()}
         for record in records:

@@ -203,10 +203,17 @@ class Lines(unittest.TestCase):
     def test_blocks_end_where_the_next_begins(self):
         table = ("a.cpp:\nFile name   Line number\na.cpp  1  0x100  x\na.cpp  2  0x108  x\n./b.h:\nb.h  7  0x120  x\n"
                  "b.h  -  0x130\n")
-        runs, units = lines.read_line_table(table, {"a.cpp": "x/a.cpp"})
+        runs, units, _ = lines.read_line_table(table, {"a.cpp": "x/a.cpp"})
         blocks = lines.lines_of_blocks(runs, [0x105 + 2, 0x125])
         self.assertEqual(blocks, {0x107: {("x/a.cpp", 1), ("x/a.cpp", 2)}, 0x125: {("b.h", 7)}})
         self.assertEqual(units["b.h", 7], {"x/a.cpp"})
+
+    def test_of_an_inline_function_one_unit_is_in_the_program(self):
+        unit = "{0}.cpp:\nFile name   Line number\n{0}.cpp  1  0x140001000  x\n./b.h:\nb.h  7  {1}  x\nb.h  -  {2}\n"
+        table = unit.format("a", "0x140001020", "0x140001030") + unit.format("c", "0x20", "0x30")
+        _, units, kept = lines.read_line_table(table, {"a.cpp": "a.cpp", "c.cpp": "c.cpp"})
+        self.assertEqual(units["b.h", 7], {"a.cpp", "c.cpp"})
+        self.assertEqual(kept["b.h", 7], {"a.cpp"})
 
 
 if __name__ == "__main__":

@@ -205,8 +205,8 @@ class Product:
         return {key for key in self.durations if key in found or key[0] in whole}
 
     def objects_of(self, mutant):
-        """The objects to compile anew: those with code of its lines, and all that include its file where that cannot be
-        told."""
+        """The objects to compile anew: those with code of its lines that is in a program, and all that include its file
+        where that cannot be told."""
         dependents = self.build.dependents.get(mutant.file, set())
         if mutant.file.endswith(".cpp"):
             return dependents
@@ -216,7 +216,11 @@ class Product:
         places, told = self.places(mutant)
         if not told:
             return dependents
-        units = {source for place in places for _, source in self.lines.units[place]}
+        # The product is optimised: what the linker drops may be in its functions all the same. Tests are not.
+        units = set()
+        for place in places:
+            kept = self.lines.kept[place] or self.lines.units[place]
+            units |= {source for source in self.lines.units[place] if not source.startswith("tests/") or source in kept}
         word = None
         if places and (mutant.file, mutant.line) not in self.lines.units:
             declared = re.search(r"(\w+)\s*(\[.*\])?\s*(=|\{)", line)
