@@ -7,8 +7,8 @@
 #include "benchmarks/support/samples.h"
 #include "benchmarks/support/stopwatch.h"
 
+#include "base/unique_resource.h"
 #include "tests/equipment/failure.h"
-#include "tests/equipment/handle.h"
 #include "tests/equipment/wait_until.h"
 #include "tests/equipment/window_driver.h"
 
@@ -42,8 +42,8 @@ double MeasureStart(const std::wstring& program) {
                           &startup, &started)) {
         driver::FailCall("CreateProcessW", ::GetLastError());
     }
-    const driver::UniqueHandle process(started.hProcess);
-    const driver::UniqueHandle thread(started.hThread);
+    const UniqueHandle process(started.hProcess);
+    const UniqueHandle thread(started.hThread);
     // Waited for without asking again and again, which would slow the start down.
     if (::WaitForInputIdle(process.Get(), kLimitMs) != 0) throw driver::Failure("the program never got idle");
     const HWND window = VisibleWindow(started.dwThreadId);

@@ -8,9 +8,9 @@
 //
 // LINES is UTF-16, three lines for each file: the interpreter's arguments, its window's title, the file's
 // path. The result is the wall time and this program's own processor time, in milliseconds.
+#include "base/unique_resource.h"
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
-#include "tests/equipment/handle.h"
 
 #include "benchmarks/bare/bare_dialog.h"
 #include "benchmarks/bare/batch_display.h"
@@ -149,7 +149,7 @@ void RunWithWindow(Batch batch, HINSTANCE instance) {
     display.FitColumns();
     ::ShowWindow(batch.dialog, SW_SHOW);
     OpenAndCancelFileDialog(batch.dialog);
-    const driver::UniqueHandle thread(::CreateThread(nullptr, 0, &RunBesideWindow, &batch, 0, nullptr));
+    const UniqueHandle thread(::CreateThread(nullptr, 0, &RunBesideWindow, &batch, 0, nullptr));
     RunBareDialog(batch.dialog);
     ::WaitForSingleObject(thread.Get(), INFINITE);
 }

@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
+#include "base/unique_resource.h"
 #include "tests/app/installed_program.h"
 #include "tests/app/recorded_run.h"
 #include "tests/app/small_pdf.h"
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
-#include "tests/equipment/handle.h"
 #include "tests/equipment/list_reader.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/program.h"
@@ -65,8 +65,7 @@ protected:
         m_program.reset();
         // It would only end while another program has the mutex, or an earlier test's copy is left.
         driver::Await("no other copy of the program runs in this session", [] {
-            return !driver::UniqueHandle(
-                ::OpenMutexW(SYNCHRONIZE, FALSE, L"{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
+            return !UniqueHandle(::OpenMutexW(SYNCHRONIZE, FALSE, L"{6E2F0C41-93B7-4D58-A1C6-2B7E95D0F384}"));
         });
         m_program = std::make_unique<driver::Program>(installed.Program(), startOptions);
     }

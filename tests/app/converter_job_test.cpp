@@ -104,7 +104,7 @@ TEST_F(StoppedInterpreter, OutlivesTheProgramWhichEndsAtOnce) {
     StartBatchOf(L"a wait60000 ignore.pdf");
     DWORD processId = 0;
     ::GetWindowThreadProcessId(::FindWindowW(L"StandInInterpreter", nullptr), &processId);
-    const driver::UniqueHandle interpreter(::OpenProcess(SYNCHRONIZE, FALSE, processId));
+    const UniqueHandle interpreter(::OpenProcess(SYNCHRONIZE, FALSE, processId));
     ASSERT_TRUE(interpreter);
     Stop();
     const auto begin = std::chrono::steady_clock::now();

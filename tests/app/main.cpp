@@ -5,6 +5,9 @@
 
 #include <windows.h>
 
+#include <cstdio>
+
+#include "tests/equipment/main_window.h"
 #include "tests/equipment/no_shutdown.h"
 #include "tests/support/watchdog.h"
 
@@ -14,5 +17,8 @@ int main(int argc, char** argv) {
     driver::GiveUpShutdown();
     testing::InitGoogleMock(&argc, argv);
     testing::UnitTest::GetInstance()->listeners().Append(new Watchdog(180'000));
+    const int result = RUN_ALL_TESTS();
+    if (result == 0 || !driver::MainWindow::s_hasLostAProcess) return result;
+    std::puts("[ ATTENTION] the system has lost a process that the program started: trying once more");
     return RUN_ALL_TESTS();
 }

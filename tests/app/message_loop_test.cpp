@@ -31,16 +31,8 @@ TEST_F(MessageLoop, EscapeLeavesFromAnyControlAndAltF4TheSame) {
     for (const int control : {IDC_EXTRA_OPTIONS, IDC_FILE_LIST, IDC_ABOUT, IDC_PAGES, IDCANCEL}) {
         SCOPED_TRACE(control);
         StartInFront();
-        if (control == IDC_PAGES) {
-            ClickInto(control);  // it is disabled before
-        } else {
-            FocusOn(control);
-        }
-        if (control == IDCANCEL) {
-            input::Press(VK_F4, {VK_MENU});
-        } else {
-            input::Press(VK_ESCAPE);
-        }
+        control == IDC_PAGES ? ClickInto(control) : FocusOn(control);  // the one is disabled before
+        control == IDCANCEL ? input::Press(VK_F4, {VK_MENU}) : input::Press(VK_ESCAPE);
         EXPECT_EQ(Process().WaitForExit(), 2u);
     }
 }

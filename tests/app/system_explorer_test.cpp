@@ -73,7 +73,7 @@ TEST_F(SystemExplorer, ByItsBareNameIsThePlantedOne) {
     request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOCLOSEPROCESS;
     request.lpFile = L"explorer.exe";
     EXPECT_TRUE(::ShellExecuteExW(&request)) << ::GetLastError();
-    const driver::UniqueHandle started(request.hProcess);
+    const UniqueHandle started(request.hProcess);
     EXPECT_THAT(Started(1), ElementsAre(StrCaseEq(planted)));
     if (started) ::TerminateProcess(started.Get(), 0);  // the real one would stay
 }

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/unique_resource.h"
 #include "tests/equipment/failure.h"
-#include "tests/equipment/handle.h"
 #include "tests/equipment/text.h"
 #include "tests/equipment/wait_until.h"
 

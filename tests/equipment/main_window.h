@@ -88,8 +88,10 @@ public:
         };
         Await("the batch ends", ended, limit);
         if (!message) throw Failure("the batch ended without its message");
-        if (AllText(message).find(L"Conversion terminée !") == std::wstring::npos)
-            throw Failure(L"another message than the end of the batch: " + AllText(message));
+        const std::wstring text = AllText(message);
+        s_hasLostAProcess |= text.find(L"Erreur CreateProcess :  Internal error") != std::wstring::npos;
+        if (text.find(L"Conversion terminée !") == std::wstring::npos)
+            throw Failure(L"another message than the end of the batch: " + text);
         return message;
     }
     // Presses OK and waits for the idle window.
@@ -104,6 +106,10 @@ public:
         if (!code) throw Failure("the program still runs after Quitter");
         return *code;
     }
+
+    // Whether the system has lost a process that the program started, before anything of it had run: Wine has
+    // been seen to, in whichever program that happens ("Internal error").
+    static inline bool s_hasLostAProcess = false;
 
     // The dialog or message box in front of the main window at this moment, or null.
     [[nodiscard]] HWND OpenDialog() const {

@@ -2,8 +2,8 @@
 #pragma once
 #include <windows.h>
 
+#include "base/unique_resource.h"
 #include "tests/equipment/failure.h"
-#include "tests/equipment/handle.h"
 
 namespace driver {
 

@@ -9,9 +9,9 @@
 #include <string>
 #include <utility>
 
+#include "base/unique_resource.h"
 #include "tests/equipment/failure.h"
 #include "tests/equipment/file_bytes.h"
-#include "tests/equipment/handle.h"
 #include "tests/equipment/wait_until.h"
 
 namespace driver {

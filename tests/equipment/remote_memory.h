@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "base/unique_resource.h"
 #include "tests/equipment/failure.h"
-#include "tests/equipment/handle.h"
 
 namespace driver {
 

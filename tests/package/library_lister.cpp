@@ -29,7 +29,7 @@ void LoadByBareName(const driver::Program& program, HWND window, const std::wstr
     // At the same place in every process, like all of this library.
     const auto load = reinterpret_cast<LPTHREAD_START_ROUTINE>(
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "LoadLibraryW")));
-    const driver::UniqueHandle thread(
+    const UniqueHandle thread(
         ::CreateRemoteThread(program.Process(), nullptr, 0, load, memory.Address(), 0, nullptr));
     if (!thread) driver::FailCall("CreateRemoteThread", ::GetLastError());
     if (::WaitForSingleObject(thread.Get(), static_cast<DWORD>(driver::kSoon.count())) != WAIT_OBJECT_0)

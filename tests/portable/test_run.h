@@ -41,7 +41,7 @@ inline ProcessEnd RunProcess(const std::wstring& program, const std::vector<std:
     // Each has a name of its own: a scanner may hold the last one for a moment. Gone when it is closed.
     static int s_count = 0;
     const auto path = std::filesystem::temp_directory_path() / ("output-" + std::to_string(++s_count));
-    const driver::UniqueHandle output =
+    const UniqueHandle output =
         driver::OpenShared(path, GENERIC_WRITE, CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
     driver::StartOptions options{.output = output.Get()};
     // The arguments are names and options of ours: none has a quotation mark in it or ends in a backslash.

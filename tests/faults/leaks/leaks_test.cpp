@@ -30,8 +30,6 @@ const Counts kPassing = {
     {"private KB", 128},
 };
 
-const std::filesystem::path kTestFolder = driver::OwnPath().parent_path();
-
 // What the process, and the program in it, hold at this moment.
 Counts MeasureHeld(const Platform& platform) {
     Counts held = HeldOfTheSystem();
@@ -109,7 +107,7 @@ TEST_F(Leaks, NoneInConversions) {
 }
 
 TEST_F(Leaks, NoneInConversionsByRealProcesses) {
-    const std::wstring command = kTestFolder / "fatal_probe.exe nothing";
+    const std::wstring command = driver::OwnPath().replace_filename("fatal_probe.exe nothing");
     platform.conversions = {{.realCommand = command.c_str()}};
     OpenWithFiles(user, Paths(1));
     ExpectFlat("conversions by real processes", Times(100), platform, [&] { Convert(); });
@@ -117,7 +115,8 @@ TEST_F(Leaks, NoneInConversionsByRealProcesses) {
 
 // Goes on longer than anybody waits for it here.
 const std::wstring kEndlessConverter =
-    L'"' + (kTestFolder / TALVENOR_EQUIPMENT / "stand_in_converter.exe").wstring() + L"\" wait30000.pdf";
+    L'"' + (driver::OwnPath().parent_path() / TALVENOR_EQUIPMENT / "stand_in_converter.exe").wstring() +
+    L"\" wait30000.pdf";
 
 // How a stop ends the converter that runs.
 struct StopCase {
