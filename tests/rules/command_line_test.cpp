@@ -49,8 +49,11 @@ TEST(BuildConverterCommandLine, NamesBothPathsAndTheVerboseSwitchWhenNothingIsCh
 }
 
 TEST(ConversionOptionsTest, AreAllOffUntilTheyAreRead) {
-    EXPECT_EQ(LineFor(ConversionOptions()), LR"(pdf2djvu.exe -o "a.djvu" -v  "a.pdf")");
-    EXPECT_FALSE(ConversionOptions().outputFolderEnabled);
+    ConversionOptions options;
+    options.pages = L"1";
+    options.resolution = L"300";
+    EXPECT_EQ(LineFor(options), LR"(pdf2djvu.exe -o "a.djvu" -v  "a.pdf")");
+    EXPECT_FALSE(options.outputFolderEnabled);
 }
 
 TEST(BuildConverterCommandLine, WritesEveryCombinationOfOptionsInTheFixedOrder) {
