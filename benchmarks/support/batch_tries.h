@@ -7,9 +7,9 @@
 
 #include <string>
 
-// Runs `measure`, which throws driver::Failure before it keeps any figure of a batch that failed. Of some ten
-// thousand processes Wine cannot start one ("Internal error"), in whichever program that happens, and a
-// benchmark of batches starts more. What fails three times in a row is the program's own.
+// Runs `measure`, which throws driver::Failure before it keeps any figure of a batch that failed, again when
+// it does so, whatever the reason, and says why. Now and then Wine cannot start a process ("Internal error"),
+// in whichever program that happens, and a benchmark of batches starts thousands.
 template <class Measure>
 void MeasureBatch(Measure&& measure) {
     constexpr int kTries = 3;

@@ -95,16 +95,16 @@ TEST_F(Batch, LogsTheConvertersOutputWithARecordForEachFileUpToTheFailedOne) {
     const auto durations = Durations();
     EXPECT_THAT(durations,
                 ElementsAre(StartsWith(L"00:00:0"), testing::Ge(L"00:00:01"), L"*** Annulé !", L""));
-    // Each record with its duration and without its time. Accents take a byte or two.
+    // Each record with its duration and its rule, without its time. Accents take a byte or two.
     const std::regex record(
-        "\r\nTermin.+ le : ([0-9]{2}/[0-9]{2}, [0-9]{4}|[0-9]{4}/[0-9]{2}, [0-9]{2}) - [0-9:]{8}\r\n"
-        "\\*{3} Dur.+ : ([^\r]+)\r\n\\*+\r\n\r\n");
+        "\r\nTermin.{1,2} le : ([0-9]{2}/[0-9]{2}, [0-9]{4}|[0-9]{4}/[0-9]{2}, [0-9]{2}) - [0-9:]{8}\r\n"
+        "\\*{3} Dur.{1,2}e de conversion \\(hh:mm:ss\\) : ([^\r]+)\r\n(\\*+)\r\n\r\n");
     const std::string log =
-        std::regex_replace(driver::ReadFileBytes(installed.Log()), record, "record $2\r\n");
+        std::regex_replace(driver::ReadFileBytes(installed.Log()), record, "record $2 $3\r\n");
     const std::string output = "stand-in converter: converting\r\nrecord ";
-    EXPECT_TRUE(std::regex_match(
-        log, std::regex(output + driver::ToUtf8(durations[0]) + "\r\n" + output +
-                        driver::ToUtf8(durations[1]) + "\r\n" + output + "\\*{3} Annul.+ !\r\n")))
+    EXPECT_TRUE(std::regex_match(log, std::regex(output + driver::ToUtf8(durations[0]) + " \\*{86}\r\n" +
+                                                 output + driver::ToUtf8(durations[1]) + " \\*{86}\r\n" +
+                                                 output + "\\*{3} Annul.{1,2} ! \\*{90}\r\n")))
         << log;
     EXPECT_EQ(Runs().size(), 3u);
 }

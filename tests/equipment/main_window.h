@@ -107,8 +107,8 @@ public:
         return *code;
     }
 
-    // Whether the system has lost a process that the program started, before anything of it had run: Wine has
-    // been seen to, in whichever program that happens ("Internal error").
+    // Whether a batch has ended because the system had an internal error when the program started a process:
+    // Wine has been seen to, in other programs as well.
     static inline bool s_hasLostAProcess = false;
 
     // The dialog or message box in front of the main window at this moment, or null.
