@@ -20,7 +20,7 @@ constexpr VersionCase kVersions[] = {
     {"PreRelease", {2, 5, 3, 7, true}, L"Version ß 2.5.3 (7) (64-bit)"},
     {"PreReleaseWithoutABuild", {1, 2, 0, 1, true}, L"Version ß 1.2.0 (1) (64-bit)"},
     {"PreReleaseWithoutARevision", {1, 2, 3, 0, true}, L"Version ß 1.2.3 (0) (64-bit)"},
-    {"PreReleaseOfZeros", {0, 0, 0, 0, true}, L"Version ß 0.0.0 (0) (64-bit)"},
+    {"PreReleaseOfZeros", {.preRelease = true}, L"Version ß 0.0.0 (0) (64-bit)"},
     {"NothingKnown", {}, L"Version 0.0 (64-bit)"},
     {"RevisionOnly", {0, 0, 0, 9, false}, L"Version 0.0 (64-bit)"},
     {"NoPadding", {10, 20, 30, 40, true}, L"Version ß 10.20.30 (40) (64-bit)"},

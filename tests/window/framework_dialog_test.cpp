@@ -136,14 +136,14 @@ TEST_F(FrameworkDialogTest, AHandlersFlagSurvivesAMessageThatItSends) {
 TEST_F(FrameworkDialogTest, TheObjectMayEndWithItsFinalMessage) {
     auto dialog = std::make_unique<TestDialog>();
     const HWND window = dialog->Create(nullptr);
-    bool unbound = false;
     dialog->atTheEnd = [&] {
-        unbound = ::GetWindowLongPtrW(window, DWLP_USER) == 0;
+        EXPECT_EQ(::GetWindowLongPtrW(window, DWLP_USER), 0) << "the window still carries the address";
         dialog.reset();
     };
-    ::DestroyWindow(window);
-    EXPECT_TRUE(unbound) << "the window still carries the address";
+    EXPECT_EQ(TestDialog::DialogProc(window, WM_NCDESTROY, 0, 0), FALSE)
+        << "the system has an end of its own";
     EXPECT_EQ(dialog, nullptr);
+    ::DestroyWindow(window);
 }
 
 TEST_F(FrameworkDialogTest, AWindowThatOutlivesItsObjectHasNone) {
@@ -152,7 +152,7 @@ TEST_F(FrameworkDialogTest, AWindowThatOutlivesItsObjectHasNone) {
     const HWND window = dialog->Create(nullptr);
     dialog.reset();
     EXPECT_EQ(::GetWindowLongPtrW(window, DWLP_USER), 0);
-    EXPECT_EQ(::SendMessageW(window, kAsked, 0, 0), 0);
+    EXPECT_EQ(TestDialog::DialogProc(window, kAsked, 0, 0), FALSE);
     ::DestroyWindow(window);
 }
 
@@ -181,7 +181,7 @@ TEST_F(FrameworkDialogTest, AWindowThatCannotCarryItsObjectIsDestroyed) {
     EXPECT_EQ(m_dialog.Handle(), nullptr);
     const HWND owner =
         ::CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-    m_dialog.DoModal(owner);  // returns: nobody could close it
+    EXPECT_EQ(m_dialog.DoModal(owner), -1);
     EXPECT_TRUE(::IsWindowEnabled(owner));
     ASSERT_EQ(destroyed.size(), 2u);
     for (const HWND window : destroyed) EXPECT_FALSE(::IsWindow(window));
