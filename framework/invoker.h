@@ -23,20 +23,24 @@ public:
     // and returns when it has returned.
     template <class Function>
     void Invoke(const Function& function) const {
-        const CallFunction call = [](const void* target) { (*static_cast<const Function*>(target))(); };
-        if (!Send(call, &function)) function();
+        const Call call{[](const void* target) { (*static_cast<const Function*>(target))(); }, &function};
+        if (!Send(call)) function();
     }
 
-    // wParam: a CallFunction; lParam: the function that it gets. The result is kRan.
+    struct Call {
+        void (*run)(const void* function);
+        const void* function;
+    };
+    // wParam: the invoker, which other programs that send such a message do not name; lParam: a Call. The
+    // result is kRan.
     static constexpr UINT kInvokeMessage = WM_APP;
-    using CallFunction = void (*)(const void* function);
 
 private:
     static constexpr LRESULT kRan = 1;
 
-    // Whether the other thread has called it. Nobody there answers, or another one than ours, when the window
-    // is already destroyed, or could not be made ours.
-    bool Send(CallFunction call, const void* function) const noexcept;
+    // Whether the other thread has run it. Nobody there answers, or another one than ours, when the window is
+    // already destroyed, or could not be made ours.
+    bool Send(const Call& call) const noexcept;
 
     bool ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
                               DWORD section) override;

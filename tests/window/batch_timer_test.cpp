@@ -28,14 +28,20 @@ TEST_F(BatchTimerTest, ATickWhileAConverterIsBeingStartedCountsFromThatStart) {
 
 // The counter is 0 for a millisecond every 49.7 days. Zero asks for the end of the last file then.
 TEST_F(BatchTimerTest, ATickAtZeroShowsTheTimeUpToTheEndOfTheFileBefore) {
-    converters.tick = 1'000;
-    // The first ends at 6,000; the second starts 7,296 ms before the counter is 0 again.
+    converters.tick = 4'294'960'297;  // 6,999 ms before zero
+    std::wstring inTheFirst;
+    worker.At("CreateProcessW", 1, [&] {
+        Tick(0);
+        inTheFirst = Cell(0, 1);
+    });
+    // The first ends at 5,000; the second starts 7,296 ms before the counter is 0 again.
     worker.At("PathStripPathW C:\\in\\b.pdf", 1, [&] { converters.tick = 4'294'960'000; });
     ConvertUntilHeld(2, {{.durationMs = 5'000}, {.held = true}});
+    EXPECT_EQ(inTheFirst, L"00:00:06") << "no file has ended";
     Tick(1);
     EXPECT_EQ(Cell(1, 1), L"00:00:07");
     Tick(0);
-    EXPECT_EQ(Cell(1, 1), L"00:00:13");
+    EXPECT_EQ(Cell(1, 1), L"00:00:12");
     Finish(2);
 }
 

@@ -1,6 +1,7 @@
 // Functions that another thread has the thread of the windows run.
 #include "framework/invoker.h"
 
+#include "tests/equipment/wait_until.h"
 #include "tests/support/pump.h"
 #include "tests/support/replaced_imports.h"
 
@@ -14,8 +15,6 @@
 #include <vector>
 
 namespace {
-
-using Milliseconds = std::chrono::milliseconds;
 
 class FrameworkInvokerTest : public testing::Test {
 protected:
@@ -31,8 +30,9 @@ protected:
     // The same, and waits for it.
     void RunFromAnotherThread() {
         std::future<DWORD> caller = Ask();
-        EXPECT_TRUE(PumpUntil([&] { return caller.wait_for(Milliseconds(0)) == std::future_status::ready; },
-                              std::chrono::seconds(10)));
+        EXPECT_TRUE(
+            PumpUntil([&] { return caller.wait_for(driver::Milliseconds(0)) == std::future_status::ready; },
+                      std::chrono::seconds(10)));
         m_caller = caller.get();
     }
 
@@ -75,22 +75,23 @@ TEST_F(FrameworkInvokerTest, RunsItOnTheCallingThreadWhileItIsNotOpenOrItsWindow
     EXPECT_THAT(m_threads, testing::ElementsAre(::GetCurrentThreadId())) << "open again";
 }
 
-TEST_F(FrameworkInvokerTest, ItsWindowIsOneForMessagesOnly) {
-    int windows = 0;
+TEST_F(FrameworkInvokerTest, ItsWindowIsOneForMessagesOnlyAndRunsNothingForOtherPrograms) {
+    std::vector<HWND> windows;
     const auto create = REPLACE_IMPORT(
         CreateWindowExW, [&](auto original, DWORD exStyle, LPCWSTR className, LPCWSTR title, auto... others) {
-            ++windows;
             EXPECT_STREQ(className, L"Static");
             EXPECT_EQ(title, nullptr);
             const HINSTANCE module = CAppModule::Instance().ResourceInstance();
             EXPECT_EQ(std::tuple(exStyle, others...),
                       std::tuple(0u, 0u, 0, 0, 0, 0, HWND_MESSAGE, HMENU{nullptr}, module, LPVOID{nullptr}));
-            return original(exStyle, className, title, others...);
+            windows.push_back(original(exStyle, className, title, others...));
+            return windows.back();
         });
     CAppModule::Instance().Init(::GetModuleHandleW(nullptr));
     m_invoker.Open();
     m_invoker.Open();
-    EXPECT_EQ(windows, 1);
+    ASSERT_EQ(windows.size(), 1u);
+    EXPECT_EQ(::SendMessageW(windows[0], CInvoker::kInvokeMessage, 1, 1), 0) << "from another program";
     CAppModule::Instance().Term();
 }
 
@@ -98,11 +99,10 @@ TEST_F(FrameworkInvokerTest, RunsAFunctionThatStillWaitsWhenItIsClosedOnItsOwnTh
     m_invoker.Open();
     std::future<DWORD> caller = Ask();
     // This thread serves no message meanwhile.
-    const ULONGLONG end = ::GetTickCount64() + 10'000;
-    while ((HIWORD(::GetQueueStatus(QS_SENDMESSAGE)) & QS_SENDMESSAGE) == 0 && ::GetTickCount64() < end) {
-        caller.wait_for(Milliseconds(1));
-    }
-    EXPECT_EQ(caller.wait_for(Milliseconds(0)), std::future_status::timeout) << "it waits for its turn";
+    const auto isAsked = [] { return (HIWORD(::GetQueueStatus(QS_SENDMESSAGE)) & QS_SENDMESSAGE) != 0; };
+    EXPECT_TRUE(driver::WaitUntil(isAsked));
+    EXPECT_EQ(caller.wait_for(driver::Milliseconds(0)), std::future_status::timeout)
+        << "it waits for its turn";
     m_invoker.Close();
     ASSERT_EQ(caller.wait_for(std::chrono::seconds(10)), std::future_status::ready);
     EXPECT_THAT(m_threads, testing::ElementsAre(caller.get()));

@@ -15,15 +15,14 @@ const auto kPreviousCursor = reinterpret_cast<HCURSOR>(0x1002);
 
 // A function that a worker has the user-interface thread run.
 struct Invocation {
-    CInvoker::CallFunction call;
-    const void* function;
+    const CInvoker::Call& call;
     DWORD worker;
 };
 
 void RunForWorker(const void* target) {
     const auto& invocation = *static_cast<const Invocation*>(target);
     const WorkerCalls::OnBehalfOf worker(invocation.worker);
-    invocation.call(invocation.function);
+    invocation.call.run(invocation.call.function);
 }
 
 }  // namespace
@@ -40,21 +39,19 @@ WorkerWindowCalls::WorkerWindowCalls(WorkerCalls& calls) {
     noted.Add<"ShowWindow", decltype(::ShowWindow)>();
     noted.Add<"SetWindowTextW", decltype(::SetWindowTextW)>();
     noted.Add<"UpdateWindow", decltype(::UpdateWindow)>();
-    m_replaced.push_back(REPLACE_IMPORT(
-        SendMessageW, [&calls](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-            const bool isToList = message >= LVM_FIRST && message < LVM_FIRST + 0x100;
-            const std::string call = isToList ? ControlMessage(window, message, wParam, lParam) : "";
-            if (!call.empty()) calls.Note(call);
-            if (message != CInvoker::kInvokeMessage || calls.IsUserInterface()) {
-                const WorkerCalls::OnBehalfOf nobody(0);
-                return original(window, message, wParam, lParam);
-            }
-            const Invocation invocation{reinterpret_cast<CInvoker::CallFunction>(wParam),
-                                        reinterpret_cast<const void*>(lParam), ::GetCurrentThreadId()};
-            const CInvoker::CallFunction run = &RunForWorker;
-            return original(window, message, reinterpret_cast<WPARAM>(run),
-                            reinterpret_cast<LPARAM>(&invocation));
-        }));
+    m_replaced.push_back(REPLACE_IMPORT(SendMessageW, [&calls](auto original, HWND window, UINT message,
+                                                               WPARAM wParam, LPARAM lParam) {
+        const bool isToList = message >= LVM_FIRST && message < LVM_FIRST + 0x100;
+        const std::string call = isToList ? ControlMessage(window, message, wParam, lParam) : "";
+        if (!call.empty()) calls.Note(call);
+        if (message != CInvoker::kInvokeMessage || calls.IsUserInterface()) {
+            const WorkerCalls::OnBehalfOf nobody(0);
+            return original(window, message, wParam, lParam);
+        }
+        const Invocation invocation{*reinterpret_cast<const CInvoker::Call*>(lParam), ::GetCurrentThreadId()};
+        const CInvoker::Call wrapped{&RunForWorker, &invocation};
+        return original(window, message, wParam, reinterpret_cast<LPARAM>(&wrapped));
+    }));
     m_replaced.push_back(REPLACE_IMPORT(
         SetTimer, [&calls, this](auto original, HWND window, UINT_PTR id, UINT periodMs, TIMERPROC callback) {
             calls.Note(CallText("SetTimer", window, id, periodMs) + (callback ? " callback" : ""));
