@@ -61,8 +61,8 @@ void CMainDlg::ShowLastError(UINT prefixId, const wchar_t* prefixText) {
         LoadStringResource(prefixId, message);
     }
     wchar_t description[260] = {};
-    // Deliberate: no flag keeps inserts from being looked for. The texts of the errors that come here have
-    // none, and one that had some fails and leaves the description empty.
+    // Deliberate: no flag keeps inserts from being looked for. An error whose text has some, such as 193, is
+    // not formatted and leaves the description empty.
     if (!::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, error, LANG_USER_DEFAULT, description,
                           ARRAYSIZE(description), nullptr)) {
         description[0] = L'\0';
