@@ -1,6 +1,7 @@
 """Runs the mutants: each is built and given to the tests that run its lines. See scripts/mutate."""
 import argparse
 import collections
+import concurrent.futures
 import hashlib
 import json
 import pathlib
@@ -32,6 +33,11 @@ def digest(root, names, others=()):
     for name in names:
         total.update(name.encode() + b"\0" + hashlib.sha256((root / name).read_bytes()).digest())
     return total.hexdigest()
+
+
+def in_product_first(name):
+    """The order in which objects are compiled: most that does not compile does not compile in the product."""
+    return "tests/" in name, name
 
 
 class State:
@@ -99,6 +105,8 @@ class Product:
         self.lines_build = build.Build(self.source, work / "lines", jobs)
         self.lines = None
         self.durations = None  # milliseconds of each (program, test)
+        self.lock = threading.Lock()
+        self.scattered = {}  # the objects that a file's scattered mutants can be in
 
     def prepare(self):
         print("Building the tests, and once more so that they write down their lines...", flush=True)
@@ -204,15 +212,22 @@ class Product:
         whole = {program for program, test in found if not test}
         return {key for key in self.durations if key in found or key[0] in whole}
 
+    def is_scattered(self, mutant):
+        """Whether its line has no code of its own: what a member begins with is code of every constructor, wherever that
+        is."""
+        line = self.texts[mutant.file].split("\n")[mutant.line - 1]
+        return (mutant.file.endswith(".h") and (mutant.file, mutant.line) not in self.lines.units
+                and "constexpr" not in line)
+
     def objects_of(self, mutant):
         """The objects to compile anew: those with code of its lines that is in a program, and all that include its file
         where that cannot be told."""
         dependents = self.build.dependents.get(mutant.file, set())
         if mutant.file.endswith(".cpp"):
             return dependents
+        if self.is_scattered(mutant):
+            return dependents
         line = self.texts[mutant.file].split("\n")[mutant.line - 1]
-        if (mutant.file, mutant.line) not in self.lines.units and "constexpr" not in line:
-            return dependents  # what a member begins with is code of every constructor, wherever that is
         places, told = self.places(mutant)
         if not told:
             return dependents
@@ -306,19 +321,19 @@ class Job:
 
     def judge(self, mutant, lines_of_test):
         """What becomes of it, and the (program, test) that noticed."""
+        objects = sorted(self.objects_of(mutant), key=in_product_first)
         path = self.source / mutant.file
         path.write_text(mutant.applied(self.product.texts[mutant.file]), encoding="utf-8")
         try:
-            return self.judge_written(mutant, lines_of_test)
+            return self.judge_written(mutant, objects, lines_of_test)
         finally:
             path.write_text(self.product.texts[mutant.file], encoding="utf-8")
 
-    def judge_written(self, mutant, lines_of_test):
+    def judge_written(self, mutant, objects, lines_of_test):
         made = self.product.build
         changed = {}
         same = True
-        # The product's own first: most that does not compile does not compile there.
-        for place, name in enumerate(sorted(self.product.objects_of(mutant), key=lambda name: ("tests/" in name, name))):
+        for place, name in enumerate(objects):
             target = self.folder / f"changed{place}.obj"
             if made.compile(name, self.source, target) is not None:
                 return "does not compile", None
@@ -342,6 +357,41 @@ class Job:
                 if chosen and (failed := self.notices(program, target, chosen)):
                     return "killed", (program, failed)
         return "survived", None
+
+    def objects_of(self, mutant):
+        """Scattered mutants of one file are made all at once to see what any of them can be in."""
+        if not self.product.is_scattered(mutant):
+            return self.product.objects_of(mutant)
+        with self.product.lock:
+            if mutant.file not in self.product.scattered:
+                self.product.scattered[mutant.file] = self.objects_of_scattered(mutant.file)
+            return self.product.scattered[mutant.file]
+
+    def objects_of_scattered(self, file):
+        made = self.product.build
+        path, text = self.source / file, self.product.texts[file]
+        first, *others = sorted(made.dependents[file], key=in_product_first)
+        by_line = {}
+        for mutant in self.product.mutants:
+            if mutant.file == file and mutant.line not in by_line and self.product.is_scattered(mutant):
+                path.write_text(mutant.applied(text), encoding="utf-8")
+                if made.compile(first, self.source, self.folder / "scattered.obj") is None:
+                    by_line[mutant.line] = mutant
+        changed = text
+        for mutant in sorted(by_line.values(), key=lambda mutant: -mutant.start):
+            changed = mutant.applied(changed)
+        path.write_text(changed, encoding="utf-8")
+
+        def differs(name):
+            target = self.folder / f"scattered{others.index(name)}.obj"
+            return (made.compile(name, self.source, target) is not None
+                    or target.read_bytes() != (made.folder / name).read_bytes())
+
+        try:
+            with concurrent.futures.ThreadPoolExecutor(made.jobs) as pool:
+                return {first} | {name for name, different in zip(others, pool.map(differs, others)) if different}
+        finally:
+            path.write_text(text, encoding="utf-8")
 
     def notices(self, program, target, tests):
         """The test that fails, if one does: twice, for a busy machine makes a test fail now and then."""
