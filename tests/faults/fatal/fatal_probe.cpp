@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,18 @@ void Keep(const std::wstring& text) {
     g_sink = text.data();
 }
 
+// That blocks are freed: their places are used again.
+template <class Allocate, class Delete>
+void ExpectFreed(Allocate allocate, Delete free) {
+    std::set<void*> places;
+    for (int i = 0; i < 1'000; ++i) {
+        void* const block = allocate();
+        places.insert(block);
+        free(block);
+    }
+    if (places.size() > 100) std::abort();
+}
+
 struct Thing {
     const char* name;
     void (*run)();
@@ -37,6 +50,15 @@ constexpr Thing kThings[] = {
          g_sink = new (std::nothrow) char[g_tooMany];
          if (g_sink) std::abort();
      }},
+    {"delete",
+     [] {
+         const auto one = [] { return operator new(1'000); };
+         ExpectFreed(one, [](void* block) { operator delete(block); });
+         ExpectFreed(one, [](void* block) { operator delete (block, std::size_t{1'000}); });
+         const auto array = [] { return operator new[](1'000); };
+         ExpectFreed(array, [](void* block) { operator delete[](block); });
+         ExpectFreed(array, [](void* block) { operator delete[](block, std::size_t{1'000}); });
+     }},
     {"text-length", [] { Keep(std::wstring(L"a").append(g_tooMany, L'b')); }},
     {"vector-length",
      [] {
@@ -46,6 +68,9 @@ constexpr Thing kThings[] = {
      }},
     {"text-range", [] { Keep(std::wstring(L"abc").substr(g_four)); }},
     {"text-from-null", [] { Keep(std::wstring(g_noText)); }},
+    // What the library calls in cases that its containers rule out first.
+    {"bad-alloc", [] { std::__throw_bad_alloc(); }},
+    {"bad-array-length", [] { std::__throw_bad_array_new_length(); }},
 };
 
 }  // namespace

@@ -5,32 +5,28 @@
 
 namespace {
 
-constexpr DWORD kNoMemory = 0xC0000017;
-
-struct FatalCase {
-    const char* name;
-    const wchar_t* thing;
-    DWORD exitCode;
-
-    friend void PrintTo(const FatalCase& row, std::ostream* out) { *out << row.name; }
-};
-
-class Fatal : public testing::TestWithParam<FatalCase> {};
-
-TEST_P(Fatal, EndsTheProcess) {
-    EXPECT_EQ(RunChildProcess("fatal_probe.exe", GetParam().thing, std::chrono::minutes(1)),
-              GetParam().exitCode);
+TEST(Fatal, EndsTheProcess) {
+    constexpr DWORD kNoMemory = 0xC0000017;
+    static constexpr struct {
+        const wchar_t* thing;
+        DWORD exitCode;
+    } kCases[] = {
+        {L"nothing", 0},
+        {L"new", kNoMemory},
+        {L"new-array", kNoMemory},
+        {L"new-nothrow", 0},  // the code that asks looks for null
+        {L"delete", 0},
+        {L"text-length", kNoMemory},
+        {L"vector-length", kNoMemory},
+        {L"text-range", kNoMemory},
+        {L"text-from-null", kNoMemory},
+        {L"bad-alloc", kNoMemory},
+        {L"bad-array-length", kNoMemory},
+    };
+    for (const auto& row : kCases) {
+        EXPECT_EQ(RunChildProcess("fatal_probe.exe", row.thing, std::chrono::minutes(1)), row.exitCode)
+            << row.thing;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, Fatal,
-                         testing::Values(FatalCase{"NotByItself", L"nothing", 0},
-                                         FatalCase{"WhenABlockCannotBeAllocated", L"new", kNoMemory},
-                                         FatalCase{"WhenAnArrayCannotBeAllocated", L"new-array", kNoMemory},
-                                         FatalCase{"NotWhenTheCodeAsksForNull", L"new-nothrow", 0},
-                                         FatalCase{"WhenATextGetsTooLong", L"text-length", kNoMemory},
-                                         FatalCase{"WhenAVectorGetsTooLong", L"vector-length", kNoMemory},
-                                         FatalCase{"WhenATextIsReadBehindItsEnd", L"text-range", kNoMemory},
-                                         FatalCase{"WhenATextIsMadeFromNull", L"text-from-null", kNoMemory}),
-                         [](const auto& one) { return std::string(one.param.name); });
 
 }  // namespace
