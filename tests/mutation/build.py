@@ -140,6 +140,14 @@ class Build:
                 command.append(word)
         return command
 
+    def includes(self):
+        """The project's own files that each object is compiled from."""
+        found = collections.defaultdict(set)
+        for file, objects in self.dependents.items():
+            for made in objects:
+                found[made].add(file)
+        return found
+
     def sources_of(self, program):
         """The project's own files that it is compiled from, by object."""
         own = str(self.source) + "/"

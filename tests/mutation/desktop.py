@@ -5,6 +5,7 @@ import re
 import shutil
 import signal
 import subprocess
+import threading
 
 import build
 import lines
@@ -14,8 +15,14 @@ FAILED = re.compile(r"^\[  FAILED  \] ([^\s,]+\.[^\s,]+?)(?:,| \(\d+ ms\)|$)", r
 BEGUN = re.compile(r"^\[ RUN      \] (\S+)", re.MULTILINE)
 
 
+class Ended(Exception):
+    pass
+
+
 class Desktop:
     def __init__(self, root, folder, holder):
+        self.lock = threading.Lock()
+        self.ended = False
         self.folder = folder
         self.holder_program = holder
         self.holder = None
@@ -39,10 +46,17 @@ class Desktop:
         if self.holder:
             self.holder.kill()
             self.holder.wait()
-        self.holder = subprocess.Popen(["wine", str(self.holder_program)], env=self.environment, stdin=subprocess.PIPE,
-                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.holder = self.start(["wine", str(self.holder_program)], env=self.environment, stdin=subprocess.PIPE,
+                                 stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         if b"ready" not in self.holder.stdout.readline():
             raise build.BuildFailed("Wine opens no window")
+
+    def start(self, command, **options):
+        """Not behind the end: what a job starts then would stay."""
+        with self.lock:
+            if self.ended:
+                raise Ended
+            return subprocess.Popen(command, **options)
 
     def run(self, program, tests, limit, stop_at_failure=True, lines_folder=None):
         """Runs these tests of a program, or all. Whether it came to its end with all of them well, the test that it failed
@@ -57,8 +71,8 @@ class Desktop:
         if lines_folder:
             environment["TALVENOR_LINES_FOLDER"] = "Z:" + str(lines_folder).replace("/", "\\")
         with (self.folder / "tests.log").open("w+b") as log:  # no pipe: a program left behind would hold it open
-            started = subprocess.Popen(command, env=environment, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=log,
-                                       stderr=subprocess.STDOUT, start_new_session=True)
+            started = self.start(command, env=environment, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=log,
+                                 stderr=subprocess.STDOUT, start_new_session=True)
             try:
                 code = started.wait(limit)
             except subprocess.TimeoutExpired:
@@ -97,6 +111,8 @@ class Desktop:
                 continue
 
     def end(self):
+        with self.lock:
+            self.ended = True
         if self.holder:
             self.holder.kill()
         self.end_session()

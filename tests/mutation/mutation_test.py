@@ -11,6 +11,7 @@ import cpp_text  # pylint: disable=wrong-import-position
 import ledger  # pylint: disable=wrong-import-position
 import lines  # pylint: disable=wrong-import-position
 import mutants  # pylint: disable=wrong-import-position
+import run  # pylint: disable=wrong-import-position
 
 
 def mutants_of(code, **others):
@@ -214,6 +215,15 @@ class Lines(unittest.TestCase):
         _, units, kept = lines.read_line_table(table, {"a.cpp": "a.cpp", "c.cpp": "c.cpp"})
         self.assertEqual(units["b.h", 7], {"a.cpp", "c.cpp"})
         self.assertEqual(kept["b.h", 7], {"a.cpp"})
+
+
+class Equipment(unittest.TestCase):
+    def test_a_header_brings_the_code_of_its_name_and_what_that_includes(self):
+        included = {"a_test.cpp": {"a_test.cpp", "x.h"}, "b_test.cpp": {"b_test.cpp"}, "x.cpp": {"x.cpp", "x.h", "y.h"},
+                    "y.cpp": {"y.cpp", "y.h", "x.h", "z.h"}, "main.cpp": {"main.cpp", "w.h"}}
+        found = run.equipment_of(["a_test.cpp", "b_test.cpp"], included)
+        self.assertEqual(found["a_test.cpp"], ["main.cpp", "w.h", "x.cpp", "x.h", "y.cpp", "y.h", "z.h"])
+        self.assertEqual(found["b_test.cpp"], ["main.cpp", "w.h"])
 
 
 if __name__ == "__main__":

@@ -35,6 +35,24 @@ def digest(root, names, others=()):
     return total.hexdigest()
 
 
+def equipment_of(tests, included):
+    """What each of a program's test files is built with but for itself and other tests. `included`: the files that each
+    file of the program's code includes, and itself. A header stands for the code of its name. What no header stands for
+    works with every test."""
+    code = {name.removesuffix(".cpp"): name for name in included if name not in tests}
+    headers = {name.removesuffix(".h") for files in included.values() for name in files if name.endswith(".h")}
+    for_all = {name for stem, name in code.items() if stem not in headers}
+    found = {}
+    for test in tests:
+        reached, queue = set(), [test, *for_all]
+        while queue:
+            new = included[queue.pop()] - reached
+            reached |= new
+            queue += {code[name.removesuffix(".h")] for name in new if name.removesuffix(".h") in code} - reached
+        found[test] = sorted(reached - set(tests))
+    return found
+
+
 def in_product_first(name):
     """The order in which objects are compiled: most that does not compile does not compile in the product."""
     return "tests/" in name, name
@@ -56,11 +74,13 @@ class State:
         self.headers = sorted(name for name in product.files if name.endswith(".h"))
         self.equipment, self.tests = {}, {}
         for program, objects in made.objects.items():
-            used = {name for name in names
-                    if name not in product.texts and objects & made.dependents.get(name, set())}
+            included = {made.sources_of(program).get(name): files for name, files in made.includes().items()
+                        if name in objects}
+            used = {name for files in included.values() for name in files if name not in product.texts}
             self.tests[program] = {name: set(TEST_NAME.findall((self.source / name).read_text(encoding="utf-8")))
                                    for name in used if name.endswith("_test.cpp")}
-            self.equipment[program] = sorted(used - set(self.tests[program]))
+            included = {name: files & used for name, files in included.items() if name in used}
+            self.equipment[program] = equipment_of(self.tests[program], included)
 
     def of(self, mutant, verdict, by):
         """A kill: of the test that noticed. A survivor: of all tests that run its lines. Else what the compiler reads."""
@@ -73,10 +93,10 @@ class State:
     def digest(self, files, tests):
         """Of these files, those of these tests and what these are built with, but for the product and other tests."""
         programs = sorted({program for program, _ in tests})
-        equipment = [name for program in programs for name in self.equipment[program]]
-        with_tests = sorted({file for program, test in tests for file in self.files_of(program, test)})
+        with_tests = sorted({(program, file) for program, test in tests for file in self.files_of(program, test)})
         if (key := (*files, *programs, *with_tests)) not in self.known:
-            self.known[key] = digest(self.source, [*files, *with_tests, *equipment])
+            built_with = sorted({name for program, file in with_tests for name in self.equipment[program][file]})
+            self.known[key] = digest(self.source, [*files, *(file for _, file in with_tests), *built_with])
         return self.known[key]
 
     def files_of(self, program, test):
