@@ -6,7 +6,6 @@
 #include <process.h>
 
 #include <cstdio>
-#include <string>
 
 #include "tests/equipment/file_bytes.h"
 #include "tests/equipment/no_shutdown.h"

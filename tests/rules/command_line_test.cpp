@@ -14,32 +14,28 @@ std::wstring LineFor(const ConversionOptions& options) {
 }
 
 // Nothing chosen but one text, with its check box checked or not.
-ConversionOptions Pages(const wchar_t* text, bool isChecked = true) {
+ConversionOptions Chosen(std::wstring ConversionOptions::*option, const wchar_t* text,
+                         bool ConversionOptions::*checkBox, bool isChecked) {
     ConversionOptions options;
-    options.pagesEnabled = isChecked;
-    options.pages = text;
+    options.*option = text;
+    options.*checkBox = isChecked;
     return options;
+}
+
+ConversionOptions Pages(const wchar_t* text, bool isChecked = true) {
+    return Chosen(&ConversionOptions::pages, text, &ConversionOptions::pagesEnabled, isChecked);
 }
 
 ConversionOptions Resolution(const wchar_t* text, bool isChecked = true) {
-    ConversionOptions options;
-    options.resolutionEnabled = isChecked;
-    options.resolution = text;
-    return options;
+    return Chosen(&ConversionOptions::resolution, text, &ConversionOptions::resolutionEnabled, isChecked);
 }
 
 ConversionOptions OutputFolder(const wchar_t* text, bool isChecked = true) {
-    ConversionOptions options;
-    options.outputFolderEnabled = isChecked;
-    options.outputFolder = text;
-    return options;
+    return Chosen(&ConversionOptions::outputFolder, text, &ConversionOptions::outputFolderEnabled, isChecked);
 }
 
 ConversionOptions ExtraOptions(const wchar_t* text, bool noText = false) {
-    ConversionOptions options;
-    options.noText = noText;
-    options.extraOptions = text;
-    return options;
+    return Chosen(&ConversionOptions::extraOptions, text, &ConversionOptions::noText, noText);
 }
 
 TEST(BuildConverterCommandLine, NamesBothPathsAndTheVerboseSwitchWhenNothingIsChosen) {

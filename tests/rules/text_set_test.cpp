@@ -6,7 +6,6 @@
 #include <random>
 #include <set>
 #include <string>
-#include <vector>
 
 namespace {
 

@@ -6,7 +6,6 @@
 #include <commctrl.h>
 
 #include <array>
-#include <cstdlib>
 
 namespace {
 

@@ -8,7 +8,6 @@
 
 #include <cstring>
 #include <cwchar>
-#include <memory>
 #include <string>
 #include <vector>
 
