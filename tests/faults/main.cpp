@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <windows.h>
-#include <commctrl.h>
 
 int main(int argc, char** argv) {
     ::InitCommonControls();
