@@ -240,12 +240,10 @@ class Product:
                 and "constexpr" not in line)
 
     def objects_of(self, mutant):
-        """The objects to compile anew: those with code of its lines that is in a program, and all that include its file
-        where that cannot be told."""
+        """The objects to compile anew for one that is not scattered: those with code of its lines that is in a program, and
+        all that include its file where that cannot be told."""
         dependents = self.build.dependents.get(mutant.file, set())
         if mutant.file.endswith(".cpp"):
-            return dependents
-        if self.is_scattered(mutant):
             return dependents
         line = self.texts[mutant.file].split("\n")[mutant.line - 1]
         places, told = self.places(mutant)
