@@ -15,6 +15,7 @@
 #include "tests/equipment/list_reader.h"
 #include "tests/equipment/main_window.h"
 #include "tests/equipment/program.h"
+#include "tests/equipment/wait_until.h"
 #include "tests/equipment/window_driver.h"
 
 #include <windows.h>
@@ -42,14 +43,24 @@ struct Answers {
     }
 };
 
+// Of a batch that runs, until it is finished.
+Samples AnswersOf(HWND window, auto&& isFinished) {
+    constexpr ULONGLONG kLimitMs = 180'000;
+    const ULONGLONG end = ::GetTickCount64() + kLimitMs;
+    Samples answers;
+    do {
+        // One whose converter fails ends without the message that is waited for.
+        if (::GetTickCount64() >= end) throw driver::Failure("the batch does not end well");
+        answers.Add(RoundTrip(window));
+        ::Sleep(kPeriodMs);
+    } while (!isFinished());
+    return answers;
+}
+
 void MeasureTalvenor(const Installation& installation, int files, Consoles consoles, Answers& answers) {
     const BatchWindow batch(installation.Program(), PdfPaths(files), consoles);
-    Samples ofBatch;
     batch.Convert();
-    do {
-        ofBatch.Add(RoundTrip(batch.Window()));
-        ::Sleep(kPeriodMs);
-    } while (!batch.IsFinished());
+    const Samples ofBatch = AnswersOf(batch.Window(), [&] { return batch.IsFinished(); });
     batch.Dismiss();
     batch.Quit();
     answers.Add(ofBatch);
@@ -59,11 +70,10 @@ void MeasureBare(const Installation& installation, const std::wstring& program, 
                  Answers& answers) {
     const BareBatch batch(installation, program, PdfPaths(files), consoles, BareWindow::Shown);
     const driver::MainWindow window(batch.Process());
-    Samples ofBatch;
-    while (!batch.IsFinished()) {
-        ofBatch.Add(RoundTrip(window.Window()));
-        ::Sleep(kPeriodMs);
-    }
+    const HWND status = window.Control(IDC_STATUS);
+    // Until then the dialog for files is opened, which Talvenor has done before its batch.
+    driver::Await("the bare dialog shows its first file", [&] { return !driver::Text(status).empty(); });
+    const Samples ofBatch = AnswersOf(window.Window(), [&] { return batch.IsFinished(); });
     static_cast<void>(batch.Finish());
     answers.Add(ofBatch);
 }

@@ -149,6 +149,7 @@ void RunWithWindow(Batch batch, HINSTANCE instance) {
     display.FitColumns();
     ::ShowWindow(batch.dialog, SW_SHOW);
     OpenAndCancelFileDialog(batch.dialog);
+    ::RedrawWindow(batch.dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     const UniqueHandle thread(::CreateThread(nullptr, 0, &RunBesideWindow, &batch, 0, nullptr));
     RunBareDialog(batch.dialog);
     ::WaitForSingleObject(thread.Get(), INFINITE);

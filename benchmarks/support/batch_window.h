@@ -11,7 +11,7 @@ enum class Consoles { Hidden, Visible };
 
 class BatchWindow {
 public:
-    // Starts the program and adds the paths as a person would.
+    // Starts the program, adds the paths as a person would, and has the window draw itself.
     BatchWindow(const std::wstring& program, const std::vector<std::wstring>& paths, Consoles consoles);
 
     [[nodiscard]] HWND Window() const noexcept { return m_window.Window(); }
