@@ -12,7 +12,6 @@
 
 #include <atomic>
 #include <functional>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>

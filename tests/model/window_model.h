@@ -8,7 +8,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <array>
 #include <cwctype>
 #include <map>
 #include <set>

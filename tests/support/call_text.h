@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
 // A control goes by its id, a dialog by "main", no window by "none".
 [[nodiscard]] inline std::string WindowName(HWND window) {

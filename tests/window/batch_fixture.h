@@ -17,7 +17,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <memory>
 #include <string>
 #include <thread>
 #include <vector>

@@ -103,13 +103,20 @@ TEST_F(FileListColumnsTest, EveryBatchShowsTheDurationsWholeAndLeavesThePathsThe
     EXPECT_GE(firstWidth, TitleWidth());
     EXPECT_EQ(ColumnWidth(0), ListWidth() - firstWidth);
     const int firstListWidth = ListWidth();
-    std::vector<std::wstring> many;
-    for (int file = 0; file < 60; ++file) many.push_back(L"C:\\in\\" + std::to_wstring(file) + L".pdf");
-    Drop(many);
+    AddFiles(60);
     ASSERT_LT(ListWidth(), firstListWidth) << "no scroll bar came";
     StartBatch();
     EXPECT_EQ(ColumnWidth(1), firstWidth);
     EXPECT_EQ(ColumnWidth(0), ListWidth() - ColumnWidth(1));
+}
+
+// Both columns are too wide for a moment: the list shows its bars, and the paths get what is beside one.
+TEST_F(FileListColumnsTest, PathsOfRowsThatJustFitLeaveRoomForTheBarThatTheDurationsBring) {
+    AddFiles(static_cast<int>(SendList(LVM_GETCOUNTPERPAGE)));
+    const int width = ListWidth();
+    StartBatch();
+    EXPECT_EQ(ColumnWidth(0), width - ::GetSystemMetrics(SM_CXVSCROLL) - ColumnWidth(1));
+    EXPECT_EQ(ListWidth(), width) << "the bar is still there";
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <memory>
 #include <string>
 #include <tuple>
 #include <utility>

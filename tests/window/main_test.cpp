@@ -12,7 +12,6 @@
 #include <commctrl.h>
 #include <objbase.h>
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>

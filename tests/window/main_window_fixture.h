@@ -23,7 +23,6 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>

@@ -6,7 +6,6 @@
 #include <windows.h>
 
 #include <map>
-#include <memory>
 #include <string>
 
 class MarkedStrings {

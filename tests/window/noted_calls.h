@@ -8,7 +8,6 @@
 #include <windows.h>
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>

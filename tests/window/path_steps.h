@@ -8,7 +8,6 @@
 #include <windows.h>
 #include <shlwapi.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -8,7 +8,6 @@
 #include <windows.h>
 #include <shellapi.h>
 
-#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>

@@ -16,7 +16,6 @@
 #include <windows.h>
 
 #include <atomic>
-#include <memory>
 #include <vector>
 
 class WorkerWindowCalls {
