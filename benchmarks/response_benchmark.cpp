@@ -43,7 +43,8 @@ struct Answers {
     }
 };
 
-// Of a batch that runs, until it is finished.
+// The answers of a window whose batch runs, from now until `isFinished` holds. Throws driver::Failure when
+// it never does.
 Samples AnswersOf(HWND window, auto&& isFinished) {
     constexpr ULONGLONG kLimitMs = 180'000;
     const ULONGLONG end = ::GetTickCount64() + kLimitMs;

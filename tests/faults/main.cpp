@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <windows.h>
+#include <commctrl.h>
 
 int main(int argc, char** argv) {
     ::InitCommonControls();

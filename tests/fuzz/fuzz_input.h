@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <clocale>
 #include <cstdint>
+#include <cwchar>
 #include <stdexcept>
 #include <string>
 #include <string_view>

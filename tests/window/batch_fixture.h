@@ -16,6 +16,8 @@
 #include <shlwapi.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <string>
 #include <thread>
